@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+/// A repeating timer; destroying it stops it. Owned and destroyed on the main thread.
+class Timer {
+public:
+    virtual ~Timer() = default;
+};
+
+/// Where work runs. The main thread does all window work; long jobs go to the background.
+/// Work is dropped unrun when the dispatcher goes away first, so nothing may wait for it.
+class Dispatcher {
+public:
+    using Work = std::function<void()>;
+
+    virtual ~Dispatcher() = default;
+
+    /// Runs the work on the main thread in the order of posting, never inside this call.
+    /// Callable from any thread.
+    virtual void onMain(Work work) = 0;
+
+    /// Runs the work on a background thread of default priority. Callable from any thread.
+    virtual void inBackground(Work work) = 0;
+
+    /// Runs the work once on the main thread after the delay. Main thread only.
+    virtual void after(std::chrono::milliseconds delay, Work work) = 0;
+
+    /// Runs the work on the main thread every interval until the timer is destroyed. Main thread only.
+    [[nodiscard]] virtual std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Work work) = 0;
+};
+
+}
