@@ -1,0 +1,51 @@
+#include "app/CommandLine.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr const char* help = "usage: zavik [--language en|ko|auto] [FOLDER]\n"
+                             "\n"
+                             "Plays a dash camera's recordings with their telemetry.\n"
+                             "FOLDER is opened at once: the camera's card or any folder of recordings.\n";
+
+bool isLanguage(std::string_view text)
+{
+    return text == "en" || text == "ko" || text == "auto";
+}
+
+CommandLine ending(int code, std::string message)
+{
+    CommandLine result;
+    result.exitCode = code;
+    result.message = std::move(message);
+    return result;
+}
+
+}
+
+CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::string language)
+{
+    CommandLine result;
+    result.language = std::move(language);
+    bool onlyPaths = false;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (!onlyPaths && argument == "--") {
+            onlyPaths = true;
+        } else if (!onlyPaths && (argument == "--help" || argument == "-h")) {
+            return ending(0, help);
+        } else if (!onlyPaths && argument == "--language") {
+            if (i + 1 == arguments.size() || !isLanguage(arguments[i + 1]))
+                return ending(2, help);
+            result.language = arguments[++i];
+        } else if (!onlyPaths && argument.starts_with("-") && argument.size() > 1) {
+            return ending(2, "zavik: unknown option " + std::string(argument) + "\n" + help);
+        } else if (result.folder) {
+            return ending(2, help);
+        } else {
+            result.folder = argument;
+        }
+    }
+    return result;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+/// What the program was asked to do when it was started.
+struct CommandLine {
+    /// Recordings to open at once; a path in the file system's bytes.
+    std::optional<std::string> folder;
+    /// "en", "ko" or "auto".
+    std::string language;
+    /// Set when the program should print `message` and end with this code.
+    std::optional<int> exitCode;
+    std::string message;
+
+    /// `arguments` without the program's name; `language` is the one that the build carries.
+    static CommandLine parsed(std::span<const char* const> arguments, std::string language);
+};

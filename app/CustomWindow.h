@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Screen.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+/// A borderless window that is dragged by its background and has its own full-screen mode.
+/// Frames are in screen coordinates, y up.
+class CustomWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CustomWindow(QWidget* parent = nullptr);
+
+    /// Must be called before any frame or mode is used.
+    void setScreens(platform::Screens& desktop) { screens = &desktop; }
+    void setMinimumWindowSize(platform::Size size);
+
+    platform::Rect frame() const;
+    void setFrame(const platform::Rect& frame);
+    platform::Screen currentScreen() const;
+
+    /// The frame to return to when full screen ends.
+    void setInitialFrame(const platform::Rect& frame) { initialFrame = frame; }
+
+    /// The window's own mode (not the toolkit's).
+    bool isFullScreen() const { return fullScreen; }
+    /// Told after every change of the mode, before the frame changes.
+    void observeIsFullScreen(std::function<void()> reported) { observer = std::move(reported); }
+    /// Do nothing when the window is in that mode already.
+    void enterFullscreen();
+    void leaveFullscreen();
+
+signals:
+    void closed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void setIsFullScreen(bool value);
+
+    platform::Screens* screens = nullptr;
+    bool fullScreen = false;
+    platform::Rect initialFrame;
+    std::optional<QPointF> initialLocation;
+    std::function<void()> observer;
+};

@@ -1,0 +1,89 @@
+// The right-hand panel: the table of recordings, or the map.
+
+#include "app/ZVKAppDelegate.h"
+
+#include "app/MediaTableModel.h"
+#include "platform/Texts.h"
+#include "ui_ZVKAppDelegate.h"
+
+#include <QHeaderView>
+
+void ZVKAppDelegate::initMediaListTableView()
+{
+    QTableView& table = *outlets->mediaListTableView;
+    mediaTable = new MediaTableModel(*mediaList, &table);
+    table.setModel(mediaTable);
+    QFont font = table.font();
+    font.setPixelSize(11);
+    table.setFont(font);
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setDefaultSectionSize(24);
+    table.horizontalHeader()->setHighlightSections(false);
+    table.horizontalHeader()->setSectionsClickable(false);
+    for (int i = 0; i < int(MediaTableModel::columns.size()); ++i) {
+        const int width = MediaTableModel::columns[size_t(i)].width;
+        if (width)
+            table.setColumnWidth(i, width);
+        else
+            table.horizontalHeader()->setSectionResizeMode(i, QHeaderView::Stretch);
+    }
+}
+
+void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
+{
+    scanning = false;
+    rightViewMode = 0;
+    updateSideViewButton();
+    mediaTable->reload();
+    const auto media = player1->media();
+    const ZVKMedia* entry = mediaList->mediaAtIndex(mediaIndex);
+    if (media && entry && media->url() == entry->path())
+        selectRow(mediaIndex);
+    showListState();
+}
+
+/// Says in plain text what the list is doing, or what to do, while there is nothing in it.
+void ZVKAppDelegate::showListState()
+{
+    const char* key = scanning ? "list.scanning" : mediaList->directoryPath() ? "list.nothing_found" : "list.empty";
+    outlets->listStateLabel->setText(platform::localized(key));
+    outlets->listStateLabel->setVisible(scanning || mediaList->count() == 0);
+}
+
+void ZVKAppDelegate::selectRow(int64_t row)
+{
+    outlets->mediaListTableView->selectRow(int(row));
+}
+
+int64_t ZVKAppDelegate::selectedRow() const
+{
+    const auto rows = outlets->mediaListTableView->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void ZVKAppDelegate::updateSideViewButton()
+{
+    const bool isMap = rightViewMode == 1;
+    outlets->recordButtonImageView->setImageName(isMap ? QStringLiteral("record_n.png") : QStringLiteral("record_p.png"));
+    outlets->informationButtonImageView->setImageName(
+        isMap ? QStringLiteral("information_p.png") : QStringLiteral("information_n.png"));
+    outlets->mapContainerView->setVisible(isMap);
+    outlets->mediaListScrollView->setVisible(rightViewMode == 0);
+    layoutMapContainer();
+}
+
+void ZVKAppDelegate::clickMediaListViewButton()
+{
+    if (rightViewMode == 0)
+        return;
+    rightViewMode = 0;
+    updateSideViewButton();
+}
+
+void ZVKAppDelegate::clickMapViewButton()
+{
+    if (rightViewMode == 1)
+        return;
+    rightViewMode = 1;
+    updateSideViewButton();
+}

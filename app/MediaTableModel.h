@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QAbstractTableModel>
+
+#include <array>
+#include <string_view>
+
+class ZVKMediaList;
+
+/// The library as a table: kind, date, time and file name of each recording.
+class MediaTableModel final : public QAbstractTableModel {
+public:
+    struct Column {
+        std::string_view identifier;
+        std::string_view titleKey;
+        Qt::Alignment alignment;
+        int width; // points; 0: the rest
+    };
+    static const std::array<Column, 4> columns;
+
+    MediaTableModel(const ZVKMediaList& list, QObject* parent);
+
+    /// The list has other entries now.
+    void reload();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    const ZVKMediaList& mediaList;
+    QStringList columnNames;
+};

@@ -1,0 +1,192 @@
+// What the transport controls do: play and pause, seeks and jumps, volume, speed, window size.
+
+#include "app/ZVKAppDelegate.h"
+
+#include "common/Log.h"
+#include "lib/PositionSlider.h"
+#include "ui_ZVKAppDelegate.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr double endOfFile = 0.998;
+constexpr double jumpMs = 10000;
+constexpr uint64_t maximumVolume = 200;
+constexpr uint64_t volumeStep = 10;
+constexpr double maximumSpeed = 2;
+constexpr double sizeStep = 0.2;
+
+double lengthMs(const platform::MediaPlayer& player)
+{
+    return double(player.media()->length().intValue());
+}
+
+}
+
+void ZVKAppDelegate::clickPlayButton()
+{
+    if (!player1->media())
+        return;
+    if (playInfo.isPlaying()) {
+        if (isPlaying(*player1))
+            player1->pause();
+        return;
+    }
+    // Its telemetry is still being read; it plays as soon as that is done.
+    if (waitingForPlayStart)
+        return;
+    if (double(player1->position()) < endOfFile) {
+        player1->play();
+        return;
+    }
+    const double slider = outlets->videoPositionSlider->doubleValue();
+    if (slider >= endOfFile) {
+        player1->setMedia(nullptr);
+        playAtIndex(mediaIndex);
+    } else {
+        player1->setTime(platform::MediaTime::timeWithInt(int64_t(slider * lengthMs(*player1))));
+        afterForThisFile(0.1, [this] { player1->play(); });
+    }
+}
+
+void ZVKAppDelegate::videoPositionSliderMoved()
+{
+    const double target = playInfo.position();
+    logFormat("[%s] position slider moved:%f <=> %f", "D ", playInfo.position(), target);
+    playInfo.setIsPlaying(isPlaying(*player1));
+    if (!player1->media() || waitingForPlayStart)
+        return;
+    if (target >= endOfFile) {
+        player1->setTime(player1->media()->length());
+        return;
+    }
+    const double before = double(player1->position());
+    movingPosition = target;
+    player1->setPosition(float(target));
+    if (before <= target) {
+        syncVideoPositionDelay(0.3);
+        return;
+    }
+    afterForThisFile(0.1, [this] {
+        player1->setPosition(float(movingPosition));
+        syncVideoPositionDelay(0.2);
+    });
+}
+
+void ZVKAppDelegate::jumpForward()
+{
+    logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ", player1->time().stringValue().c_str(),
+        player1->remainingTime().stringValue().c_str());
+    if (moving || !player1->media() || waitingForPlayStart)
+        return;
+    const double remainingSeconds = double(player1->remainingTime().intValue()) / 1000;
+    if (remainingSeconds > -jumpMs / 1000) {
+        player1->setTime(player1->media()->length());
+        return;
+    }
+    moving = true;
+    movingPosition = double(player1->position()) + jumpMs / lengthMs(*player1);
+    outlets->videoPositionSlider->setDoubleValue(movingPosition);
+    outlets->videoPositionSliderForFullScreen->setDoubleValue(movingPosition);
+    player1->jumpForward(int(jumpMs / 1000));
+    syncVideoPositionDelay(0.3);
+}
+
+void ZVKAppDelegate::jumpBackward()
+{
+    if (moving || !player1->media() || waitingForPlayStart)
+        return;
+    if (double(player1->time().intValue()) < jumpMs) {
+        player1->setTime(platform::MediaTime::nullTime());
+        player1->setPosition(0);
+        afterForThisFile(0, [this] {
+            player1->setPosition(0);
+            syncVideoPositionDelay(0.1);
+        });
+        return;
+    }
+    moving = true;
+    movingPosition = std::max(double(player1->position()) - jumpMs / lengthMs(*player1), 0.0);
+    player1->setPosition(float(movingPosition));
+    afterForThisFile(0.2, [this] {
+        player1->setPosition(float(movingPosition));
+        syncVideoPositionDelay(0.1);
+    });
+}
+
+void ZVKAppDelegate::volumeSliderMoved(int value)
+{
+    setVolume(uint64_t(std::max(value, 0)));
+}
+
+void ZVKAppDelegate::volumeUp()
+{
+    setVolume(std::min(volume + volumeStep, maximumVolume));
+}
+
+void ZVKAppDelegate::volumeDown()
+{
+    setVolume(volume > volumeStep ? volume - volumeStep : 0);
+}
+
+void ZVKAppDelegate::increaseSpeed()
+{
+    if (playInfo.speed() + 1 > maximumSpeed)
+        return;
+    player1->setRate(player1->rate() + 1);
+    playInfo.setSpeed(playInfo.speed() + 1);
+}
+
+void ZVKAppDelegate::decreaseSpeed()
+{
+    if (playInfo.speed() <= 1)
+        return;
+    player1->setRate(player1->rate() - 1);
+    playInfo.setSpeed(playInfo.speed() - 1);
+}
+
+void ZVKAppDelegate::sizeUp()
+{
+    if (player1->isPlaying())
+        setVideoScaleIndex(1);
+}
+
+void ZVKAppDelegate::sizeDown()
+{
+    if (player1->isPlaying())
+        setVideoScaleIndex(-1);
+}
+
+void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
+{
+    const platform::Rect screen = window->currentScreen().frame;
+    platform::Rect frame = window->frame();
+    const auto [minWidth, minHeight] = minWindowSize();
+    frame.width += double(step) * sizeStep * minWidth;
+    frame.height += double(step) * sizeStep * minHeight;
+    if (step > 0) {
+        if (window->isFullScreen())
+            return;
+        if (frame.width > screen.width || frame.height > screen.height - 100) {
+            window->enterFullscreen();
+            return;
+        }
+    } else if (window->isFullScreen()) {
+        window->leaveFullscreen();
+        return;
+    }
+    if (frame.width < minWidth || frame.height < minHeight) {
+        frame.width = minWidth;
+        frame.height = minHeight;
+    }
+    window->setFrame(frame);
+}
+
+void ZVKAppDelegate::toggleFullScreen()
+{
+    if (window->isFullScreen())
+        window->leaveFullscreen();
+    else
+        window->enterFullscreen();
+}

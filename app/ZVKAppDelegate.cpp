@@ -1,0 +1,250 @@
+#include "app/ZVKAppDelegate.h"
+
+#include "app/MediaTableModel.h"
+#include "app/WindowLayouts.h"
+#include "common/Log.h"
+#include "lib/LoadingIndicator.h"
+#include "lib/PositionSlider.h"
+#include "lib/TKVideoBackgroundImageView.h"
+#include "platform/Texts.h"
+#include "platform/VideoView.h"
+#include "ui_ZVKAppDelegate.h"
+
+#include <array>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr uint64_t startVolume = 70;
+constexpr auto loadingTick = 300ms;
+constexpr double loadingSeconds = 15.0;
+
+}
+
+ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage) :
+    desktop(layer),
+    language(std::move(interfaceLanguage))
+{
+    platform::setTextLanguage(language);
+    window = std::make_unique<CustomWindow>();
+    window->setScreens(desktop.screens);
+    outlets = std::make_unique<Ui::ZVKAppDelegate>();
+    outlets->setupUi(window.get());
+}
+
+ZVKAppDelegate::~ZVKAppDelegate()
+{
+    die();
+    // The views go before the objects that their signals reach.
+    layouts.reset();
+    window.reset();
+}
+
+void ZVKAppDelegate::awakeFromNib()
+{
+    layouts = std::make_unique<Layouts>(*window, *outlets);
+    video1View = new platform::VideoView(outlets->videoContainerView);
+    video1View->setObjectName(QStringLiteral("video1View"));
+    video1View->setFillScreen(true);
+    layouts->views.insert(QStringLiteral("_video1View"), video1View);
+    layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
+    player1 = desktop.makePlayer(*video1View);
+    mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
+    outlets->player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
+    outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
+    initMediaListTableView();
+    setupInitialValues();
+}
+
+void ZVKAppDelegate::setupInitialValues()
+{
+    player1->setDelegate(this);
+    mediaList->setDelegate(this);
+    playInfo.observe([this](std::string_view key) { observeValueForKeyPath("playInfo." + std::string(key)); });
+    window->observeIsFullScreen([this] { observeValueForKeyPath("window.isFullScreen"); });
+    connectControls();
+    rightViewMode = 0;
+    updateSideViewButton();
+    setVolume(startVolume);
+    playInfo.setIsPlaying(false);
+    video1View->hide();
+    outlets->progressIndicator->hide();
+    showListState();
+    layoutWindow();
+    m_bMileDisplay = false;
+}
+
+void ZVKAppDelegate::applicationDidFinishLaunching()
+{
+    if (language != "auto") {
+        for (const std::string& entry : desktop.defaults.stringList("AppleLanguages"))
+            logFormat("SUPPORT_LANGUAGE=%s", entry.c_str());
+        desktop.defaults.setStringList("AppleLanguages", {language});
+    }
+    if (language == "ko")
+        m_bKorean = true;
+    else if (language == "en")
+        m_bKorean = false;
+    window->setMinimumWindowSize(minWindowSize());
+    window->setFrame(minWindowFrame());
+    window->setInitialFrame(window->frame());
+    window->show();
+    mediaIndex = -1;
+    QObject::connect(outlets->mediaListTableView, &QTableView::doubleClicked, window.get(), [this] { changeAndPlay(); });
+}
+
+void ZVKAppDelegate::applicationWillTerminate()
+{
+    die();
+}
+
+void ZVKAppDelegate::die()
+{
+    if (!player1)
+        return;
+    stopPlay();
+    playStopTimer.reset();
+    player1->setDelegate(nullptr);
+    player1.reset();
+    delete std::exchange(video1View, nullptr);
+}
+
+platform::Rect ZVKAppDelegate::minWindowFrame() const
+{
+    const platform::Rect visible = window->currentScreen().visibleFrame;
+    const auto [width, height] = minWindowSize();
+    return {visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
+}
+
+void ZVKAppDelegate::windowWillClose()
+{
+    if (player1)
+        stopPlay();
+}
+
+void ZVKAppDelegate::contentResized()
+{
+    if (player1)
+        updatePlayInfoScale();
+}
+
+void ZVKAppDelegate::setDisplayMile(uint32_t value)
+{
+    if (value <= 1)
+        m_bMileDisplay = value == 1;
+}
+
+void ZVKAppDelegate::setVolume(uint64_t value)
+{
+    volume = value;
+    observeValueForKeyPath("volume");
+}
+
+void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
+{
+    struct Row {
+        std::string_view keyPath;
+        void (*react)(ZVKAppDelegate&);
+    };
+    static constexpr std::array<Row, 7> table = {{
+        {"playInfo.speed",
+            [](ZVKAppDelegate& self) {
+                self.outlets->speedTextButton->setText(
+                    QString::fromStdString(formatted("%.1fx", self.playInfo.speed())));
+            }},
+        {"volume", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
+        {"playInfo.scale",
+            [](ZVKAppDelegate& self) {
+                self.outlets->sizeTextButton->setText(
+                    QString::fromStdString(formatted("%.2fx", self.playInfo.scale())));
+            }},
+        {"playInfo.isPlaying",
+            [](ZVKAppDelegate& self) {
+                self.outlets->playButton->setImageName(
+                    self.playInfo.isPlaying() ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n"));
+            }},
+        {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
+        {"playInfo.audioMediaDirection", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
+        {"window.isFullScreen", [](ZVKAppDelegate& self) { self.layoutWindow(); }},
+    }};
+    for (const Row& row : table)
+        if (row.keyPath == keyPath)
+            row.react(*this);
+}
+
+void ZVKAppDelegate::playPositionChanged()
+{
+    outlets->videoPositionSlider->setDoubleValue(playInfo.position());
+    outlets->videoPositionSliderForFullScreen->setDoubleValue(playInfo.position());
+    updateGsensorUIByPlayPositon();
+    updateGpsUIByPlayPosition();
+}
+
+void ZVKAppDelegate::openMediaDirectoryDialog()
+{
+    const std::string title = platform::localized("panel.choose_folder").toStdString();
+    desktop.panels.chooseFolder(*window, title, [this, life = std::weak_ptr(alive)](std::optional<std::string> path) {
+        if (path && !life.expired())
+            openMediaDirectory(*path);
+    });
+}
+
+void ZVKAppDelegate::openMediaDirectory(const std::string& path)
+{
+    // A start that is still being prepared belongs to the folder before.
+    if (waitingForPlayStart)
+        hideLoading();
+    forgetPendingStart();
+    player1->stop();
+    playInfo.setIsPlaying(false);
+    showOrHideVideo();
+    scanning = true;
+    mediaList->setDirectoryPath(path);
+    showListState();
+}
+
+void ZVKAppDelegate::showLoading()
+{
+    LoadingIndicator& indicator = *outlets->progressIndicator;
+    const bool isTicking = indicator.isAnimating();
+    stopVideoLoadingView = false;
+    progress = 0;
+    indicator.setDoubleValue(LoadingIndicator::minimum);
+    const QRect head = outlets->headBox->rect();
+    indicator.move(head.x() + (head.width() - indicator.width()) / 2, indicator.y());
+    indicator.show();
+    indicator.raise();
+    indicator.startAnimation();
+    if (!isTicking)
+        desktop.dispatcher.after(loadingTick, guarded([this] { updateLoadingWindow(loadingSeconds); }));
+}
+
+void ZVKAppDelegate::updateLoadingWindow(double expectedSeconds)
+{
+    LoadingIndicator& indicator = *outlets->progressIndicator;
+    progress += 100 / (expectedSeconds / 0.3);
+    indicator.setDoubleValue(progress);
+    if (progress >= 100 || stopVideoLoadingView) {
+        indicator.setDoubleValue(LoadingIndicator::minimum);
+        indicator.stopAnimation();
+        indicator.hide();
+        stopVideoLoadingView = true;
+        return;
+    }
+    desktop.dispatcher.after(loadingTick, guarded([this, expectedSeconds] { updateLoadingWindow(expectedSeconds); }));
+}
+
+void ZVKAppDelegate::hideLoading()
+{
+    stopVideoLoadingView = true;
+}
+
+std::function<void()> ZVKAppDelegate::guarded(std::function<void()> work) const
+{
+    return [life = std::weak_ptr(alive), work = std::move(work)] {
+        if (!life.expired())
+            work();
+    };
+}

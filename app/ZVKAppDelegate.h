@@ -1,0 +1,170 @@
+#pragma once
+
+#include "app/CustomWindow.h"
+#include "app/ZVKPlayInfo.h"
+#include "media/ZVKMediaList.h"
+#include "platform/Platform.h"
+#include "platform/WebView.h"
+#include "telemetry/ZVKBlackBoxData.h"
+
+#include <cstdint>
+#include <memory>
+#include <stop_token>
+#include <string>
+
+class MediaTableModel;
+class QTableView;
+
+namespace Ui {
+class ZVKAppDelegate;
+}
+
+namespace platform {
+class FormatLayout;
+class VideoView;
+}
+
+/// The application's delegate and the controller of its main window.
+/// It owns the library, the one player with its view, the play state and the telemetry of the file that
+/// plays. The player, the timers and the user's controls only write into the play state; the observation
+/// table turns each report into window updates. Main thread only.
+class ZVKAppDelegate final : public platform::MediaPlayerDelegate, public ZVKMediaListDelegate {
+public:
+    /// `language` is the interface language: "en", "ko", or "auto" to follow the system.
+    ZVKAppDelegate(platform::Platform& desktop, std::string language);
+    ~ZVKAppDelegate() override;
+
+    // Start and end: in this order.
+    void awakeFromNib();
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+
+    CustomWindow& mainWindow() { return *window; }
+    platform::Size minWindowSize() const { return {1020, 640}; }
+    platform::Rect minWindowFrame() const;
+
+    /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
+    void setDisplayMile(uint32_t value);
+
+    // Folder
+    void openMediaDirectoryDialog();
+    /// What the folder panel does with its answer.
+    void openMediaDirectory(const std::string& path);
+    void mediaListChanged(ZVKMediaList& list) override;
+
+    // Playback
+    bool playAtIndex(int64_t index);
+    bool playNext();
+    void changeAndPlay();
+    void stopPlay();
+    void mediaPlayerStateChanged(platform::MediaPlayer& player) override;
+    void mediaPlayerTimeChanged(platform::MediaPlayer& player) override;
+    void mediaPlayerFailed(platform::MediaPlayer& player, const std::string& why) override;
+
+    // Transport
+    void clickPlayButton();
+    void videoPositionSliderMoved();
+    void jumpForward();
+    void jumpBackward();
+    void volumeSliderMoved(int value);
+    void volumeUp();
+    void volumeDown();
+    void increaseSpeed();
+    void decreaseSpeed();
+    void sizeUp();
+    void sizeDown();
+    void toggleFullScreen();
+    void setVideoScaleIndex(int64_t step);
+
+    // Right-hand panel
+    void clickMediaListViewButton();
+    void clickMapViewButton();
+
+private:
+    void setupInitialValues();
+    void connectControls();
+    void windowWillClose();
+    void contentResized();
+    void die();
+    void observeValueForKeyPath(std::string_view keyPath);
+    void playPositionChanged();
+    void setVolume(uint64_t value);
+
+    void showLoading();
+    void updateLoadingWindow(double expectedSeconds);
+    void hideLoading();
+
+    bool isPlaying(const platform::MediaPlayer& player) const;
+    bool hasAudio(const platform::MediaPlayer& player) const;
+    void extractThenPlay();
+    void startExtracted(ZVKBlackBoxData extracted);
+    void forgetPendingStart();
+    void initMediaControlView();
+    void didStartPlayer();
+    void didFinishPlay();
+    void startTimerPlayNext();
+    void timerPlayNext();
+    void syncVideoPositionDelay(double seconds);
+    void chooseAudioAuto();
+    void updateAudioUI();
+    void updateVideoUI();
+    void updatePlayInfoScale();
+    void showOrHideVideo();
+    bool reportsPlaying() const;
+    bool isPaused() const;
+    /// Runs the work after the delay unless another file was started or this one taken away meanwhile.
+    void afterForThisFile(double seconds, std::function<void()> work);
+
+    void initMediaListTableView();
+    void updateSideViewButton();
+    void selectRow(int64_t row);
+    int64_t selectedRow() const;
+    void showListState();
+
+    void layoutWindow();
+    void layoutBodyBox();
+    void layoutMapContainer();
+
+    void updateGsensorUIByPlayPositon();
+    void updateGpsUIByPlayPosition();
+    void evaluateMapScript(const std::string& script);
+
+    /// The work runs only while this controller lives.
+    std::function<void()> guarded(std::function<void()> work) const;
+
+    platform::Platform& desktop;
+    std::string language;
+    std::unique_ptr<CustomWindow> window;
+    std::unique_ptr<Ui::ZVKAppDelegate> outlets;
+    struct Layouts;
+    std::unique_ptr<Layouts> layouts;
+
+    std::unique_ptr<ZVKMediaList> mediaList;
+    ZVKPlayInfo playInfo;
+    platform::VideoView* video1View = nullptr;
+    std::unique_ptr<platform::MediaPlayer> player1;
+    std::unique_ptr<platform::WebView> mapWebView;
+    ZVKBlackBoxData blackBoxData;
+    MediaTableModel* mediaTable = nullptr;
+
+    int64_t mediaIndex = -1;
+    bool waitingForPlayStart = false;
+    bool preparingPlayNext = false;
+    bool moving = false;
+    double movingPosition = 0;
+    uint64_t volume = 0;
+    int32_t rightViewMode = 0;
+    bool m_bKorean = false;
+    bool m_bMileDisplay = false;
+    bool stopVideoLoadingView = true;
+    double progress = 0;
+    bool scanning = false;
+    std::unique_ptr<platform::Timer> playStopTimer;
+
+    /// Counts the files that were started or taken away; what was begun for an earlier one is void.
+    uint64_t fileGeneration = 0;
+    std::stop_source extractionStop;
+    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
+
+    friend class AppDelegateProbe;
+};

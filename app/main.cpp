@@ -1,0 +1,36 @@
+#include "app/CommandLine.h"
+#include "app/ZVKAppDelegate.h"
+#include "lib/Style.h"
+#include "platform/Images.h"
+#include "platform/LinuxPlatform.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <span>
+
+int main(int argc, char* argv[])
+{
+    const std::span<const char* const> arguments(argv, static_cast<size_t>(argc));
+    const CommandLine command = CommandLine::parsed(arguments.subspan(argc > 0 ? 1 : 0), ZAVIK_LANGUAGE);
+    if (command.exitCode) {
+        std::fputs(command.message.c_str(), *command.exitCode == 0 ? stdout : stderr);
+        return *command.exitCode;
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zavik"));
+    platform::initialiseLayer();
+    style::apply(application);
+    QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
+
+    platform::LinuxPlatform layer;
+    ZVKAppDelegate controller(layer.platform(), command.language);
+    controller.awakeFromNib();
+    controller.applicationDidFinishLaunching();
+    if (command.folder)
+        controller.openMediaDirectory(*command.folder);
+    const int code = QApplication::exec();
+    controller.applicationWillTerminate();
+    return code;
+}

@@ -1,0 +1,14 @@
+#include "cli/Commands.h"
+
+namespace cli {
+
+std::span<const Command* const> commands()
+{
+    static constexpr const Command* all[] = {
+        &listCommand,
+        &telemetryCommand,
+    };
+    return all;
+}
+
+} // namespace cli

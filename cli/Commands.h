@@ -1,0 +1,15 @@
+#pragma once
+
+#include "cli/Command.h"
+
+#include <span>
+
+namespace cli {
+
+extern const Command listCommand;
+extern const Command telemetryCommand;
+
+/// All commands, in the order of the help.
+std::span<const Command* const> commands();
+
+} // namespace cli

@@ -1,0 +1,77 @@
+#include "cli/JsonWriter.h"
+
+#include "cli/Escapes.h"
+#include "cli/Numbers.h"
+
+namespace cli {
+
+std::ostream& JsonWriter::separated()
+{
+    if (place == Place::AfterValue)
+        out << ',';
+    place = Place::AfterValue;
+    return out;
+}
+
+JsonWriter& JsonWriter::beginObject()
+{
+    if (place == Place::AfterValue)
+        separated() << '\n';
+    out << '{';
+    place = Place::AtStart;
+    return *this;
+}
+
+JsonWriter& JsonWriter::endObject()
+{
+    out << '}';
+    place = Place::AfterValue;
+    return *this;
+}
+
+JsonWriter& JsonWriter::beginArray()
+{
+    separated() << '[';
+    place = Place::AtStart;
+    return *this;
+}
+
+JsonWriter& JsonWriter::endArray()
+{
+    out << ']';
+    place = Place::AfterValue;
+    return *this;
+}
+
+JsonWriter& JsonWriter::key(std::string_view name)
+{
+    separated() << jsonString(name) << ':';
+    place = Place::AfterKey;
+    return *this;
+}
+
+JsonWriter& JsonWriter::string(std::string_view bytes)
+{
+    separated() << jsonString(bytes);
+    return *this;
+}
+
+JsonWriter& JsonWriter::integer(int64_t number)
+{
+    separated() << number;
+    return *this;
+}
+
+JsonWriter& JsonWriter::number(double number)
+{
+    separated() << numberText(number).value_or("null");
+    return *this;
+}
+
+JsonWriter& JsonWriter::boolean(bool value)
+{
+    separated() << (value ? "true" : "false");
+    return *this;
+}
+
+} // namespace cli

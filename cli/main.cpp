@@ -1,0 +1,17 @@
+#include "cli/Program.h"
+#include "common/Log.h"
+
+#include <csignal>
+#include <iostream>
+#include <vector>
+
+int main(int argc, char** argv)
+{
+    // A reader that goes away shows as a failed write, which is reported like a full disk.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::ios::sync_with_stdio(false);
+    setLogSink({});
+
+    const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
+    return static_cast<int>(cli::run(words, {std::cout, std::cerr}));
+}

@@ -1,0 +1,108 @@
+#include "lib/TKImageButton.h"
+
+#include <QEvent>
+#include <QPainter>
+
+TKImageButton::TKImageButton(QWidget* parent) :
+    QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void TKImageButton::setImageName(const QString& name)
+{
+    image = platform::imageNamed(name);
+    activeImage = image;
+    inactiveImage = image;
+    rolloverImage = buttonImageNameWithSuffix(QStringLiteral("_f"));
+    alternateImage = buttonImageNameWithSuffix(QStringLiteral("_p"));
+    updateRollOverImage();
+    updateGeometry();
+}
+
+platform::Image TKImageButton::buttonImageNameWithSuffix(const QString& suffix) const
+{
+    const QString& name = activeImage.name();
+    if (name.size() < 2)
+        return {};
+    return platform::imageNamed(name.chopped(2) + suffix);
+}
+
+void TKImageButton::setNumberOfCaptures(int64_t n)
+{
+    if (n < 0 || n == captures)
+        return;
+    captures = n;
+}
+
+void TKImageButton::updateRollOverImage()
+{
+    if (shouldDisplayRollOver() && isEnabled() && !rolloverImage.isNull()) {
+        image = rolloverImage;
+        update();
+    } else {
+        updateImage();
+    }
+}
+
+void TKImageButton::updateImage()
+{
+    image = isEnabled() ? activeImage : inactiveImage;
+    update();
+}
+
+const platform::Image& TKImageButton::shownImage() const
+{
+    return isDown() && !alternateImage.isNull() ? alternateImage : image;
+}
+
+QSize TKImageButton::sizeHint() const
+{
+    const auto [imageWidth, imageHeight] = activeImage.size();
+    return {int(imageWidth), int(imageHeight)};
+}
+
+void TKImageButton::paintEvent(QPaintEvent*)
+{
+    const platform::Image& shown = shownImage();
+    const auto [imageWidth, imageHeight] = shown.size();
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(0.4);
+    const QRectF place((width() - imageWidth) / 2, (height() - imageHeight) / 2, imageWidth, imageHeight);
+    shown.draw(painter, place);
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+    }
+}
+
+void TKImageButton::enterEvent(QEnterEvent* event)
+{
+    QAbstractButton::enterEvent(event);
+    setNumberOfCaptures(captures + 1);
+    updateRollOverImage();
+}
+
+void TKImageButton::leaveEvent(QEvent* event)
+{
+    QAbstractButton::leaveEvent(event);
+    setNumberOfCaptures(captures - 1);
+    updateRollOverImage();
+}
+
+void TKImageButton::hideEvent(QHideEvent* event)
+{
+    QAbstractButton::hideEvent(event);
+    resetMouseCaptures();
+    updateRollOverImage();
+}
+
+void TKImageButton::changeEvent(QEvent* event)
+{
+    QAbstractButton::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange)
+        updateImage();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/Images.h"
+
+#include <QAbstractButton>
+
+#include <cstdint>
+
+/// A borderless button that is a picture: the normal one, a roll-over one while the pointer is inside, a
+/// pressed one while it is held down. The pictures are found from the normal picture's name, whose last two
+/// characters name the state: "icon_play_n", "icon_play_f" (roll-over), "icon_play_p" (pressed).
+/// A picture that does not exist is simply not shown; the normal one stays.
+class TKImageButton : public QAbstractButton {
+    Q_OBJECT
+    Q_PROPERTY(QString imageName READ imageName WRITE setImageName)
+
+public:
+    explicit TKImageButton(QWidget* parent = nullptr);
+
+    /// Sets the normal picture and, from its name, the others.
+    void setImageName(const QString& name);
+    QString imageName() const { return activeImage.name(); }
+
+    /// The picture of another state ("_f", "_p"); empty when the button has no picture, its name is too
+    /// short, or there is no such picture.
+    platform::Image buttonImageNameWithSuffix(const QString& suffix) const;
+
+    const platform::Image& pressedImage() const { return alternateImage; }
+    void setPressedImage(platform::Image pressed) { alternateImage = std::move(pressed); }
+
+    /// How many times the pointer is inside; never negative.
+    int64_t numberOfCaptures() const { return captures; }
+    void setNumberOfCaptures(int64_t n);
+    void resetMouseCaptures() { setNumberOfCaptures(0); }
+    bool shouldDisplayRollOver() const { return captures > 0; }
+
+    /// The picture that the button shows at this moment.
+    const platform::Image& shownImage() const;
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void updateRollOverImage();
+    void updateImage();
+
+    int64_t captures = 0;
+    platform::Image activeImage;
+    platform::Image inactiveImage;
+    platform::Image rolloverImage;
+    platform::Image alternateImage;
+    platform::Image image;
+};

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "media/ZVKMedia.h"
+#include "platform/Dispatcher.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class ZVKMediaList;
+
+class ZVKMediaListDelegate {
+public:
+    virtual ~ZVKMediaListDelegate() = default;
+    /// The list holds the result of a scan, also an empty one. Called on the main thread.
+    virtual void mediaListChanged(ZVKMediaList& list) = 0;
+};
+
+/// The recordings of a folder and of all folders below it, oldest first; what compares equal (the front and
+/// the rear file of one recording) stays in the order of the walk.
+///
+/// Main thread only. A scan runs in the background; its result replaces the entries on the main thread in one
+/// step, right before the delegate is told, and until then the old entries stay. A scan is void once a newer
+/// path has been set or the list is gone: it stops early, and nobody is told. Destroying the list waits for
+/// nothing.
+class ZVKMediaList {
+public:
+    /// A scan takes no more files once it has this many, except that every folder which is still being listed
+    /// adds at most one more.
+    static constexpr size_t maximumCount = 15000;
+
+    explicit ZVKMediaList(platform::Dispatcher& queues);
+    ~ZVKMediaList();
+    ZVKMediaList(const ZVKMediaList&) = delete;
+    ZVKMediaList& operator=(const ZVKMediaList&) = delete;
+
+    static std::unique_ptr<ZVKMediaList> mediaList(platform::Dispatcher& queues);
+
+    /// Starts a scan of the folder and returns at once. No path: the entries stay, and nobody is told.
+    void setDirectoryPath(std::optional<std::string> path);
+    /// As it was set.
+    const std::optional<std::string>& directoryPath() const { return directory; }
+
+    /// Not owned; null for none.
+    void setDelegate(ZVKMediaListDelegate* listener) { delegate = listener; }
+
+    int64_t count() const { return static_cast<int64_t>(medias.size()); }
+    /// Null when the index is negative or not below `count`. Valid until the entries change.
+    const ZVKMedia* mediaAtIndex(int64_t index) const;
+    /// Appends at the end.
+    void addMedia(ZVKMedia media);
+
+    /// The recording at the path, or nothing when its name is none of a recording (the extension is not
+    /// looked at).
+    static std::optional<ZVKMedia> createMediaByPath(std::string path);
+    /// Whether the name, a character for each UTF-16 code unit, has room for a date at the position.
+    static bool _checkTimeByName(std::string_view units, int64_t position);
+    /// Appends the recordings below the folder (.avi in any letter case) in the order of the walk. What
+    /// cannot be read contributes nothing; one log line tells of it.
+    static void eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
+    /// What a scan of the folder gives: `eachDir`, sorted. Callable from any thread.
+    static std::vector<ZVKMedia> sortedMedias(const std::string& folder, std::stop_token stop = {});
+
+private:
+    void replaceMedias(std::vector<ZVKMedia> scanned);
+
+    platform::Dispatcher& dispatcher;
+    ZVKMediaListDelegate* delegate = nullptr;
+    std::optional<std::string> directory;
+    std::vector<ZVKMedia> medias;
+    std::stop_source scan; // of the newest scan
+};

@@ -1,0 +1,34 @@
+#include "platform/LinuxPlatform.h"
+
+#include "platform/MpvPlayer.h"
+#include "platform/VideoView.h"
+
+#include <clocale>
+
+static void initialiseResources()
+{
+    Q_INIT_RESOURCE(zavik);
+}
+
+namespace platform {
+
+LinuxPlatform::LinuxPlatform() :
+    pieces{*dispatcher, panels, alerts, defaults, screens, [](VideoView& view) { return makeMpvPlayer(view); }}
+{
+}
+
+LinuxPlatform::~LinuxPlatform()
+{
+    // A job that hangs in a read keeps its dispatcher; the end of the process takes both.
+    if (!dispatcher->finish())
+        (void)dispatcher.release();
+}
+
+void initialiseLayer()
+{
+    initialiseResources();
+    // The application object takes the user's locale; numbers stay with a point.
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/QtDispatcher.h"
+#include "platform/QtPanels.h"
+#include "platform/QtScreens.h"
+#include "platform/QtUserDefaults.h"
+
+namespace platform {
+
+/// The desktop as it is. Created on the main thread after the application object.
+class LinuxPlatform {
+public:
+    LinuxPlatform();
+    ~LinuxPlatform();
+
+    Platform& platform() { return pieces; }
+
+private:
+    std::unique_ptr<QtDispatcher> dispatcher = std::make_unique<QtDispatcher>();
+    QtPanels panels;
+    QtAlerts alerts;
+    QtUserDefaults defaults;
+    QtScreens screens;
+    Platform pieces;
+};
+
+/// Prepares the process for the layer; before anything else of it is used, after the application object.
+void initialiseLayer();
+
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/MediaPlayer.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct mpv_node;
+
+namespace platform {
+
+/// A place in the file to go to.
+struct SeekTarget {
+    enum class Unit { seconds, fraction } unit = Unit::seconds;
+    double value = 0;
+};
+
+/// A seek on its way through mpv: sent, accepted (the command's reply), begun (the seek event), arrived
+/// (playback restarted) and its time being read.
+enum class SeekStage { none, sent, accepted, begun, arrived };
+
+/// What is known of the file that mpv has been told to open. Times in seconds.
+struct MpvFile {
+    /// mpv's number for the file, and whether mpv has begun with it.
+    std::optional<int64_t> entry;
+    bool begun = false;
+    /// Answers that are still missing before the file counts as open; none are asked for at first.
+    std::optional<int> missingAnswers;
+
+    double duration = 0;
+    double time = 0;
+    VideoSize size;
+    bool hasSound = false;
+    std::vector<int> audioTracks;
+    bool ended = false;
+
+    /// Where the newest seek leads; gone when it has arrived.
+    std::optional<SeekTarget> target;
+    SeekStage stage = SeekStage::none;
+    /// The seek that is on its way leads somewhere else than `target`.
+    bool targetIsNewer = false;
+
+    double seconds(const SeekTarget& place) const;
+    bool leadsToEnd(const SeekTarget& place) const;
+    /// Where the file is, or will be after the seek.
+    double currentTime() const;
+    /// 0 to 1, exactly 1 at the end.
+    double currentFraction() const;
+};
+
+/// Why the path can't be a recording, as far as that shows without opening it; empty if it may be one.
+std::string unplayableReason(const std::string& path);
+/// A reader's words for mpv's error number.
+std::string mpvFailureReason(int error);
+/// The numbers of the audio tracks in mpv's "track-list".
+std::vector<int> audioTracksOf(const mpv_node& trackList);
+
+}

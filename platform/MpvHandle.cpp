@@ -1,0 +1,103 @@
+#include "platform/MpvHandle.h"
+
+#include <clocale>
+#include <mpv/client.h>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+struct Option {
+    const char* name;
+    const char* value;
+};
+
+constexpr Option options[] = {
+    // Nothing from outside the program.
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"load-auto-profiles", "no"},
+    {"load-osd-console", "no"},
+    {"load-stats-overlay", "no"},
+    {"osc", "no"},
+    {"ytdl", "no"},
+    {"terminal", "no"},
+    {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"input-media-keys", "no"},
+    {"input-vo-keyboard", "no"},
+    {"resume-playback", "no"},
+    {"save-position-on-quit", "no"},
+
+    // The one file, and only as an AVI file: a list of files or addresses named ".avi" must not be followed.
+    {"demuxer", "lavf"},
+    {"demuxer-lavf-format", "avi"},
+    {"demuxer-lavf-o", "protocol_whitelist=file,format_whitelist=avi"},
+    {"load-unsafe-playlists", "no"},
+    {"access-references", "no"},
+    {"autoload-files", "no"},
+    {"audio-file-auto", "no"},
+    {"sub-auto", "no"},
+    {"sid", "no"},
+    {"cover-art-auto", "no"},
+    {"audio-display", "no"},
+    {"demuxer-max-bytes", "32MiB"},
+    {"demuxer-max-back-bytes", "0"},
+
+    // Playing.
+    {"idle", "yes"},
+    {"keep-open", "yes"},
+    {"hr-seek", "yes"},
+    {"hwdec", "no"},
+    {"volume-max", "200"},
+    {"audio-pitch-correction", "yes"},
+    {"ao", "pipewire,pulse,alsa,null"},
+    {"audio-fallback-to-null", "yes"},
+
+    // Drawing: frames are handed over when they are due, so that drawing never blocks the main thread.
+    {"vo", "libmpv"},
+    {"video-timing-offset", "0"},
+    {"stop-screensaver", "no"},
+    {"osd-level", "0"},
+    {"sws-fast", "yes"},
+    {"sws-scaler", "bilinear"},
+    {"zimg-scaler", "bilinear"},
+};
+
+}
+
+void MpvHandleDeleter::operator()(mpv_handle* mpv) const { mpv_terminate_destroy(mpv); }
+
+MpvHandle makeMpvHandle()
+{
+    std::setlocale(LC_NUMERIC, "C");
+    MpvHandle mpv(mpv_create());
+    if (!mpv)
+        return nullptr;
+    for (const auto& option : options)
+        mpv_set_option_string(mpv.get(), option.name, option.value);
+    if (mpv_initialize(mpv.get()) < 0)
+        return nullptr;
+    return mpv;
+}
+
+bool sendMpvCommand(mpv_handle* mpv, uint64_t replyId, std::initializer_list<const char*> words)
+{
+    std::vector<const char*> arguments(words);
+    arguments.push_back(nullptr);
+    return mpv_command_async(mpv, replyId, arguments.data()) >= 0;
+}
+
+void setMpvFlag(mpv_handle* mpv, const char* property, bool value)
+{
+    int flag = value ? 1 : 0;
+    mpv_set_property_async(mpv, 0, property, MPV_FORMAT_FLAG, &flag);
+}
+
+void setMpvNumber(mpv_handle* mpv, const char* property, double value)
+{
+    mpv_set_property_async(mpv, 0, property, MPV_FORMAT_DOUBLE, &value);
+}
+
+}

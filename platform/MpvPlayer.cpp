@@ -1,0 +1,220 @@
+#include "platform/MpvPlayer.h"
+
+#include "platform/MpvPlayerImpl.h"
+#include "platform/VideoSnapshot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <mpv/client.h>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+MediaTime milliseconds(double seconds) { return MediaTime::timeWithInt(std::llround(seconds * 1000)); }
+
+}
+
+std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view) { return std::make_unique<MpvPlayer>(view); }
+
+MpvPlayer::MpvPlayer(VideoView& videoView) :
+    mpv(makeMpvHandle()),
+    view(&videoView)
+{
+    clock.start();
+    if (mpv)
+        mpv_set_wakeup_callback(mpv.get(), wakeUp, this);
+}
+
+MpvPlayer::~MpvPlayer()
+{
+    if (!mpv)
+        return;
+    mpv_set_wakeup_callback(mpv.get(), nullptr, nullptr);
+    if (view) {
+        view->outputReplaced = nullptr;
+        view->detach(mpv.get());
+    }
+}
+
+void MpvPlayer::setMedia(std::shared_ptr<Media> media)
+{
+    close();
+    current = std::move(media);
+}
+
+void MpvPlayer::play()
+{
+    if (!current || !current->url())
+        return;
+    if (phase == Phase::closed || phase == Phase::failed)
+        load();
+    else if (!file.ended || file.target)
+        setPaused(false);
+}
+
+void MpvPlayer::pause()
+{
+    if (phase == Phase::opening || isOpen())
+        setPaused(true);
+}
+
+void MpvPlayer::stop() { close(); }
+
+void MpvPlayer::load()
+{
+    close();
+    const std::string& path = *current->url();
+    std::string reason = unplayableReason(path);
+    if (reason.empty() && !(mpv && view && view->attach(mpv.get())))
+        reason = "The player can't be started";
+    if (!reason.empty()) {
+        phase = Phase::failed;
+        post([this, reason] { fail(reason); });
+        return;
+    }
+    view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "auto"}); };
+    picturesBefore = view->pictures();
+    phase = Phase::opening;
+    fileRequest = ++lastRequest;
+    setMpvFlag(mpv.get(), "pause", false);
+    // An absolute path is taken as it is, whatever it looks like.
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(path, error);
+    sendMpvCommand(mpv.get(), fileRequest, {"loadfile", error ? path.c_str() : absolute.c_str(), "replace"});
+    postState();
+}
+
+void MpvPlayer::close()
+{
+    if (phase == Phase::closed)
+        return;
+    if (mpv) {
+        mpv_unobserve_property(mpv.get(), fileRequest);
+        mpv_unobserve_property(mpv.get(), endRequest);
+        sendMpvCommand(mpv.get(), 0, {"stop"});
+    }
+    fileRequest = seekRequest = endRequest = ++lastRequest;
+    phase = Phase::closed;
+    file = {};
+    paused = false;
+    nextTimeReport = 0;
+    reported.reset();
+    postState();
+}
+
+void MpvPlayer::setPaused(bool pause)
+{
+    paused = pause;
+    setMpvFlag(mpv.get(), "pause", pause);
+    postState();
+}
+
+PlayerState MpvPlayer::state() const
+{
+    switch (phase) {
+    case Phase::closed:
+        return PlayerState::stopped;
+    case Phase::opening:
+        return PlayerState::opening;
+    case Phase::failed:
+        return PlayerState::error;
+    case Phase::open:
+        break;
+    }
+    return paused ? PlayerState::paused : PlayerState::playing;
+}
+
+float MpvPlayer::position() const { return static_cast<float>(file.currentFraction()); }
+
+void MpvPlayer::setPosition(float position)
+{
+    const double fraction = std::isnan(position) ? 0 : std::clamp<double>(position, 0, 1);
+    seekTo({SeekTarget::Unit::fraction, fraction});
+}
+
+MediaTime MpvPlayer::time() const { return isOpen() ? milliseconds(file.currentTime()) : MediaTime::nullTime(); }
+
+void MpvPlayer::setTime(MediaTime time)
+{
+    seekTo({SeekTarget::Unit::seconds, static_cast<double>(std::max<int64_t>(time.intValue(), 0)) / 1000});
+}
+
+MediaTime MpvPlayer::remainingTime() const
+{
+    if (!isOpen())
+        return MediaTime::nullTime();
+    return milliseconds(std::min(file.currentTime() - file.duration, 0.0));
+}
+
+void MpvPlayer::setRate(float rate)
+{
+    if (!mpv || !(rate > 0) || std::isinf(rate))
+        return;
+    speed = rate;
+    setMpvNumber(mpv.get(), "speed", rate);
+}
+
+void MpvPlayer::jumpForward(int seconds)
+{
+    if (isOpen())
+        seekTo({SeekTarget::Unit::seconds, std::max(file.currentTime() + seconds, 0.0)});
+}
+
+void MpvPlayer::seekTo(SeekTarget target)
+{
+    if (phase != Phase::opening && !isOpen())
+        return;
+    file.target = target;
+    file.targetIsNewer = true;
+    if (isOpen() && file.stage == SeekStage::none)
+        sendSeek();
+}
+
+void MpvPlayer::sendSeek()
+{
+    const auto target = *file.target;
+    const bool byFraction = target.unit == SeekTarget::Unit::fraction && file.duration <= 0;
+    double value = byFraction ? target.value * 100 : file.seconds(target);
+    if (file.duration > 0)
+        value = std::min(value, file.duration);
+    file.targetIsNewer = false;
+    file.stage = SeekStage::sent;
+    seekRequest = ++lastRequest;
+    sendMpvCommand(mpv.get(), seekRequest,
+        {"seek", std::to_string(value).c_str(), byFraction ? "absolute-percent+exact" : "absolute+exact"});
+}
+
+VideoSize MpvPlayer::videoSize() const { return isOpen() ? file.size : VideoSize(); }
+
+void MpvPlayer::setMute(bool mute)
+{
+    if (mpv)
+        setMpvFlag(mpv.get(), "mute", mute);
+}
+
+void MpvPlayer::setVolume(int volume)
+{
+    // mpv's volume is the cube root of the amplitude.
+    if (mpv)
+        setMpvNumber(mpv.get(), "volume", 100 * std::cbrt(std::clamp(volume, 0, 200) / 100.0));
+}
+
+std::vector<int> MpvPlayer::audioTrackIndexes() const
+{
+    return isOpen() ? file.audioTracks : std::vector<int>();
+}
+
+bool MpvPlayer::saveVideoSnapshotAt(const std::string& path, int width, int height)
+{
+    if (!hasVideoOut() || !view || view->pictures() == picturesBefore)
+        return false;
+    QImage picture = view->picture(QSize(qRound(file.size.width), qRound(file.size.height)));
+    if (!picture.isNull() && width > 0 && height > 0)
+        picture = picture.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return writeVideoSnapshot(picture, path);
+}
+
+}

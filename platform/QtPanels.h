@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Panels.h"
+
+namespace platform {
+
+/// Panels on QFileDialog.
+class QtPanels final : public Panels {
+public:
+    void chooseFolder(QWidget& window, const std::string& title, Answer answer) override;
+};
+
+/// Alerts on QMessageBox.
+class QtAlerts final : public Alerts {
+public:
+    void alertSheet(QWidget& window, const std::string& title, const std::string& message,
+        std::function<void()> dismissed) override;
+};
+
+}

@@ -1,0 +1,61 @@
+#include "platform/Texts.h"
+
+#include <QFile>
+#include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+
+namespace platform {
+
+namespace {
+
+QHash<QString, QString> readTable(const std::string& language)
+{
+    QFile file(QStringLiteral(":/texts/InfoPlist.%1.json").arg(QString::fromStdString(language)));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QHash<QString, QString> table;
+    const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
+    for (auto entry = object.begin(); entry != object.end(); ++entry)
+        table.insert(entry.key(), entry.value().toString());
+    return table;
+}
+
+struct Table {
+    std::string language;
+    QHash<QString, QString> texts;
+};
+
+Table& table()
+{
+    static Table current{"en", readTable("en")};
+    return current;
+}
+
+std::string systemLanguage()
+{
+    const QStringList languages = QLocale::system().uiLanguages();
+    return !languages.isEmpty() && languages.first().startsWith(QLatin1String("ko")) ? "ko" : "en";
+}
+
+}
+
+void setTextLanguage(const std::string& language)
+{
+    const std::string chosen = language == "auto" ? systemLanguage() : language == "ko" ? "ko" : "en";
+    if (chosen != table().language)
+        table() = {chosen, readTable(chosen)};
+}
+
+std::string textLanguage()
+{
+    return table().language;
+}
+
+QString localized(std::string_view key)
+{
+    return table().texts.value(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())));
+}
+
+}

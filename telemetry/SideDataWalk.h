@@ -1,0 +1,42 @@
+#pragma once
+
+#include "telemetry/AviRecords.h"
+#include "telemetry/ByteCursor.h"
+#include "telemetry/WalkEnd.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+
+class ZVKBlackBoxData;
+
+/// One walk over a recording's side data, appending to a container. The file layout and the rules are
+/// described there.
+class SideDataWalk {
+public:
+    SideDataWalk(ZVKBlackBoxData& into, ByteSource& source, std::stop_token stop);
+
+    WalkEnd run();
+
+private:
+    // Each step says why the walk ends with it, or nothing when it goes on.
+    using Step = std::optional<WalkEnd>;
+
+    Step readFileHeader();
+    Step findSideData();
+    Step readNextRecord();
+    Step readGSensorRecord();
+    Step readGpsRecord();
+    Step readText(const _AVI_GPS_DATA_T& header);
+    Step finishGpsRecord(const _AVI_GPS_DATA_T& header);
+    void pairWithWaitingSamples(const _AVI_GPS_DATA_T& header);
+    Step countDown(uint32_t recordSize);
+    bool fits(int32_t textLength) const;
+    WalkEnd endOfShortRead(WalkEnd atEndOfData) const;
+
+    ZVKBlackBoxData& m_into;
+    ByteCursor m_cursor;
+    uint64_t m_sourceSize = 0;
+    uint32_t m_remaining = 0; // wraps when the sizes in the file lie
+};

@@ -1,0 +1,86 @@
+#include "telemetry/ByteCursor.h"
+#include "tests/core/SideDataSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+std::vector<std::byte> numberedBytes(size_t count)
+{
+    std::vector<std::byte> bytes(count);
+    for (size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<std::byte>(i * 31 + (i >> 8) * 7 + (i >> 16));
+    return bytes;
+}
+
+} // namespace
+
+TEST(ByteCursor, BehavesLikeAnIndexIntoTheBytes)
+{
+    const auto bytes = numberedBytes(2'000'000);
+    std::mt19937 random(1);
+    for (const size_t portion : {size_t{1'000}, bytes.size()}) {
+        UnreliableSource source(bytes);
+        source.portion = portion;
+        ByteCursor cursor(source);
+        uint64_t place = 0;
+        std::vector<std::byte> into(5000);
+        while (place < bytes.size()) {
+            const size_t count = random() % (random() % 8 == 0 ? into.size() : 60);
+            switch (random() % 4) {
+            case 0:
+                cursor.skip(count);
+                place += count;
+                break;
+            case 1:
+                cursor.stepBack();
+                place -= place > 0 ? 1 : 0;
+                break;
+            default:
+                const size_t wanted = std::min<size_t>(count, bytes.size() - place);
+                ASSERT_EQ(cursor.read(std::span(into).first(count)), wanted);
+                ASSERT_TRUE(std::equal(into.begin(), into.begin() + wanted, bytes.begin() + place));
+                ASSERT_EQ(cursor.shortfall() == ByteCursor::Shortfall::None, wanted == count);
+                place += wanted;
+            }
+            ASSERT_EQ(cursor.position(), place);
+        }
+    }
+}
+
+TEST(ByteCursor, StepsBackAtTheEndOfTheData)
+{
+    const auto bytes = numberedBytes(3);
+    MemoryByteSource source(bytes);
+    ByteCursor cursor(source);
+    EXPECT_FALSE(cursor.readWord());
+    EXPECT_EQ(cursor.shortfall(), ByteCursor::Shortfall::EndOfData);
+    cursor.stepBack();
+    std::byte last{};
+    EXPECT_TRUE(cursor.readWhole(std::span(&last, 1)));
+    EXPECT_EQ(last, bytes[2]);
+    cursor.skip(10);
+    EXPECT_FALSE(cursor.readWhole(std::span(&last, 1)));
+    EXPECT_FALSE(cursor.readWhole(std::span(&last, 1)));
+    EXPECT_EQ(cursor.position(), 13);
+}
+
+TEST(ByteCursor, ReadsLittleAfterASkipAndMuchInSequence)
+{
+    const auto bytes = numberedBytes(16 << 20);
+    UnreliableSource source(bytes);
+    ByteCursor cursor(source);
+    for (int i = 0; i < 10; ++i) {
+        ASSERT_TRUE(cursor.readWord());
+        cursor.skip(500'000);
+    }
+    EXPECT_EQ(source.readCount, 10);
+    EXPECT_LE(source.largestRead, 4096);
+
+    while (cursor.readWord()) { }
+    EXPECT_LT(source.readCount, 100);
+    EXPECT_GE(source.largestRead, 256 * 1024);
+    EXPECT_LE(source.largestRead, 1024 * 1024);
+}

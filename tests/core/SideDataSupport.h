@@ -1,0 +1,93 @@
+#pragma once
+
+#include "common/Log.h"
+#include "telemetry/MemoryByteSource.h"
+#include "telemetry/ZVKBlackBoxData.h"
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A device with faults: it gives bytes in small portions and fails at a place.
+class UnreliableSource : public MemoryByteSource {
+public:
+    using MemoryByteSource::MemoryByteSource;
+
+    uint64_t failsAt = std::numeric_limits<uint64_t>::max();
+    size_t portion = std::numeric_limits<size_t>::max();
+    bool canSeek = true;
+    std::function<void()> beforeRead = [] {};
+    size_t readCount = 0;
+    size_t largestRead = 0;
+
+    std::optional<size_t> read(std::span<std::byte> into) override
+    {
+        ++readCount;
+        largestRead = std::max(largestRead, into.size());
+        beforeRead();
+        if (m_place >= failsAt)
+            return {};
+        const uint64_t allowed = std::min<uint64_t>({into.size(), portion, failsAt - m_place});
+        const auto count = MemoryByteSource::read(into.first(static_cast<size_t>(allowed)));
+        m_place += *count;
+        return count;
+    }
+
+    bool seek(uint64_t offset) override
+    {
+        m_place = offset;
+        return canSeek && MemoryByteSource::seek(offset);
+    }
+
+private:
+    uint64_t m_place = 0;
+};
+
+/// Collects the log's lines for as long as it lives.
+class CollectedLog {
+public:
+    CollectedLog()
+        : m_before(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
+    {
+    }
+    ~CollectedLog() { setLogSink(std::move(m_before)); }
+    CollectedLog(const CollectedLog&) = delete;
+    CollectedLog& operator=(const CollectedLog&) = delete;
+
+    std::vector<std::string> lines;
+
+private:
+    LogSink m_before;
+};
+
+struct Extraction {
+    bool result = false;
+    ZVKBlackBoxData data;
+};
+
+inline Extraction extract(ByteSource& source, std::stop_token stop = {})
+{
+    const CollectedLog log;
+    Extraction extraction;
+    extraction.result = extraction.data.ExtractStreamInformation(source, std::move(stop));
+    return extraction;
+}
+
+inline Extraction extract(std::span<const std::byte> bytes)
+{
+    MemoryByteSource source(bytes);
+    return extract(source);
+}
+
+inline std::string asText(std::span<const std::byte> bytes)
+{
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+inline std::span<const std::byte> asBytes(std::string_view text)
+{
+    return std::as_bytes(std::span(text));
+}

@@ -1,0 +1,16 @@
+#include "lib/Style.h"
+#include "platform/LinuxPlatform.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    platform::initialiseLayer();
+    style::apply(application);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/VideoView.h"
+#include "tests/support/ScriptedPlayer.h"
+#include "tests/support/VirtualDispatcher.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A desktop for tests: a virtual clock, a scripted player, answers given in advance, screens as told.
+class TestPlatform {
+public:
+    VirtualDispatcher dispatcher;
+    ScriptedPlayer* player = nullptr; // once the controller has made it
+
+    struct TestPanels final : platform::Panels {
+        std::optional<std::string> folder;
+        int asked = 0;
+        void chooseFolder(QWidget&, const std::string&, Answer answer) override
+        {
+            ++asked;
+            answer(folder);
+        }
+    } panels;
+
+    struct TestAlerts final : platform::Alerts {
+        std::vector<std::string> shown; // "title|message"
+        void alertSheet(QWidget&, const std::string& title, const std::string& message,
+            std::function<void()> dismissed) override
+        {
+            shown.push_back(title + "|" + message);
+            if (dismissed)
+                dismissed();
+        }
+    } alerts;
+
+    struct TestDefaults final : platform::UserDefaults {
+        std::map<std::string, std::vector<std::string>> lists;
+        std::map<std::string, bool> flags;
+        std::vector<std::string> stringList(const std::string& key) const override
+        {
+            const auto found = lists.find(key);
+            return found == lists.end() ? std::vector<std::string>{} : found->second;
+        }
+        void setStringList(const std::string& key, const std::vector<std::string>& values) override
+        {
+            lists[key] = values;
+        }
+        std::optional<bool> boolean(const std::string& key) const override
+        {
+            const auto found = flags.find(key);
+            return found == flags.end() ? std::nullopt : std::optional(found->second);
+        }
+        void setBoolean(const std::string& key, bool value) override { flags[key] = value; }
+    } defaults;
+
+    /// Frames are kept by the window's name; the window really gets the size.
+    struct TestScreens final : platform::Screens {
+        platform::Screen screen{1, {0, 0, 1920, 1080}, {0, 0, 1920, 1050}};
+        platform::Rect frame;
+        platform::Screen screenOf(const QWidget&) const override { return screen; }
+        std::vector<platform::Screen> all() const override { return {screen}; }
+        platform::Rect frameOf(const QWidget&) const override { return frame; }
+        void setFrameOf(QWidget& window, const platform::Rect& wanted) override
+        {
+            frame = wanted;
+            window.resize(int(wanted.width), int(wanted.height));
+        }
+    } screens;
+
+    platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, [this](platform::VideoView&) {
+                                  auto made = std::make_unique<ScriptedPlayer>();
+                                  player = made.get();
+                                  return made;
+                              }};
+};

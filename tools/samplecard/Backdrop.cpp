@@ -1,0 +1,162 @@
+#include "tools/samplecard/Backdrop.h"
+
+#include "tools/samplecard/Noise.h"
+#include "tools/samplecard/Palette.h"
+
+#include <array>
+#include <cstring>
+#include <numbers>
+
+namespace samplecard {
+
+namespace {
+
+constexpr double kTurn = 2 * std::numbers::pi;
+constexpr int kBelow = 70; // rows under the horizon
+
+struct Ridge {
+    float lowest;  // radians above the horizon
+    float range;   // from the lowest to the highest summit
+    uint32_t cells; // around the horizon
+    int octaves;
+    Rgb colour;
+    float veil; // haze at its foot
+};
+
+constexpr std::array kRidges {
+    Ridge {0.030F, 0.125F, 14, 5, palette::kFarHill, 0.55F},
+    Ridge {0.016F, 0.085F, 22, 6, palette::kMiddleHill, 0.60F},
+    Ridge {0.004F, 0.048F, 40, 7, palette::kNearHill, 0.45F},
+};
+
+// How high a ridge stands (radians) at a share of the whole turn.
+float ridgeHeight(const Ridge& ridge, float turn, uint32_t seed)
+{
+    const float n = fractalNoise(turn * float(ridge.cells), 0.5F, ridge.cells, seed, ridge.octaves);
+    return ridge.lowest + ridge.range * float(smoothstep(0.22, 0.80, n));
+}
+
+} // namespace
+
+Backdrop::Backdrop(float focal, int above) :
+    m_focal(focal),
+    m_above(above),
+    m_panorama(int(focal * float(kTurn)), above + kBelow)
+{
+    paintSky();
+    paintClouds();
+    paintHills();
+}
+
+double Backdrop::azimuth(int x) const { return kTurn * x / m_panorama.width(); }
+
+void Backdrop::paintSky()
+{
+    constexpr double kSunHeight = 0.36;
+    for (int y = 0; y < m_panorama.height(); ++y) {
+        const double up = elevation(y);
+        Rgb base = mix(palette::kHorizon, palette::kMiddleSky, float(smoothstep(-0.02, 0.17, up)));
+        base = mix(base, palette::kZenith, float(smoothstep(0.08, 0.62, up)));
+        uint32_t* pixels = m_panorama.row(y);
+        for (int x = 0; x < m_panorama.width(); ++x) {
+            const double aside = std::remainder(azimuth(x) - palette::kSunAzimuth, kTurn) * 0.8;
+            const double away = std::hypot(aside, up - kSunHeight);
+            const auto glow = float(0.75 * std::exp(-away * away / 0.10) + 0.35 * std::exp(-away / 0.6));
+            pixels[x] = packed(mix(base, palette::kSunGlow, std::min(0.9F, glow))
+                + Rgb {255, 240, 210} * float(std::exp(-away * away / 0.004)));
+        }
+    }
+}
+
+void Backdrop::paintClouds()
+{
+    constexpr int kStep = 4; // clouds are soft: one sample stands for a block
+    constexpr uint32_t kCells = 26;
+    const float stretch = float(kCells) / float(m_panorama.width());
+    for (int y = 0; y < m_above; y += kStep) {
+        const auto up = float(elevation(y));
+        const float band = float(smoothstep(0.03, 0.12, up));
+        // Clouds flatten towards the horizon.
+        const float v = 9.0F * std::log(0.06F + up);
+        for (int x = 0; x < m_panorama.width(); x += kStep) {
+            const float u = float(x) * stretch;
+            const float here = fractalNoise(u, v, kCells, 41, 5);
+            const float sunward = fractalNoise(u, v + 0.35F, kCells, 41, 4);
+            const float cover = band * 0.88F * float(smoothstep(0.50, 0.72, here));
+            if (cover <= 0.004F)
+                continue;
+            const auto shade = float(smoothstep(0.40, 0.72, sunward));
+            const Rgb colour = mix(palette::kCloudLit, palette::kCloudShade, shade * 0.75F);
+            for (int n = 0; n < kStep && y + n < m_above; ++n)
+                m_panorama.blendSpan(y + n, float(x), float(x + kStep), colour, cover);
+        }
+    }
+}
+
+void Backdrop::paintHills()
+{
+    for (size_t n = 0; n < kRidges.size(); ++n) {
+        const Ridge& ridge = kRidges[n];
+        if (n == 2)
+            paintTown();
+        for (int x = 0; x < m_panorama.width(); ++x) {
+            const float turn = float(x) / float(m_panorama.width());
+            const float height = ridgeHeight(ridge, turn, uint32_t(60 + 20 * n));
+            const float slope = ridgeHeight(ridge, turn + 0.002F, uint32_t(60 + 20 * n)) - height;
+            const float top = float(m_above) - height * m_focal;
+            for (int y = std::max(0, int(top)); y < m_panorama.height(); ++y) {
+                const float cover = std::clamp(float(y) + 1 - top, 0.0F, 1.0F);
+                const float depth = std::min(1.0F, (float(y) - top) / std::max(8.0F, height * m_focal));
+                // Slopes that turn to the sun are lighter; woods give a grain.
+                const float grain = hash01(uint32_t(x / 2), uint32_t(y / 2)) - 0.5F;
+                const float lit = 1 + std::clamp(slope * 28, -0.18F, 0.25F) + grain * 0.05F * float(n);
+                const Rgb colour = mix(ridge.colour * lit, palette::kHaze, ridge.veil * depth * depth);
+                uint32_t& pixel = m_panorama.row(y)[x];
+                pixel = blended(pixel, packed(colour), uint32_t(cover * 256));
+            }
+        }
+    }
+}
+
+void Backdrop::paintTown()
+{
+    const Rgb lit = mix({236, 214, 190}, palette::kHaze, 0.35F);
+    const Rgb shade = mix({120, 126, 148}, palette::kHaze, 0.35F);
+    for (uint32_t i = 0; i < 46; ++i) {
+        const double at = (i < 26 ? 5.25 : 1.1) + 0.62 * hash01(i, 1);
+        const float left = float(at / kTurn * m_panorama.width());
+        const float width = (0.010F + 0.012F * hash01(i, 2)) * m_focal;
+        const float top = float(m_above) - (0.026F + 0.034F * hash01(i, 3)) * m_focal;
+        const float bottom = float(m_above) + 4;
+        const std::array face {Point {left, top}, Point {left + width, top}, Point {left + width, bottom},
+            Point {left, bottom}};
+        m_panorama.fill(face, {lit, mix(lit, palette::kHaze, 0.6F), 1});
+        const float corner = left + width * 0.68F;
+        const std::array side {Point {corner, top}, Point {left + width, top}, Point {left + width, bottom},
+            Point {corner, bottom}};
+        m_panorama.fill(side, {shade, mix(shade, palette::kHaze, 0.6F), 1});
+        for (float y = top + 3; y < bottom; y += 4)
+            m_panorama.blendSpan(int(y), left + 1, corner - 1, shade, 0.35F);
+    }
+}
+
+int Backdrop::draw(Canvas& canvas, const View& view) const
+{
+    const int width = m_panorama.width();
+    const double turns = view.heading / kTurn;
+    const int centre = int((turns - std::floor(turns)) * width);
+    const int left = ((centre - int(view.centreX)) % width + width) % width;
+    // A climb under the car lowers the far horizon in its picture.
+    const int horizon = int(std::lround(view.horizonY + view.slope * m_focal));
+    const int end = std::min(canvas.height(), horizon + kBelow);
+    for (int y = 0; y < end; ++y) {
+        const uint32_t* source = m_panorama.row(std::max(0, m_above + y - horizon));
+        uint32_t* to = canvas.row(y);
+        const int whole = std::min(canvas.width(), width - left);
+        std::memcpy(to, source + left, size_t(whole) * 4);
+        std::memcpy(to + whole, source, size_t(canvas.width() - whole) * 4);
+    }
+    return end;
+}
+
+} // namespace samplecard

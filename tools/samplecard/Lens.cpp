@@ -1,0 +1,82 @@
+#include "tools/samplecard/Lens.h"
+
+namespace samplecard {
+
+namespace {
+
+// Neighbouring columns that take their pixels from the same pair of rows.
+struct Columns {
+    int from;
+    int to;
+    int row; // above the frame's row
+};
+
+} // namespace
+
+void expose(const Canvas& scene, Canvas& frame, const Lens& lens)
+{
+    const int width = frame.width();
+    std::vector<uint16_t> upper(size_t(width) * 4);
+    std::vector<uint16_t> lower(size_t(width) * 4);
+    std::vector<Columns> blocks;
+    for (int x = 0; x < width; ++x) {
+        const float source = float(lens.margin) - lens.down - lens.tilt * (float(x) - float(width) / 2);
+        const int row = int(std::floor(source));
+        const float part = source - float(row);
+        for (size_t channel = 0; channel < 4; ++channel) {
+            upper[size_t(x) * 4 + channel] = uint16_t((1 - part) * lens.gain * 128);
+            lower[size_t(x) * 4 + channel] = uint16_t(part * lens.gain * 128);
+        }
+        if (blocks.empty() || blocks.back().row != row)
+            blocks.push_back({x, x, row});
+        blocks.back().to = x + 1;
+    }
+    for (int y = 0; y < frame.height(); ++y) {
+        auto* to = reinterpret_cast<uint8_t*>(frame.row(y));
+        for (const Columns& block : blocks) {
+            const auto source = [&](int row) {
+                return reinterpret_cast<const uint8_t*>(scene.row(std::clamp(row, 0, scene.height() - 1)));
+            };
+            const uint8_t* a = source(y + block.row);
+            const uint8_t* b = source(y + block.row + 1);
+            for (int i = block.from * 4; i < block.to * 4; ++i) {
+                const auto sum = uint16_t(a[i] * upper[size_t(i)] + b[i] * lower[size_t(i)]);
+                to[i] = uint8_t(std::min<uint16_t>(255, uint16_t(sum >> 7)));
+            }
+        }
+    }
+}
+
+void toYuv420(const Canvas& frame, std::vector<uint8_t>& planes)
+{
+    const auto width = size_t(frame.width());
+    const auto height = size_t(frame.height());
+    planes.resize(width * height * 3 / 2);
+    uint8_t* luma = planes.data();
+    uint8_t* blue = luma + width * height;
+    uint8_t* red = blue + width * height / 4;
+    const auto r = [](uint32_t p) { return int(p & 255); };
+    const auto g = [](uint32_t p) { return int(p >> 8 & 255); };
+    const auto b = [](uint32_t p) { return int(p >> 16 & 255); };
+    for (size_t y = 0; y < height; ++y) {
+        const uint32_t* pixels = frame.row(int(y));
+        uint8_t* to = luma + y * width;
+        for (size_t x = 0; x < width; ++x)
+            to[x] = uint8_t((47 * r(pixels[x]) + 157 * g(pixels[x]) + 16 * b(pixels[x]) + 4224) >> 8);
+    }
+    for (size_t y = 0; y < height / 2; ++y) {
+        const uint32_t* upper = frame.row(int(y) * 2);
+        const uint32_t* lower = frame.row(int(y) * 2 + 1);
+        for (size_t x = 0; x < width / 2; ++x) {
+            const auto sum = [&](auto channel) {
+                return channel(upper[2 * x]) + channel(upper[2 * x + 1]) + channel(lower[2 * x])
+                    + channel(lower[2 * x + 1]);
+            };
+            const int sr = sum(r), sg = sum(g), sb = sum(b);
+            blue[y * (width / 2) + x] = uint8_t((-26 * sr - 86 * sg + 112 * sb + 131584) >> 10);
+            red[y * (width / 2) + x] = uint8_t((112 * sr - 102 * sg - 10 * sb + 131584) >> 10);
+        }
+    }
+}
+
+} // namespace samplecard

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "tools/samplecard/Canvas.h"
+#include "tools/samplecard/Road.h"
+
+#include <array>
+
+namespace samplecard {
+
+/// Trees and bushes painted leaf by leaf, a few of each kind. Immutable after construction.
+class Plants {
+public:
+    Plants();
+
+    struct Plant {
+        const Sprite* sprite;
+        float widthPerHeight;
+    };
+    /// Broadleaf, Pine or Bush; any variant number is fine.
+    Plant plant(PropKind kind, uint32_t variant) const;
+
+private:
+    static constexpr size_t kVariants = 4;
+    std::array<Sprite, kVariants> m_broadleaves;
+    std::array<Sprite, kVariants> m_pines;
+    std::array<Sprite, kVariants> m_bushes;
+};
+
+} // namespace samplecard
