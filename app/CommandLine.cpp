@@ -22,7 +22,7 @@ CommandLine ending(int code, std::string message)
     return result;
 }
 
-}
+} // namespace
 
 CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::string language)
 {

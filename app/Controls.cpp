@@ -13,9 +13,9 @@ namespace {
 
 class ResizeWatch final : public QObject {
 public:
-    ResizeWatch(QObject* watched, std::function<void()> reported) :
-        QObject(watched),
-        report(std::move(reported))
+    ResizeWatch(QObject* watched, std::function<void()> reported)
+        : QObject(watched),
+          report(std::move(reported))
     {
         watched->installEventFilter(this);
     }
@@ -32,7 +32,7 @@ private:
     std::function<void()> report;
 };
 
-}
+} // namespace
 
 void ZVKAppDelegate::connectControls()
 {
@@ -80,8 +80,8 @@ void ZVKAppDelegate::connectControls()
         });
     }
     o.volumeSlider->setAccessibleName(platform::localized("tip.volume"));
-    QObject::connect(
-        o.volumeSlider, &QSlider::valueChanged, window.get(), [this](int value) { volumeSliderMoved(value); });
+    QObject::connect(o.volumeSlider, &QSlider::valueChanged, window.get(),
+        [this](int value) { volumeSliderMoved(value); });
     QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });
     new ResizeWatch(window.get(), [this] { contentResized(); });
 }

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-CustomWindow::CustomWindow(QWidget* parent) :
-    QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
+CustomWindow::CustomWindow(QWidget* parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
 {
 }
 

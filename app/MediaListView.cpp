@@ -8,6 +8,15 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
+
+namespace {
+
+constexpr int cellPadding = 18;
+constexpr int iconGap = 8;
+
+} // namespace
+
 void ZVKAppDelegate::initMediaListTableView()
 {
     QTableView& table = *outlets->mediaListTableView;
@@ -16,14 +25,20 @@ void ZVKAppDelegate::initMediaListTableView()
     QFont font = table.font();
     font.setPixelSize(11);
     table.setFont(font);
+    table.setIconSize({18, 18});
     table.verticalHeader()->hide();
     table.verticalHeader()->setDefaultSectionSize(24);
     table.horizontalHeader()->setHighlightSections(false);
     table.horizontalHeader()->setSectionsClickable(false);
+    const QFontMetrics metrics(font);
     for (int i = 0; i < int(MediaTableModel::columns.size()); ++i) {
-        const int width = MediaTableModel::columns[size_t(i)].width;
-        if (width)
-            table.setColumnWidth(i, width);
+        const auto& column = MediaTableModel::columns[size_t(i)];
+        const QString title = mediaTable->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+        const int text = std::max(
+            metrics.horizontalAdvance(QLatin1String(column.widest)), metrics.horizontalAdvance(title));
+        if (*column.widest)
+            table.setColumnWidth(
+                i, text + cellPadding + (column.hasIcon ? table.iconSize().width() + iconGap : 0));
         else
             table.horizontalHeader()->setSectionResizeMode(i, QHeaderView::Stretch);
     }
@@ -45,7 +60,9 @@ void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
 /// Says in plain text what the list is doing, or what to do, while there is nothing in it.
 void ZVKAppDelegate::showListState()
 {
-    const char* key = scanning ? "list.scanning" : mediaList->directoryPath() ? "list.nothing_found" : "list.empty";
+    const char* key = scanning       ? "list.scanning"
+        : mediaList->directoryPath() ? "list.nothing_found"
+                                     : "list.empty";
     outlets->listStateLabel->setText(platform::localized(key));
     outlets->listStateLabel->setVisible(scanning || mediaList->count() == 0);
 }
@@ -64,7 +81,8 @@ int64_t ZVKAppDelegate::selectedRow() const
 void ZVKAppDelegate::updateSideViewButton()
 {
     const bool isMap = rightViewMode == 1;
-    outlets->recordButtonImageView->setImageName(isMap ? QStringLiteral("record_n.png") : QStringLiteral("record_p.png"));
+    outlets->recordButtonImageView->setImageName(
+        isMap ? QStringLiteral("record_n.png") : QStringLiteral("record_p.png"));
     outlets->informationButtonImageView->setImageName(
         isMap ? QStringLiteral("information_p.png") : QStringLiteral("information_n.png"));
     outlets->mapContainerView->setVisible(isMap);

@@ -32,7 +32,8 @@ QString cellText(const ZVKMedia& media, std::string_view identifier)
     if (identifier == "date" && isTimeKnown)
         return QString::fromStdString(formatted("%04d-%02d-%02d", media.year(), media.month(), media.day()));
     if (identifier == "time" && isTimeKnown)
-        return QString::fromStdString(formatted("%02d:%02d:%02d", media.hour(), media.minute(), media.second()));
+        return QString::fromStdString(
+            formatted("%02d:%02d:%02d", media.hour(), media.minute(), media.second()));
     if (identifier == "file")
         return QString::fromStdString(media.fileName());
     return {};
@@ -43,18 +44,18 @@ QIcon cellIcon(const ZVKMedia& media)
     return platform::imageNamed(QLatin1String(kindOf(media).imageName)).icon();
 }
 
-}
+} // namespace
 
 const std::array<MediaTableModel::Column, 4> MediaTableModel::columns = {{
-    {"saveMode", "filelist.mode", Qt::AlignCenter, 76},
-    {"date", "filelist.date", Qt::AlignCenter, 74},
-    {"time", "filelist.time", Qt::AlignCenter, 60},
-    {"file", "filelist.file", Qt::AlignLeft | Qt::AlignVCenter, 0},
+    {"saveMode", "filelist.mode", Qt::AlignCenter, "Motion", true},
+    {"date", "filelist.date", Qt::AlignCenter, "2000-00-00", false},
+    {"time", "filelist.time", Qt::AlignCenter, "00:00:00", false},
+    {"file", "filelist.file", Qt::AlignLeft | Qt::AlignVCenter, "", false},
 }};
 
-MediaTableModel::MediaTableModel(const ZVKMediaList& list, QObject* parent) :
-    QAbstractTableModel(parent),
-    mediaList(list)
+MediaTableModel::MediaTableModel(const ZVKMediaList& list, QObject* parent)
+    : QAbstractTableModel(parent),
+      mediaList(list)
 {
     for (const Column& column : columns)
         columnNames.append(platform::localized(column.titleKey));
@@ -106,4 +107,3 @@ QVariant MediaTableModel::headerData(int section, Qt::Orientation orientation, i
         return QVariant::fromValue(columns[size_t(section)].alignment);
     return {};
 }
-

@@ -14,7 +14,9 @@ public:
         std::string_view identifier;
         std::string_view titleKey;
         Qt::Alignment alignment;
-        int width; // points; 0: the rest
+        /// The widest text that the column must hold; empty: it takes the rest of the width.
+        const char* widest;
+        bool hasIcon;
     };
     static const std::array<Column, 4> columns;
 

@@ -22,7 +22,7 @@ int32_t timeReportCounter = -1;
 
 constexpr double endOfFile = 0.998;
 
-}
+} // namespace
 
 bool ZVKAppDelegate::isPlaying(const platform::MediaPlayer& player) const
 {
@@ -110,8 +110,8 @@ void ZVKAppDelegate::initMediaControlView()
     outlets->gsensorXField->setText(QStringLiteral("X=+0.00"));
     outlets->gsensorYField->setText(QStringLiteral("Y=+0.00"));
     outlets->gsensorZField->setText(QStringLiteral("Z=+0.00"));
-    for (QLabel* field : {outlets->speedField, outlets->longitudeField, outlets->latitudeField, outlets->hdopField,
-             outlets->sateliteField})
+    for (QLabel* field : {outlets->speedField, outlets->longitudeField, outlets->latitudeField,
+             outlets->hdopField, outlets->sateliteField})
         field->clear();
 }
 

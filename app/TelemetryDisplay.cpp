@@ -19,7 +19,7 @@ QString text(const std::string& value)
     return QString::fromStdString(value);
 }
 
-}
+} // namespace
 
 void ZVKAppDelegate::evaluateMapScript(const std::string& script)
 {

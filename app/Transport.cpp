@@ -22,7 +22,7 @@ double lengthMs(const platform::MediaPlayer& player)
     return double(player.media()->length().intValue());
 }
 
-}
+} // namespace
 
 void ZVKAppDelegate::clickPlayButton()
 {
@@ -76,8 +76,8 @@ void ZVKAppDelegate::videoPositionSliderMoved()
 
 void ZVKAppDelegate::jumpForward()
 {
-    logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ", player1->time().stringValue().c_str(),
-        player1->remainingTime().stringValue().c_str());
+    logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ",
+        player1->time().stringValue().c_str(), player1->remainingTime().stringValue().c_str());
     if (moving || !player1->media() || waitingForPlayStart)
         return;
     const double remainingSeconds = double(player1->remainingTime().intValue()) / 1000;

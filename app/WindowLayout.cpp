@@ -5,16 +5,16 @@
 #include "app/WindowLayouts.h"
 #include "ui_ZVKAppDelegate.h"
 
-ZVKAppDelegate::Layouts::Layouts(CustomWindow& window, const Ui::ZVKAppDelegate& outlets) :
-    content(window),
-    background(*outlets.backgroundBox),
-    body(*outlets.bodyBox),
-    bodyLeft(*outlets.bodyLeftBox),
-    bodyRight(*outlets.bodyRightBox),
-    mediaListBox(*outlets.mediaListBox),
-    mapContainer(*outlets.mapContainerView),
-    videoBox(*outlets.videoBox),
-    videoContainer(*outlets.videoContainerView)
+ZVKAppDelegate::Layouts::Layouts(CustomWindow& window, const Ui::ZVKAppDelegate& outlets)
+    : content(window),
+      background(*outlets.backgroundBox),
+      body(*outlets.bodyBox),
+      bodyLeft(*outlets.bodyLeftBox),
+      bodyRight(*outlets.bodyRightBox),
+      mediaListBox(*outlets.mediaListBox),
+      mapContainer(*outlets.mapContainerView),
+      videoBox(*outlets.videoBox),
+      videoContainer(*outlets.videoContainerView)
 {
     for (QWidget* view : window.findChildren<QWidget*>())
         if (!view->objectName().isEmpty())
@@ -59,8 +59,8 @@ void ZVKAppDelegate::layoutBodyBox()
             {"H:|-10-[_bodyLeftBox]-10-[_bodyRightBox(==334)]-10-|", "V:|-0-[_bodyLeftBox]-8-|",
                 "V:|-0-[_bodyRightBox]-8-|"});
         layouts->set(layouts->bodyLeft,
-            {"V:|-0-[_videoBox]-4-[_gsensorBox(==130)]-4-[_mediaControlBox(==72)]-0-|", "H:|-0-[_videoBox]-0-|",
-                "H:|-0-[_gsensorBox]-0-|", "H:|-0-[_mediaControlBox]-0-|"});
+            {"V:|-0-[_videoBox]-4-[_gsensorBox(==130)]-4-[_mediaControlBox(==72)]-0-|",
+                "H:|-0-[_videoBox]-0-|", "H:|-0-[_gsensorBox]-0-|", "H:|-0-[_mediaControlBox]-0-|"});
         layouts->set(layouts->bodyRight,
             {"V:|-0-[_sideButtonBox(==32)]-0-[_mediaListBox]-0-|", "H:|-0-[_sideButtonBox]-0-|",
                 "H:|-0-[_mediaListBox]-0-|"});
@@ -76,11 +76,13 @@ void ZVKAppDelegate::layoutMapContainer()
     if (window->isFullScreen())
         return;
     if (rightViewMode != 0) {
-        layouts->set(layouts->mediaListBox, {"V:|-0-[_mapContainerView]-0-|", "H:|-0-[_mapContainerView]-0-|"});
+        layouts->set(
+            layouts->mediaListBox, {"V:|-0-[_mapContainerView]-0-|", "H:|-0-[_mapContainerView]-0-|"});
         layouts->set(layouts->mapContainer,
-            {"V:|-0-[_mapContainerTopView]-0-[_mapContainerBottomView(==98)]-0-|", "H:|-0-[_mapContainerTopView]-0-|",
-                "H:|-0-[_mapContainerBottomView]-0-|"});
+            {"V:|-0-[_mapContainerTopView]-0-[_mapContainerBottomView(==98)]-0-|",
+                "H:|-0-[_mapContainerTopView]-0-|", "H:|-0-[_mapContainerBottomView]-0-|"});
     } else {
-        layouts->set(layouts->mediaListBox, {"V:|-0-[_mediaListScrollView]-0-|", "H:|-0-[_mediaListScrollView]-0-|"});
+        layouts->set(
+            layouts->mediaListBox, {"V:|-0-[_mediaListScrollView]-0-|", "H:|-0-[_mediaListScrollView]-0-|"});
     }
 }

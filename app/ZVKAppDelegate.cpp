@@ -21,11 +21,11 @@ constexpr uint64_t startVolume = 70;
 constexpr auto loadingTick = 300ms;
 constexpr double loadingSeconds = 15.0;
 
-}
+} // namespace
 
-ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage) :
-    desktop(layer),
-    language(std::move(interfaceLanguage))
+ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage)
+    : desktop(layer),
+      language(std::move(interfaceLanguage))
 {
     platform::setTextLanguage(language);
     window = std::make_unique<CustomWindow>();
@@ -54,6 +54,7 @@ void ZVKAppDelegate::awakeFromNib()
     mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
     outlets->player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
     outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
+    outlets->ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));
     initMediaListTableView();
     setupInitialValues();
 }
@@ -62,7 +63,8 @@ void ZVKAppDelegate::setupInitialValues()
 {
     player1->setDelegate(this);
     mediaList->setDelegate(this);
-    playInfo.observe([this](std::string_view key) { observeValueForKeyPath("playInfo." + std::string(key)); });
+    playInfo.observe(
+        [this](std::string_view key) { observeValueForKeyPath("playInfo." + std::string(key)); });
     window->observeIsFullScreen([this] { observeValueForKeyPath("window.isFullScreen"); });
     connectControls();
     rightViewMode = 0;
@@ -92,7 +94,8 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
     window->setInitialFrame(window->frame());
     window->show();
     mediaIndex = -1;
-    QObject::connect(outlets->mediaListTableView, &QTableView::doubleClicked, window.get(), [this] { changeAndPlay(); });
+    QObject::connect(
+        outlets->mediaListTableView, &QTableView::doubleClicked, window.get(), [this] { changeAndPlay(); });
 }
 
 void ZVKAppDelegate::applicationWillTerminate()
@@ -115,7 +118,8 @@ platform::Rect ZVKAppDelegate::minWindowFrame() const
 {
     const platform::Rect visible = window->currentScreen().visibleFrame;
     const auto [width, height] = minWindowSize();
-    return {visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
+    return {
+        visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
 }
 
 void ZVKAppDelegate::windowWillClose()
@@ -162,8 +166,9 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
             }},
         {"playInfo.isPlaying",
             [](ZVKAppDelegate& self) {
-                self.outlets->playButton->setImageName(
-                    self.playInfo.isPlaying() ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n"));
+                self.outlets->playButton->setImageName(self.playInfo.isPlaying()
+                        ? QStringLiteral("icon_pause_n")
+                        : QStringLiteral("icon_play_n"));
             }},
         {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
         {"playInfo.audioMediaDirection", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
@@ -185,10 +190,11 @@ void ZVKAppDelegate::playPositionChanged()
 void ZVKAppDelegate::openMediaDirectoryDialog()
 {
     const std::string title = platform::localized("panel.choose_folder").toStdString();
-    desktop.panels.chooseFolder(*window, title, [this, life = std::weak_ptr(alive)](std::optional<std::string> path) {
-        if (path && !life.expired())
-            openMediaDirectory(*path);
-    });
+    desktop.panels.chooseFolder(
+        *window, title, [this, life = std::weak_ptr(alive)](std::optional<std::string> path) {
+            if (path && !life.expired())
+                openMediaDirectory(*path);
+        });
 }
 
 void ZVKAppDelegate::openMediaDirectory(const std::string& path)
@@ -233,7 +239,8 @@ void ZVKAppDelegate::updateLoadingWindow(double expectedSeconds)
         stopVideoLoadingView = true;
         return;
     }
-    desktop.dispatcher.after(loadingTick, guarded([this, expectedSeconds] { updateLoadingWindow(expectedSeconds); }));
+    desktop.dispatcher.after(
+        loadingTick, guarded([this, expectedSeconds] { updateLoadingWindow(expectedSeconds); }));
 }
 
 void ZVKAppDelegate::hideLoading()

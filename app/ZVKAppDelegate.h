@@ -22,7 +22,7 @@ class ZVKAppDelegate;
 namespace platform {
 class FormatLayout;
 class VideoView;
-}
+} // namespace platform
 
 /// The application's delegate and the controller of its main window.
 /// It owns the library, the one player with its view, the play state and the telemetry of the file that

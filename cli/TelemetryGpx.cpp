@@ -2,6 +2,7 @@
 #include "cli/GpsTrack.h"
 #include "cli/Numbers.h"
 #include "cli/TelemetryFormats.h"
+#include "common/Log.h"
 
 #include <ostream>
 
@@ -16,8 +17,9 @@ constexpr std::string_view opening = //
 
 void write(std::ostream& out, const TrackPoint& point)
 {
-    out << "      <trkpt lat=\"" << decimalText(point.latitude).value() << "\" lon=\""
-        << decimalText(point.longitude).value() << "\">";
+    // Eight decimals are a millimetre; the digits after them are rounding errors of the conversion to
+    // degrees.
+    out << formatted("      <trkpt lat=\"%.8f\" lon=\"%.8f\">", point.latitude, point.longitude);
     if (const auto time = utcText(point.nTimestamp))
         out << "<time>" << *time << "</time>";
     if (const auto speed = decimalText(point.speed / 3.6))

@@ -25,7 +25,7 @@ std::string formattedFrom(const char* format, va_list arguments)
     return text;
 }
 
-}
+} // namespace
 
 LogSink setLogSink(LogSink sink)
 {

@@ -33,7 +33,7 @@ Decoded decodeFirst(std::string_view bytes)
     return {codePoint, length};
 }
 
-}
+} // namespace
 
 bool isValidUtf8(std::string_view bytes)
 {

@@ -3,8 +3,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-CustomBackgroundBox::CustomBackgroundBox(QWidget* parent) :
-    QWidget(parent)
+CustomBackgroundBox::CustomBackgroundBox(QWidget* parent)
+    : QWidget(parent)
 {
 }
 

@@ -2,8 +2,8 @@
 
 #include <QPainter>
 
-ImageView::ImageView(QWidget* parent) :
-    QWidget(parent)
+ImageView::ImageView(QWidget* parent)
+    : QWidget(parent)
 {
 }
 

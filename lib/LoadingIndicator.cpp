@@ -10,10 +10,10 @@ namespace {
 constexpr int frameMs = 40;
 constexpr int phases = 40;
 
-}
+} // namespace
 
-LoadingIndicator::LoadingIndicator(QWidget* parent) :
-    QWidget(parent)
+LoadingIndicator::LoadingIndicator(QWidget* parent)
+    : QWidget(parent)
 {
     setFixedSize(180, 6);
     animation.setInterval(frameMs);

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-PositionSlider::PositionSlider(QWidget* parent) :
-    QSlider(Qt::Horizontal, parent)
+PositionSlider::PositionSlider(QWidget* parent)
+    : QSlider(Qt::Horizontal, parent)
 {
     setRange(0, steps);
     setSingleStep(steps / 100);

@@ -21,12 +21,12 @@ QLabel[role="step"] { font-size: 12px; }
 QLabel[role="hint"] { font-size: 13px; color: @textDim; }
 
 QTableView { font-size: 11px; background: @inset; alternate-background-color: #413936; color: @text; border: none;
-    border-radius: 6px; selection-background-color: @accent; selection-color: @accentText; outline: none; }
-QTableView::item { padding: 0 4px; border: none; }
+    border-radius: 6px; selection-background-color: @panel; selection-color: @accent; outline: none; }
+QTableView::item { padding: 0 3px; border: none; }
 QTableView::item:hover:!selected { background: #564C48; }
 QHeaderView { background: transparent; }
 QHeaderView::section { background: @header; color: @textDim; border: none; border-bottom: 1px solid @panel;
-    padding: 5px 4px; font-size: 11px; }
+    padding: 5px 3px; font-size: 11px; }
 
 QSlider { min-height: 20px; }
 QSlider::groove:horizontal { height: 4px; border-radius: 2px; background: @panelRaised; }
@@ -68,11 +68,11 @@ void apply(QApplication& application)
 
     QString rules = QString::fromLatin1(sheet);
     const std::pair<const char*, QColor> names[] = {{"@header", header}, {"@panelRaised", panelRaised},
-        {"@panel", panel}, {"@inset", inset}, {"@line", line}, {"@textDim", textDim}, {"@accentText", accentText},
-        {"@accent", accent}, {"@text", text}};
+        {"@panel", panel}, {"@inset", inset}, {"@line", line}, {"@textDim", textDim},
+        {"@accentText", accentText}, {"@accent", accent}, {"@text", text}};
     for (const auto& [name, color] : names)
         rules.replace(QLatin1String(name), color.name());
     application.setStyleSheet(rules);
 }
 
-}
+} // namespace style

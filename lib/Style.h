@@ -23,4 +23,4 @@ inline const QColor videoBackdrop(0x16, 0x12, 0x11);
 /// "role": header, panel, bar, readout, speed, caption, step, hint.
 void apply(QApplication& application);
 
-}
+} // namespace style

@@ -3,8 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 
-TKImageButton::TKImageButton(QWidget* parent) :
-    QAbstractButton(parent)
+TKImageButton::TKImageButton(QWidget* parent)
+    : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);

@@ -2,14 +2,15 @@
 
 #include <QPainter>
 
-TKVideoBackgroundImageView::TKVideoBackgroundImageView(QWidget* parent) :
-    QWidget(parent)
+TKVideoBackgroundImageView::TKVideoBackgroundImageView(QWidget* parent)
+    : QWidget(parent)
 {
 }
 
 void TKVideoBackgroundImageView::setBackgroundNineImageName(const QString& name)
 {
-    const auto piece = [&name](const char* place) { return platform::imageNamed(name + QLatin1String(place)); };
+    const auto piece = [&name](
+                           const char* place) { return platform::imageNamed(name + QLatin1String(place)); };
     topLeftConerImage = piece("_top_left_corner");
     topRightConerImage = piece("_top_right_corner");
     bottomLeftConerImage = piece("_bottom_left_corner");

@@ -4,6 +4,16 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+bool leadsNowhere(const std::error_code& errorOfLink)
+{
+    return errorOfLink == std::errc::no_such_file_or_directory
+        || errorOfLink == std::errc::too_many_symbolic_link_levels;
+}
+
+} // namespace
+
 FolderWalk::FolderWalk(Visitor visitor, std::stop_token stop)
     : visit(std::move(visitor)),
       stopToken(std::move(stop))
@@ -58,7 +68,7 @@ void FolderWalk::addEntry(std::vector<Entry>& entries, const fs::directory_entry
     const bool isFile = !isFolder && !error && entry.is_regular_file(error);
     if (isFolder || isFile)
         entries.push_back({entry.path().native(), isFolder});
-    else if (error && error != std::errc::no_such_file_or_directory)
+    else if (error && !leadsNowhere(error))
         noteFailure(entry.path().native(), error);
 }
 

@@ -4,7 +4,8 @@
 #include <string_view>
 
 /// The path, absolute (against the current directory) and lexically normal: no ".", no "..", no doubled or
-/// trailing slash. Links are not resolved; bytes that are not UTF-8 come through unchanged. No path stays none.
+/// trailing slash. Links are not resolved; bytes that are not UTF-8 come through unchanged. No path stays
+/// none.
 std::string standardizedPath(std::string path);
 
 /// The pieces of an absolute path without a trailing slash; views into it.

@@ -14,8 +14,8 @@ public:
 
     /// `title` is the message text, `message` the informative text below it.
     /// `dismissed` may be empty; it is dropped when the window goes away first.
-    virtual void alertSheet(
-        QWidget& window, const std::string& title, const std::string& message, std::function<void()> dismissed) = 0;
+    virtual void alertSheet(QWidget& window, const std::string& title, const std::string& message,
+        std::function<void()> dismissed) = 0;
 };
 
-}
+} // namespace platform

@@ -34,4 +34,4 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Work work) = 0;
 };
 
-}
+} // namespace platform

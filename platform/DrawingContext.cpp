@@ -24,11 +24,11 @@ QFont toolkitFont(const Font& font)
     return result;
 }
 
-}
+} // namespace
 
-DrawingContext::DrawingContext(QPainter& target, double viewHeight) :
-    painter(target),
-    height(viewHeight)
+DrawingContext::DrawingContext(QPainter& target, double viewHeight)
+    : painter(target),
+      height(viewHeight)
 {
     painter.setRenderHint(QPainter::Antialiasing);
 }
@@ -76,4 +76,4 @@ void DrawingContext::drawText(const QString& text, Point point, const Font& font
     painter.drawText(QPointF(point.x, height - point.y - metrics.descent()), text);
 }
 
-}
+} // namespace platform

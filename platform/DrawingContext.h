@@ -52,4 +52,4 @@ private:
     std::vector<Point> path;
 };
 
-}
+} // namespace platform

@@ -25,4 +25,4 @@ struct Rect {
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
-}
+} // namespace platform

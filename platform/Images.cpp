@@ -31,7 +31,8 @@ QPixmap Image::pixmap(QSize size, qreal scale) const
 {
     if (!renderer)
         return {};
-    const QString key = QStringLiteral("%1@%2x%3@%4").arg(imageName).arg(size.width()).arg(size.height()).arg(scale);
+    const QString key =
+        QStringLiteral("%1@%2x%3@%4").arg(imageName).arg(size.width()).arg(size.height()).arg(scale);
     QPixmap cached;
     if (QPixmapCache::find(key, &cached))
         return cached;
@@ -79,4 +80,4 @@ Image imageNamed(const QString& name)
     return image;
 }
 
-}
+} // namespace platform

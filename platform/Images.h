@@ -40,4 +40,4 @@ private:
 /// an empty one when there is none.
 Image imageNamed(const QString& name);
 
-}
+} // namespace platform

@@ -12,8 +12,9 @@ static void initialiseResources()
 
 namespace platform {
 
-LinuxPlatform::LinuxPlatform() :
-    pieces{*dispatcher, panels, alerts, defaults, screens, [](VideoView& view) { return makeMpvPlayer(view); }}
+LinuxPlatform::LinuxPlatform()
+    : pieces{
+        *dispatcher, panels, alerts, defaults, screens, [](VideoView& view) { return makeMpvPlayer(view); }}
 {
 }
 
@@ -31,4 +32,4 @@ void initialiseLayer()
     std::setlocale(LC_NUMERIC, "C");
 }
 
-}
+} // namespace platform

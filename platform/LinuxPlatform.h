@@ -28,4 +28,4 @@ private:
 /// Prepares the process for the layer; before anything else of it is used, after the application object.
 void initialiseLayer();
 
-}
+} // namespace platform

@@ -49,7 +49,15 @@ struct VideoSize {
 
 /// The player's state numbers. Only `paused` has a meaning for the controllers: a player rests there
 /// while paused and at the end of a file, with the last picture kept.
-enum class PlayerState : int { stopped = 0, opening = 1, buffering = 2, ended = 3, error = 4, playing = 5, paused = 6 };
+enum class PlayerState : int {
+    stopped = 0,
+    opening = 1,
+    buffering = 2,
+    ended = 3,
+    error = 4,
+    playing = 5,
+    paused = 6
+};
 
 class MediaPlayer;
 
@@ -74,7 +82,8 @@ public:
     virtual void setMedia(std::shared_ptr<Media> media) = 0;
     virtual std::shared_ptr<Media> media() const = 0;
 
-    /// Opens the media when it is not open yet; otherwise continues. At the end of the file the picture stays.
+    /// Opens the media when it is not open yet; otherwise continues. At the end of the file the picture
+    /// stays.
     virtual void play() = 0;
     virtual void pause() = 0;
     /// Closes the file, keeps the media.
@@ -116,4 +125,4 @@ public:
     virtual void setDelegate(MediaPlayerDelegate* delegate) = 0;
 };
 
-}
+} // namespace platform

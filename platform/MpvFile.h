@@ -57,4 +57,4 @@ std::string mpvFailureReason(int error);
 /// The numbers of the audio tracks in mpv's "track-list".
 std::vector<int> audioTracksOf(const mpv_node& trackList);
 
-}
+} // namespace platform

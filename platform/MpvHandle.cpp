@@ -1,7 +1,9 @@
 #include "platform/MpvHandle.h"
 
 #include <clocale>
+#include <filesystem>
 #include <mpv/client.h>
+#include <system_error>
 #include <vector>
 
 namespace platform {
@@ -50,9 +52,9 @@ constexpr Option options[] = {
     {"keep-open", "yes"},
     {"hr-seek", "yes"},
     {"hwdec", "no"},
+    {"gpu-hwdec-interop", "no"},
     {"volume-max", "200"},
     {"audio-pitch-correction", "yes"},
-    {"ao", "pipewire,pulse,alsa,null"},
     {"audio-fallback-to-null", "yes"},
 
     // Drawing: frames are handed over when they are due, so that drawing never blocks the main thread.
@@ -64,6 +66,19 @@ constexpr Option options[] = {
     {"sws-scaler", "bilinear"},
     {"zimg-scaler", "bilinear"},
 };
+
+/// ALSA writes complaints to standard error on a machine without a sound card, so it is asked only where there
+/// is one. Without any device the sound is played into the void, in time.
+const char* soundOutputs()
+{
+    std::error_code error;
+    for (const auto& device : std::filesystem::directory_iterator("/dev/snd", error)) {
+        const auto name = device.path().filename().string();
+        if (name.starts_with("pcm") && name.ends_with('p'))
+            return "pulse,alsa,null";
+    }
+    return "pulse,null";
+}
 
 }
 
@@ -77,6 +92,7 @@ MpvHandle makeMpvHandle()
         return nullptr;
     for (const auto& option : options)
         mpv_set_option_string(mpv.get(), option.name, option.value);
+    mpv_set_option_string(mpv.get(), "ao", soundOutputs());
     if (mpv_initialize(mpv.get()) < 0)
         return nullptr;
     return mpv;

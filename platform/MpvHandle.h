@@ -25,4 +25,4 @@ bool sendMpvCommand(mpv_handle* mpv, uint64_t replyId, std::initializer_list<con
 void setMpvFlag(mpv_handle* mpv, const char* property, bool value);
 void setMpvNumber(mpv_handle* mpv, const char* property, double value);
 
-}
+} // namespace platform

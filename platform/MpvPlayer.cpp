@@ -75,7 +75,7 @@ void MpvPlayer::load()
         post([this, reason] { fail(reason); });
         return;
     }
-    view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "auto"}); };
+    view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "1"}); };
     picturesBefore = view->pictures();
     phase = Phase::opening;
     fileRequest = ++lastRequest;

@@ -12,4 +12,4 @@ class VideoView;
 /// Sets LC_NUMERIC to "C".
 std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view);
 
-}
+} // namespace platform

@@ -104,11 +104,11 @@ private:
     int64_t nextTimeReport = 0;
     uint64_t picturesBefore = 0;
 
-    // Numbers of requests to mpv, each used once.
-    uint64_t lastRequest = 0;
-    uint64_t fileRequest = 0;
-    uint64_t seekRequest = 0;
-    uint64_t endRequest = 0;
+    // Numbers of requests to mpv, each used once; 0 marks those whose answer doesn't matter.
+    uint64_t lastRequest = 1;
+    uint64_t fileRequest = 1;
+    uint64_t seekRequest = 1;
+    uint64_t endRequest = 1;
 };
 
-}
+} // namespace platform

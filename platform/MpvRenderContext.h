@@ -30,7 +30,8 @@ public:
 
     /// Draws the current picture, upside up, into a framebuffer object of the given size.
     bool drawOpenGL(int framebuffer, QSize size);
-    /// Draws the current picture as 0xffRRGGBB pixels; the memory and the bytes per line should be multiples of 64.
+    /// Draws the current picture as 0xffRRGGBB pixels; the memory and the bytes per line should be multiples
+    /// of 64.
     bool drawSoftware(void* pixels, QSize size, size_t bytesPerLine);
     /// Takes the new picture without drawing it; it stays the current one.
     void skip();
@@ -44,4 +45,4 @@ private:
     uint64_t pictureCount = 0;
 };
 
-}
+} // namespace platform

@@ -21,4 +21,4 @@ public:
     virtual void chooseFolder(QWidget& window, const std::string& title, Answer answer) = 0;
 };
 
-}
+} // namespace platform

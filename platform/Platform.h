@@ -24,4 +24,4 @@ struct Platform {
     std::function<std::unique_ptr<MediaPlayer>(VideoView&)> makePlayer;
 };
 
-}
+} // namespace platform

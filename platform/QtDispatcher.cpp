@@ -27,13 +27,13 @@ private:
     QTimer timer;
 };
 
-}
+} // namespace
 
 /// The road to the main thread that background jobs hold on to; closed when the dispatcher ends.
 class QtDispatcher::Hub {
 public:
-    explicit Hub(QObject& receiver) :
-        target(&receiver)
+    explicit Hub(QObject& receiver)
+        : target(&receiver)
     {
     }
 
@@ -55,9 +55,9 @@ private:
     QObject* target;
 };
 
-QtDispatcher::QtDispatcher() :
-    hub(std::make_shared<Hub>(*this)),
-    pool(std::make_unique<QThreadPool>())
+QtDispatcher::QtDispatcher()
+    : hub(std::make_shared<Hub>(*this)),
+      pool(std::make_unique<QThreadPool>())
 {
     pool->setMaxThreadCount(4);
 }
@@ -95,4 +95,4 @@ std::unique_ptr<Timer> QtDispatcher::every(std::chrono::milliseconds interval, W
     return std::make_unique<QtTimer>(interval, std::move(work));
 }
 
-}
+} // namespace platform

@@ -16,8 +16,9 @@ public:
     /// Waits for running jobs as long as they take; `finish` first.
     ~QtDispatcher() override;
 
-    /// Drops everything that has not run yet and gives running jobs a second. False when one still runs: a read
-    /// that hangs on a pulled card must not keep the program from quitting, so leave this object to it then.
+    /// Drops everything that has not run yet and gives running jobs a second. False when one still runs: a
+    /// read that hangs on a pulled card must not keep the program from quitting, so leave this object to it
+    /// then.
     [[nodiscard]] bool finish();
 
     void onMain(Work work) override;
@@ -31,4 +32,4 @@ private:
     std::unique_ptr<QThreadPool> pool;
 };
 
-}
+} // namespace platform

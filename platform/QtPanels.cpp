@@ -41,4 +41,4 @@ void QtAlerts::alertSheet(
     box->open();
 }
 
-}
+} // namespace platform

@@ -18,4 +18,4 @@ public:
         std::function<void()> dismissed) override;
 };
 
-}
+} // namespace platform

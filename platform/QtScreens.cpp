@@ -35,7 +35,7 @@ Screen described(const QScreen& screen)
         yUp(screen.availableGeometry())};
 }
 
-}
+} // namespace
 
 Screen QtScreens::screenOf(const QWidget& window) const
 {
@@ -61,4 +61,4 @@ void QtScreens::setFrameOf(QWidget& window, const Rect& frame)
     window.setGeometry(yDown(frame));
 }
 
-}
+} // namespace platform

@@ -13,4 +13,4 @@ public:
     void setFrameOf(QWidget& window, const Rect& frame) override;
 };
 
-}
+} // namespace platform

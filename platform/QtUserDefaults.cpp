@@ -33,4 +33,4 @@ void QtUserDefaults::setBoolean(const std::string& key, bool value)
     settings.setValue(QString::fromStdString(key), value);
 }
 
-}
+} // namespace platform

@@ -18,4 +18,4 @@ private:
     QSettings settings{QSettings::UserScope, QStringLiteral("zavik"), QStringLiteral("zavik")};
 };
 
-}
+} // namespace platform

@@ -31,4 +31,4 @@ public:
     virtual void setFrameOf(QWidget& window, const Rect& frame) = 0;
 };
 
-}
+} // namespace platform

@@ -39,7 +39,7 @@ std::string systemLanguage()
     return !languages.isEmpty() && languages.first().startsWith(QLatin1String("ko")) ? "ko" : "en";
 }
 
-}
+} // namespace
 
 void setTextLanguage(const std::string& language)
 {
@@ -58,4 +58,4 @@ QString localized(std::string_view key)
     return table().texts.value(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())));
 }
 
-}
+} // namespace platform

@@ -17,4 +17,4 @@ std::string textLanguage();
 /// The text of a key in the table "InfoPlist"; empty when the key is unknown.
 QString localized(std::string_view key);
 
-}
+} // namespace platform

@@ -18,4 +18,4 @@ public:
     virtual void setBoolean(const std::string& key, bool value) = 0;
 };
 
-}
+} // namespace platform

@@ -23,10 +23,11 @@ VideoOpenGLSurface::~VideoOpenGLSurface()
 
 bool VideoOpenGLSurface::attach(mpv_handle* mpv)
 {
-    // A widget that was never shown has no context yet; being asked for its picture makes one.
-    if (!isValid())
+    // A widget that was never shown has no context yet; being asked for its picture makes one. It can be shown
+    // only if it shares with that of the window, which has to be on screen for this.
+    if (!isValid() && window()->isVisible())
         grabFramebuffer();
-    if (!isValid())
+    if (!isValid() || !QOpenGLWidget::context()->shareContext())
         return false;
     attached = mpv;
     makeCurrent();

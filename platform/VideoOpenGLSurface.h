@@ -42,4 +42,4 @@ private:
 /// Whether OpenGL works here and is done by a graphics processor. Asked once, then remembered.
 bool hasHardwareOpenGL();
 
-}
+} // namespace platform

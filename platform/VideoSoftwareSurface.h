@@ -40,4 +40,4 @@ private:
     bool stale = true;
 };
 
-}
+} // namespace platform

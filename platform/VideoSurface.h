@@ -27,4 +27,4 @@ public:
 /// Whether anything of the widget can be seen, as far as the toolkit knows.
 bool isOnScreen(const QWidget& widget);
 
-}
+} // namespace platform

@@ -27,8 +27,8 @@ public:
     /// The renderer that is used, never `automatic`. Software replaces an OpenGL that turns out not to work.
     VideoRenderer renderer() const { return used; }
 
-    /// For the player. True when the core's pictures will be drawn here; false when they can't be, or when another
-    /// core is attached. Must come before the core opens its first file.
+    /// For the player. True when the core's pictures will be drawn here; false when they can't be, or when
+    /// another core is attached. Must come before the core opens its first file.
     bool attach(mpv_handle* mpv);
     void detach(mpv_handle* mpv);
     uint64_t pictures() const;
@@ -50,4 +50,4 @@ private:
     bool fillScreen = false;
 };
 
-}
+} // namespace platform

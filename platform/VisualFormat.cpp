@@ -15,8 +15,8 @@ namespace {
 
 class Reader {
 public:
-    explicit Reader(std::string_view text) :
-        rest(text)
+    explicit Reader(std::string_view text)
+        : rest(text)
     {
     }
 
@@ -69,7 +69,7 @@ private:
     std::string_view rest;
 };
 
-}
+} // namespace
 
 std::optional<VisualFormat> VisualFormat::parsed(std::string_view text)
 {
@@ -117,8 +117,8 @@ std::vector<VisualFormat::Span> VisualFormat::spans(double containerLength) cons
     return spans;
 }
 
-FormatLayout::FormatLayout(QWidget& view) :
-    container(view)
+FormatLayout::FormatLayout(QWidget& view)
+    : container(view)
 {
     container.installEventFilter(this);
 }
@@ -136,7 +136,8 @@ void FormatLayout::add(std::string_view text, const QHash<QString, QWidget*>& vi
         for (const auto& view : format->views)
             entry.views.emplace_back(views.value(view.name));
     }
-    if (entry.views.empty() || std::ranges::any_of(entry.views, [](const auto& view) { return view.isNull(); })) {
+    if (entry.views.empty()
+        || std::ranges::any_of(entry.views, [](const auto& view) { return view.isNull(); })) {
         logFormat("layout format not usable: %.*s", int(text.size()), text.data());
         return;
     }
@@ -171,4 +172,4 @@ bool FormatLayout::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-}
+} // namespace platform

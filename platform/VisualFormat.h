@@ -63,4 +63,4 @@ private:
     std::vector<Entry> entries;
 };
 
-}
+} // namespace platform

@@ -17,4 +17,4 @@ public:
     virtual void evaluateWebScript(const std::string& script) = 0;
 };
 
-}
+} // namespace platform

@@ -35,6 +35,30 @@ std::optional<uint32_t> ByteCursor::readWordAcrossRefill()
     return word;
 }
 
+std::optional<uint32_t> ByteCursor::readWordsUntil(uint32_t one, uint32_t other)
+{
+    while (const std::optional<uint32_t> word = readWord()) {
+        if (*word == one || *word == other)
+            return word;
+        skipBufferedWordsBut(one, other);
+    }
+    return {};
+}
+
+void ByteCursor::skipBufferedWordsBut(uint32_t one, uint32_t other)
+{
+    // Padding may fill a whole file, so this loop keeps its place in registers.
+    const std::byte* place = m_buffer.data() + m_next;
+    for (size_t left = (m_filled - m_next) / sizeof one; left > 0; --left) {
+        uint32_t word = 0;
+        std::memcpy(&word, place, sizeof word);
+        if (word == one || word == other)
+            break;
+        place += sizeof word;
+    }
+    m_next = static_cast<size_t>(place - m_buffer.data());
+}
+
 void ByteCursor::skip(uint64_t count)
 {
     if (count <= m_filled - m_next)

@@ -31,6 +31,10 @@ public:
         return word;
     }
 
+    /// Reads words until one of the two is met, which is the last one read; nothing when the data ends
+    /// before.
+    std::optional<uint32_t> readWordsUntil(uint32_t one, uint32_t other);
+
     /// Moves forward, also past the end.
     void skip(uint64_t count);
     /// Moves back by one byte; at the beginning it stays.
@@ -45,6 +49,7 @@ public:
 
 private:
     std::optional<uint32_t> readWordAcrossRefill();
+    void skipBufferedWordsBut(uint32_t one, uint32_t other);
     bool refill();
     void prepareSequentialWindow();
     bool prepareNewWindow();

@@ -92,13 +92,10 @@ SideDataWalk::Step SideDataWalk::findSideData()
 
 SideDataWalk::Step SideDataWalk::readNextRecord()
 {
-    while (const std::optional<uint32_t> id = m_cursor.readWord()) {
-        if (*id == gsensorId)
-            return readGSensorRecord();
-        if (*id == gpsId)
-            return readGpsRecord();
-    }
-    return endOfShortRead(WalkEnd::EndOfFile);
+    const std::optional<uint32_t> id = m_cursor.readWordsUntil(gsensorId, gpsId);
+    if (!id)
+        return endOfShortRead(WalkEnd::EndOfFile);
+    return *id == gsensorId ? readGSensorRecord() : readGpsRecord();
 }
 
 SideDataWalk::Step SideDataWalk::readGSensorRecord()

@@ -44,8 +44,8 @@ void ScriptedPlayer::setMedia(std::shared_ptr<platform::Media> media)
     current = std::move(media);
     now = platform::PlayerState::stopped;
     fraction = 0;
-    const std::string name
-        = current ? std::filesystem::path(current->url().value_or("")).filename().string() : "none";
+    const std::string name =
+        current ? std::filesystem::path(current->url().value_or("")).filename().string() : "none";
     calls.push_back("setMedia " + name);
 }
 

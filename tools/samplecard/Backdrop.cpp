@@ -15,18 +15,18 @@ constexpr double kTurn = 2 * std::numbers::pi;
 constexpr int kBelow = 70; // rows under the horizon
 
 struct Ridge {
-    float lowest;  // radians above the horizon
-    float range;   // from the lowest to the highest summit
+    float lowest; // radians above the horizon
+    float range; // from the lowest to the highest summit
     uint32_t cells; // around the horizon
     int octaves;
     Rgb colour;
     float veil; // haze at its foot
 };
 
-constexpr std::array kRidges {
-    Ridge {0.030F, 0.125F, 14, 5, palette::kFarHill, 0.55F},
-    Ridge {0.016F, 0.085F, 22, 6, palette::kMiddleHill, 0.60F},
-    Ridge {0.004F, 0.048F, 40, 7, palette::kNearHill, 0.45F},
+constexpr std::array kRidges{
+    Ridge{0.030F, 0.125F, 14, 5, palette::kFarHill, 0.55F},
+    Ridge{0.016F, 0.085F, 22, 6, palette::kMiddleHill, 0.60F},
+    Ridge{0.004F, 0.048F, 40, 7, palette::kNearHill, 0.45F},
 };
 
 // How high a ridge stands (radians) at a share of the whole turn.
@@ -38,17 +38,20 @@ float ridgeHeight(const Ridge& ridge, float turn, uint32_t seed)
 
 } // namespace
 
-Backdrop::Backdrop(float focal, int above) :
-    m_focal(focal),
-    m_above(above),
-    m_panorama(int(focal * float(kTurn)), above + kBelow)
+Backdrop::Backdrop(float focal, int above)
+    : m_focal(focal),
+      m_above(above),
+      m_panorama(int(focal * float(kTurn)), above + kBelow)
 {
     paintSky();
     paintClouds();
     paintHills();
 }
 
-double Backdrop::azimuth(int x) const { return kTurn * x / m_panorama.width(); }
+double Backdrop::azimuth(int x) const
+{
+    return kTurn * x / m_panorama.width();
+}
 
 void Backdrop::paintSky()
 {
@@ -63,7 +66,7 @@ void Backdrop::paintSky()
             const double away = std::hypot(aside, up - kSunHeight);
             const auto glow = float(0.75 * std::exp(-away * away / 0.10) + 0.35 * std::exp(-away / 0.6));
             pixels[x] = packed(mix(base, palette::kSunGlow, std::min(0.9F, glow))
-                + Rgb {255, 240, 210} * float(std::exp(-away * away / 0.004)));
+                + Rgb{255, 240, 210} * float(std::exp(-away * away / 0.004)));
         }
     }
 }
@@ -128,12 +131,12 @@ void Backdrop::paintTown()
         const float width = (0.010F + 0.012F * hash01(i, 2)) * m_focal;
         const float top = float(m_above) - (0.026F + 0.034F * hash01(i, 3)) * m_focal;
         const float bottom = float(m_above) + 4;
-        const std::array face {Point {left, top}, Point {left + width, top}, Point {left + width, bottom},
-            Point {left, bottom}};
+        const std::array face{
+            Point{left, top}, Point{left + width, top}, Point{left + width, bottom}, Point{left, bottom}};
         m_panorama.fill(face, {lit, mix(lit, palette::kHaze, 0.6F), 1});
         const float corner = left + width * 0.68F;
-        const std::array side {Point {corner, top}, Point {left + width, top}, Point {left + width, bottom},
-            Point {corner, bottom}};
+        const std::array side{
+            Point{corner, top}, Point{left + width, top}, Point{left + width, bottom}, Point{corner, bottom}};
         m_panorama.fill(side, {shade, mix(shade, palette::kHaze, 0.6F), 1});
         for (float y = top + 3; y < bottom; y += 4)
             m_panorama.blendSpan(int(y), left + 1, corner - 1, shade, 0.35F);

@@ -8,11 +8,11 @@ constexpr int kRowSamples = 4;
 
 } // namespace
 
-Canvas::Canvas(int width, int height) :
-    m_width(width),
-    m_height(height),
-    m_pixels(size_t(width) * size_t(height), 0xFF000000U),
-    m_coverage(size_t(width) + 2)
+Canvas::Canvas(int width, int height)
+    : m_width(width),
+      m_height(height),
+      m_pixels(size_t(width) * size_t(height), 0xFF000000U),
+      m_coverage(size_t(width) + 2)
 {
 }
 
@@ -64,11 +64,15 @@ void Canvas::blendCovered(int y, float from, float to, Rgb colour, float alpha)
     uint32_t* pixels = row(y);
     const int last = std::min(m_width - 1, int(to));
     float cover = 0;
+    uint32_t share = 0;
     for (int x = int(from); x <= last; ++x) {
-        cover += m_coverage[size_t(x)];
-        m_coverage[size_t(x)] = 0;
-        const auto share = uint32_t(std::clamp(cover * alpha * 256 + 0.5F, 0.0F, 256.0F));
-        pixels[x] = share >= 256 ? over : blended(pixels[x], over, share);
+        float& change = m_coverage[size_t(x)];
+        if (change != 0) {
+            cover += change;
+            change = 0;
+            share = uint32_t(std::clamp(cover * alpha * 256 + 0.5F, 0.0F, 256.0F));
+        }
+        pixels[x] = share == 256 ? over : blended(pixels[x], over, share);
     }
     // A span that ends at the border leaves its last difference just behind it.
     m_coverage[size_t(last) + 1] = 0;
@@ -146,7 +150,7 @@ Sprite Sprite::fromLevel(Level largest)
     sprite.levels.push_back(std::move(largest));
     while (sprite.levels.back().width >= 16 && sprite.levels.back().height >= 16) {
         const Level& from = sprite.levels.back();
-        Level to {from.width / 2, from.height / 2, {}};
+        Level to{from.width / 2, from.height / 2, {}};
         to.pixels.resize(size_t(to.width) * size_t(to.height));
         for (int y = 0; y < to.height; ++y) {
             for (int x = 0; x < to.width; ++x) {

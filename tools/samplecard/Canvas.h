@@ -13,16 +13,17 @@ struct Paint {
     Rgb bottom;
     float alpha = 1;
 
-    Paint(Rgb colour, float cover = 1) : // NOLINT(google-explicit-constructor): a colour is a paint
-        top(colour),
-        bottom(colour),
-        alpha(cover)
+    Paint(Rgb colour, float cover = 1)
+        : // NOLINT(google-explicit-constructor): a colour is a paint
+          top(colour),
+          bottom(colour),
+          alpha(cover)
     {
     }
-    Paint(Rgb from, Rgb to, float cover) :
-        top(from),
-        bottom(to),
-        alpha(cover)
+    Paint(Rgb from, Rgb to, float cover)
+        : top(from),
+          bottom(to),
+          alpha(cover)
     {
     }
 };
@@ -39,7 +40,8 @@ struct Sprite {
     static Sprite fromLevel(Level largest);
 };
 
-/// A raster of R, G, B, 255 pixels with anti-aliased drawing; y runs downwards. Shapes are cut at the borders.
+/// A raster of R, G, B, 255 pixels with anti-aliased drawing; y runs downwards. Shapes are cut at the
+/// borders.
 class Canvas {
 public:
     Canvas(int width, int height);
@@ -69,7 +71,7 @@ private:
     int m_width;
     int m_height;
     std::vector<uint32_t> m_pixels;
-    std::vector<Edge> m_edges;     // of the shape being filled
+    std::vector<Edge> m_edges; // of the shape being filled
     std::vector<float> m_crossings;
     std::vector<float> m_coverage; // of one row, as differences between neighbours
 };

@@ -13,28 +13,28 @@ struct SpeedKey {
 };
 
 // Between two keys the speed follows a smooth step.
-constexpr std::array kProfile {
-    SpeedKey {0, 14},
-    SpeedKey {9, 19.5},
-    SpeedKey {16, 20.5},
-    SpeedKey {21, 15},
-    SpeedKey {28, 15.5},
-    SpeedKey {36, 19.5},
-    SpeedKey {46, 19.5},
-    SpeedKey {52, 18},
-    SpeedKey {57, 12.4},
-    SpeedKey {67, 12.6},
-    SpeedKey {74, 17.5},
-    SpeedKey {90, 19},
-    SpeedKey {380, 19.5},
-    SpeedKey {393.2, 19.3},
-    SpeedKey {Drive::kImpact - 0.1, 6.4},
-    SpeedKey {Drive::kImpact + 0.3, 0},
-    SpeedKey {440, 0},
-    SpeedKey {452, 13},
-    SpeedKey {600, 13},
-    SpeedKey {612, 0},
-    SpeedKey {100000, 0},
+constexpr std::array kProfile{
+    SpeedKey{0, 14},
+    SpeedKey{9, 19.5},
+    SpeedKey{16, 20.5},
+    SpeedKey{21, 15},
+    SpeedKey{28, 15.5},
+    SpeedKey{36, 19.5},
+    SpeedKey{46, 19.5},
+    SpeedKey{52, 18},
+    SpeedKey{57, 12.4},
+    SpeedKey{67, 12.6},
+    SpeedKey{74, 17.5},
+    SpeedKey{90, 19},
+    SpeedKey{380, 19.5},
+    SpeedKey{393.2, 19.3},
+    SpeedKey{Drive::kImpact - 0.1, 6.4},
+    SpeedKey{Drive::kImpact + 0.3, 0},
+    SpeedKey{440, 0},
+    SpeedKey{452, 13},
+    SpeedKey{600, 13},
+    SpeedKey{612, 0},
+    SpeedKey{100000, 0},
 };
 
 constexpr double kGravity = 9.80665;
@@ -43,9 +43,9 @@ constexpr double kLatitudeAtStart = 37.4712;
 constexpr double kLongitudeAtStart = 127.1935;
 constexpr double kMetresPerDegree = 111320;
 
-std::size_t keyBefore(double seconds)
+size_t keyBefore(double seconds)
 {
-    std::size_t i = 0;
+    size_t i = 0;
     while (i + 2 < kProfile.size() && seconds >= kProfile[i + 1].seconds)
         ++i;
     return i;
@@ -68,9 +68,9 @@ Drive::Drive()
 {
     double distance = 0;
     m_distanceAtKey.push_back(distance);
-    for (std::size_t i = 0; i + 1 < kProfile.size(); ++i) {
-        distance += (kProfile[i].speed + kProfile[i + 1].speed) / 2
-            * (kProfile[i + 1].seconds - kProfile[i].seconds);
+    for (size_t i = 0; i + 1 < kProfile.size(); ++i) {
+        distance +=
+            (kProfile[i].speed + kProfile[i + 1].speed) / 2 * (kProfile[i + 1].seconds - kProfile[i].seconds);
         m_distanceAtKey.push_back(distance);
     }
     for (const Road::Bump& bump : Road::bumps())
@@ -81,7 +81,7 @@ Drive::Drive()
 double Drive::distanceAt(double seconds) const
 {
     const double t = std::max(0.0, seconds);
-    const std::size_t i = keyBefore(t);
+    const size_t i = keyBefore(t);
     const SpeedKey& a = kProfile[i];
     const SpeedKey& b = kProfile[i + 1];
     const double span = b.seconds - a.seconds;
@@ -108,17 +108,18 @@ double Drive::impactShake(double seconds)
 
 Motion Drive::motionAt(double seconds) const
 {
-    const std::size_t i = keyBefore(std::max(0.0, seconds));
+    const size_t i = keyBefore(std::max(0.0, seconds));
     const SpeedKey& a = kProfile[i];
     const SpeedKey& b = kProfile[i + 1];
     const double span = b.seconds - a.seconds;
     const double x = std::clamp((seconds - a.seconds) / span, 0.0, 1.0);
     Motion motion;
     motion.along = distanceAt(seconds);
+    motion.across = Road::kLaneCentre + 2.9 * smoothstep(603, 611, seconds);
     motion.speed = a.speed + (b.speed - a.speed) * x * x * (3 - 2 * x);
     motion.acceleration = (b.speed - a.speed) / span * 6 * x * (1 - x);
     const auto bumps = Road::bumps();
-    for (std::size_t n = 0; n < bumps.size(); ++n)
+    for (size_t n = 0; n < bumps.size(); ++n)
         motion.heave += bumps[n].strength * bumpHeave(seconds - m_bumpTimes[n]);
     const double rumble = motion.speed / 20;
     motion.heave += 0.0016 * rumble * std::sin(seconds * 17.3) * std::sin(seconds * 5.1);
@@ -133,17 +134,16 @@ Motion Drive::motionAt(double seconds) const
 Acceleration Drive::accelerationAt(double seconds) const
 {
     const Motion motion = motionAt(seconds);
-    const auto tenth = std::uint32_t(std::lround(seconds * 10));
+    const auto tenth = uint32_t(std::lround(seconds * 10));
     const double noise = 0.006 + 0.016 * std::min(1.0, motion.speed / 20);
-    const auto random = [tenth](std::uint32_t axis) {
-        return hash01(tenth, axis) + hash01(tenth, axis + 10) - 1.0;
-    };
+    const auto random = [tenth](
+                            uint32_t axis) { return hash01(tenth, axis) + hash01(tenth, axis + 10) - 1.0; };
     Acceleration g;
     g.x = motion.speed * motion.speed * m_road.at(motion.along).curvature / kGravity + noise * random(1);
     g.y = motion.acceleration / kGravity + noise * random(2);
     g.z = 1 + 1.6 * noise * random(3);
     const auto bumps = Road::bumps();
-    for (std::size_t n = 0; n < bumps.size(); ++n)
+    for (size_t n = 0; n < bumps.size(); ++n)
         g.z += bumps[n].strength * bumpAcceleration(seconds - m_bumpTimes[n]);
     const double shake = impactShake(seconds);
     g.x += 0.9 * shake * std::sin((seconds - kImpact) * 2 * kPi * 2.3 + 0.8);
@@ -155,7 +155,7 @@ Fix Drive::fixAt(int second) const
 {
     const Motion motion = motionAt(second + 0.5);
     Fix fix;
-    fix.utcMilliseconds = kStartUtcMilliseconds + std::int64_t(second) * 1000;
+    fix.utcMilliseconds = kStartUtcMilliseconds + int64_t(second) * 1000;
     fix.valid = !Road::inTunnel(motion.along);
     if (!fix.valid)
         return fix;
@@ -166,7 +166,7 @@ Fix Drive::fixAt(int second) const
     fix.kilometresPerHour = motion.speed * 3.6;
     const double course = std::fmod(m_road.at(motion.along).heading * 180 / kPi, 360);
     fix.courseDegrees = course < 0 ? course + 360 : course;
-    const auto seed = std::uint32_t(second / 4);
+    const auto seed = uint32_t(second / 4);
     // Trees take a few satellites away.
     fix.satellites = (Road::inVillage(motion.along) ? 9 : 7) + int(hash01(seed, 77) * 3);
     fix.hdop = 0.8 + 0.1 * (11 - fix.satellites) + 0.1 * int(hash01(seed, 78) * 3);

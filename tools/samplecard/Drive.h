@@ -17,10 +17,10 @@ struct Acceleration {
 
 /// A position fix as the receiver would report it for one second of the drive.
 struct Fix {
-    std::int64_t utcMilliseconds = 0; // the start of the second
-    bool valid = false;               // no satellites in the tunnel
-    double latitude = 0;              // decimal degrees, north positive
-    double longitude = 0;             // decimal degrees, east positive
+    int64_t utcMilliseconds = 0; // the start of the second
+    bool valid = false; // no satellites in the tunnel
+    double latitude = 0; // decimal degrees, north positive
+    double longitude = 0; // decimal degrees, east positive
     double kilometresPerHour = 0;
     double courseDegrees = 0;
     int satellites = 0;
@@ -29,21 +29,22 @@ struct Fix {
 
 /// Where the car is and how its body moves at one moment.
 struct Motion {
-    double along = 0;        // metres from the start of the road
-    double speed = 0;        // m/s
+    double along = 0; // metres from the start of the road
+    double across = 0; // metres right of the centre line
+    double speed = 0; // m/s
     double acceleration = 0; // m/s², forward
-    double heave = 0;        // metres, the body's travel on its springs
-    double pitch = 0;        // radians, nose down positive
-    double roll = 0;         // radians, leaning to the left positive
+    double heave = 0; // metres, the body's travel on its springs
+    double pitch = 0; // radians, nose down positive
+    double roll = 0; // radians, leaning to the left positive
 };
 
-/// One drive, the same in every run, as a function of the seconds since it began: out of a village, through bends
-/// and a tunnel; minutes later a collision with the car ahead; at the end parked by the road.
-/// Immutable after construction.
+/// One drive, the same in every run, as a function of the seconds since it began: out of a village, through
+/// bends and a tunnel; minutes later a collision with the car ahead; at the end parked by the road. Immutable
+/// after construction.
 class Drive {
 public:
     /// 2024-05-18 18:12:00 in the camera's local time, which is nine hours ahead of UTC.
-    static constexpr std::int64_t kStartUtcMilliseconds = 1716023520000;
+    static constexpr int64_t kStartUtcMilliseconds = 1716023520000;
     static constexpr int kLocalHoursAhead = 9;
     static constexpr double kImpact = 395.6;
     static constexpr double kParked = 690;
@@ -69,7 +70,7 @@ private:
 
     Road m_road;
     std::vector<double> m_distanceAtKey; // parallel to the speed profile
-    std::vector<double> m_bumpTimes;     // parallel to the road's bumps
+    std::vector<double> m_bumpTimes; // parallel to the road's bumps
     double m_tunnelEntry = 0;
 };
 

@@ -13,16 +13,16 @@ struct Grain {
     double across;
     double along;
 };
-constexpr std::array kGrains {Grain {0.05, 0.14}, Grain {0.32, 0.9}, Grain {1.7, 5.0}, Grain {7.0, 24.0}};
+constexpr std::array kGrains{Grain{0.05, 0.14}, Grain{0.32, 0.9}, Grain{1.7, 5.0}, Grain{7.0, 24.0}};
 
 struct SurfaceColours {
     Rgb dark;
     Rgb light;
 };
-constexpr std::array kSurfaces {
-    SurfaceColours {palette::kGrassDark, palette::kGrassLight},
-    SurfaceColours {palette::kGravelDark, palette::kGravelLight},
-    SurfaceColours {palette::kAsphaltDark, palette::kAsphaltLight},
+constexpr std::array kSurfaces{
+    SurfaceColours{palette::kGrassDark, palette::kGrassLight},
+    SurfaceColours{palette::kGravelDark, palette::kGravelLight},
+    SurfaceColours{palette::kAsphaltDark, palette::kAsphaltLight},
 };
 
 // The painted share of the stretch of road from `from` to `to`.
@@ -63,7 +63,7 @@ Rgb roadLight(double along)
     const double inside = std::min(along - Road::kTunnelStart, Road::kTunnelEnd - along);
     const auto day = float(std::exp(-inside / 7));
     const auto pool = float(0.5 + 0.5 * std::cos(along * 2 * 3.14159265 / 10));
-    return mix(Rgb {0.56F, 0.46F, 0.33F} * (0.78F + 0.34F * pool), {1, 1, 1}, day);
+    return mix(Rgb{0.56F, 0.46F, 0.33F} * (0.78F + 0.34F * pool), {1, 1, 1}, day);
 }
 
 void Ground::draw(Canvas& canvas, const View& view, const std::vector<TracePoint>& trace) const
@@ -113,8 +113,8 @@ void Ground::drawRow(Canvas& canvas, const Row& row) const
     const bool tunnel = Road::inTunnel(row.along);
     const double gravel = tunnel ? 5.6 : Road::kHalfGravel;
     const double asphalt = tunnel ? 5.5 : Road::kHalfAsphalt;
-    const std::array stretches {Stretch {-gravel, Grass}, Stretch {-asphalt, Gravel},
-        Stretch {asphalt, Asphalt}, Stretch {gravel, Gravel}, Stretch {1e9, Grass}};
+    const std::array stretches{Stretch{-gravel, Grass}, Stretch{-asphalt, Gravel}, Stretch{asphalt, Asphalt},
+        Stretch{gravel, Gravel}, Stretch{1e9, Grass}};
     // The cross-section is the same on both sides, so looking back only mirrors it.
     const double first = row.perPixel > 0 ? row.across : -row.across;
     const double perPixel = std::abs(row.perPixel);
@@ -144,9 +144,9 @@ void Ground::drawTexture(Canvas& canvas, const Row& row, int from, int to, const
         const Grain& grain = kGrains[n];
         const double scale = 4 / grain.across; // cells per metre
         const double start = (row.across + row.perPixel * from + 4000) * scale;
-        return Layer {m_noise.row(uint32_t(row.along * 4 / grain.along) + uint32_t(n) * 97U),
-            uint32_t(std::fmod(start, NoiseTile::kSize) * 65536), uint32_t(int64_t(row.perPixel * scale * 65536)),
-            int(contrast * 64)};
+        return Layer{m_noise.row(uint32_t(row.along * 4 / grain.along) + uint32_t(n) * 97U),
+            uint32_t(std::fmod(start, NoiseTile::kSize) * 65536),
+            uint32_t(int64_t(row.perPixel * scale * 65536)), int(contrast * 64)};
     };
     const double fading = 1 - smoothstep(0.35, 1.1, row.length / kGrains[fine].along);
     Layer a = layer(fine, 0.42 * fading);
@@ -155,7 +155,8 @@ void Ground::drawTexture(Canvas& canvas, const Row& row, int from, int to, const
     constexpr uint32_t kMask = NoiseTile::kSize - 1;
     uint32_t* pixels = canvas.row(row.y);
     for (int x = from; x < to; ++x) {
-        const int n = (offset + a.weight * a.cells[a.at >> 16 & kMask] + b.weight * b.cells[b.at >> 16 & kMask]) >> 8;
+        const int n =
+            (offset + a.weight * a.cells[a.at >> 16 & kMask] + b.weight * b.cells[b.at >> 16 & kMask]) >> 8;
         pixels[x] = shades[size_t(n & 63)];
         a.at += a.step;
         b.at += b.step;

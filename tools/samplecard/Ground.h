@@ -12,8 +12,8 @@ namespace samplecard {
 /// A place on the centre line as the camera sees it.
 struct TracePoint {
     double along = 0;
-    Vec3 camera;        // x right, y up, z forward
-    double across = 1;  // metres to the road's right per metre to the picture's right
+    Vec3 camera; // x right, y up, z forward
+    double across = 1; // metres to the road's right per metre to the picture's right
 };
 
 /// The road as far as the camera can follow it, from near to far.
@@ -33,8 +33,8 @@ private:
         int y;
         double depth;
         double along;
-        double length;  // of road within the row
-        double across;  // of the row's leftmost pixel
+        double length; // of road within the row
+        double across; // of the row's leftmost pixel
         double perPixel; // metres across, negative when looking back
     };
     enum Surface { Grass, Gravel, Asphalt };

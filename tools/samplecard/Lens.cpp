@@ -11,38 +11,62 @@ struct Columns {
     int row; // above the frame's row
 };
 
-} // namespace
+// What every byte of a row takes from the upper and the lower row, in 1/128.
+struct Weights {
+    std::vector<uint16_t> upper;
+    std::vector<uint16_t> lower;
+};
 
-void expose(const Canvas& scene, Canvas& frame, const Lens& lens)
+std::vector<Columns> planColumns(int width, const Lens& lens, Weights& weights)
 {
-    const int width = frame.width();
-    std::vector<uint16_t> upper(size_t(width) * 4);
-    std::vector<uint16_t> lower(size_t(width) * 4);
+    weights.upper.resize(size_t(width) * 4);
+    weights.lower.resize(size_t(width) * 4);
     std::vector<Columns> blocks;
     for (int x = 0; x < width; ++x) {
         const float source = float(lens.margin) - lens.down - lens.tilt * (float(x) - float(width) / 2);
         const int row = int(std::floor(source));
         const float part = source - float(row);
         for (size_t channel = 0; channel < 4; ++channel) {
-            upper[size_t(x) * 4 + channel] = uint16_t((1 - part) * lens.gain * 128);
-            lower[size_t(x) * 4 + channel] = uint16_t(part * lens.gain * 128);
+            weights.upper[size_t(x) * 4 + channel] = uint16_t((1 - part) * lens.gain * 128 + 0.5F);
+            weights.lower[size_t(x) * 4 + channel] = uint16_t(part * lens.gain * 128);
         }
         if (blocks.empty() || blocks.back().row != row)
             blocks.push_back({x, x, row});
         blocks.back().to = x + 1;
     }
+    return blocks;
+}
+
+// Plain pointers and one simple loop, which compilers turn into vector code.
+template <bool kMayClip>
+void blendRows(const uint8_t* a, const uint8_t* b, const uint16_t* upper, const uint16_t* lower, uint8_t* to, int n)
+{
+    for (int i = 0; i < n; ++i) {
+        const auto sum = uint16_t(uint16_t(a[i] * upper[i]) + uint16_t(b[i] * lower[i]));
+        if constexpr (kMayClip)
+            to[i] = uint8_t(std::min<uint16_t>(255, uint16_t(sum >> 7)));
+        else
+            to[i] = uint8_t(sum >> 7);
+    }
+}
+
+} // namespace
+
+void expose(const Canvas& scene, Canvas& frame, const Lens& lens)
+{
+    Weights weights;
+    const std::vector<Columns> blocks = planColumns(frame.width(), lens, weights);
+    const auto blend = lens.gain > 1 ? blendRows<true> : blendRows<false>;
     for (int y = 0; y < frame.height(); ++y) {
-        auto* to = reinterpret_cast<uint8_t*>(frame.row(y));
         for (const Columns& block : blocks) {
             const auto source = [&](int row) {
-                return reinterpret_cast<const uint8_t*>(scene.row(std::clamp(row, 0, scene.height() - 1)));
+                const uint32_t* pixels = scene.row(std::clamp(row, 0, scene.height() - 1));
+                return reinterpret_cast<const uint8_t*>(pixels + block.from);
             };
-            const uint8_t* a = source(y + block.row);
-            const uint8_t* b = source(y + block.row + 1);
-            for (int i = block.from * 4; i < block.to * 4; ++i) {
-                const auto sum = uint16_t(a[i] * upper[size_t(i)] + b[i] * lower[size_t(i)]);
-                to[i] = uint8_t(std::min<uint16_t>(255, uint16_t(sum >> 7)));
-            }
+            const auto first = size_t(block.from) * 4;
+            blend(source(y + block.row), source(y + block.row + 1), weights.upper.data() + first,
+                weights.lower.data() + first, reinterpret_cast<uint8_t*>(frame.row(y) + block.from),
+                (block.to - block.from) * 4);
         }
     }
 }
@@ -61,8 +85,11 @@ void toYuv420(const Canvas& frame, std::vector<uint8_t>& planes)
     for (size_t y = 0; y < height; ++y) {
         const uint32_t* pixels = frame.row(int(y));
         uint8_t* to = luma + y * width;
-        for (size_t x = 0; x < width; ++x)
-            to[x] = uint8_t((47 * r(pixels[x]) + 157 * g(pixels[x]) + 16 * b(pixels[x]) + 4224) >> 8);
+        for (size_t x = 0; x < width; ++x) {
+            // At most 60324: sixteen bits are enough, and twice as quick.
+            const auto sum = uint16_t(47 * r(pixels[x]) + 157 * g(pixels[x]) + 16 * b(pixels[x]) + 4224);
+            to[x] = uint8_t(sum >> 8);
+        }
     }
     for (size_t y = 0; y < height / 2; ++y) {
         const uint32_t* upper = frame.row(int(y) * 2);

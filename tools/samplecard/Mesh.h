@@ -13,7 +13,7 @@ struct Mesh {
     struct Face {
         std::vector<Vec3> corners; // x right, y ahead, z up; counter-clockwise seen from outside
         Rgb colour;
-        bool shines = false;       // keeps its colour in any light
+        bool shines = false; // keeps its colour in any light
     };
     std::vector<Face> faces;
 
@@ -28,13 +28,13 @@ struct Mesh {
 
 /// Where a mesh stands in the world.
 struct Stand {
-    Vec3 place;         // east, north, height of its origin
+    Vec3 place; // east, north, height of its origin
     double heading = 0; // of its y axis
 };
 
 /// How much light reaches it and how far it is.
 struct Air {
-    Rgb light {1, 1, 1};
+    Rgb light{1, 1, 1};
     float haze = 0;
 };
 

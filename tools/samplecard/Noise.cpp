@@ -2,8 +2,8 @@
 
 namespace samplecard {
 
-NoiseTile::NoiseTile() :
-    m_cells(size_t(kSize) * kSize)
+NoiseTile::NoiseTile()
+    : m_cells(size_t(kSize) * kSize)
 {
     constexpr uint32_t kGrains = kSize / 4;
     const auto grain = [](uint32_t x, uint32_t y) { return hash01(x % kGrains + 11, y % kGrains + 3); };

@@ -60,7 +60,7 @@ Sprite paintCrown(uint32_t seed, bool bush)
     if (!bush)
         paintTrunk(level, width / 2, crownHeight * 0.6F, height, width * 0.035F);
     const float warm = hash01(seed, 2);
-    const Greens greens {mix({24, 42, 26}, {36, 42, 22}, warm), mix({62, 98, 42}, {88, 104, 40}, warm),
+    const Greens greens{mix({24, 42, 26}, {36, 42, 22}, warm), mix({62, 98, 42}, {88, 104, 40}, warm),
         mix({158, 176, 82}, {196, 178, 84}, warm)};
     constexpr uint32_t kLumps = 9;
     const uint32_t leaves = bush ? 700 : 1500;
@@ -87,7 +87,7 @@ Sprite paintPine(uint32_t seed)
     const auto width = float(level.width);
     const auto height = float(level.height);
     paintTrunk(level, width / 2, height * 0.2F, height, width * 0.03F);
-    const Greens greens {{16, 34, 30}, {42, 74, 46}, {132, 146, 84}};
+    const Greens greens{{16, 34, 30}, {42, 74, 46}, {132, 146, 84}};
     constexpr uint32_t kNeedles = 2600;
     for (uint32_t i = 0; i < kNeedles; ++i) {
         const float down = 0.02F + 0.88F * std::sqrt(hash01(i, seed));
@@ -96,8 +96,7 @@ Sprite paintPine(uint32_t seed)
         const float reach = 0.46F * down * (0.55F + 0.45F * droop);
         const float x = (2 * hash01(i, seed + 1) - 1) * reach;
         const float fall = 0.05F * std::abs(x) / std::max(0.05F, reach);
-        const Rgb colour
-            = leafColour(greens, 2.1F * x, 1.1F * (0.75F - droop) * -1, hash01(i, seed + 2));
+        const Rgb colour = leafColour(greens, 2.1F * x, 1.1F * (0.75F - droop) * -1, hash01(i, seed + 2));
         paintDisc(level, width / 2 + x * width, (down + fall) * height * 0.97F,
             width * (0.010F + 0.016F * hash01(i, seed + 3)), colour);
     }

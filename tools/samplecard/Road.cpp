@@ -13,17 +13,17 @@ struct Bend {
     double radius; // positive bends to the right
 };
 
-constexpr std::array kBends {
-    Bend {30, 110, -260},
-    Bend {160, 150, 170},
-    Bend {385, 130, -82},
-    Bend {535, 130, 240},
-    Bend {730, 130, 420},
-    Bend {880, 120, -190},
-    Bend {1048, 78, 58},
-    Bend {1136, 88, -62},
-    Bend {1250, 160, 210},
-    Bend {1450, 200, -300},
+constexpr std::array kBends{
+    Bend{30, 110, -260},
+    Bend{160, 150, 170},
+    Bend{385, 130, -82},
+    Bend{535, 130, 240},
+    Bend{730, 130, 420},
+    Bend{880, 120, -190},
+    Bend{1048, 78, 58},
+    Bend{1136, 88, -62},
+    Bend{1250, 160, 210},
+    Bend{1450, 200, -300},
 };
 
 constexpr double kFirstPlainMetre = 1700;
@@ -44,14 +44,17 @@ double curvature(double along)
         sum += bendCurvature(bend, along);
     const bool straight = (along > 7150 && along < 7650) || along > 9300;
     if (along > kFirstPlainMetre && !straight) {
-        const auto block = std::uint32_t(along / 300);
+        const auto block = uint32_t(along / 300);
         const double radius = (block % 2 ? 1 : -1) * (220 + 300 * hash01(block, 5));
         sum += bendCurvature({block * 300.0 + 20, 260, radius}, along);
     }
     return sum;
 }
 
-double slope(double along) { return 0.022 * std::sin(along / 95) + 0.012 * std::sin(along / 41 + 1); }
+double slope(double along)
+{
+    return 0.013 * std::sin(along / 110) + 0.004 * std::sin(along / 47 + 1);
+}
 
 } // namespace
 
@@ -63,10 +66,10 @@ Road::Road()
 
 void Road::layOut()
 {
-    m_points.resize(std::size_t(kLength) + 1);
+    m_points.resize(size_t(kLength) + 1);
     RoadPoint point;
     point.heading = kHeadingAtStart;
-    for (std::size_t i = 0; i < m_points.size(); ++i) {
+    for (size_t i = 0; i < m_points.size(); ++i) {
         point.curvature = curvature(double(i));
         point.slope = slope(double(i));
         m_points[i] = point;
@@ -81,7 +84,7 @@ void Road::layOut()
 RoadPoint Road::at(double along) const
 {
     const double clamped = std::clamp(along, 0.0, kLength - 1.001);
-    const auto i = std::size_t(clamped);
+    const auto i = size_t(clamped);
     const double k = clamped - double(i);
     const RoadPoint& a = m_points[i];
     const RoadPoint& b = m_points[i + 1];
@@ -112,23 +115,36 @@ bool Road::hasRail(double along, int side) const
 
 std::span<const Road::Bump> Road::bumps()
 {
-    static constexpr std::array kBumps {
-        Bump {58, 0.7}, Bump {127, 1.0}, Bump {215, 0.6}, Bump {338, 1.5}, Bump {455, 0.7}, Bump {604, 1.0},
-        Bump {690, 1.2}, Bump {842, 1.3}, Bump {936, 0.7}, Bump {1012, 1.9}, Bump {1120, 0.6}, Bump {1236, 1.2},
-        Bump {1390, 1.0}, Bump {7215, 0.8}, Bump {7330, 0.9}, Bump {9200, 1.0},
+    static constexpr std::array kBumps{
+        Bump{58, 0.7},
+        Bump{127, 1.0},
+        Bump{215, 0.6},
+        Bump{338, 1.5},
+        Bump{455, 0.7},
+        Bump{604, 1.0},
+        Bump{690, 1.2},
+        Bump{842, 1.3},
+        Bump{936, 0.7},
+        Bump{1012, 1.9},
+        Bump{1120, 0.6},
+        Bump{1236, 1.2},
+        Bump{1390, 1.0},
+        Bump{7215, 0.8},
+        Bump{7330, 0.9},
+        Bump{9200, 1.0},
     };
     return kBumps;
 }
 
 void Road::plant()
 {
-    for (std::uint32_t step = 0; step * 4.0 < kLength; ++step) {
+    for (uint32_t step = 0; step * 4.0 < kLength; ++step) {
         const double along = step * 4.0 + hash01(step, 1) * 3;
         const bool village = inVillage(along);
         const bool portal = along > kTunnelStart - 14 && along < kTunnelEnd + 14;
         for (const int side : {-1, 1}) {
-            const std::uint32_t seed = step * 2 + (side > 0 ? 1U : 0U);
-            const auto random = [seed](std::uint32_t n) { return hash01(seed, n); };
+            const uint32_t seed = step * 2 + (side > 0 ? 1U : 0U);
+            const auto random = [seed](uint32_t n) { return hash01(seed, n); };
             if (!portal && random(2) < (village ? 0.16F : 0.78F)) {
                 const double out = (village ? 11.0 : 8.0) + std::pow(random(3), 1.6) * (village ? 40 : 34);
                 const bool pine = random(4) < (village ? 0.2F : 0.45F);
@@ -149,8 +165,8 @@ void Road::plant()
                 m_props.push_back({along, side * 6.1, PropKind::ChevronSign, 1.0F, bend > 0 ? 1U : 0U});
         }
     }
-    std::stable_sort(m_props.begin(), m_props.end(),
-        [](const Prop& a, const Prop& b) { return a.along < b.along; });
+    std::stable_sort(
+        m_props.begin(), m_props.end(), [](const Prop& a, const Prop& b) { return a.along < b.along; });
 }
 
 } // namespace samplecard

@@ -9,7 +9,8 @@
 namespace samplecard {
 
 /// A point of the road's centre line. East, north and height are metres from the start of the road;
-/// the heading is clockwise from north, a positive curvature (1/m) bends to the right, a positive slope climbs.
+/// the heading is clockwise from north, a positive curvature (1/m) bends to the right, a positive slope
+/// climbs.
 struct RoadPoint {
     double east = 0;
     double north = 0;
@@ -27,7 +28,7 @@ struct Prop {
     double across = 0;
     PropKind kind = PropKind::Bush;
     float size = 1;
-    std::uint32_t variant = 0;
+    uint32_t variant = 0;
 };
 
 /// A two-lane country road with a tunnel, the same in every run. Immutable after construction.
@@ -45,7 +46,8 @@ public:
     Road();
 
     RoadPoint at(double along) const;
-    /// The place `across` metres right of the centre line and `up` metres above the road: east, north, height.
+    /// The place `across` metres right of the centre line and `up` metres above the road: east, north,
+    /// height.
     Vec3 place(double along, double across, double up) const;
     static bool inTunnel(double along) { return along >= kTunnelStart && along < kTunnelEnd; }
     /// Whether a guard rail stands on that side (+1 right, -1 left).

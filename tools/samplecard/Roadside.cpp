@@ -7,9 +7,9 @@
 
 namespace samplecard {
 
-Roadside::Roadside(const Road& road, const Plants& plants) :
-    m_road(road),
-    m_plants(plants)
+Roadside::Roadside(const Road& road, const Plants& plants)
+    : m_road(road),
+      m_plants(plants)
 {
 }
 
@@ -27,8 +27,8 @@ void Roadside::drawUpright(
     const Point low = view.toScreen(camera);
     const Point high = view.toScreen({camera.x, camera.y + height, camera.z});
     const float half = float(width / 2 * view.focal / camera.z);
-    const std::array outline {Point {low.x - half, low.y}, Point {low.x + half, low.y},
-        Point {low.x + half, high.y}, Point {low.x - half, high.y}};
+    const std::array outline{Point{low.x - half, low.y}, Point{low.x + half, low.y},
+        Point{low.x + half, high.y}, Point{low.x - half, high.y}};
     const Rgb seen = mix(colour, palette::kHaze, hazeAt(view, foot));
     canvas.fill(outline, {seen * 1.1F, seen * 0.85F, 1});
 }
@@ -70,7 +70,7 @@ void Roadside::drawPlant(Canvas& canvas, const View& view, const Prop& prop) con
     const float half = (low.y - high.y) * plant.widthPerHeight / 2;
     const float bright = 0.92F + 0.22F * hash01(prop.variant, 3);
     canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y},
-        Rgb {1.04F, 1.0F, 0.94F} * bright, palette::kHaze, palette::hazeShare(foot.z));
+        Rgb{1.04F, 1.0F, 0.94F} * bright, palette::kHaze, palette::hazeShare(foot.z));
 }
 
 void Roadside::drawLampPost(Canvas& canvas, const View& view, const Prop& prop) const
@@ -78,13 +78,15 @@ void Roadside::drawLampPost(Canvas& canvas, const View& view, const Prop& prop) 
     const Vec3 foot = m_road.place(prop.along, prop.across, 0);
     drawUpright(canvas, view, foot, 0.16, prop.size, palette::kSteel * 0.7F);
     const double side = prop.across > 0 ? -1 : 1;
-    const auto at = [&](double out, double up) { return m_road.place(prop.along, prop.across + side * out, up); };
+    const auto at = [&](double out, double up) {
+        return m_road.place(prop.along, prop.across + side * out, up);
+    };
     const Rgb steel = mix(palette::kSteel * 0.7F, palette::kHaze, hazeAt(view, foot));
     const double top = prop.size;
-    drawFace(canvas, view, std::array {at(0, top - 0.1), at(1.9, top + 0.35), at(1.9, top + 0.47), at(0, top + 0.08)},
-        steel);
     drawFace(canvas, view,
-        std::array {at(1.7, top + 0.28), at(2.6, top + 0.34), at(2.6, top + 0.46), at(1.7, top + 0.5)},
+        std::array{at(0, top - 0.1), at(1.9, top + 0.35), at(1.9, top + 0.47), at(0, top + 0.08)}, steel);
+    drawFace(canvas, view,
+        std::array{at(1.7, top + 0.28), at(2.6, top + 0.34), at(2.6, top + 0.46), at(1.7, top + 0.5)},
         steel * 0.8F);
 }
 
@@ -109,14 +111,14 @@ void Roadside::drawChevron(Canvas& canvas, const View& view, const Prop& prop) c
         return view.toScreen({camera.x + x, camera.y + 1.1 + up, camera.z});
     };
     // Seen from behind a sign is bare metal.
-    const Rgb face = towards > 0 ? Rgb {246, 206, 48} : palette::kSteel * 0.7F;
-    canvas.fill(std::array {board(-0.35, 0), board(0.35, 0), board(0.35, 0.9), board(-0.35, 0.9)},
+    const Rgb face = towards > 0 ? Rgb{246, 206, 48} : palette::kSteel * 0.7F;
+    canvas.fill(std::array{board(-0.35, 0), board(0.35, 0), board(0.35, 0.9), board(-0.35, 0.9)},
         mix(face, palette::kHaze, haze));
     if (towards <= 0)
         return;
     const double tip = prop.variant ? 0.2 : -0.2;
-    canvas.fill(std::array {board(-tip, 0.1), board(tip * 0.2, 0.1), board(tip * 1.3, 0.45), board(tip * 0.2, 0.8),
-                    board(-tip, 0.8), board(tip * 0.2, 0.45)},
+    canvas.fill(std::array{board(-tip, 0.1), board(tip * 0.2, 0.1), board(tip * 1.3, 0.45),
+                    board(tip * 0.2, 0.8), board(-tip, 0.8), board(tip * 0.2, 0.45)},
         mix({28, 26, 24}, palette::kHaze, haze));
 }
 
@@ -128,7 +130,7 @@ void Roadside::drawVehicle(Canvas& canvas, const View& view, const Vehicle& vehi
     const Rgb light = roadLight(vehicle.along);
     const int ahead = vehicle.oncoming ? -1 : 1;
     const auto shadow = [&](double rear, double front, double half) {
-        return std::array {m_road.place(vehicle.along + ahead * rear, vehicle.across - half, 0.01),
+        return std::array{m_road.place(vehicle.along + ahead * rear, vehicle.across - half, 0.01),
             m_road.place(vehicle.along + ahead * rear, vehicle.across + half, 0.01),
             m_road.place(vehicle.along + ahead * front, vehicle.across + half, 0.01),
             m_road.place(vehicle.along + ahead * front, vehicle.across - half, 0.01)};
@@ -143,7 +145,8 @@ void Roadside::drawVehicle(Canvas& canvas, const View& view, const Vehicle& vehi
         return;
     const auto radius = std::min(60.0F, 1.5F + float(view.focal * 0.5 / nose.z));
     for (const double side : {-0.66, 0.66})
-        canvas.glow(view.toScreen({nose.x + side, nose.y, nose.z}), radius, {255, 236, 190}, 0.7F * (1 - haze));
+        canvas.glow(
+            view.toScreen({nose.x + side, nose.y, nose.z}), radius, {255, 236, 190}, 0.7F * (1 - haze));
 }
 
 void Roadside::drawRail(Canvas& canvas, const View& view, double from, double to, int side) const
@@ -153,13 +156,14 @@ void Roadside::drawRail(Canvas& canvas, const View& view, double from, double to
     const float haze = hazeAt(view, start);
     const auto strip = [&](double low, double high, Rgb colour) {
         drawFace(canvas, view,
-            std::array {m_road.place(from, across, low), m_road.place(to, across, low),
+            std::array{m_road.place(from, across, low), m_road.place(to, across, low),
                 m_road.place(to, across, high), m_road.place(from, across, high)},
             mix(colour, palette::kHaze, haze));
     };
     // Posts stand every four metres of road.
     for (double post = std::ceil(std::min(from, to) / 4) * 4; post < std::max(from, to); post += 4)
-        drawUpright(canvas, view, m_road.place(post, across + side * 0.08, 0), 0.12, 0.72, palette::kSteel * 0.55F);
+        drawUpright(
+            canvas, view, m_road.place(post, across + side * 0.08, 0), 0.12, 0.72, palette::kSteel * 0.55F);
     strip(0.44, 0.56, {142, 142, 146});
     strip(0.56, 0.64, {104, 104, 110});
     strip(0.64, 0.78, {206, 200, 192});

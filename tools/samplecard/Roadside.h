@@ -26,7 +26,8 @@ private:
     void drawLampPost(Canvas& canvas, const View& view, const Prop& prop) const;
     void drawMarker(Canvas& canvas, const View& view, const Prop& prop) const;
     void drawChevron(Canvas& canvas, const View& view, const Prop& prop) const;
-    void drawUpright(Canvas& canvas, const View& view, Vec3 foot, double width, double height, Rgb colour) const;
+    void drawUpright(
+        Canvas& canvas, const View& view, Vec3 foot, double width, double height, Rgb colour) const;
     float hazeAt(const View& view, Vec3 world) const;
 
     const Road& m_road;

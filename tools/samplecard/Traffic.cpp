@@ -7,10 +7,13 @@ namespace {
 constexpr double kPassingPeriod = 7;
 constexpr double kPassingSpeed = 16;
 
-constexpr std::array kColours {Rgb {232, 232, 228}, Rgb {54, 58, 66}, Rgb {168, 44, 40}, Rgb {60, 92, 150},
-    Rgb {150, 154, 158}, Rgb {214, 190, 140}};
+constexpr std::array kColours{Rgb{232, 232, 228}, Rgb{54, 58, 66}, Rgb{168, 44, 40}, Rgb{60, 92, 150},
+    Rgb{150, 154, 158}, Rgb{214, 190, 140}};
 
-Rgb colourOf(uint32_t car) { return kColours[size_t(hash01(car, 21) * kColours.size())]; }
+Rgb colourOf(uint32_t car)
+{
+    return kColours[size_t(hash01(car, 21) * kColours.size())];
+}
 
 // Cars that meet ours once every few seconds, wherever it is then.
 void addPassing(const Drive& drive, double seconds, bool oncoming, std::vector<Vehicle>& traffic)

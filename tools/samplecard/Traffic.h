@@ -8,8 +8,8 @@ namespace samplecard {
 
 /// Another car on the road at one moment.
 struct Vehicle {
-    double along = 0;     // of its rear end in its own direction
-    double across = 0;    // of its middle, right of the road's centre line
+    double along = 0; // of its rear end in its own direction
+    double across = 0; // of its middle, right of the road's centre line
     bool oncoming = false;
     bool braking = false;
     Rgb colour;

@@ -16,21 +16,21 @@ struct RingPoint {
 };
 
 // The tube from the foot of the left wall over the arch to the foot of the right one.
-constexpr std::array kRing {RingPoint {-5.3, 0}, RingPoint {-5.3, 0.9}, RingPoint {-5.3, 2.9},
-    RingPoint {-4.8, 4.5}, RingPoint {-3.5, 5.8}, RingPoint {-1.4, 6.5}, RingPoint {1.4, 6.5},
-    RingPoint {3.5, 5.8}, RingPoint {4.8, 4.5}, RingPoint {5.3, 2.9}, RingPoint {5.3, 0.9}, RingPoint {5.3, 0}};
+constexpr std::array kRing{RingPoint{-5.3, 0}, RingPoint{-5.3, 0.9}, RingPoint{-5.3, 2.9},
+    RingPoint{-4.8, 4.5}, RingPoint{-3.5, 5.8}, RingPoint{-1.4, 6.5}, RingPoint{1.4, 6.5},
+    RingPoint{3.5, 5.8}, RingPoint{4.8, 4.5}, RingPoint{5.3, 2.9}, RingPoint{5.3, 0.9}, RingPoint{5.3, 0}};
 
-constexpr std::array kFacetColours {Rgb {92, 90, 88}, Rgb {226, 220, 204}, Rgb {150, 142, 130},
-    Rgb {132, 126, 118}, Rgb {116, 112, 108}, Rgb {108, 104, 102}, Rgb {112, 108, 104}, Rgb {126, 120, 112},
-    Rgb {142, 136, 124}, Rgb {216, 210, 196}, Rgb {86, 84, 82}};
+constexpr std::array kFacetColours{Rgb{92, 90, 88}, Rgb{226, 220, 204}, Rgb{150, 142, 130},
+    Rgb{132, 126, 118}, Rgb{116, 112, 108}, Rgb{108, 104, 102}, Rgb{112, 108, 104}, Rgb{126, 120, 112},
+    Rgb{142, 136, 124}, Rgb{216, 210, 196}, Rgb{86, 84, 82}};
 
 constexpr double kLampEvery = 8;
 
 } // namespace
 
-Tunnel::Tunnel(const Road& road, const Plants& plants) :
-    m_road(road),
-    m_plants(plants)
+Tunnel::Tunnel(const Road& road, const Plants& plants)
+    : m_road(road),
+      m_plants(plants)
 {
 }
 
@@ -46,7 +46,7 @@ void Tunnel::drawSlice(Canvas& canvas, const View& view, double along) const
     for (size_t i = 0; i + 1 < kRing.size(); ++i) {
         const RingPoint& a = kRing[i];
         const RingPoint& b = kRing[i + 1];
-        const std::array corners {m_road.place(along - lap, a.across, a.up),
+        const std::array corners{m_road.place(along - lap, a.across, a.up),
             m_road.place(along - lap, b.across * 1.004, b.up * 1.004),
             m_road.place(end + lap, b.across * 1.004, b.up * 1.004), m_road.place(end + lap, a.across, a.up)};
         drawFace(canvas, view, corners, mix(kFacetColours[i] * light, smoke, haze));
@@ -54,10 +54,10 @@ void Tunnel::drawSlice(Canvas& canvas, const View& view, double along) const
     if (std::fmod(along - Road::kTunnelStart, kLampEvery) >= kSlice)
         return;
     for (const int side : {-1, 1}) {
-        const std::array lamp {m_road.place(along + 0.4, side * 3.5, 5.68),
+        const std::array lamp{m_road.place(along + 0.4, side * 3.5, 5.68),
             m_road.place(along + 2.6, side * 3.5, 5.68), m_road.place(along + 2.6, side * 4.0, 5.22),
             m_road.place(along + 0.4, side * 4.0, 5.22)};
-        drawFace(canvas, view, lamp, Rgb {255, 240, 206});
+        drawFace(canvas, view, lamp, Rgb{255, 240, 206});
         const Vec3 middle = view.toCamera(m_road.place(along + 1.5, side * 3.7, 5.4));
         if (middle.z > 2)
             canvas.glow(view.toScreen(middle), std::min(160.0F, float(view.focal * 1.5 / middle.z)),
@@ -110,7 +110,7 @@ void Tunnel::drawHill(
         const Point high = view.toScreen({foot.x, foot.y + height, foot.z});
         const float half = (low.y - high.y) * plant.widthPerHeight / 2;
         canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y},
-            Rgb {1, 0.97F, 0.9F} * (0.75F + 0.35F * hash01(i, 94)), palette::kHaze, haze);
+            Rgb{1, 0.97F, 0.9F} * (0.75F + 0.35F * hash01(i, 94)), palette::kHaze, haze);
     }
 }
 
@@ -126,8 +126,9 @@ void Tunnel::drawPortal(Canvas& canvas, const View& view, bool atStart) const
     const auto shaded = [haze](float k) { return mix(palette::kConcrete * k, palette::kHaze, haze); };
     const auto facade = [&](double half, double top, double out) {
         std::vector<Vec3> camera;
-        for (const auto& [x, y] : {std::pair {-half, -1.0}, std::pair {-half, top - 1.6}, std::pair {-half * 0.62, top},
-                 std::pair {half * 0.62, top}, std::pair {half, top - 1.6}, std::pair {half, -1.0}})
+        for (const auto& [x, y] :
+            {std::pair{-half, -1.0}, std::pair{-half, top - 1.6}, std::pair{-half * 0.62, top},
+                std::pair{half * 0.62, top}, std::pair{half, top - 1.6}, std::pair{half, -1.0}})
             camera.push_back(view.toCamera(m_road.place(along + outward * out, x, y)));
         std::vector<Point> outline;
         view.project(camera, outline);

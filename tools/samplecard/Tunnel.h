@@ -20,7 +20,8 @@ public:
     void drawPortal(Canvas& canvas, const View& view, bool atStart) const;
 
 private:
-    void drawHill(Canvas& canvas, const View& view, double along, int outward, std::span<const Point> hole) const;
+    void drawHill(
+        Canvas& canvas, const View& view, double along, int outward, std::span<const Point> hole) const;
     std::vector<Point> openingAt(const View& view, double along) const;
 
     const Road& m_road;

@@ -10,10 +10,10 @@ namespace samplecard {
 /// A pinhole camera that looks along a heading. The slope under the car tilts it, so the road at hand stays
 /// where it was; the smaller movements of the body are applied to the finished picture.
 struct View {
-    Vec3 eye;           // east, north, height
+    Vec3 eye; // east, north, height
     double heading = 0; // radians clockwise from north
-    double slope = 0;   // climb per metre along the heading
-    float focal = 1;    // pixels
+    double slope = 0; // climb per metre along the heading
+    float focal = 1; // pixels
     float centreX = 0;
     float horizonY = 0; // the row of a level line of sight when the slope is 0
 
@@ -35,7 +35,8 @@ struct View {
         return {centreX + float(camera.x * k), horizonY - float(camera.y * k)};
     }
 
-    /// Cuts a polygon in camera space at the nearest visible depth and projects the rest; empty behind the camera.
+    /// Cuts a polygon in camera space at the nearest visible depth and projects the rest; empty behind the
+    /// camera.
     void project(std::span<const Vec3> camera, std::vector<Point>& outline) const;
 };
 

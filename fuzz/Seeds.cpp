@@ -1,0 +1,99 @@
+// Writes the fuzz targets' seeds into a folder: one folder for each target, named after it.
+
+#include "tools/samplecard/AviWriter.h"
+#include "tools/samplecard/DeviceSentence.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+const DeviceFix fix{
+    .latitude = 3723.4567, .longitude = 12701.25, .speed = 61.5, .satellitesUsed = 7, .hdop = 0.9};
+
+class SeedFolder {
+public:
+    explicit SeedFolder(const std::filesystem::path& folder)
+        : m_folder(folder)
+    {
+        std::filesystem::create_directories(folder);
+    }
+
+    void add(std::string_view seed)
+    {
+        const std::filesystem::path file = m_folder / ("seed" + std::to_string(m_count++));
+        std::ofstream(file, std::ios::binary) << seed;
+    }
+
+private:
+    std::filesystem::path m_folder;
+    int m_count = 0;
+};
+
+void addRecordings(SeedFolder folder)
+{
+    const auto add = [&](const SideDataWriter& area, bool isCounted) {
+        AviWriter avi;
+        avi.filler(8).junk(area, isCounted ? std::optional(area.countedSize()) : std::nullopt);
+        const std::vector<std::byte> bytes = avi.bytes();
+        folder.add({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    };
+    add({}, true);
+    add(SideDataWriter().gsensor(1000, 256, -128, 0), true);
+    add(SideDataWriter().foreign("word").gsensor(0, 1, 2, 3).foreign("abc"), false);
+    for (const char km : {'1', '9', '0'}) {
+        for (const bool zeroByte : {true, false}) {
+            SideDataWriter area;
+            area.gsensor(900, 1, 2, 3).gsensor(1000, 4, 5, 6);
+            area.gps({.timestamp = 1000,
+                .latitude = 3723.4567,
+                .km = km,
+                .text = deviceText(fix),
+                .zeroByte = zeroByte});
+            area.gsensor(1100, 7, 8, 9);
+            add(area, zeroByte);
+        }
+    }
+    add(SideDataWriter().gps({.text = std::string(513, 'x')}).gsensor(0, 1, 2, 3), false);
+    add(SideDataWriter().gps({.text = "$GA", .declaredLength = -1}), false);
+}
+
+void addDeviceSentences(SeedFolder folder)
+{
+    folder.add(gaSentence(fix) + "\n" + gcSentence(fix));
+    folder.add("$GA,,V,,,,,*00\n$GC,,,,,,,,*00\n");
+}
+
+void addNMEASentences(SeedFolder folder)
+{
+    folder.add(sentenceWithChecksum("GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,"));
+    folder.add(sentenceWithChecksum("GPRMC,123519.250,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W"));
+    folder.add(sentenceWithChecksum("GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1"));
+    folder.add(sentenceWithChecksum("GPGSV,2,1,05,01,40,083,46,02,17,308,41,12,07,344,39,14,22,228,45") + "\n"
+        + sentenceWithChecksum("GPGSV,2,2,05,15,40,083,46"));
+}
+
+void addRecordingNames(SeedFolder folder)
+{
+    for (const char* name : {"/card/AlwaysMovie/alwa_20150321_142530_F.avi", "motion_20150321_142530.AVI",
+             "/card/event_20151231_235959_R.avi", "alwa_20150230_250000.avi", "/card/holiday.avi", ""})
+        folder.add(name);
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    if (argumentCount != 2) {
+        std::fprintf(stderr, "usage: %s FOLDER\n", arguments[0]);
+        return 2;
+    }
+    const std::filesystem::path folder = arguments[1];
+    addRecordings(SeedFolder(folder / "SideData"));
+    addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
+    addNMEASentences(SeedFolder(folder / "NMEASentence"));
+    addRecordingNames(SeedFolder(folder / "RecordingName"));
+    return 0;
+}

@@ -1,0 +1,212 @@
+#include "cli/GpsTrack.h"
+#include "tests/core/CliSupport.h"
+#include "tests/support/TempFolder.h"
+#include "tools/samplecard/AviWriter.h"
+#include "tools/samplecard/DeviceSentence.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr int64_t start = 1426947930000; // 2015-03-21 14:25:30 UTC
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Two samples, a GPS record in the south-west that is paired with them, a sample, and a record without a
+/// position and with an impossible speed that is paired with it; one sample more.
+SideDataWriter drive()
+{
+    DeviceFix fix;
+    fix.year = 2015;
+    fix.month = 3;
+    fix.day = 21;
+    fix.hour = 14;
+    fix.minute = 25;
+    fix.second = 30;
+    fix.latitude = 3330;
+    fix.longitude = 7045;
+    fix.ns = 'S';
+    fix.ew = 'W';
+    fix.speed = 36;
+    fix.course = 90;
+    fix.satellitesUsed = 7;
+    fix.hdop = 1.5;
+    GpsRecordFields gps;
+    gps.timestamp = start + 100;
+    gps.latitude = fix.latitude;
+    gps.longitude = fix.longitude;
+    gps.speed = 36;
+    gps.km = '9';
+    gps.text = deviceText(fix);
+
+    SideDataWriter writer;
+    writer.gsensor(start, 256, 0, -384, 25).gsensor(start + 100, 1, 0, 0, -3).gps(gps);
+    gps.timestamp = start + 200;
+    gps.latitude = 0;
+    gps.longitude = 0;
+    gps.speed = infinity;
+    gps.quality = -1;
+    gps.text.clear();
+    gps.km = '\xFF';
+    writer.gsensor(start + 200, 0, 0, 256).gps(gps).gsensor(start + 300, 0, 0, 256);
+    return writer;
+}
+
+TEST(CliTelemetry, WritesTheListsAsJson)
+{
+    const TempFolder card;
+    const std::string file = card.file("alwa_20150321_142530.avi", AviWriter().junk(drive()).bytes());
+    const Outcome outcome = zavikctl({"telemetry", file, "--json"});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out,
+        R"({"result":true,"gsensor":[{"nTimestamp":1426947930000,"x":1,"y":0,"z":-1.5,"nTemperature":25},)"
+        "\n"
+        R"({"nTimestamp":1426947930100,"x":0.00390625,"y":0,"z":0,"nTemperature":-3},)"
+        "\n"
+        R"({"nTimestamp":1426947930200,"x":0,"y":0,"z":1,"nTemperature":0},)"
+        "\n"
+        R"({"nTimestamp":1426947930300,"x":0,"y":0,"z":1,"nTemperature":0}],)"
+        R"("gps":[{"nTimestamp":1426947930100,"nQualityIndicator":1,"fLatitude":3330,"fLongitude":7045,"fSpeed":36,"KM":57},)"
+        "\n"
+        R"({"nTimestamp":1426947930100,"nQualityIndicator":1,"fLatitude":3330,"fLongitude":7045,"fSpeed":36,"KM":57},)"
+        "\n"
+        R"({"nTimestamp":1426947930200,"nQualityIndicator":-1,"fLatitude":0,"fLongitude":0,"fSpeed":null,"KM":255}],)"
+        R"("fixes":[{"Latitude":3330,"NS":"S","Longitude":7045,"EW":"W","SpeedOverGround":36,"CourseOverGround":0,"HDOP":0,"SatelliteUsedCount":0,"Now":[0,0,0,0,14,25,30,0]},)"
+        "\n"
+        R"({"Latitude":3330,"NS":"S","Longitude":7045,"EW":"W","SpeedOverGround":36,"CourseOverGround":90,"HDOP":1.5,"SatelliteUsedCount":7,"Now":[2015,3,0,21,14,25,30,0]}]})"
+        "\n");
+}
+
+TEST(CliTelemetry, WritesASampleWithItsGpsHeaderAsACsvRow)
+{
+    const TempFolder card;
+    const std::string file = card.file("a.avi", AviWriter().junk(drive()).bytes());
+    EXPECT_EQ(zavikctl({"telemetry", "--csv", file}).out,
+        "nTimestamp,x,y,z,nTemperature,gps_nTimestamp,nQualityIndicator,fLatitude,fLongitude,fSpeed,KM\r\n"
+        "1426947930000,1,0,-1.5,25,1426947930100,1,3330,7045,36,57\r\n"
+        "1426947930100,0.00390625,0,0,-3,1426947930100,1,3330,7045,36,57\r\n"
+        "1426947930200,0,0,1,0,1426947930200,-1,0,0,,255\r\n"
+        "1426947930300,0,0,1,0,,,,,,\r\n");
+}
+
+TEST(CliTelemetry, WritesTheWayAsGpx)
+{
+    const TempFolder card;
+    const std::string file = card.file("a<b>&\xFF.avi", AviWriter().junk(drive()).bytes());
+    EXPECT_EQ(zavikctl({"telemetry", file, "--gpx"}).out,
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<gpx version=\"1.1\" creator=\"zavikctl\" xmlns=\"http://www.topografix.com/GPX/1/1\"\n"
+        "     xmlns:gpxtpx=\"http://www.garmin.com/xmlschemas/TrackPointExtension/v2\">\n"
+        "  <trk>\n"
+        "    <name>a&#60;b&#62;&#38;\uFFFD.avi</name>\n"
+        "    <trkseg>\n"
+        "      <trkpt lat=\"-33.50000000\" "
+        "lon=\"-70.75000000\"><time>2015-03-21T14:25:30.100Z</time><extensions>"
+        "<gpxtpx:TrackPointExtension><gpxtpx:speed>10</gpxtpx:speed></gpxtpx:TrackPointExtension>"
+        "</extensions></trkpt>\n"
+        "    </trkseg>\n"
+        "  </trk>\n"
+        "</gpx>\n");
+}
+
+TEST(CliTelemetry, SummarisesForPeople)
+{
+    const TempFolder card;
+    const std::string file = card.file("a.avi", AviWriter().junk(drive()).bytes());
+    EXPECT_THAT(zavikctl({"telemetry", file}).out,
+        AllOf(HasSubstr("4 samples"), HasSubstr("2015-03-21T14:25:30Z to 2015-03-21T14:25:30.300Z"),
+            HasSubstr("1.80 g (x +1.00, y +0.00, z -1.50)"), HasSubstr("2 records, 1 with a position"),
+            HasSubstr("33.500000 S, 70.750000 W, 36 km/h")));
+}
+
+TEST(CliTelemetry, AcceptsRecordingsWithoutWholeSideData)
+{
+    const TempFolder card;
+    std::vector<std::byte> cut =
+        AviWriter().junk(SideDataWriter().gsensor(start, 0, 0, 256).gsensor(0, 0, 0, 0)).bytes();
+    cut.pop_back();
+    const struct {
+        std::string file;
+        std::string json;
+    } cases[] = {
+        {card.file("no.avi", AviWriter().filler(100).bytes()),
+            R"({"result":false,"gsensor":[],"gps":[],"fixes":[]})"},
+        {card.file("none.avi", AviWriter().junk(SideDataWriter()).bytes()),
+            R"({"result":true,"gsensor":[],"gps":[],"fixes":[]})"},
+        {card.file("cut.avi", cut),
+            R"({"result":false,"gsensor":[{"nTimestamp":1426947930000,"x":0,"y":0,"z":1,"nTemperature":0}],"gps":[],"fixes":[]})"},
+    };
+    for (const auto& expected : cases) {
+        const Outcome json = zavikctl({"telemetry", expected.file, "--json"});
+        EXPECT_EQ(json.code, 0);
+        EXPECT_EQ(json.out, expected.json + "\n");
+        for (const char* format : {"--csv", "--gpx"})
+            EXPECT_EQ(zavikctl({"telemetry", expected.file, format}).code, 0);
+        EXPECT_THAT(zavikctl({"telemetry", expected.file}).out, HasSubstr("0 records"));
+    }
+}
+
+ZVKGpsRecord record(
+    int64_t milliseconds, double latitude, double longitude, char km = '9', double speed = 100)
+{
+    ZVKGpsRecord made;
+    made.header.nTimestamp = milliseconds;
+    made.header.fLatitude = latitude;
+    made.header.fLongitude = longitude;
+    made.header.fSpeed = speed;
+    made.header.KM = km;
+    return made;
+}
+
+TEST(CliTelemetry, BeginsATrackSegmentAtEveryGap)
+{
+    constexpr auto earliest = std::numeric_limits<int64_t>::min();
+    constexpr auto latest = std::numeric_limits<int64_t>::max();
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto at = [](int64_t milliseconds) { return record(milliseconds, 3730, 12700); };
+    const struct {
+        const char* what;
+        std::vector<ZVKGpsRecord> records;
+        std::vector<size_t> lengths;
+    } cases[] = {
+        {"nothing", {}, {}},
+        {"steady", {at(0), at(1000), at(1000), at(11000)}, {4}},
+        {"more than ten seconds", {at(0), at(10001), at(11000)}, {1, 2}},
+        {"back in time", {at(1000), at(999), at(2000)}, {1, 2}},
+        {"absurd times", {at(earliest), at(latest), at(earliest)}, {1, 1, 1}},
+        {"no position", {at(0), record(1000, 0, 0), at(2000)}, {1, 1}},
+        {"on the equator", {at(0), record(1000, 0, 12700), record(2000, 3730, 0)}, {3}},
+        {"poles and date line", {record(0, 9000, 18000), record(1000, -9000, -18000)}, {2}},
+        {"beyond", {record(0, 9000.01, 0), at(1), record(2, 0, 18000.01), at(3), record(4, nan, 1)}, {1, 1}},
+        {"infinite", {record(0, infinity, 1), record(1, 1, -infinity), at(2)}, {1}},
+        {"only gaps", {record(0, 0, 0), record(1, 0, 0)}, {}},
+    };
+    for (const auto& expected : cases) {
+        std::vector<size_t> lengths;
+        for (const auto& segment : cli::trackSegments(expected.records))
+            lengths.push_back(segment.size());
+        EXPECT_EQ(lengths, expected.lengths) << expected.what;
+    }
+}
+
+TEST(CliTelemetry, GivesPlacesInDegreesAndSpeedsInKmh)
+{
+    ZVKGpsRecord south = record(7, 3730.6, 12715, '1');
+    south.fix.NS = 'S';
+    const auto point = cli::trackPoint(south);
+    ASSERT_TRUE(point);
+    EXPECT_EQ(point->nTimestamp, 7);
+    EXPECT_DOUBLE_EQ(point->latitude, -37.51);
+    EXPECT_DOUBLE_EQ(point->longitude, 127.25);
+    EXPECT_DOUBLE_EQ(point->speed, 62.1371192);
+    for (const char km : {'9', '0', '\0', '\xFF'})
+        EXPECT_DOUBLE_EQ(cli::trackPoint(record(0, 1, 1, km))->speed, 100);
+}
+
+} // namespace

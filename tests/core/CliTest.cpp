@@ -1,0 +1,111 @@
+#include "tests/core/CliSupport.h"
+#include "tests/support/TempFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+TEST(Cli, RefusesWrongUsage)
+{
+    const std::vector<std::string> cases[] = {
+        {},
+        {"frobnicate"},
+        {"--frobnicate"},
+        {"list"},
+        {"list", "a", "b"},
+        {"list", "a", "--csv"},
+        {"list", "--", "--json", "a"},
+        {"telemetry", "--json"},
+        {"telemetry", "a", "--json", "--csv"},
+        {"telemetry", "a", "--gpx", "--json"},
+        {"telemetry", "a", "--JSON"},
+        {"telemetry", "a", "-j"},
+    };
+    for (const auto& words : cases) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        const Outcome outcome = zavikctl(words);
+        EXPECT_EQ(outcome.code, 2);
+        EXPECT_THAT(outcome.out, IsEmpty());
+        EXPECT_THAT(outcome.err, HasSubstr("usage: zavikctl "));
+    }
+}
+
+TEST(Cli, HelpsOnTheOutputStream)
+{
+    for (const std::vector<std::string>& words :
+        {std::vector<std::string>{"--help"}, {"-h"}, {"list", "--help"}, {"telemetry", "a", "b", "--help"}}) {
+        const Outcome outcome = zavikctl(words);
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_THAT(outcome.out, AllOf(StartsWith("usage: zavikctl "), HasSubstr("\\udcXX")));
+        EXPECT_THAT(outcome.err, IsEmpty());
+    }
+    EXPECT_EQ(zavikctl({"list", "--", "--help"}).code, 1) << "a folder of that name";
+}
+
+TEST(Cli, FailsWithOneLineWhenSomethingCannotBeRead)
+{
+    const TempFolder folder;
+    const std::string text = folder.file("notes.avi", std::as_bytes(std::span("not a recording")));
+    const std::string empty = folder.file("empty.avi");
+    const std::string missing = folder.path("miss\ning\x1B[2J");
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list", missing}, {"list", text},
+             {"list", ""}, {"telemetry", missing}, {"telemetry", text, "--json"},
+             {"telemetry", empty, "--csv"}, {"telemetry", folder.path(), "--gpx"}, {"telemetry", ""}}) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        const Outcome outcome = zavikctl(words);
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_THAT(outcome.out, IsEmpty());
+        EXPECT_THAT(outcome.err, StartsWith("zavikctl: "));
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
+        EXPECT_EQ(outcome.err.find('\x1B'), outcome.err.npos);
+    }
+}
+
+TEST(Cli, FailsWhenItsOutputCannotBeWritten)
+{
+    struct FullDisk : std::streambuf {
+    } fullDisk;
+    std::ostream out(&fullDisk);
+    std::ostringstream err;
+    const std::string_view words[] = {"--help"};
+    EXPECT_EQ(cli::run(words, {out, err}), cli::ExitCode::Failure);
+    EXPECT_EQ(err.str(), "zavikctl: standard output: cannot be written\n");
+}
+
+TEST(Cli, ListsInTheOrderOfTheLibrary)
+{
+    const TempFolder card;
+    const std::string rear = card.file("a/alwa_20150321_142530_R.avi");
+    const std::string odd = card.file("od\"d\n\xFF/park_20150321_142530.AVI");
+
+    const Outcome plain = zavikctl({"list", card.path()});
+    EXPECT_EQ(plain.code, 0);
+    EXPECT_EQ(plain.out,
+        "-          -        always -     " + odd + "\n2015-03-21 14:25:30 always rear  " + rear + "\n");
+
+    const Outcome json = zavikctl({"list", card.path(), "--json"});
+    EXPECT_EQ(json.code, 0);
+    EXPECT_EQ(json.out,
+        "[{\"path\":\"" + card.path()
+            + R"(/od\"d\u000a\udcff/park_20150321_142530.AVI",)"
+              R"("file":"park_20150321_142530.AVI","kind":0,"date":"","time":"","direction":2},)"
+              "\n{\"path\":\""
+            + rear
+            + R"(","file":"alwa_20150321_142530_R.avi","kind":0,)"
+              R"("date":"2015-03-21","time":"14:25:30","direction":1}])"
+              "\n");
+
+    const TempFolder emptyFolder;
+    EXPECT_EQ(zavikctl({"list", emptyFolder.path(), "--json"}).out, "[]\n");
+    EXPECT_EQ(zavikctl({"list", emptyFolder.path()}).out, "");
+}
+
+} // namespace

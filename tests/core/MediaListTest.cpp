@@ -1,0 +1,154 @@
+#include "media/ZVKMediaList.h"
+#include "tests/support/TempFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <set>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The listed files by their paths below the folder, in list order.
+std::vector<std::string> listed(const TempFolder& card)
+{
+    std::vector<std::string> names;
+    for (const ZVKMedia& media : ZVKMediaList::sortedMedias(card.path()))
+        names.push_back(media.path().substr(card.path().size() + 1));
+    return names;
+}
+
+TEST(MediaList, ListsRecordingsAtAnyDepthOldestFirst)
+{
+    const TempFolder card;
+    for (const char* name : {"alwa_20150321_142530.avi", "MotionMovie/motion_20150321_142530.AVI",
+             "EventMovie/.deep/er/event_20150321_142500.Avi", "park_20150321_142530.avi", "notes.avi",
+             "alwa_20150321_142530.mp4", "alwa_20150321_142530", "motion_20150321_1425.avi",
+             "event_20150321_14253.avi", ".alwa_20150321_142530.avi", "config.bin"})
+        card.file(name);
+    // The length of a template, hidden, with an unknown prefix: a recording of an unknown time.
+    EXPECT_THAT(listed(card),
+        testing::AnyOf(ElementsAre("park_20150321_142530.avi", ".alwa_20150321_142530.avi",
+                           "EventMovie/.deep/er/event_20150321_142500.Avi",
+                           "MotionMovie/motion_20150321_142530.AVI", "alwa_20150321_142530.avi"),
+            ElementsAre(".alwa_20150321_142530.avi", "park_20150321_142530.avi",
+                "EventMovie/.deep/er/event_20150321_142500.Avi", "MotionMovie/motion_20150321_142530.AVI",
+                "alwa_20150321_142530.avi")));
+}
+
+TEST(MediaList, KeepsNamesOfAnyEncoding)
+{
+    const TempFolder card;
+    card.file("앞 카메라/alwa_20150321_142530앞.avi");
+    card.file("\xB5\xDA/alwa_20150321_142531\xB5\xDA.avi");
+    card.file("가나다라마바xx.avi"); // 20 bytes, but 8 characters
+    EXPECT_THAT(listed(card),
+        ElementsAre("앞 카메라/alwa_20150321_142530앞.avi", "\xB5\xDA/alwa_20150321_142531\xB5\xDA.avi"));
+}
+
+TEST(MediaList, EntersEveryFolderOnce)
+{
+    const TempFolder card;
+    const TempFolder elsewhere;
+    card.file("deep/er/alwa_20150321_142530.avi");
+    elsewhere.file("event_20150321_142531.avi");
+    namespace fs = std::filesystem;
+    fs::create_directory_symlink("../..", card.path("deep/er/up"));
+    fs::create_directory_symlink(".", card.path("self"));
+    fs::create_directory_symlink(elsewhere.path(), card.path("one"));
+    fs::create_directory_symlink(elsewhere.path(), card.path("two"));
+    fs::create_directory_symlink(card.path("deep"), elsewhere.path("back"));
+
+    std::multiset<std::string> names;
+    for (const ZVKMedia& media : ZVKMediaList::sortedMedias(card.path()))
+        names.insert(media.fileName());
+    EXPECT_THAT(names, ElementsAre("alwa_20150321_142530.avi", "event_20150321_142531.avi"));
+}
+
+TEST(MediaList, ListsOnlyWhatIsAFile)
+{
+    const TempFolder card;
+    namespace fs = std::filesystem;
+    card.file("alwa_20150101_000000.avi/alwa_20150101_000001.avi"); // a folder named like a recording
+    fs::create_symlink(
+        "alwa_20150101_000000.avi/alwa_20150101_000001.avi", card.path("alwa_20150101_000002.avi"));
+    fs::create_symlink("nothing", card.path("alwa_20150101_000003.avi"));
+    fs::create_symlink("alwa_20150101_000004.avi", card.path("alwa_20150101_000004.avi"));
+    ASSERT_EQ(mkfifo(card.path("alwa_20150101_000005.avi").c_str(), 0600), 0);
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    const std::string socketPath = card.path("alwa_20150101_000006.avi");
+    ASSERT_LT(socketPath.size(), sizeof address.sun_path);
+    std::memcpy(address.sun_path, socketPath.c_str(), socketPath.size() + 1);
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    close(listener);
+
+    EXPECT_THAT(listed(card),
+        ElementsAre("alwa_20150101_000000.avi/alwa_20150101_000001.avi", "alwa_20150101_000002.avi"));
+}
+
+TEST(MediaList, AnswersForFoldersThatAreNone)
+{
+    const TempFolder card;
+    EXPECT_THAT(listed(card), IsEmpty());
+    EXPECT_THAT(ZVKMediaList::sortedMedias(card.path("missing")), IsEmpty());
+    EXPECT_THAT(ZVKMediaList::sortedMedias(card.file("alwa_20150321_142530.avi")), IsEmpty());
+    EXPECT_THAT(ZVKMediaList::sortedMedias(""), IsEmpty());
+}
+
+TEST(MediaList, KeepsTheOrderOfTheWalkAmongEquals)
+{
+    const TempFolder card;
+    for (int i = 0; i < 40; ++i)
+        card.file("alwa_20150321_142530_" + std::string(1, static_cast<char>('A' + i)) + ".avi");
+    std::vector<std::string> walked;
+    for (const auto& entry : std::filesystem::directory_iterator(card.path()))
+        walked.push_back(entry.path().filename());
+    EXPECT_EQ(listed(card), walked);
+}
+
+TEST(MediaList, TakesOneMorePerFolderOnceItIsFull)
+{
+    const TempFolder card;
+    const std::string first = card.file("A/alwa_20150321_142530_.avi");
+    std::filesystem::create_directory(card.path("A/more"));
+    for (size_t i = 1; i < ZVKMediaList::maximumCount + 5; ++i) {
+        std::string number = std::to_string(i);
+        number.insert(0, 6 - number.size(), '0');
+        ASSERT_EQ(link(first.c_str(), card.path("A/alwa_20150321_" + number + ".avi").c_str()), 0);
+    }
+    EXPECT_EQ(listed(card).size(), ZVKMediaList::maximumCount) << "one full folder";
+
+    for (const char* folder : {"B/", "B/inner/", "C/"})
+        for (const char* name : {"event_20150321_142530.avi", "event_20150321_142531.avi"})
+            card.file(std::string(folder) + name);
+    // What stands before the full folder is taken whole; each folder after it gives one.
+    size_t expected = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(card.path())) {
+        const bool isFull = expected >= ZVKMediaList::maximumCount;
+        const std::string name = entry.path().filename();
+        if (name == "A")
+            expected = ZVKMediaList::maximumCount;
+        else if (name == "C")
+            expected += isFull ? 1 : 2;
+        else if (!isFull)
+            expected += 4;
+        else
+            for (const auto& inB : std::filesystem::directory_iterator(entry)) {
+                ++expected;
+                if (!inB.is_directory())
+                    break;
+            }
+    }
+    EXPECT_EQ(listed(card).size(), expected);
+}
+
+} // namespace

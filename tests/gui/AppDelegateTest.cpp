@@ -1,0 +1,162 @@
+#include "app/CommandLine.h"
+#include "lib/LoadingIndicator.h"
+#include "lib/PositionSlider.h"
+#include "lib/TKImageButton.h"
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+
+#include <QLabel>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* first = "alwa_20150321_142530_F.avi";
+constexpr const char* second = "alwa_20150321_142600_F.avi";
+
+TEST(Start, FindsAnEmptyListAndTheWindowCentred)
+{
+    AppDelegateProbe app;
+    EXPECT_EQ(app.list().count(), 0);
+    EXPECT_EQ(app.mediaIndex(), -1);
+    EXPECT_EQ(app.volume(), 70u);
+    EXPECT_EQ(app.player().loudness, 70);
+    EXPECT_FALSE(app.player().muted);
+    EXPECT_EQ(app.controller->mainWindow().frame(), (platform::Rect{450, 205, 1020, 640}));
+    EXPECT_EQ(app.find<TKImageButton>("playButton").imageName(), "icon_play_n");
+    EXPECT_EQ(app.find<TKImageButton>("recordButtonImageView").imageName(), "record_p");
+    EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());
+    EXPECT_FALSE(app.find<QLabel>("listStateLabel").text().isEmpty());
+}
+
+TEST(Start, StoresTheLanguageUnlessItFollowsTheSystem)
+{
+    EXPECT_EQ(AppDelegateProbe("en").desk.defaults.lists["AppleLanguages"], std::vector<std::string>{"en"});
+    EXPECT_TRUE(AppDelegateProbe("ko").isKorean());
+    AppDelegateProbe automatic("auto");
+    EXPECT_TRUE(automatic.desk.defaults.lists.empty());
+    EXPECT_FALSE(automatic.isKorean());
+}
+
+TEST(Start, TakesOnlyZeroAndOneForMiles)
+{
+    AppDelegateProbe app;
+    for (const auto& [value, expected] : {std::pair{1u, true}, {2u, true}, {0u, false}, {256u, false}}) {
+        app.controller->setDisplayMile(value);
+        EXPECT_EQ(app.showsMiles(), expected) << value;
+    }
+}
+
+TEST(Folder, CancellingThePanelChangesNothing)
+{
+    TempFolder folder;
+    folder.file(first);
+    AppDelegateProbe app;
+    app.open(folder.path());
+    app.start(0);
+    const size_t calls = app.player().calls.size();
+    app.desk.panels.folder = std::nullopt;
+    app.controller->openMediaDirectoryDialog();
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.desk.panels.asked, 1);
+    EXPECT_EQ(app.list().count(), 1);
+    EXPECT_EQ(app.player().calls.size(), calls);
+}
+
+TEST(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
+{
+    TempFolder full;
+    full.file(first);
+    full.file(second);
+    TempFolder empty;
+    AppDelegateProbe app;
+    app.open(full.path());
+    EXPECT_EQ(app.list().count(), 2);
+    app.start(1);
+    app.desk.panels.folder = empty.path();
+    app.controller->openMediaDirectoryDialog();
+    EXPECT_EQ(app.player().calls.back(), "stop");
+    EXPECT_EQ(app.list().count(), 2) << "the old entries stay until the scan has ended";
+    app.desk.dispatcher.runAll();
+    app.desk.dispatcher.advance(std::chrono::seconds(5));
+    EXPECT_EQ(app.list().count(), 0);
+    EXPECT_EQ(app.mediaIndex(), 1);
+    EXPECT_EQ(app.player().calls.back(), "stop");
+    EXPECT_EQ(app.find<QTableView>("mediaListTableView").model()->rowCount(), 0);
+    EXPECT_TRUE(app.find<QLabel>("listStateLabel").isVisibleTo(&app.controller->mainWindow()));
+}
+
+TEST(Folder, ListShowsKindDateTimeAndName)
+{
+    TempFolder folder;
+    for (const char* name :
+        {"event_20150321_142500.avi", "motion_20150321_142530.AVI", "abcdefghijklmnopqrst.avi"})
+        folder.file(name);
+    AppDelegateProbe app;
+    app.open(folder.path());
+    const QAbstractItemModel& model = *app.find<QTableView>("mediaListTableView").model();
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < model.columnCount(); ++column)
+            cells += model.index(row, column).data().toString();
+        rows += cells.join('|');
+    }
+    EXPECT_EQ(rows.join('\n').toStdString(),
+        "Always|||abcdefghijklmnopqrst.avi\n"
+        "Event|2015-03-21|14:25:00|event_20150321_142500.avi\n"
+        "Motion|2015-03-21|14:25:30|motion_20150321_142530.AVI");
+    EXPECT_FALSE(model.index(0, 0).data(Qt::DecorationRole).isNull());
+}
+
+TEST(Loading, IndicatorHidesAfterItsFileReportsOrAfterFifteenSeconds)
+{
+    TempFolder folder;
+    folder.file(first);
+    for (const bool reports : {true, false}) {
+        SCOPED_TRACE(reports);
+        AppDelegateProbe app;
+        app.open(folder.path());
+        auto& indicator = app.find<LoadingIndicator>("progressIndicator");
+        app.start(0);
+        EXPECT_TRUE(indicator.isVisible());
+        app.desk.dispatcher.advance(std::chrono::milliseconds(14900));
+        EXPECT_TRUE(indicator.isVisible());
+        EXPECT_NEAR(indicator.doubleValue(), 98, 0.01);
+        if (reports)
+            app.player().reportTime(0.1f);
+        app.desk.dispatcher.advance(std::chrono::milliseconds(300));
+        EXPECT_FALSE(indicator.isVisible());
+        EXPECT_FALSE(indicator.isAnimating());
+    }
+}
+
+TEST(Quitting, DuringAScanAndDuringAnExtractionLeavesNothingBehind)
+{
+    TempFolder folder;
+    folder.file(first);
+    auto app = std::make_unique<AppDelegateProbe>();
+    app->open(folder.path());
+    app->controller->playAtIndex(0);
+    app->controller->openMediaDirectory(folder.path());
+    app->controller->mainWindow().close();
+    app->controller->applicationWillTerminate();
+    app->controller.reset();
+    app->desk.dispatcher.runAll();
+    app->desk.dispatcher.advance(std::chrono::seconds(20));
+}
+
+TEST(CommandLineArguments, AreRefusedWithUsageWhenWrong)
+{
+    const auto parse = [](std::vector<const char*> arguments) {
+        return CommandLine::parsed(arguments, "en");
+    };
+    EXPECT_EQ(parse({"/card"}).folder, "/card");
+    EXPECT_EQ(parse({"--language", "ko", "--", "-odd"}).folder, "-odd");
+    EXPECT_EQ(parse({"--language", "ko"}).language, "ko");
+    EXPECT_EQ(parse({"--help"}).exitCode, 0);
+    for (const auto& wrong : {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"}})
+        EXPECT_EQ(CommandLine::parsed(wrong, "en").exitCode, 2);
+}
+
+} // namespace

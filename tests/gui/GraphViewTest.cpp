@@ -1,0 +1,103 @@
+#include "telemetry/GraphView.h"
+
+#include <QImage>
+#include <gtest/gtest.h>
+
+namespace {
+
+std::vector<ZVKGSensor> rising(int n)
+{
+    std::vector<ZVKGSensor> samples;
+    for (int i = 0; i < n; ++i)
+        samples.push_back({float(i), 0, 0});
+    return samples;
+}
+
+/// The graph on a black ground.
+QImage drawn(GraphView& graph)
+{
+    QImage image(graph.size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    graph.render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+int countOf(const QImage& image, const std::function<bool(QColor)>& matches)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += matches(image.pixelColor(x, y)) ? 1 : 0;
+    return count;
+}
+
+class Graph : public testing::Test {
+protected:
+    // A graph area of 400 x 100 points: 25 points a g, the 0 g line at 58.
+    Graph() { graph.resize(440, 116); }
+    GraphView graph;
+};
+
+TEST_F(Graph, PicksTheSampleOfEachTenthOfAPoint)
+{
+    graph.setGraphData(rising(100));
+    const auto line = graph.polyline(&ZVKGSensor::x);
+    EXPECT_DOUBLE_EQ(line.front().x, 21);
+    EXPECT_DOUBLE_EQ(line.front().y, 58);
+    EXPECT_NEAR(line.back().x, 21 + 400, 1e-9);
+    EXPECT_DOUBLE_EQ(line.back().y, 58 + 99 * 25);
+    // Sample s begins at the first point k with k * 100 / 4001 >= s.
+    const auto step = std::ranges::find_if(line, [](const auto& point) { return point.y == 58 + 50 * 25; });
+    ASSERT_NE(step, line.end());
+    EXPECT_NEAR(step->x, 21 + 2001 * 0.1, 1e-9);
+}
+
+TEST_F(Graph, LeavesOutOnlyPointsBetweenEqualNeighbours)
+{
+    graph.setGraphData({{0.5f, 0, 0}});
+    const auto flat = graph.polyline(&ZVKGSensor::x);
+    ASSERT_EQ(flat.size(), 2u);
+    EXPECT_DOUBLE_EQ(flat[0].y, 58 + 12.5);
+    EXPECT_NEAR(flat[1].x, 421, 1e-9);
+    graph.setGraphData(rising(50000));
+    EXPECT_EQ(graph.polyline(&ZVKGSensor::x).size(), 4001u);
+}
+
+TEST_F(Graph, PutsTwoGOnTheOuterLines)
+{
+    graph.setGraphData({{2, -2, 0}});
+    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::x).front().y, 108);
+    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::y).front().y, 8);
+    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::z).front().y, 58);
+}
+
+TEST_F(Graph, DrawsGridAloneWithoutSamplesAndFollowsNewOnes)
+{
+    const auto isRed = [](QColor c) { return c.red() > 200 && c.green() < 60 && c.blue() < 60; };
+    const auto isGrid = [](QColor c) { return c == QColor(204, 204, 204); };
+    const QImage empty = drawn(graph);
+    EXPECT_EQ(countOf(empty, isRed), 0);
+    EXPECT_GE(countOf(empty, isGrid), 5 * 390);
+    const auto whiteBarAt = [&](const QImage& image, int x) {
+        int run = 0;
+        for (int y = 0; y < image.height(); ++y)
+            run += image.pixelColor(x, y) == Qt::white ? 1 : 0;
+        return run;
+    };
+    EXPECT_EQ(whiteBarAt(empty, 20), 0);
+
+    graph.setGraphData({{1.5f, 0, -1}});
+    graph.updateTimePosition(0.5);
+    const QImage filled = drawn(graph);
+    EXPECT_GE(countOf(filled, isRed), 300);
+    EXPECT_EQ(whiteBarAt(filled, 220), 100);
+    EXPECT_EQ(whiteBarAt(filled, 221), 100);
+    graph.updateTimePosition(1);
+    EXPECT_EQ(graph.timeBar(), (platform::Rect{420, 8, 2, 100}));
+    EXPECT_EQ(whiteBarAt(drawn(graph), 420), 100);
+
+    graph.setGraphData({});
+    EXPECT_EQ(countOf(drawn(graph), isRed), 0) << "the lines of the file before are gone";
+}
+
+} // namespace

@@ -1,0 +1,271 @@
+#include "lib/PositionSlider.h"
+#include "lib/TKImageButton.h"
+#include "telemetry/GraphView.h"
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+#include "tools/samplecard/AviWriter.h"
+#include "tools/samplecard/DeviceSentence.h"
+
+#include <QLabel>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using platform::PlayerState;
+
+namespace {
+
+/// A recording whose samples all have the given x, with one GPS record at their end.
+std::vector<std::byte> recording(int32_t x, int samples)
+{
+    SideDataWriter sideData;
+    for (int i = 0; i < samples; ++i)
+        sideData.gsensor(1000 + i * 100, x, 0, 256);
+    DeviceFix fix;
+    fix.satellitesUsed = 7;
+    fix.hdop = 0.9;
+    GpsRecordFields gps;
+    gps.timestamp = 1000 + samples * 100;
+    gps.latitude = 3723.4567;
+    gps.longitude = 12701.5;
+    gps.speed = 54;
+    gps.km = '0';
+    gps.text = deviceText(fix);
+    sideData.gps(gps);
+    return AviWriter().filler(64).junk(sideData).bytes();
+}
+
+/// Three recordings: front, rear, and a later one that is no recording inside.
+class Playback : public testing::Test {
+protected:
+    Playback()
+    {
+        folder.file("alwa_20150321_142530_F.avi", recording(256, 10));
+        folder.file("alwa_20150321_142600_R.avi", recording(-512, 20));
+        folder.file("alwa_20150321_142700_F.avi");
+        app.open(folder.path());
+    }
+
+    int selectedRow()
+    {
+        const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
+        return rows.size() == 1 ? rows.first().row() : -1;
+    }
+
+    QString text(const char* field) { return app.find<QLabel>(field).text(); }
+
+    TempFolder folder;
+    AppDelegateProbe app;
+};
+
+TEST_F(Playback, ReadsTelemetryBeforeThePictureStarts)
+{
+    EXPECT_TRUE(app.controller->playAtIndex(0));
+    EXPECT_EQ(selectedRow(), 0);
+    EXPECT_EQ(app.player().countOf("play"), 0u);
+    app.desk.dispatcher.runBackground();
+    EXPECT_TRUE(app.telemetry().m_GSensors.empty()) << "the result is published on the main thread only";
+    app.desk.dispatcher.runMain();
+    EXPECT_EQ(app.player().countOf("play"), 1u);
+    EXPECT_EQ(app.find<GraphView>("graphView").graphData().size(), 10u);
+    EXPECT_EQ(text("gsensorXField"), "X=+0.00");
+    EXPECT_TRUE(text("speedField").isEmpty());
+
+    app.player().reportState(PlayerState::playing);
+    EXPECT_TRUE(app.playInfo().isPlaying());
+    EXPECT_EQ(app.find<TKImageButton>("playButton").imageName(), "icon_pause_n");
+    EXPECT_EQ(app.find<QLabel>("speedTextButton").text(), "1.0x");
+    EXPECT_EQ(app.playInfo().audioMediaDirection(), 0);
+    EXPECT_TRUE(app.find<QWidget>("video1View").isVisible());
+    EXPECT_GT(app.playInfo().scale(), 0);
+    app.player().reportTime(0.5f);
+    app.player().reportTime(0.5f);
+    app.player().reportTime(0.5f);
+    EXPECT_EQ(text("gsensorXField"), "X=+1.00");
+    EXPECT_EQ(text("speedField"), "54 Km/h");
+    EXPECT_EQ(text("latitudeField"), "37.3909");
+    EXPECT_EQ(text("hdopField"), "0.9");
+    EXPECT_EQ(text("sateliteField"), "7");
+}
+
+TEST_F(Playback, RefusesAnotherStartWhileOneIsPending)
+{
+    EXPECT_TRUE(app.controller->playAtIndex(0));
+    EXPECT_FALSE(app.controller->playAtIndex(1));
+    app.find<QTableView>("mediaListTableView").selectRow(1);
+    app.controller->changeAndPlay();
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.mediaIndex(), 0);
+    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142530_F.avi"));
+    EXPECT_EQ(app.telemetry().m_GSensors.size(), 10u);
+}
+
+TEST_F(Playback, ClampsTheIndexAndPlaysNothingFromAnEmptyList)
+{
+    for (const auto& [index, expected] : {std::pair{-5, 0}, {99, 2}}) {
+        app.start(index);
+        EXPECT_EQ(app.mediaIndex(), expected);
+    }
+    AppDelegateProbe empty;
+    EXPECT_FALSE(empty.controller->playAtIndex(0));
+    EXPECT_FALSE(empty.controller->playNext());
+    empty.controller->clickPlayButton();
+    empty.controller->changeAndPlay();
+    empty.controller->jumpForward();
+    empty.controller->jumpBackward();
+    EXPECT_EQ(empty.player().countOf("play"), 0u);
+}
+
+TEST_F(Playback, NeverShowsTheTelemetryOfTheFileBefore)
+{
+    app.start(1);
+    app.player().reportTime(0.5f);
+    ASSERT_EQ(app.telemetry().m_GSensors.size(), 20u);
+    app.controller->playAtIndex(2);
+    EXPECT_TRUE(app.telemetry().m_GSensors.empty());
+    app.playInfo().setPosition(0.3);
+    app.desk.dispatcher.runAll();
+    EXPECT_TRUE(app.find<GraphView>("graphView").graphData().empty());
+    EXPECT_TRUE(text("speedField").isEmpty());
+    EXPECT_EQ(text("gsensorXField"), "X=+0.00");
+}
+
+TEST_F(Playback, MovesOnOneToTwoSecondsAfterTheEndAndStaysAfterTheLast)
+{
+    app.start(0);
+    app.desk.dispatcher.advance(10s);
+    EXPECT_EQ(app.mediaIndex(), 0) << "a playing file is left alone";
+    app.player().reportEnd();
+    EXPECT_FALSE(app.playInfo().isPlaying());
+    EXPECT_EQ(app.playInfo().position(), 1);
+    app.desk.dispatcher.advance(999ms);
+    EXPECT_EQ(app.mediaIndex(), 0);
+    app.desk.dispatcher.advance(1002ms);
+    EXPECT_EQ(app.mediaIndex(), 1);
+    EXPECT_EQ(selectedRow(), 1);
+    EXPECT_TRUE(app.isWaiting());
+    app.desk.dispatcher.runAll();
+    app.player().reportState(PlayerState::playing);
+    EXPECT_EQ(app.playInfo().audioMediaDirection(), 1);
+
+    app.start(2);
+    app.player().reportEnd();
+    const size_t calls = app.player().calls.size();
+    app.desk.dispatcher.advance(60s);
+    EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(app.player().calls.size(), calls);
+}
+
+TEST_F(Playback, AFolderChosenMeanwhileVoidsWhatWasPending)
+{
+    struct Case {
+        const char* name;
+        std::function<void()> before;
+    };
+    const Case cases[] = {
+        {"extraction", [this] { app.controller->playAtIndex(0); }},
+        {"extracted", [this] { app.controller->playAtIndex(0), app.desk.dispatcher.runBackground(); }},
+        {"move to the next file",
+            [this] { app.start(0), app.player().reportEnd(), app.desk.dispatcher.advance(1500ms); }},
+        {"second seek of a jump back",
+            [this] { app.start(0), app.player().reportTime(0.5f), app.controller->jumpBackward(); }},
+    };
+    for (const auto& [name, before] : cases) {
+        SCOPED_TRACE(name);
+        before();
+        app.controller->openMediaDirectory(folder.path());
+        const size_t calls = app.player().calls.size();
+        app.desk.dispatcher.runAll();
+        app.desk.dispatcher.advance(20s);
+        EXPECT_EQ(app.player().calls.size(), calls);
+        EXPECT_FALSE(app.isWaiting());
+        EXPECT_FALSE(app.isMoving());
+        EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
+    }
+}
+
+TEST_F(Playback, TheSameRowOfAnotherFolderIsAnotherFile)
+{
+    app.start(0);
+    TempFolder other;
+    other.file("alwa_20160101_000000_F.avi", recording(128, 3));
+    app.open(other.path());
+    EXPECT_EQ(selectedRow(), -1);
+    app.find<QTableView>("mediaListTableView").selectRow(0);
+    app.controller->changeAndPlay();
+    EXPECT_EQ(app.player().current->url(), other.path("alwa_20160101_000000_F.avi"));
+}
+
+TEST_F(Playback, DoubleClickOnThePlayingRowRestartsOnlyWhenPausedOrEnded)
+{
+    app.start(0);
+    app.player().reportTime(0.4f);
+    app.controller->changeAndPlay();
+    EXPECT_FLOAT_EQ(app.player().fraction, 0.4f);
+    app.player().reportState(PlayerState::paused);
+    app.controller->changeAndPlay();
+    EXPECT_FLOAT_EQ(app.player().fraction, 0);
+    EXPECT_EQ(app.player().calls.back(), "play");
+}
+
+TEST_F(Playback, AFileThatCannotBePlayedLeavesTheListWorking)
+{
+    app.controller->playAtIndex(2);
+    app.desk.dispatcher.runAll();
+    app.player().reportFailure("no video in it");
+    EXPECT_FALSE(app.isWaiting());
+    EXPECT_FALSE(app.playInfo().isPlaying());
+    app.desk.dispatcher.advance(300ms);
+    EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
+    EXPECT_TRUE(app.controller->playAtIndex(0));
+    app.desk.dispatcher.runAll();
+    app.player().reportState(PlayerState::playing);
+    EXPECT_TRUE(app.playInfo().isPlaying());
+}
+
+TEST_F(Playback, PublishesEveryThirdTimeReportAndTheTargetWhileAJumpSettles)
+{
+    app.start(0);
+    app.player().reportTime(0.5f);
+    app.controller->jumpForward();
+    ASSERT_TRUE(app.isMoving());
+    const double target = 0.5 + 10.0 / 60;
+    EXPECT_NEAR(app.find<PositionSlider>("videoPositionSlider").doubleValue(), target, 1e-5);
+    app.controller->jumpForward();
+    EXPECT_EQ(app.player().countOf("jumpForward 10"), 1u) << "a second jump within the settling time";
+    app.player().reportTime(0.52f);
+    EXPECT_NEAR(app.playInfo().position(), target, 1e-6);
+    app.desk.dispatcher.advance(300ms);
+    EXPECT_FALSE(app.isMoving());
+    std::vector<double> published;
+    for (const float position : {0.70f, 0.71f, 0.72f, 0.73f}) {
+        app.player().reportTime(position);
+        published.push_back(app.playInfo().position());
+    }
+    EXPECT_FLOAT_EQ(float(published[0]), 0.70f);
+    EXPECT_EQ(published[1], published[0]);
+    EXPECT_EQ(published[2], published[0]);
+    EXPECT_FLOAT_EQ(float(published[3]), 0.73f);
+}
+
+TEST_F(Playback, WithoutAudioTracksNoCameraIsNamed)
+{
+    app.start(0);
+    app.player().tracks.clear();
+    app.player().reportTime(0.1f);
+    EXPECT_EQ(app.playInfo().audioMediaDirection(), 2);
+    EXPECT_FALSE(app.player().muted);
+}
+
+TEST_F(Playback, LaterFilesKeepTheScaleUntilTheWindowChangesSize)
+{
+    app.start(0);
+    const double scale = app.playInfo().scale();
+    app.player().size = {640, 480};
+    app.start(1);
+    EXPECT_EQ(app.playInfo().scale(), scale);
+    app.controller->sizeUp();
+    EXPECT_NE(app.playInfo().scale(), scale);
+}
+
+} // namespace

@@ -1,0 +1,50 @@
+#include "tools/samplecard/CardSteps.h"
+
+#include <array>
+#include <fstream>
+
+namespace samplecard {
+
+namespace {
+
+bool writeText(const std::filesystem::path& file, const std::string& text)
+{
+    std::ofstream out(file, std::ios::binary);
+    out << text;
+    return bool(out.flush());
+}
+
+} // namespace
+
+std::span<const CardStep> cardSteps()
+{
+    static constexpr std::array kSteps{
+        CardStep{"folders", addFolders},
+        CardStep{"recordings", addRecordings},
+        CardStep{"odd files", addOddFiles},
+    };
+    return kSteps;
+}
+
+std::optional<std::string> addFolders(const CardWork& work)
+{
+    for (const char* name : {"AlwaysMovie", "EventMovie", "MotionMovie"}) {
+        std::error_code failure;
+        std::filesystem::create_directory(work.card / name, failure);
+        if (failure)
+            return std::string(name) + ": " + failure.message();
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> addOddFiles(const CardWork& work)
+{
+    const std::string notList = "This file is no recording.\r\n";
+    for (const char* name : {"notes.txt", "AlwaysMovie/readme.avi", "MotionMovie/motion_20240518_1823.avi"}) {
+        if (!writeText(work.card / name, notList))
+            return std::string(name) + " cannot be written";
+    }
+    return std::nullopt;
+}
+
+} // namespace samplecard
