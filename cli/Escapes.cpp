@@ -19,15 +19,29 @@ size_t sequenceLength(std::string_view bytes)
     return 0;
 }
 
-/// Calls `append` with every character's bytes in turn; the second argument tells whether they are
-/// well-formed.
-template <typename Append> void forEachCharacter(std::string_view bytes, Append append)
+/// Letters, digits and what stands between them in paths.
+bool isPlain(char c)
 {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '-' && c <= ':') || c == '_' || c == ' ';
+}
+
+/// The text with every character replaced by what `escape` makes of its bytes; the second argument tells
+/// whether they are well-formed. What is plain stays as it is.
+template <typename Escape> std::string escaped(std::string_view bytes, Escape escape)
+{
+    std::string text;
     while (!bytes.empty()) {
+        const auto plainLength =
+            static_cast<size_t>(std::ranges::find_if_not(bytes, isPlain) - bytes.begin());
+        text += bytes.substr(0, plainLength);
+        bytes.remove_prefix(plainLength);
+        if (bytes.empty())
+            break;
         const size_t length = sequenceLength(bytes);
-        append(bytes.substr(0, std::max<size_t>(length, 1)), length > 0);
+        text += escape(bytes.substr(0, std::max<size_t>(length, 1)), length > 0);
         bytes.remove_prefix(std::max<size_t>(length, 1));
     }
+    return text;
 }
 
 std::string jsonCharacter(std::string_view character, bool isWellFormed)
@@ -60,20 +74,12 @@ std::string xmlCharacter(std::string_view character, bool isWellFormed)
 
 std::string jsonString(std::string_view bytes)
 {
-    std::string text = "\"";
-    forEachCharacter(bytes, [&](std::string_view character, bool isWellFormed) {
-        text += jsonCharacter(character, isWellFormed);
-    });
-    return text += '"';
+    return '"' + escaped(bytes, jsonCharacter) + '"';
 }
 
 std::string xmlText(std::string_view bytes)
 {
-    std::string text;
-    forEachCharacter(bytes, [&](std::string_view character, bool isWellFormed) {
-        text += xmlCharacter(character, isWellFormed);
-    });
-    return text;
+    return escaped(bytes, xmlCharacter);
 }
 
 } // namespace cli

@@ -5,72 +5,72 @@
 
 namespace cli {
 
-std::ostream& JsonWriter::separated()
+std::string& JsonWriter::separated()
 {
     if (place == Place::AfterValue)
-        out << ',';
+        text += ',';
     place = Place::AfterValue;
-    return out;
+    return text;
 }
 
 JsonWriter& JsonWriter::beginObject()
 {
     if (place == Place::AfterValue)
-        separated() << '\n';
-    out << '{';
+        separated() += '\n';
+    text += '{';
     place = Place::AtStart;
     return *this;
 }
 
 JsonWriter& JsonWriter::endObject()
 {
-    out << '}';
+    text += '}';
     place = Place::AfterValue;
     return *this;
 }
 
 JsonWriter& JsonWriter::beginArray()
 {
-    separated() << '[';
+    separated() += '[';
     place = Place::AtStart;
     return *this;
 }
 
 JsonWriter& JsonWriter::endArray()
 {
-    out << ']';
+    text += ']';
     place = Place::AfterValue;
     return *this;
 }
 
 JsonWriter& JsonWriter::key(std::string_view name)
 {
-    separated() << jsonString(name) << ':';
+    separated().append("\"").append(name).append("\":");
     place = Place::AfterKey;
     return *this;
 }
 
 JsonWriter& JsonWriter::string(std::string_view bytes)
 {
-    separated() << jsonString(bytes);
+    separated() += jsonString(bytes);
     return *this;
 }
 
 JsonWriter& JsonWriter::integer(int64_t number)
 {
-    separated() << number;
+    separated() += std::to_string(number);
     return *this;
 }
 
 JsonWriter& JsonWriter::number(double number)
 {
-    separated() << numberText(number).value_or("null");
+    separated() += numberText(number).value_or("null");
     return *this;
 }
 
 JsonWriter& JsonWriter::boolean(bool value)
 {
-    separated() << (value ? "true" : "false");
+    separated() += (value ? "true" : "false");
     return *this;
 }
 

@@ -1,24 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
+#include <string>
 #include <string_view>
 
 namespace cli {
 
-/// Writes one JSON document; every object of an array begins a line.
+/// Builds one JSON document; every object of an array begins a line.
 /// The caller calls the begin and end operations in pairs and `key` before every value of an object.
 class JsonWriter {
 public:
-    explicit JsonWriter(std::ostream& stream)
-        : out(stream)
-    {
-    }
-
     JsonWriter& beginObject();
     JsonWriter& endObject();
     JsonWriter& beginArray();
     JsonWriter& endArray();
+    /// The name holds nothing that needs an escape.
     JsonWriter& key(std::string_view name);
 
     JsonWriter& string(std::string_view bytes);
@@ -27,12 +23,15 @@ public:
     JsonWriter& number(double number);
     JsonWriter& boolean(bool value);
 
+    /// What has been written so far.
+    const std::string& document() const { return text; }
+
 private:
-    std::ostream& separated();
+    std::string& separated();
 
     enum class Place { AtStart, AfterKey, AfterValue };
 
-    std::ostream& out;
+    std::string text;
     Place place = Place::AtStart;
 };
 

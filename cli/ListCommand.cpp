@@ -1,6 +1,5 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
-#include "common/Log.h"
 #include "media/MediaDirection.h"
 #include "media/MediaPath.h"
 #include "media/ZVKMediaList.h"
@@ -16,44 +15,54 @@ namespace cli {
 
 namespace {
 
-std::string dateText(const ZVKMedia& media)
-{
-    return media.year() < 1 ? "" : formatted("%04d-%02d-%02d", media.year(), media.month(), media.day());
-}
+/// A recording's start for people; both empty when it is unknown.
+struct StartText {
+    explicit StartText(const ZVKMedia& media)
+    {
+        if (media.year() < 1)
+            return;
+        const std::string digits = media.yyyymmddhhmiss();
+        const auto two = [&](size_t at) { return digits.substr(at, 2); };
+        date = digits.substr(0, 4) + '-' + two(4) + '-' + two(6);
+        time = two(8) + ':' + two(10) + ':' + two(12);
+    }
 
-std::string timeText(const ZVKMedia& media)
-{
-    return media.year() < 1 ? "" : formatted("%02d:%02d:%02d", media.hour(), media.minute(), media.second());
-}
+    std::string date;
+    std::string time;
+};
 
 void writeJson(std::ostream& out, const std::vector<ZVKMedia>& medias)
 {
-    JsonWriter json(out);
+    JsonWriter json;
     json.beginArray();
     for (const ZVKMedia& media : medias) {
+        const StartText start(media);
         json.beginObject();
         json.key("path").string(media.path());
         json.key("file").string(media.fileName());
         json.key("kind").integer(media.mediaDivision());
-        json.key("date").string(dateText(media));
-        json.key("time").string(timeText(media));
+        json.key("date").string(start.date);
+        json.key("time").string(start.time);
         json.key("direction").integer(mediaDirection(media.path()));
         json.endObject();
     }
     json.endArray();
-    out << '\n';
+    out << json.document() << '\n';
 }
 
 void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
 {
-    constexpr std::array kinds = {"always", "motion", "event"};
-    constexpr std::array directions = {"front", "rear", "-"};
-    const auto orDash = [](std::string text) { return text.empty() ? "-" : text; };
-    for (const ZVKMedia& media : medias)
-        out << formatted("%-10s %-8s %-6s %-5s ", orDash(dateText(media)).c_str(),
-            orDash(timeText(media)).c_str(), kinds[static_cast<size_t>(media.mediaDivision())],
-            directions[static_cast<size_t>(mediaDirection(media.path()))])
-            << media.path() << '\n';
+    constexpr std::array kinds = {"always ", "motion ", "event  "};
+    constexpr std::array directions = {"front ", "rear  ", "-     "};
+    for (const ZVKMedia& media : medias) {
+        const StartText start(media);
+        if (start.date.empty())
+            out << "-          -        ";
+        else
+            out << start.date << ' ' << start.time << ' ';
+        out << kinds[static_cast<size_t>(media.mediaDivision())]
+            << directions[static_cast<size_t>(mediaDirection(media.path()))] << media.path() << '\n';
+    }
 }
 
 ExitCode runList(const Arguments& arguments, Streams streams)

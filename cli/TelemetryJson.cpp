@@ -54,7 +54,7 @@ void write(JsonWriter& json, const ZVKGpsData& fix)
 
 void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
 {
-    JsonWriter json(out);
+    JsonWriter json;
     json.beginObject();
     json.key("result").boolean(isSuccess(data.walkEnd()));
     json.key("gsensor").beginArray();
@@ -70,7 +70,7 @@ void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
         write(json, fix);
     json.endArray();
     json.endObject();
-    out << '\n';
+    out << json.document() << '\n';
 }
 
 } // namespace cli

@@ -1,6 +1,5 @@
 #include "media/ZVKMedia.h"
 
-#include "common/Log.h"
 #include "media/MediaPath.h"
 #include "media/RecordingName.h"
 
@@ -105,16 +104,20 @@ std::string ZVKMedia::fileName() const
 
 std::string ZVKMedia::yyyymmddhhmiss() const
 {
-    return formatted("%04d%02d%02d%02d%02d%02d", start.year, start.month, start.day, start.hour, start.minute,
-        start.second);
+    std::string digits = std::to_string(startNumber());
+    return digits.insert(0, 14 - digits.size(), '0');
+}
+
+int64_t ZVKMedia::startNumber() const
+{
+    // Every field is within its range or 0, so each takes its own digits.
+    int64_t number = start.year;
+    for (const int32_t field : {start.month, start.day, start.hour, start.minute, start.second})
+        number = number * 100 + field;
+    return number;
 }
 
 int64_t ZVKMedia::sortKey() const
 {
-    // Every field is within its range or 0, so the texts of `yyyymmddhhmiss` have 14 digits and order as
-    // numbers.
-    int64_t number = start.year;
-    for (const int32_t field : {start.month, start.day, start.hour, start.minute, start.second})
-        number = number * 100 + field;
-    return number * 4 - division;
+    return startNumber() * 4 - division;
 }

@@ -62,6 +62,7 @@ private:
     void parsePath(std::string path);
     bool _parseTimeByName(std::string_view units, int64_t position);
     void _updateToUknown();
+    int64_t startNumber() const; // yyyymmddhhmiss
 
     std::string wholePath;
     Start start;

@@ -107,7 +107,8 @@ bool ByteCursor::refill()
 /// Keeps the last byte in front of the new ones, so that stepping back over it needs no seek.
 void ByteCursor::prepareSequentialWindow()
 {
-    m_window = std::min(m_window * 2, largestWindow);
+    if (m_filled >= m_window)
+        m_window = std::min(m_window * 2, largestWindow);
     m_bufferOffset += m_filled - 1;
     m_buffer[0] = m_buffer[m_filled - 1];
     m_filled = m_next = 1;

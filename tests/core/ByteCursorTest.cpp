@@ -79,8 +79,41 @@ TEST(ByteCursor, ReadsLittleAfterASkipAndMuchInSequence)
     EXPECT_EQ(source.readCount, 10);
     EXPECT_LE(source.largestRead, 4096);
 
-    while (cursor.readWord()) { }
+    for (int i = 0; i < 2 << 20; ++i)
+        ASSERT_TRUE(cursor.readWord());
     EXPECT_LT(source.readCount, 100);
     EXPECT_GE(source.largestRead, 256 * 1024);
     EXPECT_LE(source.largestRead, 1024 * 1024);
+
+    source.largestRead = 0;
+    cursor.skip(500'000);
+    ASSERT_TRUE(cursor.readWord());
+    EXPECT_LE(source.largestRead, 4096);
+}
+
+TEST(ByteCursor, GoesOnWhenADeviceRecovers)
+{
+    const auto bytes = numberedBytes(20'000);
+    UnreliableSource source(bytes);
+    source.failsAt = 5000;
+    ByteCursor cursor(source);
+    std::vector<std::byte> into(10'000);
+    ASSERT_EQ(cursor.read(into), 5000);
+    EXPECT_EQ(cursor.shortfall(), ByteCursor::Shortfall::DeviceFailed);
+    source.failsAt = bytes.size();
+    ASSERT_TRUE(cursor.readWhole(into));
+    EXPECT_TRUE(std::equal(into.begin(), into.end(), bytes.begin() + 5000));
+}
+
+TEST(ByteCursor, FindsEitherWord)
+{
+    const std::string text = std::string(40'000, '.') + "1234" + std::string(4, '.') + "5678567";
+    MemoryByteSource source(asBytes(text));
+    ByteCursor cursor(source);
+    for (const uint64_t place : {40'004, 40'012}) {
+        EXPECT_TRUE(cursor.readWordsUntil(0x34333231, 0x38373635));
+        EXPECT_EQ(cursor.position(), place);
+    }
+    EXPECT_FALSE(cursor.readWordsUntil(0x34333231, 0x38373635));
+    EXPECT_EQ(cursor.position(), text.size());
 }

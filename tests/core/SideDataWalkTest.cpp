@@ -24,7 +24,7 @@ struct Recording {
     struct Place {
         size_t begin;
         size_t end;
-        bool isGps;
+        size_t textEnd; // 0 for a sample
     };
     std::vector<std::byte> bytes;
     std::vector<Place> places;
@@ -32,22 +32,19 @@ struct Recording {
     Recording()
     {
         SideDataWriter area;
-        std::vector<bool> isGps;
         for (const char km : {'1', '0', '9', '\0'}) {
             for (const bool zeroByte : {true, false}) {
                 area.gsensor(100, 1, 2, 3).gsensor(200, 4, 5, 6).gps(gpsAt(200, km, zeroByte));
-                isGps.insert(isGps.end(), {false, false, true});
             }
         }
         area.gsensor(300, 7, 8, 9);
-        isGps.push_back(false);
         AviWriter avi;
         avi.filler(77).junk(area, area.countedSize());
         bytes = avi.bytes();
         size_t begin = avi.sideDataOffset();
-        for (size_t i = 0; i < isGps.size(); ++i) {
-            const size_t end = avi.sideDataOffset() + area.boundaries()[i];
-            places.push_back({begin, end, isGps[i]});
+        for (const size_t boundary : area.boundaries()) {
+            const size_t end = avi.sideDataOffset() + boundary;
+            places.push_back({begin, end, textEnd(begin)});
             begin = end;
         }
     }
@@ -55,12 +52,17 @@ struct Recording {
     size_t sampleCount(size_t cut) const
     {
         return static_cast<size_t>(std::count_if(places.begin(), places.end(),
-            [&](const Place& place) { return !place.isGps && place.end <= cut; }));
+            [&](const Place& place) { return place.textEnd == 0 && place.end <= cut; }));
     }
     size_t gpsHeaderCount(size_t cut) const
     {
         return static_cast<size_t>(std::count_if(places.begin(), places.end(),
-            [&](const Place& place) { return place.isGps && place.begin + 4 + 41 <= cut; }));
+            [&](const Place& place) { return place.textEnd != 0 && place.begin + 4 + 41 <= cut; }));
+    }
+    size_t gpsTextCount(size_t cut) const
+    {
+        return static_cast<size_t>(std::count_if(places.begin(), places.end(),
+            [&](const Place& place) { return place.textEnd != 0 && place.textEnd <= cut; }));
     }
     bool cutsSample(size_t cut) const
     {
@@ -137,7 +139,7 @@ TEST(SideData, ReportsADeviceThatFailsAtAnyByte)
         ASSERT_FALSE(data.ExtractStreamInformation(source));
         ASSERT_EQ(data.walkEnd(), WalkEnd::ReadError);
         ASSERT_EQ(data.m_GSensors.size(), whole.sampleCount(failsAt));
-        ASSERT_LE(data.m_GpsRecords.size(), whole.gpsHeaderCount(failsAt));
+        ASSERT_EQ(data.m_GpsRecords.size(), whole.gpsTextCount(failsAt));
         ASSERT_THAT(log.lines, SizeIs(2));
         ASSERT_EQ(log.lines[0], "#############################   START");
     }
@@ -277,18 +279,20 @@ TEST(SideData, NeverTrustsTheLengthOfAText)
     struct Row {
         int32_t declared;
         size_t available; // bytes of text that are in the file
+        bool isLast; // nothing follows the text
         bool isRead;
         WalkEnd end;
     };
     const Row rows[] = {
-        {512, 512, true, WalkEnd::EndOfFile},
-        {512, 400, true, WalkEnd::EndOfFile}, // cut by the end of the file, used as far as it goes
-        {513, 513, false, WalkEnd::EndOfFile},
-        {513, 512, false, WalkEnd::ImpossibleText},
-        {100'000, 100'000, false, WalkEnd::EndOfFile},
-        {INT_MAX, 600, false, WalkEnd::ImpossibleText},
-        {-1, 600, false, WalkEnd::ImpossibleText},
-        {INT_MIN, 600, false, WalkEnd::ImpossibleText},
+        {512, 512, false, true, WalkEnd::EndOfFile},
+        {512, 400, true, true, WalkEnd::EndOfFile}, // cut by the end of the file, used as far as it goes
+        {513, 513, false, false, WalkEnd::EndOfFile},
+        {513, 513, true, false, WalkEnd::EndOfFile},
+        {513, 512, true, false, WalkEnd::ImpossibleText},
+        {100'000, 100'000, false, false, WalkEnd::EndOfFile},
+        {INT_MAX, 600, true, false, WalkEnd::ImpossibleText},
+        {-1, 600, false, false, WalkEnd::ImpossibleText},
+        {INT_MIN, 600, false, false, WalkEnd::ImpossibleText},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.declared << " of " << row.available);
@@ -297,15 +301,14 @@ TEST(SideData, NeverTrustsTheLengthOfAText)
         SideDataWriter area;
         area.gsensor(0, 1, 1, 1);
         area.gps({.km = '1', .text = text, .zeroByte = false, .declaredLength = row.declared});
-        const bool isWhole = row.declared >= 0 && static_cast<size_t>(row.declared) == row.available;
         std::vector<std::byte> bytes = recordingOf(area.gsensor(0, 2, 2, 2)).bytes();
-        if (!isWhole)
+        if (row.isLast)
             bytes.resize(bytes.size() - 28 - 7);
 
         const auto [result, data] = extract(bytes);
         EXPECT_TRUE(result);
         EXPECT_EQ(data.walkEnd(), row.end);
-        EXPECT_THAT(data.m_GSensors, SizeIs(isWhole ? 2 : 1));
+        EXPECT_THAT(data.m_GSensors, SizeIs(row.isLast || row.end == WalkEnd::ImpossibleText ? 1 : 2));
         const size_t records = row.isRead ? 1 : 0;
         EXPECT_THAT(data.m_GpsRecords, SizeIs(records));
         EXPECT_THAT(data.m_NMEAs, SizeIs(records));
@@ -382,7 +385,7 @@ TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
             event.isFix ? area.gps(gpsAt(event.time)) : area.gsensor(event.time, 0, 0, 0);
         std::vector<int64_t> fixOfSample;
         for (const ZVKAviGpsData& paired : extract(recordingOf(area).bytes()).data.m_vGpsData)
-            fixOfSample.push_back(int64_t {paired.data.nTimestamp});
+            fixOfSample.push_back(int64_t{paired.data.nTimestamp});
         EXPECT_EQ(fixOfSample, row.fixOfSample) << testing::PrintToString(row.fixOfSample);
     }
 }

@@ -1,0 +1,37 @@
+#include "platform/MediaPlayer.h"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+
+using platform::MediaTime;
+
+TEST(MediaTime, ShowsWholeSecondsCutTowardZero)
+{
+    const struct {
+        int64_t milliseconds;
+        std::string text;
+    } cases[] = {
+        {0, "00:00"},
+        {999, "00:00"},
+        {61'999, "01:01"},
+        {3'599'999, "59:59"},
+        {3'600'000, "1:00:00"},
+        {360'061'000, "100:01:01"},
+        {-1, "-00:00"},
+        {-999, "-00:00"},
+        {-1000, "-00:01"},
+        {-3'723'004, "-1:02:03"},
+        {INT64_MIN, "-2562047788015:12:55"},
+    };
+    for (const auto& [milliseconds, text] : cases)
+        EXPECT_EQ(MediaTime::timeWithInt(milliseconds).stringValue(), text) << milliseconds;
+}
+
+TEST(MediaTime, NoTimeIsNotTheStart)
+{
+    EXPECT_TRUE(MediaTime::nullTime().isNull());
+    EXPECT_EQ(MediaTime::nullTime().intValue(), 0);
+    EXPECT_EQ(MediaTime::nullTime().stringValue(), "--:--");
+    EXPECT_FALSE(MediaTime::timeWithInt(0).isNull());
+}

@@ -1,0 +1,393 @@
+#include "platform/MpvPlayer.h"
+#include "platform/VideoView.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+using namespace platform;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Ge;
+using testing::Le;
+
+namespace {
+
+constexpr float end = 1.0F;
+constexpr int clipLength = 2000;
+
+struct Recorder final : MediaPlayerDelegate {
+    std::vector<PlayerState> states;
+    std::vector<int64_t> times;
+    std::vector<std::string> failures;
+    std::function<void(MediaPlayer&)> onState;
+
+    void mediaPlayerStateChanged(MediaPlayer& player) override
+    {
+        states.push_back(player.state());
+        if (onState)
+            onState(player);
+    }
+    void mediaPlayerTimeChanged(MediaPlayer& player) override { times.push_back(player.time().intValue()); }
+    void mediaPlayerFailed(MediaPlayer&, const std::string& why) override { failures.push_back(why); }
+};
+
+/// Runs the event loop until the condition holds; false when it doesn't within a generous time.
+bool waitFor(const std::function<bool()>& condition)
+{
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    deadline.start(20'000);
+    while (!condition() && deadline.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return condition();
+}
+
+/// Two seconds of a moving test card, 30 pictures and one key frame a second, with a tone.
+const std::string& clip()
+{
+    static const QTemporaryDir folder;
+    static const std::string path = [] {
+        const QString file = folder.filePath("clip.avi");
+        QProcess::execute("ffmpeg",
+            {"-v", "error", "-f", "lavfi", "-i", "testsrc=size=160x120:rate=30:duration=2", "-f", "lavfi", "-i",
+                "sine=440:duration=2", "-c:v", "mpeg4", "-g", "30", "-c:a", "pcm_s16le", file});
+        return file.toStdString();
+    }();
+    return path;
+}
+
+std::string clipBytes()
+{
+    std::ifstream file(clip(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool isBlack(const QImage& image)
+{
+    for (int y = 0; y < image.height(); y += 8) {
+        for (int x = 0; x < image.width(); x += 8) {
+            if (qGray(image.pixel(x, y)) > 24)
+                return false;
+        }
+    }
+    return true;
+}
+
+class MpvPlayerTest : public testing::Test {
+protected:
+    MpvPlayerTest()
+    {
+        view->setParent(&window);
+        window.resize(320, 240);
+        view->resize(320, 240);
+        window.show();
+        player->setDelegate(&recorder);
+    }
+
+    void open(const std::string& path)
+    {
+        player->setMedia(Media::mediaWithPath(path));
+        player->play();
+    }
+
+    void openPaused()
+    {
+        open(clip());
+        ASSERT_TRUE(waitFor([this] { return player->isPlaying() && view->pictures() > 0; }));
+        player->pause();
+        ASSERT_TRUE(waitFor([this] { return recorder.states.back() == PlayerState::paused; }));
+        recorder.times.clear();
+    }
+
+    bool reachesEnd()
+    {
+        return waitFor([this] { return player->state() == PlayerState::paused && player->position() == end; });
+    }
+
+    /// Runs the seek and gives the time that the player reports when it has arrived.
+    int64_t timeAfter(const std::function<void()>& seek)
+    {
+        recorder.times.clear();
+        seek();
+        return waitFor([this] { return !recorder.times.empty(); }) ? recorder.times.back() : -1;
+    }
+
+    /// What the user sees.
+    QImage shown() { return view->grab().toImage(); }
+
+    QTemporaryDir folder;
+    std::string inFolder(const char* name) const { return folder.filePath(name).toStdString(); }
+
+    QWidget window;
+    std::unique_ptr<VideoView> view = std::make_unique<VideoView>();
+    Recorder recorder;
+    std::unique_ptr<MediaPlayer> player = makeMpvPlayer(*view);
+};
+
+}
+
+TEST_F(MpvPlayerTest, PlaysToTheEndAndRestsThereWithTheLastPicture)
+{
+    open(clip());
+    EXPECT_EQ(player->state(), PlayerState::opening);
+    EXPECT_FALSE(player->isPlaying());
+    bool completeWhenPlaying = false;
+    recorder.onState = [&](MediaPlayer& reporting) {
+        if (reporting.isPlaying())
+            completeWhenPlaying = reporting.hasVideoOut() && reporting.videoSize().width == 160
+                && reporting.videoSize().height == 120 && reporting.audioTrackIndexes().size() == 1
+                && reporting.media()->length().intValue() == clipLength;
+    };
+    ASSERT_TRUE(waitFor([this] { return view->pictures() >= 5; }));
+    const QImage early = shown();
+    ASSERT_TRUE(reachesEnd());
+
+    EXPECT_TRUE(completeWhenPlaying);
+    EXPECT_THAT(recorder.states, ElementsAre(PlayerState::opening, PlayerState::playing, PlayerState::paused));
+    EXPECT_TRUE(std::is_sorted(recorder.times.begin(), recorder.times.end()));
+    EXPECT_THAT(recorder.times.size(), AllOf(Ge(20U), Le(62U)));
+    EXPECT_FALSE(player->isPlaying());
+    EXPECT_EQ(player->remainingTime().stringValue(), "00:00");
+    EXPECT_FALSE(isBlack(early));
+    EXPECT_FALSE(isBlack(shown()));
+    EXPECT_NE(early, shown());
+
+    player->play();
+    EXPECT_EQ(player->state(), PlayerState::paused);
+    EXPECT_EQ(player->position(), end);
+}
+
+TEST_F(MpvPlayerTest, StartsAgainFromTheEndAfterASeekToTheStart)
+{
+    openPaused();
+    player->setTime(player->media()->length());
+    ASSERT_TRUE(reachesEnd());
+    recorder.states.clear();
+    player->setPosition(0);
+    player->play();
+    EXPECT_TRUE(player->isPlaying());
+    ASSERT_TRUE(waitFor([this] { return recorder.times.size() > 5; }));
+    EXPECT_LT(recorder.times.back(), 1000);
+    ASSERT_TRUE(reachesEnd());
+    EXPECT_THAT(recorder.states, ElementsAre(PlayerState::playing, PlayerState::paused));
+}
+
+TEST_F(MpvPlayerTest, SeeksExactlyWhilePausedAndShowsThePicture)
+{
+    openPaused();
+    const struct {
+        const char* what;
+        std::function<void()> seek;
+        int64_t milliseconds;
+    } seeks[] = {
+        {"forward", [this] { player->setPosition(0.75F); }, 1500},
+        {"back, between key frames", [this] { player->setTime(MediaTime::timeWithInt(700)); }, 700},
+        {"jump", [this] { player->jumpForward(1); }, 1700},
+        {"no time is the start", [this] { player->setTime(MediaTime::nullTime()); }, 0},
+        {"the last of several",
+            [this] {
+                player->setPosition(0.9F);
+                player->setPosition(0.1F);
+                player->setPosition(0.5F);
+            },
+            1000},
+        {"to the end", [this] { player->setTime(MediaTime::timeWithInt(99'000)); }, clipLength},
+        {"back from the end", [this] { player->setPosition(0.25F); }, 500},
+        {"jump beyond the end", [this] { player->jumpForward(10); }, clipLength},
+        {"not a number is the start", [this] { player->setPosition(NAN); }, 0},
+    };
+    QImage before = shown();
+    for (const auto& [what, seek, milliseconds] : seeks) {
+        SCOPED_TRACE(what);
+        EXPECT_NEAR(static_cast<double>(timeAfter(seek)), static_cast<double>(milliseconds), 20);
+        EXPECT_TRUE(waitFor([&] { return shown() != before; }));
+        before = shown();
+        EXPECT_FALSE(isBlack(before));
+        EXPECT_EQ(recorder.times.size(), 1U);
+        EXPECT_EQ(player->state(), PlayerState::paused);
+        EXPECT_EQ(player->position() == end, milliseconds == clipLength);
+    }
+}
+
+TEST_F(MpvPlayerTest, RemembersASeekMadeWhileOpening)
+{
+    open(clip());
+    player->setPosition(0.5F);
+    ASSERT_TRUE(waitFor([this] { return recorder.times.size() > 1; }));
+    EXPECT_THAT(recorder.times.back(), AllOf(Ge(980), Le(1400)));
+}
+
+TEST_F(MpvPlayerTest, ReportsWhatCannotBePlayedAndPlaysTheNextFile)
+{
+    const std::string whole = clipBytes();
+    const auto data = whole.find("movi") + 4;
+    const std::pair<const char*, std::string> files[] = {
+        {"empty.avi", ""},
+        {"text.avi", "no film at all\n"},
+        {"list.avi", "#EXTM3U\n" + clip() + "\n"},
+        {"header.avi", whole.substr(0, data)},
+        {"cut header.avi", whole.substr(0, 100)},
+        {"garbage.avi", whole.substr(0, data) + std::string(100'000, '\x5a')},
+    };
+    std::vector<std::string> paths = {inFolder("missing.avi"), folder.path().toStdString()};
+    for (const auto& [name, bytes] : files) {
+        paths.push_back(inFolder(name));
+        std::ofstream(paths.back(), std::ios::binary) << bytes;
+    }
+    for (const auto& path : paths) {
+        SCOPED_TRACE(path);
+        recorder.failures.clear();
+        open(path);
+        ASSERT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        EXPECT_GT(recorder.failures.front().size(), 5U);
+        EXPECT_EQ(recorder.states.back(), PlayerState::error);
+        EXPECT_FALSE(player->isPlaying());
+    }
+    open(clip());
+    EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
+}
+
+TEST_F(MpvPlayerTest, TakesPathsLiterally)
+{
+    for (const char* name : {"-x.avi", "http:%2f ~~.avi", "not utf-8 \xff\xfe.avi"}) {
+        SCOPED_TRACE(name);
+        const std::string path = folder.path().toStdString() + "/" + name;
+        fs::copy_file(clip(), path);
+        open(path);
+        EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    }
+}
+
+TEST_F(MpvPlayerTest, PlaysOnWhenTheFileIsDeleted)
+{
+    const std::string path = inFolder("gone.avi");
+    fs::copy_file(clip(), path);
+    open(path);
+    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    fs::remove(path);
+    EXPECT_TRUE(waitFor([this] { return !player->isPlaying(); }));
+}
+
+TEST_F(MpvPlayerTest, ForgetsReportsOfTheFileBefore)
+{
+    open(inFolder("missing.avi"));
+    open(clip());
+    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    player->setPosition(0.5F);
+    player->pause();
+    player->setMedia(nullptr);
+    recorder = {};
+    open(clip());
+    ASSERT_TRUE(waitFor([this] { return recorder.times.size() > 3; }));
+    EXPECT_THAT(recorder.states, ElementsAre(PlayerState::opening, PlayerState::playing));
+    EXPECT_LT(recorder.times.front(), 200);
+    EXPECT_TRUE(recorder.failures.empty());
+    player->stop();
+    recorder = {};
+    EXPECT_TRUE(player->time().isNull());
+    EXPECT_TRUE(waitFor([this] { return !recorder.states.empty(); }));
+    EXPECT_THAT(recorder.states, ElementsAre(PlayerState::stopped));
+    EXPECT_TRUE(recorder.times.empty());
+}
+
+TEST_F(MpvPlayerTest, MayBeDestroyedByItsListener)
+{
+    recorder.onState = [this](MediaPlayer& reporting) {
+        if (reporting.isPlaying())
+            player.reset();
+    };
+    open(clip());
+    EXPECT_TRUE(waitFor([this] { return player == nullptr; }));
+}
+
+TEST_F(MpvPlayerTest, OutlivesItsView)
+{
+    open(clip());
+    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    view.reset();
+    player->setPosition(0.5F);
+    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("none.png"), 0, 0));
+    open(clip());
+    EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+}
+
+TEST_F(MpvPlayerTest, PlaysBehindAHiddenViewThatShowsThePictureLater)
+{
+    view->hide();
+    open(clip());
+    ASSERT_TRUE(reachesEnd());
+    EXPECT_GT(view->pictures(), 20U);
+    view->show();
+    EXPECT_FALSE(isBlack(shown()));
+}
+
+TEST_F(MpvPlayerTest, KeepsTheShapeOrFillsTheView)
+{
+    view->resize(320, 120);
+    openPaused();
+    const auto leftEdgeIsBlack = [this] { return isBlack(shown().copy(0, 0, 60, 120)); };
+    EXPECT_TRUE(leftEdgeIsBlack());
+    view->setFillScreen(true);
+    EXPECT_TRUE(waitFor([&] { return !leftEdgeIsBlack(); }));
+    view->setFillScreen(false);
+    EXPECT_TRUE(waitFor(leftEdgeIsBlack));
+}
+
+TEST_F(MpvPlayerTest, WritesThePictureOnScreen)
+{
+    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("early.png"), 0, 0));
+    openPaused();
+    player->setTime(player->media()->length());
+    ASSERT_TRUE(reachesEnd());
+    const struct {
+        const char* name;
+        int width, height;
+        QSize size;
+    } cases[] = {
+        {"own.png", 0, 0, {160, 120}},
+        {"own.JPG", 0, 0, {160, 120}},
+        {"scaled.png", 100, 50, {100, 50}},
+    };
+    for (const auto& [name, width, height, size] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(player->saveVideoSnapshotAt(inFolder(name), width, height));
+        const QImage image(QString::fromStdString(inFolder(name)));
+        EXPECT_EQ(image.size(), size);
+        EXPECT_FALSE(isBlack(image));
+    }
+    player->stop();
+    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("late.png"), 0, 0));
+    EXPECT_FALSE(fs::exists(inFolder("late.png")));
+}
+
+TEST_F(MpvPlayerTest, WritesAPrivateFileAndFollowsNoLink)
+{
+    openPaused();
+    const std::string target = inFolder("precious.txt");
+    std::ofstream(target) << "precious";
+    const std::string link = inFolder("link.png");
+    fs::create_symlink(target, link);
+    ASSERT_TRUE(player->saveVideoSnapshotAt(link, 0, 0));
+    EXPECT_FALSE(fs::is_symlink(link));
+    EXPECT_EQ(fs::file_size(target), 8U);
+    struct stat written = {};
+    ASSERT_EQ(::stat(link.c_str(), &written), 0);
+    EXPECT_EQ(written.st_mode & 0777, 0600U);
+
+    fs::create_directory(inFolder("folder.png"));
+    for (const char* name : {"folder.png", "no-format", "missing/deep.png"})
+        EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder(name), 0, 0)) << name;
+    const auto entries = std::distance(fs::directory_iterator(folder.path().toStdString()), {});
+    EXPECT_EQ(entries, 3) << "no temporary file stays behind";
+}
