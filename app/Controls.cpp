@@ -1,4 +1,5 @@
-// Where the window's controls meet the controller: one table of buttons, one place of connections.
+// Where the user's hands meet the controller: one table of commands with their buttons and keys, and the one
+// place where signals are connected.
 
 #include "app/ZVKAppDelegate.h"
 
@@ -7,81 +8,157 @@
 #include "platform/Texts.h"
 #include "ui_ZVKAppDelegate.h"
 
-#include <vector>
+#include <QKeyEvent>
+#include <QKeySequence>
+
+#include <algorithm>
 
 namespace {
 
-class ResizeWatch final : public QObject {
+/// Reports size changes of a widget, and the keys of it that belong to the window all the same.
+class Watch final : public QObject {
 public:
-    ResizeWatch(QObject* watched, std::function<void()> reported)
-        : QObject(watched),
-          report(std::move(reported))
+    explicit Watch(QObject* watched)
+        : QObject(watched)
     {
         watched->installEventFilter(this);
     }
 
+    std::function<void()> resized;
+    std::function<bool(QKeyEvent&)> keyPressed;
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Resize)
-            report();
+        if (event->type() == QEvent::Resize && resized)
+            resized();
+        if (event->type() == QEvent::KeyPress && keyPressed && keyPressed(static_cast<QKeyEvent&>(*event)))
+            return true;
         return QObject::eventFilter(watched, event);
     }
-
-private:
-    std::function<void()> report;
 };
+
+int combined(const QKeyEvent& event)
+{
+    // The plus of the number pad and of the row of digits are one key to the user.
+    const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
+}
+
+QString withKey(const QString& text, int key)
+{
+    return QStringLiteral("%1 (%2)").arg(text, QKeySequence(key).toString(QKeySequence::NativeText));
+}
 
 } // namespace
 
+const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
+{
+    using Self = ZVKAppDelegate;
+    static const std::vector<Command> table = {
+        {"tip.open", &Self::openMediaDirectoryDialog, {(Qt::CTRL | Qt::Key_O).toCombined()}, {"openButton"}},
+        {"tip.fullscreen", &Self::toggleFullScreen, {Qt::Key_F}, {"fullScreenButton"}},
+        {"tip.fullscreen_exit", &Self::toggleFullScreen, {}, {"leaveFullScreenButton"}},
+        {"tip.play", &Self::clickPlayButton, {Qt::Key_Space}, {"playButton", "playButtonForFullScreen"}},
+        {"tip.jump_forward", &Self::jumpForward, {Qt::Key_Right},
+            {"jumpForwardButton", "jumpForwardButtonForFullScreen"}},
+        {"tip.jump_backward", &Self::jumpBackward, {Qt::Key_Left},
+            {"jumpBackwardButton", "jumpBackwardButtonForFullScreen"}},
+        {"tip.volume_up", &Self::volumeUp, {Qt::Key_Up}, {"volumeUpButton"}},
+        {"tip.volume_down", &Self::volumeDown, {Qt::Key_Down}, {"volumeDownButton"}},
+        {"tip.speed_up", &Self::increaseSpeed, {Qt::Key_2}, {"speedUpButton"}},
+        {"tip.speed_down", &Self::decreaseSpeed, {Qt::Key_1}, {"speedDownButton"}},
+        {"tip.size_up", &Self::sizeUp, {Qt::Key_Plus, Qt::Key_Equal}, {"sizeUpButton"}},
+        {"tip.size_down", &Self::sizeDown, {Qt::Key_Minus}, {"sizeDownButton"}},
+        {"tip.previous", &Self::playPrevious, {Qt::Key_PageUp}, {}},
+        {"tip.next", &Self::playFollowing, {Qt::Key_PageDown}, {}},
+        {"tip.list", &Self::clickMediaListViewButton, {}, {"recordButtonImageView"}},
+        {"tip.map", &Self::clickMapViewButton, {}, {"informationButtonImageView"}},
+    };
+    return table;
+}
+
 void ZVKAppDelegate::connectControls()
 {
-    using Action = void (ZVKAppDelegate::*)();
-    struct Row {
-        TKImageButton* button;
-        const char* textKey;
-        Action action;
-    };
     const Ui::ZVKAppDelegate& o = *outlets;
-    const std::vector<Row> rows = {
-        {o.openButton, "tip.open", &ZVKAppDelegate::openMediaDirectoryDialog},
-        {o.fullScreenButton, "tip.fullscreen", &ZVKAppDelegate::toggleFullScreen},
-        {o.leaveFullScreenButton, "tip.fullscreen_exit", &ZVKAppDelegate::toggleFullScreen},
-        {o.playButton, "tip.play", &ZVKAppDelegate::clickPlayButton},
-        {o.jumpForwardButton, "tip.jump_forward", &ZVKAppDelegate::jumpForward},
-        {o.jumpBackwardButton, "tip.jump_backward", &ZVKAppDelegate::jumpBackward},
-        {o.volumeUpButton, "tip.volume_up", &ZVKAppDelegate::volumeUp},
-        {o.volumeDownButton, "tip.volume_down", &ZVKAppDelegate::volumeDown},
-        {o.speedUpButton, "tip.speed_up", &ZVKAppDelegate::increaseSpeed},
-        {o.speedDownButton, "tip.speed_down", &ZVKAppDelegate::decreaseSpeed},
-        {o.sizeUpButton, "tip.size_up", &ZVKAppDelegate::sizeUp},
-        {o.sizeDownButton, "tip.size_down", &ZVKAppDelegate::sizeDown},
-        {o.recordButtonImageView, "tip.list", &ZVKAppDelegate::clickMediaListViewButton},
-        {o.informationButtonImageView, "tip.map", &ZVKAppDelegate::clickMapViewButton},
-    };
-    for (const Row& row : rows) {
-        const QString text = platform::localized(row.textKey);
-        row.button->setToolTip(text);
-        row.button->setAccessibleName(text);
-        QObject::connect(row.button, &TKImageButton::clicked, window.get(),
-            [this, action = row.action] { (this->*action)(); });
+    for (const Command& command : commands()) {
+        for (const char* name : command.buttons) {
+            auto* button = window->findChild<TKImageButton*>(QLatin1String(name));
+            describe(*button, command.textKey);
+            QObject::connect(button, &TKImageButton::clicked, window.get(),
+                [this, action = command.action] { (this->*action)(); });
+        }
     }
-
-    o.minimizeButton->setToolTip(platform::localized("tip.minimize"));
-    o.closeButton->setToolTip(platform::localized("tip.close"));
+    describe(*o.minimizeButton, "tip.minimize");
+    describe(*o.closeButton, "tip.close");
     QObject::connect(o.minimizeButton, &TKImageButton::clicked, window.get(), &QWidget::showMinimized);
     QObject::connect(o.closeButton, &TKImageButton::clicked, window.get(), &QWidget::close);
 
     for (PositionSlider* slider : {o.videoPositionSlider, o.videoPositionSliderForFullScreen}) {
         slider->setAccessibleName(platform::localized("tip.position"));
+        slider->setToolTip(platform::localized("tip.position"));
+        slider->setFocusPolicy(Qt::TabFocus);
         QObject::connect(slider, &PositionSlider::moved, window.get(), [this](double fraction) {
             playInfo.setPosition(fraction);
             videoPositionSliderMoved();
         });
     }
     o.volumeSlider->setAccessibleName(platform::localized("tip.volume"));
+    o.volumeSlider->setToolTip(platform::localized("tip.volume"));
+    o.volumeSlider->setFocusPolicy(Qt::TabFocus);
     QObject::connect(o.volumeSlider, &QSlider::valueChanged, window.get(),
         [this](int value) { volumeSliderMoved(value); });
+
+    o.mediaListTableView->setAccessibleName(platform::localized("tip.recordings"));
+    o.graphView->setAccessibleName(platform::localized("tip.graph"));
     QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });
-    new ResizeWatch(window.get(), [this] { contentResized(); });
+    QObject::connect(window.get(), &CustomWindow::folderDropped, window.get(),
+        [this](const std::string& path) { openMediaDirectory(path); });
+    QObject::connect(window.get(), &CustomWindow::keyPressed, window.get(), [this](QKeyEvent* event) {
+        if (pressKey(*event))
+            event->accept();
+    });
+    (new Watch(window.get()))->resized = [this] { contentResized(); };
+    (new Watch(o.mediaListTableView))->keyPressed = [this](
+                                                        QKeyEvent& event) { return pressKeyInList(event); };
+}
+
+/// Tooltip and accessible name of a command's button, the key in the tooltip.
+void ZVKAppDelegate::describe(QWidget& button, const char* textKey)
+{
+    const QString text = platform::localized(textKey);
+    button.setAccessibleName(text);
+    const auto command = std::ranges::find_if(commands(), [&](const Command& candidate) {
+        return std::ranges::any_of(
+            candidate.buttons, [&](const char* name) { return button.objectName() == QLatin1String(name); });
+    });
+    const bool hasKey = command != commands().end() && !command->keys.empty();
+    button.setToolTip(hasKey ? withKey(text, command->keys.front()) : text);
+}
+
+bool ZVKAppDelegate::pressKey(const QKeyEvent& event)
+{
+    for (const Command& command : commands()) {
+        if (std::ranges::find(command.keys, combined(event)) != command.keys.end()) {
+            (this->*command.action)();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The list keeps the keys that move its selection; Enter plays the selected row; the rest is the window's.
+bool ZVKAppDelegate::pressKeyInList(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return false;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        changeAndPlay();
+        return true;
+    default:
+        return pressKey(event);
+    }
 }

@@ -1,14 +1,48 @@
 #include "app/CustomWindow.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QUrl>
 
 #include <algorithm>
+
+namespace {
+
+/// The one folder that is dragged; empty when it is anything else.
+std::string draggedFolder(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return {};
+    const QString path = urls.first().toLocalFile();
+    return QFileInfo(path).isDir() ? QFile::encodeName(path).toStdString() : std::string();
+}
+
+} // namespace
 
 CustomWindow::CustomWindow(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
 {
+    setAcceptDrops(true);
+}
+
+void CustomWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!draggedFolder(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void CustomWindow::dropEvent(QDropEvent* event)
+{
+    const std::string folder = draggedFolder(*event->mimeData());
+    if (folder.empty())
+        return;
+    event->acceptProposedAction();
+    emit folderDropped(folder);
 }
 
 void CustomWindow::setMinimumWindowSize(platform::Size size)
@@ -45,7 +79,10 @@ void CustomWindow::enterFullscreen()
     setIsFullScreen(true);
     if (initialFrame.width == 0 || initialFrame.height == 0)
         initialFrame = frame();
-    setFrame(currentScreen().frame);
+    const platform::Screen screen = currentScreen();
+    setFrame(screen.frame);
+    screens->setPresentationOptions(
+        *this, screen.fullscreenPresentationOptions(screens->presentationOptions()));
 }
 
 void CustomWindow::leaveFullscreen()
@@ -53,21 +90,28 @@ void CustomWindow::leaveFullscreen()
     if (!fullScreen)
         return;
     setIsFullScreen(false);
+    screens->setPresentationOptions(
+        *this, currentScreen().nonFullscreenPresentationOptions(screens->presentationOptions()));
     setFrame(initialFrame);
 }
 
 void CustomWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && fullScreen)
+    if (event->key() == Qt::Key_Escape && fullScreen) {
         leaveFullscreen();
-    else
-        QWidget::keyPressEvent(event);
+        return;
+    }
+    QWidget::keyPressEvent(event);
+    emit keyPressed(event);
 }
 
 void CustomWindow::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && !fullScreen)
-        initialLocation = event->position();
+    if (event->button() != Qt::LeftButton || fullScreen)
+        return;
+    initialLocation = event->position();
+    if (screens->startMove(*this))
+        initialLocation.reset();
 }
 
 void CustomWindow::mouseMoveEvent(QMouseEvent* event)

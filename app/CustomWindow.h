@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 /// A borderless window that is dragged by its background and has its own full-screen mode.
 /// Frames are in screen coordinates, y up.
@@ -36,6 +37,10 @@ public:
 
 signals:
     void closed();
+    /// A key that neither the focused control nor the window itself has used; accept it when it is used.
+    void keyPressed(QKeyEvent* event);
+    /// A folder was dropped on the window; its path in the file system's bytes.
+    void folderDropped(const std::string& path);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -43,6 +48,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void setIsFullScreen(bool value);

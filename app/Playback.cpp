@@ -142,6 +142,12 @@ bool ZVKAppDelegate::playNext()
     return mediaIndex + 1 < mediaList->count() && playAtIndex(mediaIndex + 1);
 }
 
+void ZVKAppDelegate::playPrevious()
+{
+    if (mediaIndex > 0)
+        playAtIndex(mediaIndex - 1);
+}
+
 void ZVKAppDelegate::stopPlay()
 {
     forgetPendingStart();
@@ -265,6 +271,7 @@ void ZVKAppDelegate::updateVideoUI()
 {
     player1->setMedia(platform::Media::mediaWithPath(mediaList->mediaAtIndex(mediaIndex)->path()));
     outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
+    outlets->titleLabel->setText(QString::fromStdString(mediaList->mediaAtIndex(mediaIndex)->fileName()));
 }
 
 void ZVKAppDelegate::updatePlayInfoScale()

@@ -5,6 +5,7 @@
 #include "common/Log.h"
 #include "lib/LoadingIndicator.h"
 #include "lib/PositionSlider.h"
+#include "lib/TKImageButton.h"
 #include "lib/TKVideoBackgroundImageView.h"
 #include "platform/Texts.h"
 #include "platform/VideoView.h"
@@ -164,12 +165,7 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
                 self.outlets->sizeTextButton->setText(
                     QString::fromStdString(formatted("%.2fx", self.playInfo.scale())));
             }},
-        {"playInfo.isPlaying",
-            [](ZVKAppDelegate& self) {
-                self.outlets->playButton->setImageName(self.playInfo.isPlaying()
-                        ? QStringLiteral("icon_pause_n")
-                        : QStringLiteral("icon_play_n"));
-            }},
+        {"playInfo.isPlaying", [](ZVKAppDelegate& self) { self.playingChanged(); }},
         {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
         {"playInfo.audioMediaDirection", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
         {"window.isFullScreen", [](ZVKAppDelegate& self) { self.layoutWindow(); }},
@@ -179,10 +175,34 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
             row.react(*this);
 }
 
+void ZVKAppDelegate::playingChanged()
+{
+    const bool isPlaying = playInfo.isPlaying();
+    for (TKImageButton* button : {outlets->playButton, outlets->playButtonForFullScreen}) {
+        button->setImageName(isPlaying ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n"));
+        describe(*button, isPlaying ? "tip.pause" : "tip.play");
+    }
+}
+
+/// Time played and length beside the sliders.
+void ZVKAppDelegate::showPlayTime()
+{
+    QString text;
+    const auto media = player1->media();
+    if (media && !media->length().isNull()) {
+        const int64_t length = media->length().intValue();
+        const auto played = platform::MediaTime::timeWithInt(int64_t(playInfo.position() * double(length)));
+        text = QString::fromStdString(played.stringValue() + " / " + media->length().stringValue());
+    }
+    outlets->timeField->setText(text);
+    outlets->timeFieldForFullScreen->setText(text);
+}
+
 void ZVKAppDelegate::playPositionChanged()
 {
     outlets->videoPositionSlider->setDoubleValue(playInfo.position());
     outlets->videoPositionSliderForFullScreen->setDoubleValue(playInfo.position());
+    showPlayTime();
     updateGsensorUIByPlayPositon();
     updateGpsUIByPlayPosition();
 }

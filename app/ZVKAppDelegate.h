@@ -11,8 +11,10 @@
 #include <memory>
 #include <stop_token>
 #include <string>
+#include <vector>
 
 class MediaTableModel;
+class QKeyEvent;
 class QTableView;
 
 namespace Ui {
@@ -55,6 +57,8 @@ public:
     // Playback
     bool playAtIndex(int64_t index);
     bool playNext();
+    void playPrevious();
+    void playFollowing() { playNext(); }
     void changeAndPlay();
     void stopPlay();
     void mediaPlayerStateChanged(platform::MediaPlayer& player) override;
@@ -81,13 +85,27 @@ public:
     void clickMapViewButton();
 
 private:
+    /// One thing that the user can do, with its keys (key and modifiers in one number) and buttons (by name).
+    struct Command {
+        const char* textKey;
+        void (ZVKAppDelegate::*action)();
+        std::vector<int> keys;
+        std::vector<const char*> buttons;
+    };
+
     void setupInitialValues();
+    const std::vector<Command>& commands() const;
     void connectControls();
+    void describe(QWidget& button, const char* textKey);
+    bool pressKey(const QKeyEvent& event);
+    bool pressKeyInList(const QKeyEvent& event);
     void windowWillClose();
     void contentResized();
     void die();
     void observeValueForKeyPath(std::string_view keyPath);
     void playPositionChanged();
+    void playingChanged();
+    void showPlayTime();
     void setVolume(uint64_t value);
 
     void showLoading();

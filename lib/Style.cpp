@@ -17,6 +17,8 @@ QLabel { color: @text; background: transparent; }
 QLabel[role="readout"] { font-size: 13px; font-weight: 600; }
 QLabel[role="speed"] { font-size: 20px; font-weight: 600; }
 QLabel[role="caption"] { font-size: 11px; color: @textDim; }
+QLabel[role="title"] { font-size: 13px; color: @textDim; }
+QLabel[role="time"] { font-size: 12px; color: @textDim; }
 QLabel[role="step"] { font-size: 12px; }
 QLabel[role="hint"] { font-size: 13px; color: @textDim; }
 

@@ -21,7 +21,7 @@ private:
     QtPanels panels;
     QtAlerts alerts;
     QtUserDefaults defaults;
-    QtScreens screens;
+    QtScreens screens{defaults};
     Platform pieces;
 };
 

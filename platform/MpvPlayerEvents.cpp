@@ -233,8 +233,10 @@ void MpvPlayer::seekArrived()
     const bool toEnd = file.target && file.leadsToEnd(*file.target);
     file.target.reset();
     watchEnd();
+    if (toEnd)
+        restAtEnd();
     if (reportTime() && toEnd)
-        reachEnd();
+        reportState();
 }
 
 void MpvPlayer::reachEnd()
@@ -246,12 +248,17 @@ void MpvPlayer::reachEnd()
     // The end that is seen while a seek is on its way is left behind by it, or seen again after it.
     if (!isOpen() || file.stage != SeekStage::none || file.ended)
         return;
+    restAtEnd();
+    reportState();
+}
+
+void MpvPlayer::restAtEnd()
+{
     file.ended = true;
     paused = true;
     setMpvFlag(mpv.get(), "pause", true);
     // Also news when the file was paused before.
     reported.reset();
-    reportState();
 }
 
 void MpvPlayer::timeChanged(double seconds)

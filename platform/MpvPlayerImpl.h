@@ -77,6 +77,7 @@ private:
     void seekArrived();
     void watchEnd();
     void reachEnd();
+    void restAtEnd();
     void timeChanged(double seconds);
 
     // Reports.

@@ -1,8 +1,11 @@
 #include "platform/QtScreens.h"
 
+#include "platform/UserDefaults.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -28,26 +31,42 @@ QRect yDown(const Rect& rect)
     return QRectF(rect.x, baseline() - rect.maxY(), rect.width, rect.height).toRect();
 }
 
-Screen described(const QScreen& screen)
+Screen described(QScreen& screen, bool spansAllDisplays)
 {
     const auto index = QGuiApplication::screens().indexOf(&screen);
-    return {static_cast<uint32_t>(std::max<qsizetype>(index, 0)), yUp(screen.geometry()),
-        yUp(screen.availableGeometry())};
+    Screen described;
+    described.displayID = static_cast<uint32_t>(std::max<qsizetype>(index, 0));
+    described.frame = yUp(screen.geometry());
+    described.visibleFrame = yUp(screen.availableGeometry());
+    described.statusBarThickness = described.frame.maxY() - described.visibleFrame.maxY();
+    described.hasMenuBar = !spansAllDisplays || &screen == QGuiApplication::primaryScreen();
+    return described;
+}
+
+// Only Wayland's compositors place windows themselves.
+bool placesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 } // namespace
 
+QtScreens::QtScreens(const UserDefaults& defaults)
+    : spansAllDisplays(defaults.boolean("spans-displays").value_or(false))
+{
+}
+
 Screen QtScreens::screenOf(const QWidget& window) const
 {
-    const QScreen* screen = window.screen();
-    return described(screen ? *screen : *QGuiApplication::primaryScreen());
+    QScreen* screen = window.screen();
+    return described(screen ? *screen : *QGuiApplication::primaryScreen(), spansAllDisplays);
 }
 
 std::vector<Screen> QtScreens::all() const
 {
     std::vector<Screen> screens;
-    for (const QScreen* screen : QGuiApplication::screens())
-        screens.push_back(described(*screen));
+    for (QScreen* screen : QGuiApplication::screens())
+        screens.push_back(described(*screen, spansAllDisplays));
     return screens;
 }
 
@@ -58,7 +77,25 @@ Rect QtScreens::frameOf(const QWidget& window) const
 
 void QtScreens::setFrameOf(QWidget& window, const Rect& frame)
 {
-    window.setGeometry(yDown(frame));
+    if (placesWindows())
+        window.setGeometry(yDown(frame));
+    else
+        window.resize(yDown(frame).size());
+}
+
+bool QtScreens::startMove(QWidget& window)
+{
+    return !placesWindows() && window.windowHandle() && window.windowHandle()->startSystemMove();
+}
+
+void QtScreens::setPresentationOptions(QWidget& window, uint32_t wanted)
+{
+    options = wanted;
+    // Full screen is the desktop's word for a window that panels and docks give way to; a hidden window
+    // must stay hidden.
+    const bool isFull = window.windowState() & Qt::WindowFullScreen;
+    if (isFull != (options != 0))
+        window.setWindowState(window.windowState() ^ Qt::WindowFullScreen);
 }
 
 } // namespace platform

@@ -1,11 +1,11 @@
 #include "platform/MpvPlayer.h"
 #include "platform/VideoView.h"
+#include "tests/support/TempFolder.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
 #include <filesystem>
@@ -56,13 +56,13 @@ bool waitFor(const std::function<bool()>& condition)
 /// Two seconds of a moving test card, 30 pictures and one key frame a second, with a tone.
 const std::string& clip()
 {
-    static const QTemporaryDir folder;
+    static const TempFolder folder;
     static const std::string path = [] {
-        const QString file = folder.filePath("clip.avi");
+        const QString file = QString::fromStdString(folder.path("clip.avi"));
         QProcess::execute("ffmpeg",
             {"-v", "error", "-f", "lavfi", "-i", "testsrc=size=160x120:rate=30:duration=2", "-f", "lavfi", "-i",
                 "sine=440:duration=2", "-c:v", "mpeg4", "-g", "30", "-c:a", "pcm_s16le", file});
-        return file.toStdString();
+        return folder.path("clip.avi");
     }();
     return path;
 }
@@ -126,8 +126,7 @@ protected:
     /// What the user sees.
     QImage shown() { return view->grab().toImage(); }
 
-    QTemporaryDir folder;
-    std::string inFolder(const char* name) const { return folder.filePath(name).toStdString(); }
+    TempFolder folder;
 
     QWidget window;
     std::unique_ptr<VideoView> view = std::make_unique<VideoView>();
@@ -172,8 +171,9 @@ TEST_F(MpvPlayerTest, StartsAgainFromTheEndAfterASeekToTheStart)
 {
     openPaused();
     player->setTime(player->media()->length());
-    ASSERT_TRUE(reachesEnd());
-    recorder.states.clear();
+    ASSERT_TRUE(waitFor([this] { return recorder.times == std::vector<int64_t> {clipLength}; }));
+    EXPECT_EQ(player->position(), end);
+    recorder = {};
     player->setPosition(0);
     player->play();
     EXPECT_TRUE(player->isPlaying());
@@ -181,6 +181,11 @@ TEST_F(MpvPlayerTest, StartsAgainFromTheEndAfterASeekToTheStart)
     EXPECT_LT(recorder.times.back(), 1000);
     ASSERT_TRUE(reachesEnd());
     EXPECT_THAT(recorder.states, ElementsAre(PlayerState::playing, PlayerState::paused));
+    const QImage atEnd = shown();
+    timeAfter([this] { player->setPosition(0.5F); });
+    ASSERT_TRUE(waitFor([&] { return shown() != atEnd; }));
+    player->setPosition(1);
+    EXPECT_TRUE(waitFor([&] { return shown() == atEnd; })) << "the last picture, as after playing to the end";
 }
 
 TEST_F(MpvPlayerTest, SeeksExactlyWhilePausedAndShowsThePicture)
@@ -240,9 +245,9 @@ TEST_F(MpvPlayerTest, ReportsWhatCannotBePlayedAndPlaysTheNextFile)
         {"cut header.avi", whole.substr(0, 100)},
         {"garbage.avi", whole.substr(0, data) + std::string(100'000, '\x5a')},
     };
-    std::vector<std::string> paths = {inFolder("missing.avi"), folder.path().toStdString()};
+    std::vector<std::string> paths = {folder.path("missing.avi"), folder.path()};
     for (const auto& [name, bytes] : files) {
-        paths.push_back(inFolder(name));
+        paths.push_back(folder.path(name));
         std::ofstream(paths.back(), std::ios::binary) << bytes;
     }
     for (const auto& path : paths) {
@@ -262,7 +267,7 @@ TEST_F(MpvPlayerTest, TakesPathsLiterally)
 {
     for (const char* name : {"-x.avi", "http:%2f ~~.avi", "not utf-8 \xff\xfe.avi"}) {
         SCOPED_TRACE(name);
-        const std::string path = folder.path().toStdString() + "/" + name;
+        const std::string path = folder.path(name);
         fs::copy_file(clip(), path);
         open(path);
         EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
@@ -271,7 +276,7 @@ TEST_F(MpvPlayerTest, TakesPathsLiterally)
 
 TEST_F(MpvPlayerTest, PlaysOnWhenTheFileIsDeleted)
 {
-    const std::string path = inFolder("gone.avi");
+    const std::string path = folder.path("gone.avi");
     fs::copy_file(clip(), path);
     open(path);
     ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
@@ -281,7 +286,7 @@ TEST_F(MpvPlayerTest, PlaysOnWhenTheFileIsDeleted)
 
 TEST_F(MpvPlayerTest, ForgetsReportsOfTheFileBefore)
 {
-    open(inFolder("missing.avi"));
+    open(folder.path("missing.avi"));
     open(clip());
     ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
     player->setPosition(0.5F);
@@ -317,7 +322,7 @@ TEST_F(MpvPlayerTest, OutlivesItsView)
     ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
     view.reset();
     player->setPosition(0.5F);
-    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("none.png"), 0, 0));
+    EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path("none.png"), 0, 0));
     open(clip());
     EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
 }
@@ -346,7 +351,7 @@ TEST_F(MpvPlayerTest, KeepsTheShapeOrFillsTheView)
 
 TEST_F(MpvPlayerTest, WritesThePictureOnScreen)
 {
-    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("early.png"), 0, 0));
+    EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path("early.png"), 0, 0));
     openPaused();
     player->setTime(player->media()->length());
     ASSERT_TRUE(reachesEnd());
@@ -361,22 +366,22 @@ TEST_F(MpvPlayerTest, WritesThePictureOnScreen)
     };
     for (const auto& [name, width, height, size] : cases) {
         SCOPED_TRACE(name);
-        EXPECT_TRUE(player->saveVideoSnapshotAt(inFolder(name), width, height));
-        const QImage image(QString::fromStdString(inFolder(name)));
+        EXPECT_TRUE(player->saveVideoSnapshotAt(folder.path(name), width, height));
+        const QImage image(QString::fromStdString(folder.path(name)));
         EXPECT_EQ(image.size(), size);
         EXPECT_FALSE(isBlack(image));
     }
     player->stop();
-    EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder("late.png"), 0, 0));
-    EXPECT_FALSE(fs::exists(inFolder("late.png")));
+    EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path("late.png"), 0, 0));
+    EXPECT_FALSE(fs::exists(folder.path("late.png")));
 }
 
 TEST_F(MpvPlayerTest, WritesAPrivateFileAndFollowsNoLink)
 {
     openPaused();
-    const std::string target = inFolder("precious.txt");
+    const std::string target = folder.path("precious.txt");
     std::ofstream(target) << "precious";
-    const std::string link = inFolder("link.png");
+    const std::string link = folder.path("link.png");
     fs::create_symlink(target, link);
     ASSERT_TRUE(player->saveVideoSnapshotAt(link, 0, 0));
     EXPECT_FALSE(fs::is_symlink(link));
@@ -385,9 +390,9 @@ TEST_F(MpvPlayerTest, WritesAPrivateFileAndFollowsNoLink)
     ASSERT_EQ(::stat(link.c_str(), &written), 0);
     EXPECT_EQ(written.st_mode & 0777, 0600U);
 
-    fs::create_directory(inFolder("folder.png"));
+    fs::create_directory(folder.path("folder.png"));
     for (const char* name : {"folder.png", "no-format", "missing/deep.png"})
-        EXPECT_FALSE(player->saveVideoSnapshotAt(inFolder(name), 0, 0)) << name;
-    const auto entries = std::distance(fs::directory_iterator(folder.path().toStdString()), {});
+        EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path(name), 0, 0)) << name;
+    const auto entries = std::distance(fs::directory_iterator(folder.path()), {});
     EXPECT_EQ(entries, 3) << "no temporary file stays behind";
 }

@@ -69,6 +69,10 @@ public:
             frame = wanted;
             window.resize(int(wanted.width), int(wanted.height));
         }
+        bool startMove(QWidget&) override { return false; }
+        uint32_t options = 0;
+        uint32_t presentationOptions() const override { return options; }
+        void setPresentationOptions(QWidget&, uint32_t wanted) override { options = wanted; }
     } screens;
 
     platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, [this](platform::VideoView&) {

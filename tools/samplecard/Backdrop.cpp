@@ -36,6 +36,37 @@ float ridgeHeight(const Ridge& ridge, float turn, uint32_t seed)
     return ridge.lowest + ridge.range * float(smoothstep(0.22, 0.80, n));
 }
 
+// Where the horizon lies in the panorama, and pixels per radian.
+struct Horizon {
+    int row;
+    float focal;
+};
+
+void paintRidge(Canvas& panorama, const Horizon& horizon, const Ridge& ridge, uint32_t seed, float woods)
+{
+    const int width = panorama.width();
+    std::vector<float> heights;
+    for (int x = 0; x < width; ++x)
+        heights.push_back(ridgeHeight(ridge, float(x) / float(width), seed));
+    for (int x = 0; x < width; ++x) {
+        const float height = heights[size_t(x)] * horizon.focal;
+        const float top = float(horizon.row) - height;
+        for (int y = std::max(0, int(top)); y < panorama.height(); ++y) {
+            const float below = std::max(0.0F, float(y) - top);
+            const float cover = std::clamp(float(y) + 1 - top, 0.0F, 1.0F);
+            const float depth = std::min(1.0F, below / std::max(8.0F, height));
+            // Spurs run down aslant from the ridge; the sides that turn to the sun are lighter.
+            const auto spur = size_t(x + int(below * 1.3F)) % size_t(width);
+            const float slope = heights[(spur + 12) % size_t(width)] - heights[spur];
+            const float grain = hash01(uint32_t(x / 2), uint32_t(y / 2)) - 0.5F;
+            const float lit = 1 + std::clamp(slope * 14, -0.13F, 0.16F) + grain * woods;
+            const Rgb colour = mix(ridge.colour * lit, palette::kHaze, ridge.veil * depth * depth);
+            uint32_t& pixel = panorama.row(y)[x];
+            pixel = blended(pixel, packed(colour), uint32_t(cover * 256));
+        }
+    }
+}
+
 } // namespace
 
 Backdrop::Backdrop(float focal, int above)
@@ -73,25 +104,47 @@ void Backdrop::paintSky()
 
 void Backdrop::paintClouds()
 {
-    constexpr int kStep = 4; // clouds are soft: one sample stands for a block
+    constexpr int kStep = 4; // clouds are soft: one sample for a block, blended in between
     constexpr uint32_t kCells = 26;
-    const float stretch = float(kCells) / float(m_panorama.width());
-    for (int y = 0; y < m_above; y += kStep) {
-        const auto up = float(elevation(y));
-        const float band = float(smoothstep(0.03, 0.12, up));
+    struct Sample {
+        float cover;
+        float shade;
+    };
+    const int columns = m_panorama.width() / kStep;
+    const int lines = m_above / kStep + 2;
+    std::vector<Sample> samples(size_t(columns) * size_t(lines));
+    for (int line = 0; line < lines; ++line) {
+        const auto up = float(elevation(line * kStep));
+        const auto band = float(smoothstep(0.03, 0.12, up));
         // Clouds flatten towards the horizon.
-        const float v = 9.0F * std::log(0.06F + up);
-        for (int x = 0; x < m_panorama.width(); x += kStep) {
-            const float u = float(x) * stretch;
+        const float v = 9.0F * std::log(0.06F + std::max(0.0F, up));
+        for (int column = 0; column < columns; ++column) {
+            const float u = float(column) * float(kCells) / float(columns);
             const float here = fractalNoise(u, v, kCells, 41, 5);
             const float sunward = fractalNoise(u, v + 0.35F, kCells, 41, 4);
-            const float cover = band * 0.88F * float(smoothstep(0.50, 0.72, here));
-            if (cover <= 0.004F)
+            samples[size_t(line * columns + column)] = {
+                band * 0.88F * float(smoothstep(0.50, 0.72, here)), float(smoothstep(0.40, 0.72, sunward))};
+        }
+    }
+    for (int y = 0; y < m_above; ++y) {
+        uint32_t* pixels = m_panorama.row(y);
+        const Sample* upper = samples.data() + size_t(y / kStep) * size_t(columns);
+        const Sample* lower = upper + columns;
+        const float ky = float(y % kStep) / kStep;
+        for (int x = 0; x < m_panorama.width(); ++x) {
+            const auto left = size_t(std::min(x / kStep, columns - 1));
+            const size_t right = (left + 1) % size_t(columns);
+            const float kx = float(x % kStep) / kStep;
+            const auto between = [&](auto part) {
+                const float top = upper[left].*part + (upper[right].*part - upper[left].*part) * kx;
+                const float low = lower[left].*part + (lower[right].*part - lower[left].*part) * kx;
+                return top + (low - top) * ky;
+            };
+            const float cover = between(&Sample::cover);
+            if (cover < 0.004F)
                 continue;
-            const auto shade = float(smoothstep(0.40, 0.72, sunward));
-            const Rgb colour = mix(palette::kCloudLit, palette::kCloudShade, shade * 0.75F);
-            for (int n = 0; n < kStep && y + n < m_above; ++n)
-                m_panorama.blendSpan(y + n, float(x), float(x + kStep), colour, cover);
+            const Rgb colour = mix(palette::kCloudLit, palette::kCloudShade, between(&Sample::shade) * 0.75F);
+            pixels[x] = blended(pixels[x], packed(colour), uint32_t(cover * 256));
         }
     }
 }
@@ -102,22 +155,7 @@ void Backdrop::paintHills()
         const Ridge& ridge = kRidges[n];
         if (n == 2)
             paintTown();
-        for (int x = 0; x < m_panorama.width(); ++x) {
-            const float turn = float(x) / float(m_panorama.width());
-            const float height = ridgeHeight(ridge, turn, uint32_t(60 + 20 * n));
-            const float slope = ridgeHeight(ridge, turn + 0.002F, uint32_t(60 + 20 * n)) - height;
-            const float top = float(m_above) - height * m_focal;
-            for (int y = std::max(0, int(top)); y < m_panorama.height(); ++y) {
-                const float cover = std::clamp(float(y) + 1 - top, 0.0F, 1.0F);
-                const float depth = std::min(1.0F, (float(y) - top) / std::max(8.0F, height * m_focal));
-                // Slopes that turn to the sun are lighter; woods give a grain.
-                const float grain = hash01(uint32_t(x / 2), uint32_t(y / 2)) - 0.5F;
-                const float lit = 1 + std::clamp(slope * 28, -0.18F, 0.25F) + grain * 0.05F * float(n);
-                const Rgb colour = mix(ridge.colour * lit, palette::kHaze, ridge.veil * depth * depth);
-                uint32_t& pixel = m_panorama.row(y)[x];
-                pixel = blended(pixel, packed(colour), uint32_t(cover * 256));
-            }
-        }
+        paintRidge(m_panorama, {m_above, m_focal}, ridge, uint32_t(60 + 20 * n), 0.05F * float(n));
     }
 }
 

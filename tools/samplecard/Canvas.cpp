@@ -172,7 +172,7 @@ Sprite Sprite::fromLevel(Level largest)
 }
 
 void Canvas::draw(
-    const Sprite& sprite, Point topLeft, Point bottomRight, Rgb light, Rgb haze, float hazeShare)
+    const Sprite& sprite, Point topLeft, Point bottomRight, float light, Rgb haze, float hazeShare)
 {
     const float width = bottomRight.x - topLeft.x;
     const float height = bottomRight.y - topLeft.y;
@@ -182,9 +182,8 @@ void Canvas::draw(
     while (n + 1 < sprite.levels.size() && float(sprite.levels[n + 1].width) >= width)
         ++n;
     const Sprite::Level& level = sprite.levels[n];
-    const auto gain = [hazeShare](float l) { return uint32_t(std::max(0.0F, l * (1 - hazeShare)) * 256); };
-    const uint32_t r = gain(light.r), g = gain(light.g), b = gain(light.b);
-    const uint32_t veil = packed(haze * hazeShare);
+    const auto gain = uint32_t(std::clamp(light * (1 - hazeShare), 0.0F, 1.0F) * 256);
+    const uint32_t veil = packed(haze * hazeShare) & 0xFFFFFF;
     const int first = std::max(0, int(std::ceil(topLeft.x)));
     const int last = std::min(m_width, int(bottomRight.x));
     const auto step = uint32_t(float(level.width) / width * 65536);
@@ -201,9 +200,9 @@ void Canvas::draw(
             const uint32_t cover = p >> 24;
             if (cover == 0)
                 continue;
-            const uint32_t lit = std::min(255U, ((p & 255) * r >> 8) + (veil & 255))
-                | std::min(255U, ((p >> 8 & 255) * g >> 8) + (veil >> 8 & 255)) << 8
-                | std::min(255U, ((p >> 16 & 255) * b >> 8) + (veil >> 16 & 255)) << 16;
+            const uint32_t redAndBlue = (p & 0xFF00FF) * gain >> 8 & 0xFF00FF;
+            const uint32_t green = (p & 0x00FF00) * gain >> 8 & 0x00FF00;
+            const uint32_t lit = (redAndBlue | green) + veil;
             pixels[x] = blended(pixels[x], lit, cover + (cover >> 7));
         }
     }

@@ -95,7 +95,7 @@ private:
 Failure addRecordings(const CardWork& work)
 {
     auto frontScenery = std::async(std::launch::async, [] { return std::make_unique<Scenery>(1280, 720); });
-    const Scenery rear(960, 540);
+    const Scenery rear(854, 480);
     const std::unique_ptr<const Scenery> front = frontScenery.get();
     const std::vector<Recording> plan = planRecordings(work.drive, work.seconds);
     std::mutex mutex;

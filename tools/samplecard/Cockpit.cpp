@@ -80,7 +80,7 @@ void drawRearWindow(Canvas& frame, float brightness)
 
 void drawCaption(Canvas& frame, const Fix& fix, bool rear)
 {
-    const int scale = std::max(1, frame.width() / 430);
+    const int scale = std::max(1, int(std::lround(frame.width() / 430.0)));
     const auto local = std::time_t(fix.utcMilliseconds / 1000 + Drive::kLocalHoursAhead * 3600);
     std::tm when{};
     gmtime_r(&local, &when);

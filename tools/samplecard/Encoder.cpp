@@ -29,7 +29,7 @@ std::vector<std::string> arguments(const Encoder::Job& job)
     add({"-f", "rawvideo", "-pix_fmt", "yuv420p", "-color_range", "tv", "-colorspace", "bt709"});
     add({"-video_size", formatted("%dx%d", job.width, job.height)});
     add({"-framerate", std::to_string(Encoder::kPicturesPerSecond), "-i", "pipe:0"});
-    add({"-map", "1:v", "-map", "0:a", "-c:v", "libx264", "-preset", "ultrafast", "-tune", "fastdecode"});
+    add({"-map", "1:v", "-map", "0:a", "-c:v", "libx264", "-preset", "ultrafast"});
     add({"-bf", "0", "-g", std::to_string(Encoder::kPicturesPerSecond), "-threads", "1"});
     add({"-crf", "25", "-maxrate", "6M", "-bufsize", "6M", "-pix_fmt", "yuv420p"});
     add({"-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709", "-color_range", "tv"});

@@ -39,7 +39,8 @@ std::vector<Columns> planColumns(int width, const Lens& lens, Weights& weights)
 
 // Plain pointers and one simple loop, which compilers turn into vector code.
 template <bool kMayClip>
-void blendRows(const uint8_t* a, const uint8_t* b, const uint16_t* upper, const uint16_t* lower, uint8_t* to, int n)
+void blendRows(
+    const uint8_t* a, const uint8_t* b, const uint16_t* upper, const uint16_t* lower, uint8_t* to, int n)
 {
     for (int i = 0; i < n; ++i) {
         const auto sum = uint16_t(uint16_t(a[i] * upper[i]) + uint16_t(b[i] * lower[i]));
@@ -47,6 +48,21 @@ void blendRows(const uint8_t* a, const uint8_t* b, const uint16_t* upper, const 
             to[i] = uint8_t(std::min<uint16_t>(255, uint16_t(sum >> 7)));
         else
             to[i] = uint8_t(sum >> 7);
+    }
+}
+
+uint16_t redOf(uint32_t pixel) { return uint16_t(uint16_t(pixel) & 255); }
+uint16_t greenOf(uint32_t pixel) { return uint16_t(uint16_t(pixel) >> 8); }
+uint16_t blueOf(uint32_t pixel) { return uint16_t(uint16_t(pixel >> 16) & 255); }
+
+void lumaRow(const uint32_t* pixels, uint8_t* to, size_t width)
+{
+    for (size_t x = 0; x < width; ++x) {
+        const uint32_t p = pixels[x];
+        // At most 60324: sixteen bits are enough, and twice as quick.
+        const auto sum = uint16_t(
+            uint16_t(47 * redOf(p)) + uint16_t(157 * greenOf(p)) + uint16_t(16 * blueOf(p)) + uint16_t(4224));
+        to[x] = uint8_t(sum >> 8);
     }
 }
 
@@ -79,29 +95,20 @@ void toYuv420(const Canvas& frame, std::vector<uint8_t>& planes)
     uint8_t* luma = planes.data();
     uint8_t* blue = luma + width * height;
     uint8_t* red = blue + width * height / 4;
-    const auto r = [](uint32_t p) { return int(p & 255); };
-    const auto g = [](uint32_t p) { return int(p >> 8 & 255); };
-    const auto b = [](uint32_t p) { return int(p >> 16 & 255); };
-    for (size_t y = 0; y < height; ++y) {
-        const uint32_t* pixels = frame.row(int(y));
-        uint8_t* to = luma + y * width;
-        for (size_t x = 0; x < width; ++x) {
-            // At most 60324: sixteen bits are enough, and twice as quick.
-            const auto sum = uint16_t(47 * r(pixels[x]) + 157 * g(pixels[x]) + 16 * b(pixels[x]) + 4224);
-            to[x] = uint8_t(sum >> 8);
-        }
-    }
+    for (size_t y = 0; y < height; ++y)
+        lumaRow(frame.row(int(y)), luma + y * width, width);
     for (size_t y = 0; y < height / 2; ++y) {
         const uint32_t* upper = frame.row(int(y) * 2);
         const uint32_t* lower = frame.row(int(y) * 2 + 1);
         for (size_t x = 0; x < width / 2; ++x) {
-            const auto sum = [&](auto channel) {
-                return channel(upper[2 * x]) + channel(upper[2 * x + 1]) + channel(lower[2 * x])
+            const auto mean = [&](auto channel) {
+                const int sum = channel(upper[2 * x]) + channel(upper[2 * x + 1]) + channel(lower[2 * x])
                     + channel(lower[2 * x + 1]);
+                return uint16_t(sum >> 2);
             };
-            const int sr = sum(r), sg = sum(g), sb = sum(b);
-            blue[y * (width / 2) + x] = uint8_t((-26 * sr - 86 * sg + 112 * sb + 131584) >> 10);
-            red[y * (width / 2) + x] = uint8_t((112 * sr - 102 * sg - 10 * sb + 131584) >> 10);
+            const uint16_t r = mean(redOf), g = mean(greenOf), b = mean(blueOf);
+            blue[y * (width / 2) + x] = uint8_t(uint16_t(32896 + 112 * b - 26 * r - 86 * g) >> 8);
+            red[y * (width / 2) + x] = uint8_t(uint16_t(32896 + 112 * r - 102 * g - 10 * b) >> 8);
         }
     }
 }

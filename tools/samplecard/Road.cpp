@@ -156,7 +156,8 @@ void Road::plant()
                     0.8F + 1.1F * random(8), seed * 104729U});
             if (village && step % 6 == (side > 0 ? 0U : 3U) && random(9) < 0.85F)
                 m_props.push_back({along, side * (14.5 + 5 * random(10)), PropKind::House, 1.0F, seed * 31U});
-            if (village && step % 9 == 4 && side > 0)
+            const bool parkingPlace = along > 9460 && along < 9505;
+            if (village && step % 9 == 4 && side > 0 && !parkingPlace)
                 m_props.push_back({along, side * 6.0, PropKind::LampPost, 7.5F, seed});
             if (!village && !portal && step % 5 == 0)
                 m_props.push_back({along, side * 4.95, PropKind::Marker, 1.0F, seed});

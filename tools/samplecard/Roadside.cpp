@@ -68,9 +68,9 @@ void Roadside::drawPlant(Canvas& canvas, const View& view, const Prop& prop) con
     const Point low = view.toScreen(foot);
     const Point high = view.toScreen({foot.x, foot.y + prop.size, foot.z});
     const float half = (low.y - high.y) * plant.widthPerHeight / 2;
-    const float bright = 0.92F + 0.22F * hash01(prop.variant, 3);
+    const float bright = 0.82F + 0.18F * hash01(prop.variant, 3);
     canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y},
-        Rgb{1.04F, 1.0F, 0.94F} * bright, palette::kHaze, palette::hazeShare(foot.z));
+        bright, palette::kHaze, palette::hazeShare(foot.z));
 }
 
 void Roadside::drawLampPost(Canvas& canvas, const View& view, const Prop& prop) const

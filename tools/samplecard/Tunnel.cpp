@@ -51,6 +51,14 @@ void Tunnel::drawSlice(Canvas& canvas, const View& view, double along) const
             m_road.place(end + lap, b.across * 1.004, b.up * 1.004), m_road.place(end + lap, a.across, a.up)};
         drawFace(canvas, view, corners, mix(kFacetColours[i] * light, smoke, haze));
     }
+    // The joints between the wall's white panels.
+    for (const int side : {-1, 1}) {
+        const double x = side * 5.28;
+        const std::array joint{m_road.place(along, x, 0.9), m_road.place(along + 0.06, x, 0.9),
+            m_road.place(along + 0.06, x, 2.9), m_road.place(along, x, 2.9)};
+        if (distance < 60)
+            drawFace(canvas, view, joint, {mix(kFacetColours[2] * light, smoke, haze), 0.7F});
+    }
     if (std::fmod(along - Road::kTunnelStart, kLampEvery) >= kSlice)
         return;
     for (const int side : {-1, 1}) {
@@ -86,16 +94,17 @@ void Tunnel::drawHill(
     };
     for (double across = -88; across <= 88; across += 4)
         camera.push_back(view.toCamera(m_road.place(back, across, std::max(0.0, ridge(across)))));
-    camera.push_back(view.toCamera(m_road.place(back, 95, -6)));
-    camera.push_back(view.toCamera(m_road.place(back, -95, -6)));
+    camera.push_back(view.toCamera(m_road.place(back, 95, 0)));
+    camera.push_back(view.toCamera(m_road.place(back, -95, 0)));
     std::vector<Point> outline;
     view.project(camera, outline);
     const float haze = palette::hazeShare(std::max(1.0, view.toCamera(m_road.place(back, 0, 0)).z));
     canvas.fill(outline,
         {mix({98, 112, 60}, palette::kHaze, haze), mix({50, 66, 38}, palette::kHaze, haze), 1}, hole);
-    for (uint32_t i = 0; i < 110; ++i) {
+    constexpr uint32_t kTrees = 190;
+    for (uint32_t i = 0; i < kTrees; ++i) {
         // From the ridge down, so that lower trees stand in front.
-        const double k = double(i) / 110;
+        const double k = double(i) / kTrees;
         const double across = (hash01(i, 91) * 2 - 1) * 66;
         const double up = ridge(across) * (1 - k);
         if (up < (std::abs(across) < 13 ? 10.5 : 0.5))
@@ -105,12 +114,12 @@ void Tunnel::drawHill(
         const Vec3 foot = view.toCamera(m_road.place(back, across, up - 0.5));
         if (foot.z < 4)
             continue;
-        const double height = 5 + 3 * hash01(i, 93);
+        const double height = 4.5 + 4 * hash01(i, 93);
         const Point low = view.toScreen(foot);
         const Point high = view.toScreen({foot.x, foot.y + height, foot.z});
         const float half = (low.y - high.y) * plant.widthPerHeight / 2;
         canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y},
-            Rgb{1, 0.97F, 0.9F} * (0.75F + 0.35F * hash01(i, 94)), palette::kHaze, haze);
+            0.68F + 0.30F * hash01(i, 94), palette::kHaze, haze);
     }
 }
 
@@ -127,8 +136,8 @@ void Tunnel::drawPortal(Canvas& canvas, const View& view, bool atStart) const
     const auto facade = [&](double half, double top, double out) {
         std::vector<Vec3> camera;
         for (const auto& [x, y] :
-            {std::pair{-half, -1.0}, std::pair{-half, top - 1.6}, std::pair{-half * 0.62, top},
-                std::pair{half * 0.62, top}, std::pair{half, top - 1.6}, std::pair{half, -1.0}})
+            {std::pair{-half, 0.0}, std::pair{-half, top - 1.6}, std::pair{-half * 0.62, top},
+                std::pair{half * 0.62, top}, std::pair{half, top - 1.6}, std::pair{half, 0.0}})
             camera.push_back(view.toCamera(m_road.place(along + outward * out, x, y)));
         std::vector<Point> outline;
         view.project(camera, outline);

@@ -1,0 +1,205 @@
+#include "tests/core/SampleRecordings.h"
+#include "tests/core/SideDataSupport.h"
+#include "tools/samplecard/DeviceSentence.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <climits>
+
+using testing::SizeIs;
+using namespace std::string_literals;
+
+TEST(SideData, CountsEachRecordDownByItsRule)
+{
+    for (const char km : {'1', '9', '0', '2', '\0', 'q'}) {
+        for (const bool zeroByte : {true, false}) {
+            SCOPED_TRACE(testing::Message() << "KM " << int{km} << " zero byte " << zeroByte);
+            SideDataWriter counted;
+            counted.gsensor(0, 1, 1, 1).gps(gpsAt(0, km, zeroByte)).gsensor(0, 2, 2, 2);
+            const uint32_t size = counted.countedSize();
+            counted.gps(gpsAt(0, km, zeroByte)).gsensor(0, 3, 3, 3);
+
+            const Extraction exact = extract(recordingOf(counted, size).bytes());
+            EXPECT_TRUE(exact.result);
+            EXPECT_EQ(exact.data.walkEnd(), WalkEnd::Complete);
+            EXPECT_THAT(exact.data.m_GSensors, SizeIs(2));
+
+            // A size that no sum of records meets wraps, and the walk goes on to the end of the file.
+            for (const uint32_t lie : {1u, size - 1, size + 1, UINT32_MAX}) {
+                const Extraction lied = extract(recordingOf(counted, lie).bytes());
+                EXPECT_TRUE(lied.result);
+                EXPECT_EQ(lied.data.walkEnd(), WalkEnd::EndOfFile);
+                EXPECT_THAT(lied.data.m_GSensors, SizeIs(3));
+            }
+        }
+    }
+}
+
+TEST(SideData, EndsOnAGpsRecordThatCompletesTheSize)
+{
+    SideDataWriter area;
+    area.gsensor(0, 1, 1, 1).gps(gpsAt(0));
+    const uint32_t size = area.countedSize();
+    area.gsensor(0, 2, 2, 2);
+    EXPECT_THAT(extract(recordingOf(area, size).bytes()).data.m_GSensors, SizeIs(1));
+}
+
+TEST(SideData, StepsOverForeignWords)
+{
+    struct Row {
+        std::string foreign;
+        size_t samples;
+    };
+    for (const Row& row : std::initializer_list<Row>{{"", 2}, {"idx1", 2}, {"0GD 0GPs", 2},
+             {"JUNKRIFF0000", 2}, {"abc", 0}, {"0GD", 0}, {"abcde", 0}}) {
+        SCOPED_TRACE(row.foreign);
+        SideDataWriter area;
+        area.foreign(row.foreign).gsensor(0, 1, 1, 1).foreign("word").gsensor(0, 1, 1, 1);
+        const auto [result, data] = extract(recordingOf(area).bytes());
+        EXPECT_TRUE(result);
+        EXPECT_THAT(data.m_GSensors, SizeIs(row.samples));
+    }
+}
+
+TEST(SideData, NeverTrustsTheLengthOfAText)
+{
+    struct Row {
+        int32_t declared;
+        size_t available; // bytes of text that are in the file
+        bool isLast; // nothing follows the text
+        bool isRead;
+        WalkEnd end;
+    };
+    const Row rows[] = {
+        {512, 512, false, true, WalkEnd::EndOfFile},
+        {512, 400, true, true, WalkEnd::EndOfFile}, // cut by the end of the file, used as far as it goes
+        {513, 513, false, false, WalkEnd::EndOfFile},
+        {513, 513, true, false, WalkEnd::EndOfFile},
+        {513, 512, true, false, WalkEnd::ImpossibleText},
+        {100'000, 100'000, false, false, WalkEnd::EndOfFile},
+        {INT_MAX, 600, true, false, WalkEnd::ImpossibleText},
+        {-1, 600, false, false, WalkEnd::ImpossibleText},
+        {INT_MIN, 600, false, false, WalkEnd::ImpossibleText},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.declared << " of " << row.available);
+        std::string text = "$GA,,,1,2,3,N,W*00\n";
+        text.resize(row.available, 'x');
+        SideDataWriter area;
+        area.gsensor(0, 1, 1, 1);
+        area.gps({.km = '1', .text = text, .zeroByte = false, .declaredLength = row.declared});
+        std::vector<std::byte> bytes = recordingOf(area.gsensor(0, 2, 2, 2)).bytes();
+        if (row.isLast)
+            bytes.resize(bytes.size() - 28 - 7);
+
+        const auto [result, data] = extract(bytes);
+        EXPECT_TRUE(result);
+        EXPECT_EQ(data.walkEnd(), row.end);
+        EXPECT_THAT(data.m_GSensors, SizeIs(row.isLast || row.end == WalkEnd::ImpossibleText ? 1 : 2));
+        const size_t records = row.isRead ? 1 : 0;
+        EXPECT_THAT(data.m_GpsRecords, SizeIs(records));
+        EXPECT_THAT(data.m_NMEAs, SizeIs(records));
+        EXPECT_THAT(data.m_vGpsData, SizeIs(records));
+    }
+}
+
+TEST(SideData, CountsARecordWhoseTextIsSteppedOver)
+{
+    for (const char km : {'1', '0'}) {
+        for (const bool zeroByte : {true, false}) {
+            SideDataWriter area;
+            area.gps({.km = km, .text = std::string(600, 'x'), .zeroByte = zeroByte}).gsensor(0, 1, 1, 1);
+            EXPECT_EQ(
+                extract(recordingOf(area, area.countedSize()).bytes()).data.walkEnd(), WalkEnd::Complete)
+                << km << zeroByte;
+        }
+    }
+}
+
+TEST(SideData, NeverUsesBytesOfAnEarlierText)
+{
+    SideDataWriter area;
+    area.gps({.text = "$GA,,,1111.5,,,,*00\n$GA,,,2222.5,,,,*00\n"});
+    area.gps({.text = "$GA,,,3333.5,,,,*00\n$GA,,,4444.5,,,,*00\n"});
+    std::vector<std::byte> bytes = recordingOf(area).bytes();
+    bytes.resize(bytes.size() - 8 - 22); // behind the second record's first sentence, without its terminator
+    const auto [result, data] = extract(bytes);
+    EXPECT_TRUE(result);
+    ASSERT_THAT(data.m_GpsRecords, SizeIs(2));
+    EXPECT_EQ(data.m_GpsRecords[1].snapshotCount, 0);
+    EXPECT_EQ(data.m_GpsRecords[1].fix.Latitude, 2222.5);
+}
+
+TEST(SideData, AnEmptyTextStepsBackOntoTheMarker)
+{
+    SideDataWriter area;
+    area.gps({.km = '\0', .zeroByte = false, .declaredLength = 0}).gsensor(0, 1, 1, 1);
+    EXPECT_THAT(extract(recordingOf(area).bytes()).data.m_GSensors, SizeIs(1));
+    // A marker that is not 0x00 is read again as the first byte of the next id.
+    SideDataWriter given;
+    given.gps({.km = '0', .zeroByte = false, .declaredLength = 0}).foreign("GDA" + std::string(24, '\0'));
+    EXPECT_THAT(extract(recordingOf(given).bytes()).data.m_GSensors, SizeIs(1));
+}
+
+TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
+{
+    // Samples are positive, fixes negative; each paired sample is expected to hold the time of its fix.
+    struct Event {
+        bool isFix;
+        int64_t time;
+    };
+    struct Row {
+        std::vector<Event> events;
+        std::vector<int64_t> fixOfSample;
+    };
+    const auto sample = [](int64_t time) { return Event{false, time}; };
+    const auto fix = [](int64_t time) { return Event{true, time}; };
+    const Row rows[] = {
+        {{sample(0), sample(100), sample(200), fix(200)}, {200, 200, 200}},
+        {{fix(0), sample(0)}, {}},
+        // The samples after the fix's own tenth of a second wait for the next one.
+        {{sample(0), sample(100), sample(200), fix(100), fix(300)}, {100, 100, 300}},
+        // Samples that are all older count as paired: the next fix does not get them again.
+        {{sample(0), sample(100), fix(900), sample(1000), fix(1900)}, {900, 900, 1900}},
+        // Keys truncate toward zero.
+        {{sample(1900), sample(1999), fix(1999), fix(2000)}, {1999, 2000}},
+        {{sample(-99), sample(99), fix(50), fix(60)}, {50, 60}},
+        {{sample(INT64_MIN), sample(INT64_MAX), fix(INT64_MAX)}, {INT64_MAX, INT64_MAX}},
+    };
+    for (const Row& row : rows) {
+        SideDataWriter area;
+        for (const Event& event : row.events)
+            event.isFix ? area.gps(gpsAt(event.time)) : area.gsensor(event.time, 0, 0, 0);
+        std::vector<int64_t> fixOfSample;
+        for (const ZVKAviGpsData& paired : extract(recordingOf(area).bytes()).data.m_vGpsData)
+            fixOfSample.push_back(int64_t{paired.data.nTimestamp});
+        EXPECT_EQ(fixOfSample, row.fixOfSample) << testing::PrintToString(row.fixOfSample);
+    }
+}
+
+TEST(SideData, TellsWhatBelongsToEachGpsRecord)
+{
+    const DeviceFix first{.latitude = 3723.4567, .ns = 'S', .satellitesUsed = 7};
+    SideDataWriter area;
+    area.gsensor(0, 0, 0, 0).gps({.timestamp = 5, .text = deviceText(first)});
+    area.gps({.timestamp = 6, .text = "nothing\n"}).gsensor(0, 0, 0, 0);
+    area.gps({.timestamp = 7, .text = "$GX*\n$GA,,,9,,,,*\n"});
+    const auto [result, data] = extract(recordingOf(area).bytes());
+    ASSERT_THAT(data.m_GpsRecords, SizeIs(3));
+    const std::array<size_t, 3> firstSnapshots{0, 2, 2};
+    const std::array<size_t, 3> snapshotCounts{2, 0, 2};
+    const std::array<size_t, 3> samplesBefore{1, 1, 2};
+    for (size_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(int64_t{data.m_GpsRecords[i].header.nTimestamp}, int64_t(5 + i));
+        EXPECT_EQ(data.m_GpsRecords[i].firstSnapshot, firstSnapshots[i]);
+        EXPECT_EQ(data.m_GpsRecords[i].snapshotCount, snapshotCounts[i]);
+        EXPECT_EQ(data.m_GpsRecords[i].samplesBefore, samplesBefore[i]);
+        EXPECT_EQ(data.m_GpsRecords[i].fix.NS, 'S');
+    }
+    EXPECT_EQ(data.m_GpsRecords[0].fix, data.m_NMEAs[1]);
+    EXPECT_EQ(data.m_GpsRecords[1].fix, data.m_NMEAs[1]);
+    EXPECT_EQ(data.m_NMEAs[2], data.m_NMEAs[1]);
+    EXPECT_EQ(data.m_GpsRecords[2].fix.Latitude, 9);
+}
