@@ -53,6 +53,8 @@ void ZVKAppDelegate::awakeFromNib()
     layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
     player1 = desktop.makePlayer(*video1View);
     mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
+    const platform::Image bar = platform::imageNamed(QStringLiteral("bottom-background"));
+    outlets->mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
     outlets->player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
     outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
     outlets->ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));

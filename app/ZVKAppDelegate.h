@@ -4,6 +4,7 @@
 #include "app/ZVKPlayInfo.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Platform.h"
+#include "platform/PrintSession.h"
 #include "platform/WebView.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
@@ -80,6 +81,10 @@ public:
     void toggleFullScreen();
     void setVideoScaleIndex(int64_t step);
 
+    // Capture and print
+    void captureVideo();
+    void print();
+
     // Right-hand panel
     void clickMediaListViewButton();
     void clickMapViewButton();
@@ -133,6 +138,9 @@ private:
     /// Runs the work after the delay unless another file was started or this one taken away meanwhile.
     void afterForThisFile(double seconds, std::function<void()> work);
 
+    platform::PrintInfo& loadPrintInfo();
+    void printPanelDidEnd(int returnCode);
+
     void initMediaListTableView();
     void updateSideViewButton();
     void selectRow(int64_t row);
@@ -178,6 +186,8 @@ private:
     double progress = 0;
     bool scanning = false;
     std::unique_ptr<platform::Timer> playStopTimer;
+    /// Made on first use and kept, so that the choices of one print stay for the next.
+    std::unique_ptr<platform::PrintInfo> printInfo;
 
     /// Counts the files that were started or taken away; what was begun for an earlier one is void.
     uint64_t fileGeneration = 0;

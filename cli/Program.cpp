@@ -3,7 +3,6 @@
 #include "cli/Commands.h"
 
 #include <algorithm>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <variant>

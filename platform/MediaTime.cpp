@@ -17,7 +17,8 @@ std::string MediaTime::stringValue() const
     if (!milliseconds)
         return "--:--";
     const bool negative = *milliseconds < 0;
-    const auto magnitude = negative ? 0 - static_cast<uint64_t>(*milliseconds) : static_cast<uint64_t>(*milliseconds);
+    const auto magnitude =
+        negative ? 0 - static_cast<uint64_t>(*milliseconds) : static_cast<uint64_t>(*milliseconds);
     const uint64_t seconds = magnitude / 1000;
     const uint64_t hours = seconds / 3600;
     const auto minute = static_cast<unsigned>(seconds / 60 % 60);
@@ -35,4 +36,4 @@ std::shared_ptr<Media> Media::mediaWithPath(std::string path)
     return media;
 }
 
-}
+} // namespace platform

@@ -80,7 +80,7 @@ const mpv_node* field(const mpv_node& map, std::string_view name)
     return nullptr;
 }
 
-}
+} // namespace
 
 std::vector<int> audioTracksOf(const mpv_node& trackList)
 {
@@ -98,4 +98,4 @@ std::vector<int> audioTracksOf(const mpv_node& trackList)
     return numbers;
 }
 
-}
+} // namespace platform

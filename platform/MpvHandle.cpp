@@ -67,8 +67,8 @@ constexpr Option options[] = {
     {"zimg-scaler", "bilinear"},
 };
 
-/// ALSA writes complaints to standard error on a machine without a sound card, so it is asked only where there
-/// is one. Without any device the sound is played into the void, in time.
+/// ALSA writes complaints to standard error on a machine without a sound card, so it is asked only where
+/// there is one. Without any device the sound is played into the void, in time.
 const char* soundOutputs()
 {
     std::error_code error;
@@ -80,9 +80,12 @@ const char* soundOutputs()
     return "pulse,null";
 }
 
-}
+} // namespace
 
-void MpvHandleDeleter::operator()(mpv_handle* mpv) const { mpv_terminate_destroy(mpv); }
+void MpvHandleDeleter::operator()(mpv_handle* mpv) const
+{
+    mpv_terminate_destroy(mpv);
+}
 
 MpvHandle makeMpvHandle()
 {
@@ -116,4 +119,4 @@ void setMpvNumber(mpv_handle* mpv, const char* property, double value)
     mpv_set_property_async(mpv, 0, property, MPV_FORMAT_DOUBLE, &value);
 }
 
-}
+} // namespace platform

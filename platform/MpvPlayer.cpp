@@ -13,15 +13,21 @@ namespace platform {
 
 namespace {
 
-MediaTime milliseconds(double seconds) { return MediaTime::timeWithInt(std::llround(seconds * 1000)); }
-
+MediaTime milliseconds(double seconds)
+{
+    return MediaTime::timeWithInt(std::llround(seconds * 1000));
 }
 
-std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view) { return std::make_unique<MpvPlayer>(view); }
+} // namespace
 
-MpvPlayer::MpvPlayer(VideoView& videoView) :
-    mpv(makeMpvHandle()),
-    view(&videoView)
+std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view)
+{
+    return std::make_unique<MpvPlayer>(view);
+}
+
+MpvPlayer::MpvPlayer(VideoView& videoView)
+    : mpv(makeMpvHandle()),
+      view(&videoView)
 {
     clock.start();
     if (mpv)
@@ -61,7 +67,10 @@ void MpvPlayer::pause()
         setPaused(true);
 }
 
-void MpvPlayer::stop() { close(); }
+void MpvPlayer::stop()
+{
+    close();
+}
 
 void MpvPlayer::load()
 {
@@ -127,7 +136,10 @@ PlayerState MpvPlayer::state() const
     return paused ? PlayerState::paused : PlayerState::playing;
 }
 
-float MpvPlayer::position() const { return static_cast<float>(file.currentFraction()); }
+float MpvPlayer::position() const
+{
+    return static_cast<float>(file.currentFraction());
+}
 
 void MpvPlayer::setPosition(float position)
 {
@@ -135,7 +147,10 @@ void MpvPlayer::setPosition(float position)
     seekTo({SeekTarget::Unit::fraction, fraction});
 }
 
-MediaTime MpvPlayer::time() const { return isOpen() ? milliseconds(file.currentTime()) : MediaTime::nullTime(); }
+MediaTime MpvPlayer::time() const
+{
+    return isOpen() ? milliseconds(file.currentTime()) : MediaTime::nullTime();
+}
 
 void MpvPlayer::setTime(MediaTime time)
 {
@@ -187,7 +202,10 @@ void MpvPlayer::sendSeek()
         {"seek", std::to_string(value).c_str(), byFraction ? "absolute-percent+exact" : "absolute+exact"});
 }
 
-VideoSize MpvPlayer::videoSize() const { return isOpen() ? file.size : VideoSize(); }
+VideoSize MpvPlayer::videoSize() const
+{
+    return isOpen() ? file.size : VideoSize();
+}
 
 void MpvPlayer::setMute(bool mute)
 {
@@ -217,4 +235,4 @@ bool MpvPlayer::saveVideoSnapshotAt(const std::string& path, int width, int heig
     return writeVideoSnapshot(picture, path);
 }
 
-}
+} // namespace platform

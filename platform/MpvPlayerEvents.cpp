@@ -43,20 +43,22 @@ std::optional<int64_t> entryOf(const mpv_event& reply)
         return std::nullopt;
     const auto* list = command->result.u.list;
     for (int i = 0; i < list->num; ++i) {
-        if (std::string_view(list->keys[i]) == "playlist_entry_id" && list->values[i].format == MPV_FORMAT_INT64)
+        if (std::string_view(list->keys[i]) == "playlist_entry_id"
+            && list->values[i].format == MPV_FORMAT_INT64)
             return list->values[i].u.int64;
     }
     return std::nullopt;
 }
 
-}
+} // namespace
 
 void MpvPlayer::wakeUp(void* opaque)
 {
     auto* self = static_cast<MpvPlayer*>(opaque);
     if (self->wakeUpQueued.test_and_set())
         return;
-    QMetaObject::invokeMethod(self, [self] { self->drainEvents(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        self, [self] { self->drainEvents(); }, Qt::QueuedConnection);
 }
 
 void MpvPlayer::drainEvents()
@@ -315,4 +317,4 @@ bool MpvPlayer::report(const std::function<void(MediaPlayerDelegate&)>& call)
     return alive && request == fileRequest;
 }
 
-}
+} // namespace platform

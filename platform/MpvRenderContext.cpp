@@ -13,12 +13,12 @@ void* openGLFunction(void*, const char* name)
     return current ? reinterpret_cast<void*>(current->getProcAddress(name)) : nullptr;
 }
 
-}
+} // namespace
 
 std::unique_ptr<MpvRenderContext> MpvRenderContext::makeOpenGL(mpv_handle* mpv)
 {
     char api[] = MPV_RENDER_API_TYPE_OPENGL;
-    mpv_opengl_init_params functions {openGLFunction, nullptr};
+    mpv_opengl_init_params functions{openGLFunction, nullptr};
     mpv_render_param parameters[] = {
         {MPV_RENDER_PARAM_API_TYPE, api},
         {MPV_RENDER_PARAM_OPENGL_INIT_PARAMS, &functions},
@@ -43,8 +43,8 @@ std::unique_ptr<MpvRenderContext> MpvRenderContext::makeSoftware(mpv_handle* mpv
     return std::unique_ptr<MpvRenderContext>(new MpvRenderContext(context));
 }
 
-MpvRenderContext::MpvRenderContext(mpv_render_context* renderContext) :
-    context(renderContext)
+MpvRenderContext::MpvRenderContext(mpv_render_context* renderContext)
+    : context(renderContext)
 {
     mpv_render_context_set_update_callback(context, updated, this);
 }
@@ -72,7 +72,7 @@ void MpvRenderContext::updated(void* opaque)
 
 bool MpvRenderContext::drawOpenGL(int framebuffer, QSize size)
 {
-    mpv_opengl_fbo target {framebuffer, size.width(), size.height(), 0};
+    mpv_opengl_fbo target{framebuffer, size.width(), size.height(), 0};
     int flip = 1;
     int wait = 0;
     mpv_render_param parameters[] = {
@@ -112,4 +112,4 @@ void MpvRenderContext::skip()
     mpv_render_context_render(context, parameters);
 }
 
-}
+} // namespace platform

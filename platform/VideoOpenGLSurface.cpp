@@ -9,8 +9,8 @@
 
 namespace platform {
 
-VideoOpenGLSurface::VideoOpenGLSurface(QWidget* parent) :
-    QOpenGLWidget(parent)
+VideoOpenGLSurface::VideoOpenGLSurface(QWidget* parent)
+    : QOpenGLWidget(parent)
 {
 }
 
@@ -23,8 +23,8 @@ VideoOpenGLSurface::~VideoOpenGLSurface()
 
 bool VideoOpenGLSurface::attach(mpv_handle* mpv)
 {
-    // A widget that was never shown has no context yet; being asked for its picture makes one. It can be shown
-    // only if it shares with that of the window, which has to be on screen for this.
+    // A widget that was never shown has no context yet; being asked for its picture makes one. It can be
+    // shown only if it shares with that of the window, which has to be on screen for this.
     if (!isValid() && window()->isVisible())
         grabFramebuffer();
     if (!isValid() || !QOpenGLWidget::context()->shareContext())
@@ -47,7 +47,8 @@ void VideoOpenGLSurface::detach()
 
 void VideoOpenGLSurface::initializeGL()
 {
-    connect(QOpenGLWidget::context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { releaseContext(); });
+    connect(
+        QOpenGLWidget::context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { releaseContext(); });
     if (attached && makeContext() && outputReplaced)
         outputReplaced();
 }
@@ -71,10 +72,9 @@ void VideoOpenGLSurface::releaseContext()
 
 void VideoOpenGLSurface::pictureChanged()
 {
-    if (isOnScreen(*this)) {
-        update();
+    update();
+    if (isOnScreen(*this))
         return;
-    }
     makeCurrent();
     context->skip();
     doneCurrent();
@@ -130,7 +130,7 @@ bool findHardwareOpenGL()
     return !name.isEmpty() && std::none_of(std::begin(rasterisers), std::end(rasterisers), isNamed);
 }
 
-}
+} // namespace
 
 bool hasHardwareOpenGL()
 {
@@ -138,4 +138,4 @@ bool hasHardwareOpenGL()
     return found;
 }
 
-}
+} // namespace platform

@@ -48,7 +48,7 @@ bool write(const QImage& picture, int descriptor, const std::string& format)
     return written && file.error() == QFileDevice::NoError;
 }
 
-}
+} // namespace
 
 bool writeVideoSnapshot(const QImage& picture, const std::string& path)
 {
@@ -66,4 +66,4 @@ bool writeVideoSnapshot(const QImage& picture, const std::string& path)
     return false;
 }
 
-}
+} // namespace platform

@@ -8,12 +8,15 @@ namespace {
 
 constexpr size_t alignment = 64;
 
-constexpr size_t aligned(size_t bytes) { return (bytes + alignment - 1) / alignment * alignment; }
-
+constexpr size_t aligned(size_t bytes)
+{
+    return (bytes + alignment - 1) / alignment * alignment;
 }
 
-VideoSoftwareSurface::VideoSoftwareSurface(QWidget* parent) :
-    QWidget(parent)
+} // namespace
+
+VideoSoftwareSurface::VideoSoftwareSurface(QWidget* parent)
+    : QWidget(parent)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
@@ -41,12 +44,10 @@ QSize VideoSoftwareSurface::pixelSize() const
 
 void VideoSoftwareSurface::pictureChanged()
 {
-    stale = true;
-    if (!isOnScreen(*this)) {
+    const bool visible = isOnScreen(*this);
+    if (!visible)
         context->skip();
-        return;
-    }
-    stale = !draw(pixelSize());
+    stale = !visible || !draw(pixelSize());
     update();
 }
 
@@ -87,4 +88,4 @@ QImage VideoSoftwareSurface::picture(QSize size)
     return draw(size) ? image.copy() : QImage();
 }
 
-}
+} // namespace platform

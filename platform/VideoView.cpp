@@ -8,15 +8,18 @@
 
 namespace platform {
 
-VideoView::VideoView(QWidget* parent, VideoRenderer renderer) :
-    QWidget(parent)
+VideoView::VideoView(QWidget* parent, VideoRenderer renderer)
+    : QWidget(parent)
 {
     if (renderer == VideoRenderer::automatic)
         renderer = hasHardwareOpenGL() ? VideoRenderer::openGL : VideoRenderer::software;
     makeSurface(renderer);
 }
 
-VideoView::~VideoView() { surface->detach(); }
+VideoView::~VideoView()
+{
+    surface->detach();
+}
 
 void VideoView::makeSurface(VideoRenderer renderer)
 {
@@ -69,11 +72,20 @@ void VideoView::detach(mpv_handle* mpv)
     attached = nullptr;
 }
 
-uint64_t VideoView::pictures() const { return surface->pictures(); }
+uint64_t VideoView::pictures() const
+{
+    return surface->pictures();
+}
 
-QImage VideoView::picture(QSize size) { return surface->picture(size); }
+QImage VideoView::picture(QSize size)
+{
+    return surface->picture(size);
+}
 
-void VideoView::resizeEvent(QResizeEvent*) { surface->widget()->setGeometry(rect()); }
+void VideoView::resizeEvent(QResizeEvent*)
+{
+    surface->widget()->setGeometry(rect());
+}
 
 bool isOnScreen(const QWidget& widget)
 {
@@ -81,4 +93,4 @@ bool isOnScreen(const QWidget& widget)
     return widget.isVisible() && window && window->isExposed() && !widget.visibleRegion().isEmpty();
 }
 
-}
+} // namespace platform

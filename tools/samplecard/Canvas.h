@@ -57,7 +57,8 @@ public:
     void blendSpan(int y, float from, float to, Rgb colour, float alpha);
     /// A soft round spot of light, added.
     void glow(Point centre, float radius, Rgb colour, float strength);
-    /// Draws the sprite into a box, mixed with `haze` by `hazeShare` after multiplying with `light`, at most 1.
+    /// Draws the sprite into a box, mixed with `haze` by `hazeShare` after multiplying with `light`, at
+    /// most 1.
     void draw(const Sprite& sprite, Point topLeft, Point bottomRight, float light, Rgb haze, float hazeShare);
 
 private:

@@ -51,9 +51,18 @@ void blendRows(
     }
 }
 
-uint16_t redOf(uint32_t pixel) { return uint16_t(uint16_t(pixel) & 255); }
-uint16_t greenOf(uint32_t pixel) { return uint16_t(uint16_t(pixel) >> 8); }
-uint16_t blueOf(uint32_t pixel) { return uint16_t(uint16_t(pixel >> 16) & 255); }
+uint16_t redOf(uint32_t pixel)
+{
+    return uint16_t(uint16_t(pixel) & 255);
+}
+uint16_t greenOf(uint32_t pixel)
+{
+    return uint16_t(uint16_t(pixel) >> 8);
+}
+uint16_t blueOf(uint32_t pixel)
+{
+    return uint16_t(uint16_t(pixel >> 16) & 255);
+}
 
 void lumaRow(const uint32_t* pixels, uint8_t* to, size_t width)
 {

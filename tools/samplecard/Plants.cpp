@@ -47,8 +47,10 @@ struct Greens {
 Rgb leafColour(const Greens& greens, float x, float y, float random)
 {
     const float light = std::clamp(0.45F - 0.38F * x - 0.42F * y + 0.34F * (random - 0.5F), 0.0F, 1.0F);
-    return light < 0.5F ? mix(greens.shade, greens.leaf, light * 2)
-                        : mix(greens.leaf, greens.sunlit, light * 2 - 1);
+    constexpr Rgb kEvening{1.10F, 1.06F, 1.0F};
+    return kEvening
+        * (light < 0.5F ? mix(greens.shade, greens.leaf, light * 2)
+                        : mix(greens.leaf, greens.sunlit, light * 2 - 1));
 }
 
 Sprite paintCrown(uint32_t seed, bool bush)

@@ -69,8 +69,8 @@ void Roadside::drawPlant(Canvas& canvas, const View& view, const Prop& prop) con
     const Point high = view.toScreen({foot.x, foot.y + prop.size, foot.z});
     const float half = (low.y - high.y) * plant.widthPerHeight / 2;
     const float bright = 0.82F + 0.18F * hash01(prop.variant, 3);
-    canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y},
-        bright, palette::kHaze, palette::hazeShare(foot.z));
+    canvas.draw(*plant.sprite, {low.x - half, high.y}, {low.x + half, low.y}, bright, palette::kHaze,
+        palette::hazeShare(foot.z));
 }
 
 void Roadside::drawLampPost(Canvas& canvas, const View& view, const Prop& prop) const

@@ -1,0 +1,284 @@
+#include "lib/PositionSlider.h"
+#include "lib/TKImageButton.h"
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using platform::PlayerState;
+
+namespace {
+
+/// A recording of 60 seconds that plays.
+class Transport : public testing::Test {
+protected:
+    Transport()
+    {
+        folder.file("alwa_20150321_142530_F.avi");
+        folder.file("alwa_20150321_142600_F.avi");
+        app.open(folder.path());
+        app.start(0);
+        app.player().calls.clear();
+    }
+
+    PositionSlider& slider() { return app.find<PositionSlider>("videoPositionSlider"); }
+    void drag(double fraction) { slider().setValue(int(fraction * slider().maximum())); }
+    CustomWindow& window() { return app.controller->mainWindow(); }
+    platform::Size size() { return window().frame().size(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, QWidget* target = nullptr)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(target ? target : &window(), &event);
+    }
+
+    TempFolder folder;
+    AppDelegateProbe app;
+    ZVKAppDelegate& controller = *app.controller;
+    ScriptedPlayer& player = app.player();
+};
+
+TEST_F(Transport, PlayButtonPausesResumesAndRestarts)
+{
+    controller.clickPlayButton();
+    EXPECT_EQ(player.calls.back(), "pause");
+    player.reportState(PlayerState::paused);
+    controller.clickPlayButton();
+    EXPECT_EQ(player.calls.back(), "play");
+
+    player.reportState(PlayerState::playing);
+    player.reportEnd();
+    drag(0.5);
+    player.fraction = 1; // the seek has not settled yet
+    controller.clickPlayButton();
+    EXPECT_EQ(player.calls.back(), "setTime 30000");
+    app.desk.dispatcher.advance(100ms);
+    EXPECT_EQ(player.calls.back(), "play");
+
+    player.reportEnd();
+    controller.clickPlayButton();
+    EXPECT_TRUE(app.isWaiting()) << "ended, the slider at the end: the file starts again";
+    EXPECT_EQ(app.mediaIndex(), 0);
+}
+
+TEST_F(Transport, SliderSeeksAtOnceAndTwiceWhenGoingBack)
+{
+    player.reportTime(0.5f);
+    drag(0.8);
+    EXPECT_NEAR(app.playInfo().position(), 0.8, 1e-6);
+    EXPECT_NEAR(app.find<PositionSlider>("videoPositionSliderForFullScreen").doubleValue(), 0.8, 1e-6);
+    EXPECT_EQ(player.calls.back(), "setPosition 0.80");
+    app.desk.dispatcher.advance(500ms);
+    EXPECT_EQ(player.countOf("setPosition 0.80"), 1u);
+    drag(0.2);
+    app.desk.dispatcher.advance(99ms);
+    EXPECT_EQ(player.countOf("setPosition 0.20"), 1u);
+    app.desk.dispatcher.advance(1ms);
+    EXPECT_EQ(player.countOf("setPosition 0.20"), 2u);
+    EXPECT_FALSE(app.isMoving());
+    drag(0.999);
+    EXPECT_EQ(player.calls.back(), "setTime 60000") << "beyond 0.998 lies the end";
+}
+
+TEST_F(Transport, SliderIsMovedSilentlyByThePlayerAndNotWhileItIsHeld)
+{
+    player.reportTime(0.5f);
+    EXPECT_NEAR(slider().doubleValue(), 0.5, 1e-6);
+    EXPECT_EQ(player.countOf("setPosition 0.50"), 0u);
+    slider().setSliderDown(true);
+    app.playInfo().setPosition(0.9);
+    EXPECT_NEAR(slider().doubleValue(), 0.5, 1e-6);
+    slider().setSliderDown(false);
+    app.playInfo().setPosition(1.7);
+    EXPECT_EQ(slider().doubleValue(), 1);
+}
+
+TEST_F(Transport, JumpsGoTenSecondsAndStopAtTheEnds)
+{
+    struct Case {
+        float from;
+        void (ZVKAppDelegate::*jump)();
+        std::string expected;
+        bool moves;
+    };
+    for (const auto& [from, jump, expected, moves] :
+        {Case{0.5f, &ZVKAppDelegate::jumpForward, "jumpForward 10", true},
+            {52.0f / 60, &ZVKAppDelegate::jumpForward, "setTime 60000", false},
+            {0.5f, &ZVKAppDelegate::jumpBackward, "setPosition 0.33", true},
+            {6.0f / 60, &ZVKAppDelegate::jumpBackward, "setPosition 0.00", false}}) {
+        SCOPED_TRACE(expected);
+        player.fraction = from;
+        (controller.*jump)();
+        EXPECT_EQ(player.calls.back(), expected);
+        EXPECT_EQ(app.isMoving(), moves);
+        app.desk.dispatcher.advance(299ms);
+        EXPECT_EQ(app.isMoving(), moves);
+        app.desk.dispatcher.advance(1ms);
+        EXPECT_FALSE(app.isMoving());
+    }
+}
+
+TEST_F(Transport, ASecondSeekOfAnEarlierFileNeverReachesTheNext)
+{
+    player.fraction = 0.5f;
+    controller.jumpBackward();
+    controller.playAtIndex(1);
+    player.calls.clear();
+    app.desk.dispatcher.advance(1s);
+    EXPECT_TRUE(player.calls.empty());
+    EXPECT_FALSE(app.isMoving());
+}
+
+TEST_F(Transport, VolumeStaysBetweenNothingAndTwoHundred)
+{
+    auto& control = app.find<QSlider>("volumeSlider");
+    for (const auto& [start, change, expected] :
+        {std::tuple{195, &ZVKAppDelegate::volumeUp, 200u}, {200, &ZVKAppDelegate::volumeUp, 200u},
+            {5, &ZVKAppDelegate::volumeDown, 0u}, {70, &ZVKAppDelegate::volumeDown, 60u}}) {
+        control.setValue(start);
+        EXPECT_EQ(app.volume(), unsigned(start));
+        (controller.*change)();
+        EXPECT_EQ(app.volume(), expected);
+        EXPECT_EQ(unsigned(player.loudness), expected);
+        EXPECT_EQ(unsigned(control.value()), expected);
+    }
+}
+
+TEST_F(Transport, SpeedTogglesBetweenOneAndTwo)
+{
+    controller.decreaseSpeed();
+    EXPECT_EQ(app.playInfo().speed(), 1);
+    controller.increaseSpeed();
+    controller.increaseSpeed();
+    EXPECT_EQ(app.playInfo().speed(), 2);
+    EXPECT_FLOAT_EQ(player.speed, 2);
+    EXPECT_EQ(app.find<QLabel>("speedTextButton").text(), "2.0x");
+    app.start(1);
+    EXPECT_EQ(app.playInfo().speed(), 1) << "every file starts at single speed";
+    EXPECT_FLOAT_EQ(player.speed, 1);
+}
+
+TEST_F(Transport, SizeStepsKeepTheOriginAndEndInFullScreen)
+{
+    controller.sizeUp();
+    EXPECT_EQ(window().frame(), (platform::Rect{450, 205, 1224, 768}));
+    controller.sizeUp();
+    controller.sizeUp();
+    EXPECT_EQ(size().width, 1428) << "1632 x 1024 would be higher than the screen less 100";
+    EXPECT_TRUE(window().isFullScreen());
+    EXPECT_EQ(app.desk.screens.options, 5u);
+    controller.sizeUp();
+    EXPECT_TRUE(window().isFullScreen());
+    controller.sizeDown();
+    EXPECT_FALSE(window().isFullScreen());
+    EXPECT_EQ(window().frame(), (platform::Rect{450, 205, 1020, 640})) << "back on the frame of the start";
+    EXPECT_EQ(app.desk.screens.options, 0u);
+    controller.sizeDown();
+    EXPECT_EQ(size().width, 1020);
+    player.reportState(PlayerState::paused);
+    controller.sizeUp();
+    EXPECT_EQ(size().width, 1020) << "only while it plays";
+}
+
+TEST_F(Transport, FullScreenShowsTheVideoAboveASlimBar)
+{
+    const auto isShown = [this](const char* name) { return app.find<QWidget>(name).isVisible(); };
+    controller.toggleFullScreen();
+    EXPECT_EQ(window().frame(), (platform::Rect{0, 0, 1920, 1080}));
+    for (const char* hidden : {"headBox", "bodyRightBox", "gsensorBox", "mediaControlBox"})
+        EXPECT_FALSE(isShown(hidden)) << hidden;
+    EXPECT_TRUE(isShown("mediaControlBoxForFullScreen"));
+    EXPECT_EQ(app.find<QWidget>("mediaControlBoxForFullScreen").height(), 36);
+    EXPECT_EQ(app.find<QWidget>("videoBox").size(), QSize(1920, 1080 - 2 - 36));
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(window().isFullScreen());
+    EXPECT_TRUE(isShown("headBox"));
+    EXPECT_EQ(app.find<QWidget>("videoBox").geometry(), QRect(0, 0, 656, 372));
+    EXPECT_EQ(app.find<QWidget>("bodyRightBox").geometry(), QRect(676, 0, 334, 582));
+    controller.toggleFullScreen();
+    controller.playAtIndex(1);
+    app.desk.dispatcher.runAll();
+    EXPECT_FALSE(window().isFullScreen()) << "a new file leaves full screen";
+}
+
+TEST_F(Transport, KeysDoWhatTheirButtonsDo)
+{
+    press(Qt::Key_Space);
+    EXPECT_EQ(player.calls.back(), "pause");
+    press(Qt::Key_Up);
+    EXPECT_EQ(app.volume(), 80u);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_EQ(app.volume(), 60u);
+    press(Qt::Key_2);
+    EXPECT_EQ(app.playInfo().speed(), 2);
+    press(Qt::Key_1);
+    EXPECT_EQ(app.playInfo().speed(), 1);
+    press(Qt::Key_Plus, Qt::ShiftModifier);
+    EXPECT_EQ(size().width, 1224);
+    press(Qt::Key_Minus, Qt::KeypadModifier);
+    EXPECT_EQ(size().width, 1020);
+    player.fraction = 0.5f;
+    press(Qt::Key_Right);
+    EXPECT_EQ(player.calls.back(), "jumpForward 10");
+    press(Qt::Key_F);
+    EXPECT_TRUE(window().isFullScreen());
+    press(Qt::Key_F);
+    press(Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(app.desk.panels.asked, 1);
+    press(Qt::Key_O);
+    EXPECT_EQ(app.desk.panels.asked, 1);
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(app.mediaIndex(), 1);
+}
+
+TEST_F(Transport, TheListKeepsItsOwnKeysAndEnterPlays)
+{
+    auto& table = app.find<QTableView>("mediaListTableView");
+    press(Qt::Key_Down, {}, &table);
+    EXPECT_EQ(app.volume(), 70u);
+    EXPECT_EQ(app.mediaIndex(), 0);
+    press(Qt::Key_Return, {}, &table);
+    EXPECT_EQ(app.mediaIndex(), 1);
+    app.desk.dispatcher.runAll();
+    player.reportState(PlayerState::playing);
+    press(Qt::Key_Space, {}, &table);
+    EXPECT_EQ(player.calls.back(), "pause");
+    press(Qt::Key_PageUp, {}, &table);
+    EXPECT_EQ(app.mediaIndex(), 0);
+}
+
+TEST_F(Transport, NamesFollowTheState)
+{
+    auto& button = app.find<TKImageButton>("playButton");
+    EXPECT_EQ(button.accessibleName(), "Pause");
+    EXPECT_TRUE(button.toolTip().contains("Space"));
+    player.reportState(PlayerState::paused);
+    EXPECT_EQ(button.accessibleName(), "Play");
+    for (TKImageButton* each : window().findChildren<TKImageButton*>()) {
+        EXPECT_FALSE(each->accessibleName().isEmpty()) << each->objectName().toStdString();
+        EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
+        EXPECT_NE(each->focusPolicy() & Qt::TabFocus, 0) << each->objectName().toStdString();
+    }
+}
+
+TEST(WindowDrag, StopsBelowTheTopOfTheVisibleArea)
+{
+    AppDelegateProbe app;
+    CustomWindow& window = app.controller->mainWindow();
+    const auto send = [&](QEvent::Type type, QPointF at) {
+        QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&window, &event);
+    };
+    send(QEvent::MouseButtonPress, {300, 20});
+    send(QEvent::MouseMove, {320, 50});
+    EXPECT_EQ(window.frame(), (platform::Rect{470, 175, 1020, 640}));
+    send(QEvent::MouseMove, {300, -900});
+    EXPECT_EQ(window.frame().maxY(), 1050);
+}
+
+} // namespace
