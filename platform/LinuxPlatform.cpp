@@ -1,20 +1,25 @@
 #include "platform/LinuxPlatform.h"
 
 #include "platform/MpvPlayer.h"
+#include "platform/QtWebView.h"
 #include "platform/VideoView.h"
+#include "platform/WebEngine.h"
 
 #include <clocale>
 
 static void initialiseResources()
 {
     Q_INIT_RESOURCE(zavik);
+    Q_INIT_RESOURCE(map);
 }
 
 namespace platform {
 
 LinuxPlatform::LinuxPlatform()
-    : pieces{
-        *dispatcher, panels, alerts, defaults, screens, [](VideoView& view) { return makeMpvPlayer(view); }}
+    : pieces{*dispatcher, panels, alerts, defaults, screens,
+        [](VideoView& view) { return makeMpvPlayer(view); },
+        [engine = std::make_shared<WebEngine>()](
+            QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
 {
 }
 

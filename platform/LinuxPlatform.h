@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/CupsPrintSession.h"
 #include "platform/Platform.h"
 #include "platform/QtDispatcher.h"
 #include "platform/QtPanels.h"
 #include "platform/QtScreens.h"
+#include "platform/QtScriptRunner.h"
 #include "platform/QtUserDefaults.h"
 
 namespace platform {
@@ -22,6 +24,8 @@ private:
     QtAlerts alerts;
     QtUserDefaults defaults;
     QtScreens screens{defaults};
+    CupsPrintSession printing{*dispatcher};
+    QtScriptRunner scripts;
     Platform pieces;
 };
 

@@ -52,6 +52,8 @@ MpvRenderContext::MpvRenderContext(mpv_render_context* renderContext)
 MpvRenderContext::~MpvRenderContext()
 {
     mpv_render_context_set_update_callback(context, nullptr, nullptr);
+    // mpv would wait a while for a picture that is due.
+    skip();
     mpv_render_context_free(context);
 }
 

@@ -8,6 +8,15 @@ class QWidget;
 
 namespace platform {
 
+/// Asks where to save a file. The user may create folders in it and sees hidden files.
+struct SavePanel {
+    std::string title;
+    /// The proposed name.
+    std::string name;
+    /// Where the panel starts; the user's documents folder when absent.
+    std::optional<std::string> folder;
+};
+
 /// The desktop's file panels. They are modal to their window and never block the event loop:
 /// the answer comes later on the main thread, nothing when the user cancelled. Paths are the file
 /// system's bytes.
@@ -19,6 +28,9 @@ public:
 
     /// Choose one existing folder.
     virtual void chooseFolder(QWidget& window, const std::string& title, Answer answer) = 0;
+
+    /// Choose the path of a file to write. A file that is already there is not asked about.
+    virtual void chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer) = 0;
 };
 
 } // namespace platform

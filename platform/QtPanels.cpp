@@ -2,26 +2,57 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QStandardPaths>
 
 #include <utility>
 
 namespace platform {
 
-void QtPanels::chooseFolder(QWidget& window, const std::string& title, Answer answer)
+namespace {
+
+QFileDialog& madePanel(QWidget& window, const std::string& title)
 {
     auto* dialog = new QFileDialog(&window, QString::fromStdString(title));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-    QObject::connect(dialog, &QFileDialog::finished, dialog, [dialog, reply = std::move(answer)](int result) {
-        const QStringList chosen = dialog->selectedFiles();
+    return *dialog;
+}
+
+void openPanel(QFileDialog& dialog, Panels::Answer answer)
+{
+    QObject::connect(&dialog, &QFileDialog::finished, &dialog, [&dialog, reply = std::move(answer)](int result) {
+        const QStringList chosen = dialog.selectedFiles();
         if (result == QDialog::Accepted && !chosen.isEmpty())
             reply(QFile::encodeName(chosen.first()).toStdString());
         else
             reply(std::nullopt);
     });
-    dialog->open();
+    dialog.open();
+}
+
+} // namespace
+
+void QtPanels::chooseFolder(QWidget& window, const std::string& title, Answer answer)
+{
+    QFileDialog& dialog = madePanel(window, title);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    openPanel(dialog, std::move(answer));
+}
+
+void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer)
+{
+    QFileDialog& dialog = madePanel(window, panel.title);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    // A desktop's own dialog may ask about replacing, or hide hidden files, whatever it is told.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setFilter(dialog.filter() | QDir::Hidden);
+    dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str())
+                                     : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    dialog.selectFile(QFile::decodeName(panel.name.c_str()));
+    openPanel(dialog, std::move(answer));
 }
 
 void QtAlerts::alertSheet(

@@ -6,13 +6,17 @@ class QWidget;
 
 namespace platform {
 
-/// An embedded web page. Scripts sent before the page has loaded, or that fail, are lost without a report.
+/// An embedded web page of the application's resources. It reaches nothing else of the machine.
+/// Scripts that fail are lost without a report. So are scripts that are sent before the page has loaded, but
+/// for the latest one: it runs when the page is there, so that a view that comes late shows the state of the
+/// moment.
 class WebView {
 public:
     virtual ~WebView() = default;
 
+    /// Lives until the view goes, or the parent that the view was made for.
     virtual QWidget& widget() = 0;
-    /// Loads a page of the application's resources ("map2_eng.htm").
+    /// Loads a page ("map2_eng.htm").
     virtual void loadResource(const std::string& page) = 0;
     virtual void evaluateWebScript(const std::string& script) = 0;
 };

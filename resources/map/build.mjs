@@ -23,7 +23,7 @@ const pages = [
 
 // Order matters: a later piece uses the earlier ones.
 const pieces = ["topology", "canvas-layer", "base-map", "places", "labels", "route", "route-layer", "marker",
-    "controls", "streets", "view", "main"];
+    "controls", "nearby", "streets", "view", "main"];
 
 function rows(file) {
     return text(here, file).split("\n").filter(line => line && !line.startsWith("#")).map(line => line.split("\t"));

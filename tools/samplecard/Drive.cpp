@@ -147,7 +147,7 @@ Acceleration Drive::accelerationAt(double seconds) const
         g.z += bumps[n].strength * bumpAcceleration(seconds - m_bumpTimes[n]);
     const double shake = impactShake(seconds);
     g.x += 0.9 * shake * std::sin((seconds - kImpact) * 2 * kPi * 2.3 + 0.8);
-    g.z += 1.1 * shake * std::cos((seconds - kImpact) * 2 * kPi * 2.1);
+    g.z += 0.6 * shake * std::cos((seconds - kImpact) * 2 * kPi * 2.1);
     return g;
 }
 

@@ -55,7 +55,7 @@ const BaseMap = CanvasLayer.extend({
         this.fine = null;
     },
 
-    colours: { land: "#4D4541", coast: "#8C807B", border: "#7A6E69", grid: "rgba(230, 224, 220, 0.07)" },
+    colours: { land: "#504743", coast: "#8C807B", border: "#7A6E69", grid: "rgba(230, 224, 220, 0.07)" },
 
     shapes(zoom) {
         const isClose = zoom >= 6;
@@ -110,10 +110,9 @@ const BaseMap = CanvasLayer.extend({
         context.fill(land, "evenodd");
         this.drawGrid(context, view);
         context.strokeStyle = this.colours.border;
-        context.lineWidth = 0.9;
+        context.lineWidth = view.zoom < 4 ? 0.5 : 0.9;
         context.stroke(borders);
         context.strokeStyle = this.colours.coast;
-        context.lineWidth = 0.8;
         context.stroke(coasts);
     },
 

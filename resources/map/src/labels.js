@@ -45,6 +45,19 @@ const Labels = CanvasLayer.extend({
         });
     },
 
+    /** Whether the edge of the view cuts the box; a name that lies wholly outside comes into view whole. */
+    cutter() {
+        const map = this._map;
+        const { x, y } = map.containerPointToLayerPoint([0, 0]);
+        const size = map.getSize();
+        const [left, top, right, bottom] = [x + 2, y + 2, x + size.x - 2, y + size.y - 2];
+        return ([l, t, r, b]) => {
+            const isInside = l >= left && r <= right && t >= top && b <= bottom;
+            const isOutside = r < left || l > right || b < top || t > bottom;
+            return !isInside && !isOutside;
+        };
+    },
+
     /** The places around a dot (or on a country) that the name may take, the best first. */
     boxes({ kind }, x, y, width) {
         const half = lineHeight / 2;
@@ -62,6 +75,7 @@ const Labels = CanvasLayer.extend({
         const taken = this.controls();
         const free = ([left, top, right, bottom]) =>
             taken.every(([l, t, r, b]) => right < l || left > r || bottom < t || top > b);
+        const isCut = this.cutter();
         const labels = [];
         for (const name of named(this.names, view.zoom)) {
             const width = this.width(context, name);
@@ -72,7 +86,7 @@ const Labels = CanvasLayer.extend({
                 if (y < view.min.y || y > view.max.y)
                     continue;
                 const dot = name.kind === "country" ? null : [x - 4, y - 4, x + 4, y + 4];
-                const box = dot && !free(dot) ? undefined : this.boxes(name, x, y, width).find(free);
+                const box = dot && !free(dot) ? undefined : this.boxes(name, x, y, width).find(box => free(box) && !isCut(box));
                 if (!box)
                     continue;
                 taken.push([box[0] - 4, box[1] - 1, box[2] + 4, box[3] + 1]);

@@ -12,13 +12,15 @@ map.createPane("land").style.zIndex = 140;
 
 const route = new Route();
 const baseMap = new BaseMap(zavikData.coarse, { pane: "land" });
-const labels = new Labels(places(zavikData, language), { pane: "names", className: "names" });
+const names = places(zavikData, language);
+const labels = new Labels(names, { pane: "names", className: "names" });
 const routeLayer = new RouteLayer(route);
 const marker = new Marker(map, zavikData.pictures, texts.vehicle);
 const follower = new Follower(map);
 const note = document.getElementById("note");
 
 const bar = new ButtonBar(map, "topleft");
+const nearby = new Nearby(map, names.cities);
 const streets = new Streets(map, settings.tiles, texts);
 const credits = L.control.attribution({ prefix: false }).addTo(map)
     .addAttribution(`<a href="https://www.naturalearthdata.com/">${texts.credit_shapes}</a>`);
@@ -30,6 +32,7 @@ const layerSwitch = new LayerSwitch(map, bar, texts, isStreets => streets.turn(i
 streets.changed = (isOn, status) => layerSwitch.show(isOn, status);
 for (const layer of [baseMap, labels, routeLayer])
     layer.addTo(map);
+nearby.update();
 streets.turn(Streets.remembered());
 new ResizeObserver(() => map.invalidateSize({ pan: false })).observe(map.getContainer());
 
@@ -49,7 +52,7 @@ function drawFrame() {
         marker.hide();
     } else {
         marker.show(route.last, route.course, state.isLost);
-        if (!state.isLost && follower.show([route.last.lat, route.last.lng], state.isFirst))
+        if ((state.isFirst || !state.isLost) && follower.show([route.last.lat, route.last.lng], state.isFirst))
             state.isFirst = false;
     }
     routeLayer.redraw();

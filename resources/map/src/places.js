@@ -8,7 +8,7 @@ function places({ countries, cities }, language) {
         ({ kind: "country", name, x: worldX(lng), y: worldY(lat), room: room / 360 }));
     names.sort((a, b) => b.room - a.room);
     const towns = cities.map(({ lng, lat, rank, capital, [language]: name }) =>
-        ({ kind: capital ? "capital" : "city", name, x: worldX(lng), y: worldY(lat), rank }));
+        ({ kind: capital ? "capital" : "city", name, x: worldX(lng), y: worldY(lat), lng, lat, rank }));
     towns.sort((a, b) => a.rank - b.rank);
     return { countries: names, cities: towns };
 }
@@ -17,5 +17,5 @@ function places({ countries, cities }, language) {
 function named({ countries, cities }, zoom) {
     const lands = zoom <= lastCountryZoom ? countries : [];
     const towns = cities.filter(({ rank }) => zoom >= cityZooms[rank]);
-    return zoom < 5 ? [...lands, ...towns] : [...towns, ...lands];
+    return zoom < 6 ? [...lands, ...towns] : [...towns, ...lands];
 }

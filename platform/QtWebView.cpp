@@ -1,0 +1,150 @@
+#include "platform/QtWebView.h"
+
+#include "platform/Texts.h"
+#include "platform/WebEngine.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWebEngineView>
+#include <QWindow>
+
+#include <functional>
+#include <utility>
+
+namespace platform {
+
+/// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen.
+class QtWebView::Stage final : public QWidget {
+public:
+    Stage(QWidget& parent, std::function<void()> appeared)
+        : QWidget(&parent),
+          report(std::move(appeared))
+    {
+        setAutoFillBackground(true);
+        setBackgroundRole(QPalette::Base);
+        auto* fill = new QVBoxLayout(this);
+        fill->setContentsMargins(0, 0, 0, 0);
+        watched = window();
+        watched->installEventFilter(this);
+        watchScreen();
+    }
+
+    void put(QWidget& content) { layout()->addWidget(&content); }
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (object == watched && event->type() == QEvent::Show)
+            watchScreen();
+        else if (event->type() == QEvent::Expose)
+            QTimer::singleShot(0, this, [this] { watchScreen(); });
+        return false;
+    }
+
+private:
+    void watchScreen()
+    {
+        QWindow* handle = watched ? watched->windowHandle() : nullptr;
+        if (!report || !handle)
+            return;
+        if (!handle->isExposed()) {
+            handle->installEventFilter(this);
+            return;
+        }
+        handle->removeEventFilter(this);
+        watched->removeEventFilter(this);
+        QTimer::singleShot(0, this, std::exchange(report, nullptr));
+    }
+
+    std::function<void()> report;
+    QPointer<QWidget> watched;
+};
+
+QtWebView::QtWebView(QWidget& parent, std::shared_ptr<WebEngine> sharedEngine)
+    : engine(std::move(sharedEngine)),
+      stage(new Stage(parent, [this] { start(); }))
+{
+}
+
+QtWebView::~QtWebView()
+{
+    delete stage;
+}
+
+QWidget& QtWebView::widget()
+{
+    return *stage;
+}
+
+void QtWebView::start()
+{
+    if (!WebEngine::canRun()) {
+        showUnavailable();
+        return;
+    }
+    view = new QWebEngineView(stage);
+    view->setContextMenuPolicy(Qt::NoContextMenu);
+    view->setAcceptDrops(false);
+    auto* content = new ResourcePage(engine->profile(), *view);
+    content->setBackgroundColor(stage->palette().color(QPalette::Base));
+    QObject::connect(content, &QWebEnginePage::loadStarted, stage, [this] { isLoaded = false; });
+    QObject::connect(content, &QWebEnginePage::loadFinished, stage, [this](bool ok) { pageLoaded(ok); });
+    // Not from inside the engine's own report.
+    QObject::connect(
+        content, &QWebEnginePage::renderProcessTerminated, stage, [this] { pageDied(); },
+        Qt::QueuedConnection);
+    view->setPage(content);
+    stage->put(*view);
+    load();
+}
+
+void QtWebView::loadResource(const std::string& wanted)
+{
+    page = wanted;
+    latestScript.clear();
+    load();
+}
+
+void QtWebView::load()
+{
+    isLoaded = false;
+    if (view && !page.empty())
+        view->load(ResourcePage::address(page));
+}
+
+void QtWebView::evaluateWebScript(const std::string& script)
+{
+    latestScript = script;
+    if (isLoaded && view)
+        view->page()->runJavaScript(QString::fromStdString(script));
+}
+
+void QtWebView::pageLoaded(bool isComplete)
+{
+    isLoaded = isComplete;
+    if (isLoaded && !latestScript.empty())
+        view->page()->runJavaScript(QString::fromStdString(latestScript));
+}
+
+void QtWebView::pageDied()
+{
+    isLoaded = false;
+    if (std::exchange(hasDied, true))
+        showUnavailable();
+    else
+        load();
+}
+
+void QtWebView::showUnavailable()
+{
+    delete view;
+    auto* text = new QLabel(localized("map.unavailable"), stage);
+    text->setAlignment(Qt::AlignCenter);
+    text->setWordWrap(true);
+    text->setProperty("role", "hint");
+    stage->put(*text);
+}
+
+} // namespace platform

@@ -1,0 +1,112 @@
+#include "platform/WebEngine.h"
+
+#include <QDesktopServices>
+#include <QWebEngineCookieStore>
+#include <QWebEngineNewWindowRequest>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineUrlRequestInterceptor>
+
+#include <sched.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr int tileCacheBytes = 32 * 1024 * 1024;
+
+bool isResource(const QUrl& url)
+{
+    return url.scheme() == QLatin1String("qrc") && url.path().startsWith(QLatin1String("/map/"));
+}
+
+class Gate final : public QWebEngineUrlRequestInterceptor {
+    void interceptRequest(QWebEngineUrlRequestInfo& request) override
+    {
+        const QUrl url = request.requestUrl();
+        const bool isTile =
+            url.scheme() == QLatin1String("https") && url.host() == QLatin1String("tile.openstreetmap.org");
+        if (!isTile && !isResource(url) && url.scheme() != QLatin1String("data"))
+            request.block(true);
+    }
+};
+
+// The engine's sandbox is a user namespace, which some systems and containers forbid.
+bool canMakeUserNamespace()
+{
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(unshare(CLONE_NEWUSER) == 0 ? 0 : 1);
+    int status = 1;
+    return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+void openInBrowser(const QUrl& url)
+{
+    if (url.scheme() == QLatin1String("https"))
+        QDesktopServices::openUrl(url);
+}
+
+} // namespace
+
+WebEngine::WebEngine() = default;
+WebEngine::~WebEngine() = default;
+
+bool WebEngine::canRun()
+{
+    if (qEnvironmentVariableIntValue("QTWEBENGINE_DISABLE_SANDBOX") != 0)
+        return true;
+    return geteuid() != 0 && canMakeUserNamespace();
+}
+
+QWebEngineProfile& WebEngine::profile()
+{
+    if (shared)
+        return *shared;
+    gate = std::make_unique<Gate>();
+    // A name gives it storage on disk: the page remembers the kind of map, and tiles are not fetched twice.
+    shared = std::make_unique<QWebEngineProfile>(QStringLiteral("map"));
+    shared->setUrlRequestInterceptor(gate.get());
+    shared->setHttpUserAgent(QStringLiteral("ZAVIK (dash camera player)"));
+    shared->setHttpCacheMaximumSize(tileCacheBytes);
+    shared->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
+    shared->cookieStore()->setCookieFilter([](const QWebEngineCookieStore::FilterRequest&) { return false; });
+    QWebEngineSettings& settings = *shared->settings();
+    // Tiles only; the gate refuses every other address.
+    settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+    for (const auto attribute : {QWebEngineSettings::LocalContentCanAccessFileUrls,
+             QWebEngineSettings::JavascriptCanOpenWindows, QWebEngineSettings::PluginsEnabled,
+             QWebEngineSettings::PdfViewerEnabled, QWebEngineSettings::WebGLEnabled,
+             QWebEngineSettings::ErrorPageEnabled, QWebEngineSettings::HyperlinkAuditingEnabled,
+             QWebEngineSettings::FocusOnNavigationEnabled, QWebEngineSettings::AutoLoadIconsForPage,
+             QWebEngineSettings::NavigateOnDropEnabled, QWebEngineSettings::ShowScrollBars})
+        settings.setAttribute(attribute, false);
+    return *shared;
+}
+
+ResourcePage::ResourcePage(QWebEngineProfile& profile, QObject& owner)
+    : QWebEnginePage(&profile, &owner)
+{
+    connect(this, &QWebEnginePage::newWindowRequested, this, [](QWebEngineNewWindowRequest& request) {
+        if (request.isUserInitiated())
+            openInBrowser(request.requestedUrl());
+    });
+}
+
+QUrl ResourcePage::address(const std::string& page)
+{
+    return QUrl(QStringLiteral("qrc:/map/") + QString::fromStdString(page));
+}
+
+bool ResourcePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
+{
+    if (type == NavigationTypeLinkClicked) {
+        openInBrowser(url);
+        return false;
+    }
+    return isMainFrame && isResource(url);
+}
+
+} // namespace platform
