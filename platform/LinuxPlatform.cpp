@@ -16,7 +16,7 @@ static void initialiseResources()
 namespace platform {
 
 LinuxPlatform::LinuxPlatform()
-    : pieces{*dispatcher, panels, alerts, defaults, screens,
+    : pieces{*dispatcher, panels, alerts, defaults, screens, printing, scripts,
         [](VideoView& view) { return makeMpvPlayer(view); },
         [engine = std::make_shared<WebEngine>()](
             QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
