@@ -62,6 +62,28 @@ void frameCopied(platform::Platform& desktop, QWidget& window, platform::NewFile
     }
 }
 
+bool acceptsPictures(platform::Platform& desktop, QWidget& window, const Session::Types& types)
+{
+    if (!types) {
+        tell(desktop, window, "print.failed");
+        return false;
+    }
+    if (std::ranges::find(*types, pictureType) == types->end()) {
+        logFormat("MIME type %s isn't supported by the printer", pictureType);
+        tell(desktop, window, "print.not_accepted");
+        return false;
+    }
+    return true;
+}
+
+void framePrinted(platform::Platform& desktop, QWidget& window, int status)
+{
+    if (status == 0)
+        return;
+    logFormat("PMPrinterPrintWithFile returned error %d", status);
+    tell(desktop, window, "print.failed");
+}
+
 } // namespace
 
 void ZVKAppDelegate::captureVideo()
@@ -134,5 +156,15 @@ void ZVKAppDelegate::printPanelDidEnd(int returnCode)
         tell(desktop, *window, "print.failed");
         return;
     }
-    session.mimeTypes(printer.name, info, printFrameOn(printer.name, std::move(*frame)));
+    session.mimeTypes(printer.name, info,
+        [this, life = std::weak_ptr(alive), name = printer.name, contents = std::move(*frame)](
+            const Session::Types& types) {
+            if (life.expired() || !acceptsPictures(desktop, *window, types))
+                return;
+            desktop.printing.printFile(
+                name, loadPrintInfo(), pictureType, contents, [this, life](int status) {
+                    if (!life.expired())
+                        framePrinted(desktop, *window, status);
+                });
+        });
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int cellPadding = 18;
+constexpr int cellPadding = 15;
 constexpr int iconGap = 8;
 
 } // namespace

@@ -8,7 +8,8 @@ void showAlertSheet(platform::Alerts& alerts, QWidget& window, const std::string
     alerts.alertSheet(window, title, message, std::move(dismissed));
 }
 
-void showAlert(platform::Alerts& alerts, QWidget& window, const std::string& title, const std::string& message)
+void showAlert(
+    platform::Alerts& alerts, QWidget& window, const std::string& title, const std::string& message)
 {
     showAlertSheet(alerts, window, title, message, {});
 }

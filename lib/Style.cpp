@@ -11,8 +11,8 @@ namespace {
 constexpr const char* sheet = R"(
 * { font-size: 12px; }
 QWidget[role="header"] { background: @header; }
-QWidget[role="panel"], QWidget[role="bar"] { background: @inset; border-radius: 6px; }
-QWidget[role="bar"] { border-radius: 0; }
+QWidget[role="panel"] { background: @inset; border-radius: 6px; }
+QWidget[role="graph"] { background: @videoBackdrop; border-radius: 6px; }
 QLabel { color: @text; background: transparent; }
 QLabel[role="readout"] { font-size: 13px; font-weight: 600; }
 QLabel[role="speed"] { font-size: 20px; font-weight: 600; }
@@ -69,7 +69,7 @@ void apply(QApplication& application)
     application.setPalette(palette);
 
     QString rules = QString::fromLatin1(sheet);
-    const std::pair<const char*, QColor> names[] = {{"@header", header}, {"@panelRaised", panelRaised},
+    const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header}, {"@panelRaised", panelRaised},
         {"@panel", panel}, {"@inset", inset}, {"@line", line}, {"@textDim", textDim},
         {"@accentText", accentText}, {"@accent", accent}, {"@text", text}};
     for (const auto& [name, color] : names)

@@ -29,8 +29,7 @@ void addPaper(const QPrinter& printer, cups::JobOptions& options)
     const std::string media = cups::mediaName(hundredths(size.width()), hundredths(size.height()));
     if (!media.empty())
         options["media"] = media;
-    options["orientation-requested"]
-        = layout.orientation() == QPageLayout::Landscape ? landscape : portrait;
+    options["orientation-requested"] = layout.orientation() == QPageLayout::Landscape ? landscape : portrait;
 }
 
 } // namespace

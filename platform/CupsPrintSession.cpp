@@ -57,9 +57,8 @@ void openPanel(
     panel->setOptions(QPrintDialog::PrintToFile | QPrintDialog::PrintShowPageSize);
     if (!hasPrinters)
         sayNoPrinter(*panel);
-    QObject::connect(panel, &QDialog::finished, panel, [settings, answer](int result) {
-        answer(result == QDialog::Accepted ? printPressed : cancelled);
-    });
+    QObject::connect(panel, &QDialog::finished, panel,
+        [settings, answer](int result) { answer(result == QDialog::Accepted ? printPressed : cancelled); });
     panel->open();
 }
 
@@ -128,11 +127,11 @@ void CupsPrintSession::mimeTypes(
     });
 }
 
-void CupsPrintSession::printFile(const std::string& printer, const PrintInfo& info, const std::string& mimeType,
-    std::string contents, std::function<void(int)> answer)
+void CupsPrintSession::printFile(const std::string& printer, const PrintInfo& info,
+    const std::string& mimeType, std::string contents, std::function<void(int)> answer)
 {
-    dispatcher.inBackground([&main = dispatcher, printer, options = jobOptions(CupsPrintInfo::of(info)), mimeType,
-                                data = std::move(contents), reply = std::move(answer)] {
+    dispatcher.inBackground([&main = dispatcher, printer, options = jobOptions(CupsPrintInfo::of(info)),
+                                mimeType, data = std::move(contents), reply = std::move(answer)] {
         main.onMain([reply, status = cups::print(printer, options, mimeType, data)] { reply(status); });
     });
 }

@@ -104,8 +104,8 @@ Reached reach(const std::string& printer)
         return result;
     const unsigned way = isAddress(printer) ? CUPS_DEST_FLAGS_DEVICE : CUPS_DEST_FLAGS_NONE;
     std::array<char, HTTP_MAX_URI> resource;
-    result.connection.reset(cupsConnectDest(result.destination.get(), way, connectMs, nullptr, resource.data(),
-        resource.size(), nullptr, nullptr));
+    result.connection.reset(cupsConnectDest(result.destination.get(), way, connectMs, nullptr,
+        resource.data(), resource.size(), nullptr, nullptr));
     if (!result.connection)
         return result;
     httpSetTimeout(result.connection.get(), questionSeconds, giveUp, nullptr);
@@ -116,7 +116,8 @@ Reached reach(const std::string& printer)
 int failure()
 {
     const ipp_status_t status = cupsLastError();
-    return status > IPP_STATUS_OK_EVENTS_COMPLETE || status < IPP_STATUS_OK ? status : IPP_STATUS_ERROR_INTERNAL;
+    return status > IPP_STATUS_OK_EVENTS_COMPLETE || status < IPP_STATUS_OK ? status
+                                                                            : IPP_STATUS_ERROR_INTERNAL;
 }
 
 bool isOk(ipp_status_t status)

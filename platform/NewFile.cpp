@@ -63,8 +63,8 @@ NewFile writeNewFile(const std::string& path, std::string_view contents)
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0)
         return errno == EEXIST ? NewFile::exists : NewFile::failed;
-    const bool written
-        = writeWhole(descriptor, contents) && ::fsync(descriptor) == 0 && holds(descriptor, contents);
+    const bool written =
+        writeWhole(descriptor, contents) && ::fsync(descriptor) == 0 && holds(descriptor, contents);
     if (::close(descriptor) == 0 && written) {
         syncFolderOf(path);
         return NewFile::written;

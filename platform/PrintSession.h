@@ -43,13 +43,11 @@ public:
     virtual Printer currentPrinter(const PrintInfo& info) = 0;
     /// The file types that the printer accepts with these settings; nothing when the service failed.
     virtual void mimeTypes(
-        const std::string& printer, const PrintInfo& info, std::function<void(Types)> answer)
-        = 0;
+        const std::string& printer, const PrintInfo& info, std::function<void(Types)> answer) = 0;
     /// Hands a file's contents to the printer with the settings as they are during this call. The answer
     /// tells whether the job was accepted.
     virtual void printFile(const std::string& printer, const PrintInfo& info, const std::string& mimeType,
-        std::string contents, std::function<void(int status)> answer)
-        = 0;
+        std::string contents, std::function<void(int status)> answer) = 0;
 };
 
 } // namespace platform

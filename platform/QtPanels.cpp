@@ -20,13 +20,14 @@ QFileDialog& madePanel(QWidget& window, const std::string& title)
 
 void openPanel(QFileDialog& dialog, Panels::Answer answer)
 {
-    QObject::connect(&dialog, &QFileDialog::finished, &dialog, [&dialog, reply = std::move(answer)](int result) {
-        const QStringList chosen = dialog.selectedFiles();
-        if (result == QDialog::Accepted && !chosen.isEmpty())
-            reply(QFile::encodeName(chosen.first()).toStdString());
-        else
-            reply(std::nullopt);
-    });
+    QObject::connect(
+        &dialog, &QFileDialog::finished, &dialog, [&dialog, reply = std::move(answer)](int result) {
+            const QStringList chosen = dialog.selectedFiles();
+            if (result == QDialog::Accepted && !chosen.isEmpty())
+                reply(QFile::encodeName(chosen.first()).toStdString());
+            else
+                reply(std::nullopt);
+        });
     dialog.open();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QDesktopServices>
 #include <QWebEngineCookieStore>
-#include <QWebEngineNewWindowRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
@@ -43,10 +42,12 @@ bool canMakeUserNamespace()
     return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-void openInBrowser(const QUrl& url)
+// Where the map's credits lead.
+bool isCredit(const QUrl& url)
 {
-    if (url.scheme() == QLatin1String("https"))
-        QDesktopServices::openUrl(url);
+    return url.scheme() == QLatin1String("https")
+        && (url.host() == QLatin1String("www.openstreetmap.org")
+            || url.host() == QLatin1String("www.naturalearthdata.com"));
 }
 
 } // namespace
@@ -89,10 +90,6 @@ QWebEngineProfile& WebEngine::profile()
 ResourcePage::ResourcePage(QWebEngineProfile& profile, QObject& owner)
     : QWebEnginePage(&profile, &owner)
 {
-    connect(this, &QWebEnginePage::newWindowRequested, this, [](QWebEngineNewWindowRequest& request) {
-        if (request.isUserInitiated())
-            openInBrowser(request.requestedUrl());
-    });
 }
 
 QUrl ResourcePage::address(const std::string& page)
@@ -102,10 +99,8 @@ QUrl ResourcePage::address(const std::string& page)
 
 bool ResourcePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
-    if (type == NavigationTypeLinkClicked) {
-        openInBrowser(url);
-        return false;
-    }
+    if (type == NavigationTypeLinkClicked && isCredit(url))
+        QDesktopServices::openUrl(url);
     return isMainFrame && isResource(url);
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 void ScriptedPlayer::reportState(platform::PlayerState state)
 {
@@ -78,8 +79,9 @@ platform::MediaTime ScriptedPlayer::remainingTime() const
     return platform::MediaTime::timeWithInt(-(lengthMs - time().intValue()));
 }
 
-bool ScriptedPlayer::saveVideoSnapshotAt(const std::string& path, int, int)
+bool ScriptedPlayer::saveVideoSnapshotAt(const std::string& path, int width, int height)
 {
-    calls.push_back("saveVideoSnapshotAt " + path);
-    return true;
+    calls.push_back(formatted("saveVideoSnapshotAt %dx%d", width, height));
+    return picture
+        && std::ofstream(path, std::ios::binary).write(picture->data(), std::ssize(*picture)).flush();
 }

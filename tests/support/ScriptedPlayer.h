@@ -2,6 +2,7 @@
 
 #include "platform/MediaPlayer.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ public:
     platform::VideoSize size{1280, 720};
     bool muted = true;
     int loudness = -1;
+    /// What a snapshot writes; it fails without one.
+    std::optional<std::string> picture = "picture";
     /// "play", "pause", "stop", "setMedia NAME", "setPosition 0.50", "setTime 1000", "jumpForward 10", ...
     std::vector<std::string> calls;
     platform::MediaPlayerDelegate* delegate = nullptr;

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "platform/VideoView.h"
 #include "tests/support/ScriptedPlayer.h"
+#include "tests/support/TestPrinting.h"
 #include "tests/support/VirtualDispatcher.h"
 
 #include <map>
@@ -23,6 +24,13 @@ public:
         {
             ++asked;
             answer(folder);
+        }
+        platform::SavePanel save;
+        Answer saveAnswer; // of the open panel
+        void chooseSaveFile(QWidget&, const platform::SavePanel& panel, Answer answer) override
+        {
+            save = panel;
+            saveAnswer = std::move(answer);
         }
     } panels;
 
@@ -75,9 +83,13 @@ public:
         void setPresentationOptions(QWidget&, uint32_t wanted) override { options = wanted; }
     } screens;
 
-    platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, [this](platform::VideoView&) {
-                                  auto made = std::make_unique<ScriptedPlayer>();
-                                  player = made.get();
-                                  return made;
-                              }};
+    TestPrintSession printing;
+    TestScriptRunner scripts;
+
+    platform::Platform pieces{
+        dispatcher, panels, alerts, defaults, screens, printing, scripts, [this](platform::VideoView&) {
+            auto made = std::make_unique<ScriptedPlayer>();
+            player = made.get();
+            return made;
+        }};
 };

@@ -1,0 +1,349 @@
+#include "platform/NewFile.h"
+#include "platform/QtPanels.h"
+#include "platform/QtScriptRunner.h"
+#include "platform/Texts.h"
+#include "platform/VideoSnapshot.h"
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QImage>
+#include <QPushButton>
+#include <gmock/gmock.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using platform::NewFile;
+using platform::PlayerState;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+std::string contents(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void write(const std::string& path, const std::string& text)
+{
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string alert(const char* key)
+{
+    return "ZAVIK|" + platform::localized(key).toStdString();
+}
+
+/// Log lines while it lives.
+class LogRecorder {
+public:
+    LogRecorder()
+    {
+        before = setLogSink([this](std::string_view line) { lines.emplace_back(line); });
+    }
+    ~LogRecorder() { setLogSink(before); }
+
+    std::vector<std::string> lines;
+
+private:
+    LogSink before;
+};
+
+/// A recording that plays.
+class FrameCapture : public testing::Test {
+protected:
+    FrameCapture()
+    {
+        app.desk.pieces.frameFile = frame;
+        folder.file("card/alwa_20150321_142530_F.avi");
+        app.open(folder.path("card"));
+        app.start(0);
+        app.player().calls.clear();
+    }
+
+    /// Captures and answers the save panel.
+    void captureTo(std::optional<std::string> path)
+    {
+        app.controller->captureVideo();
+        ASSERT_TRUE(panels.saveAnswer);
+        std::exchange(panels.saveAnswer, {})(std::move(path));
+        app.desk.dispatcher.runAll();
+    }
+
+    void printAndPress(int returnCode)
+    {
+        app.controller->print();
+        app.desk.printing.press(returnCode);
+    }
+
+    TempFolder folder;
+    std::string frame = folder.path("zavik_capture.jpg");
+    AppDelegateProbe app;
+    TestPlatform::TestPanels& panels = app.desk.panels;
+    std::vector<std::string>& alerts = app.desk.alerts.shown;
+    std::vector<std::string>& commands = app.desk.scripts.commands;
+    TestPrintSession& printing = app.desk.printing;
+};
+
+TEST_F(FrameCapture, SavesTheFrameThatWasOnScreenAndOpensIt)
+{
+    app.controller->captureVideo();
+    EXPECT_THAT(app.player().calls, ElementsAre("saveVideoSnapshotAt 0x0"));
+    EXPECT_EQ(panels.save.title, "Save Settings");
+    EXPECT_EQ(panels.save.name, "zavik_capture.png");
+    EXPECT_FALSE(panels.save.folder) << "the documents folder";
+    write(frame, "the frame of another window of the program");
+    panels.saveAnswer(folder.path("saved.png"));
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(contents(folder.path("saved.png")), "picture");
+    EXPECT_THAT(commands, ElementsAre("open " + frame + " > /dev/null &"));
+    EXPECT_THAT(alerts, IsEmpty());
+
+    app.desk.scripts.status = 127;
+    captureTo(folder.path("second.png"));
+    EXPECT_THAT(alerts, ElementsAre(alert("capture.saved"))) << "no viewer shows it";
+}
+
+TEST_F(FrameCapture, NeedsAPlayingPlayer)
+{
+    for (const PlayerState state : {PlayerState::paused, PlayerState::opening, PlayerState::stopped}) {
+        app.player().now = state;
+        app.controller->captureVideo();
+    }
+    EXPECT_THAT(app.player().calls, IsEmpty());
+    EXPECT_FALSE(panels.saveAnswer);
+    AppDelegateProbe empty;
+    empty.controller->captureVideo();
+    empty.controller->print();
+    EXPECT_THAT(empty.player().calls, IsEmpty());
+    EXPECT_THAT(empty.desk.printing.calls, IsEmpty());
+}
+
+TEST_F(FrameCapture, CancelLeavesOnlyTheTemporaryFile)
+{
+    captureTo({});
+    EXPECT_EQ(contents(frame), "picture");
+    EXPECT_THAT(commands, IsEmpty());
+    EXPECT_THAT(alerts, IsEmpty());
+}
+
+TEST_F(FrameCapture, TellsWhenNothingCouldBeSaved)
+{
+    write(folder.path("taken.png"), "mine");
+    fs::create_symlink(folder.path("nowhere"), folder.path("link.png"));
+    const struct {
+        std::string path;
+        const char* told;
+    } cases[] = {
+        {folder.path("taken.png"), "capture.exists"},
+        {folder.path("link.png"), "capture.exists"},
+        {folder.path("card"), "capture.exists"},
+        {folder.path("taken.png/below.png"), "capture.failed"},
+        {folder.path("missing/picture.png"), "capture.failed"},
+    };
+    for (const auto& [path, told] : cases) {
+        SCOPED_TRACE(path);
+        alerts.clear();
+        captureTo(path);
+        EXPECT_THAT(alerts, ElementsAre(alert(told)));
+    }
+    EXPECT_EQ(contents(folder.path("taken.png")), "mine");
+    EXPECT_FALSE(fs::exists(folder.path("nowhere")));
+    EXPECT_THAT(commands, IsEmpty());
+}
+
+TEST_F(FrameCapture, NeverSavesOrPrintsAnOlderFrame)
+{
+    write(frame, "an hour ago");
+    app.player().picture.reset();
+    app.controller->captureVideo();
+    app.controller->print();
+    app.player().picture = "";
+    app.controller->captureVideo();
+    EXPECT_FALSE(panels.saveAnswer);
+    EXPECT_THAT(printing.calls, IsEmpty());
+    EXPECT_THAT(alerts, ElementsAre(alert("capture.failed"), alert("print.failed"), alert("capture.failed")));
+}
+
+TEST_F(FrameCapture, AnswersAfterTheWindowHasGoneDoNothing)
+{
+    app.controller->captureVideo();
+    app.controller->print();
+    app.controller.reset();
+    panels.saveAnswer(folder.path("late.png"));
+    app.desk.dispatcher.runAll();
+    printing.press(1);
+    EXPECT_THAT(commands, IsEmpty());
+    EXPECT_THAT(printing.calls, ElementsAre("makePrintInfo", "showPanel"));
+}
+
+TEST_F(FrameCapture, PrintsAPausedFrameAndKeepsTheSettings)
+{
+    app.player().now = PlayerState::paused;
+    printAndPress(0);
+    EXPECT_THAT(printing.calls, ElementsAre("makePrintInfo", "showPanel"));
+    printing.calls.clear();
+    printAndPress(1);
+    EXPECT_THAT(printing.calls,
+        ElementsAre("showPanel", "setValue fit-to-page=true", "mimeTypes office",
+            "printFile office image/jpeg picture"));
+    ASSERT_EQ(printing.shown.size(), 2u);
+    EXPECT_EQ(printing.shown[0], printing.shown[1]);
+    EXPECT_THAT(alerts, IsEmpty());
+}
+
+TEST_F(FrameCapture, LogsAndTellsWhyNothingWasPrinted)
+{
+    using Destination = platform::PrintSession::Destination;
+    const std::string noPrinterChosen = "Either got an error from PMSessionGetDestinationType or the print "
+                                        "destination wasn't kPMDestinationPrinter";
+    const struct {
+        void (*arrange)(TestPrintSession&);
+        std::vector<std::string> lines;
+        const char* told;
+    } cases[] = {
+        {[](auto& session) { session.destination.reset(); }, {noPrinterChosen}, "print.failed"},
+        {[](auto& session) { session.destination = Destination::file; }, {noPrinterChosen},
+            "print.only_printer"},
+        {[](auto& session) { session.destination = Destination::preview; }, {noPrinterChosen},
+            "print.only_printer"},
+        {[](auto& session) {
+             session.printer = {1030, ""};
+         },
+            {"Got an error from PMSessionGetCurrentPrinter (1030)"}, "print.no_printer"},
+        {[](auto& session) { session.types.reset(); }, {}, "print.failed"},
+        {[](auto& session) { session.types = {"application/pdf"}; },
+            {"MIME type image/jpeg isn't supported by the printer"}, "print.not_accepted"},
+        {[](auto& session) { session.printStatus = 1285; }, {"PMPrinterPrintWithFile returned error 1285"},
+            "print.failed"},
+    };
+    for (const auto& [arrange, lines, told] : cases) {
+        SCOPED_TRACE(&arrange - &cases[0].arrange);
+        alerts.clear();
+        printing.destination = Destination::printer;
+        printing.printer = {0, "office"};
+        printing.types = {{"image/jpeg"}};
+        printing.printStatus = 0;
+        arrange(printing);
+        const LogRecorder log;
+        printAndPress(1);
+        EXPECT_EQ(log.lines, lines);
+        EXPECT_THAT(alerts, ElementsAre(alert(told)));
+    }
+}
+
+TEST(SavePanelTest, KeepsTheProposedNameAndDoesNotAskAboutAFileThatIsThere)
+{
+    const TempFolder folder;
+    write(folder.path("zavik_capture.png"), "mine");
+    QWidget window;
+    window.show();
+    platform::QtPanels panels;
+    std::vector<std::optional<std::string>> answers;
+    const auto open = [&]() -> QFileDialog& {
+        panels.chooseSaveFile(window, {"Save Settings", "zavik_capture.png", folder.path()},
+            [&](std::optional<std::string> path) { answers.push_back(path); });
+        return *window.findChild<QFileDialog*>();
+    };
+    QFileDialog& panel = open();
+    EXPECT_EQ(panel.windowTitle(), "Save Settings");
+    EXPECT_EQ(panel.windowModality(), Qt::WindowModal);
+    EXPECT_TRUE(panel.filter() & QDir::Hidden);
+    EXPECT_THAT(answers, IsEmpty());
+    const auto buttons = panel.findChildren<QPushButton*>();
+    const auto save =
+        std::ranges::find_if(buttons, [](const QPushButton* button) { return button->isDefault(); });
+    ASSERT_NE(save, buttons.end());
+    (*save)->click();
+    EXPECT_THAT(answers, ElementsAre(folder.path("zavik_capture.png")));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    open().reject();
+    EXPECT_EQ(answers.back(), std::nullopt);
+}
+
+TEST(NewFileTest, AFullDiskLeavesNothingBehind)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.path("disk"));
+    if (::mount("tmpfs", folder.path("disk").c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no small disk can be made here";
+    EXPECT_EQ(platform::writeNewFile(folder.path("disk/large"), std::string(1 << 20, 'x')), NewFile::failed);
+    EXPECT_FALSE(fs::exists(folder.path("disk/large")));
+    EXPECT_EQ(platform::writeNewFile(folder.path("disk/small"), "small"), NewFile::written);
+    EXPECT_EQ(contents(folder.path("disk/small")), "small");
+    ::umount(folder.path("disk").c_str());
+}
+
+TEST(VideoSnapshotTest, SharedFolderNeverLeadsToAnotherFile)
+{
+    const TempFolder folder;
+    fs::permissions(folder.path(), fs::perms(01777));
+    QImage picture(16, 16, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    const std::string path = folder.path("zavik_capture.jpg");
+
+    write(folder.path("victim"), "mine");
+    fs::create_symlink(folder.path("victim"), path);
+    EXPECT_TRUE(platform::writeVideoSnapshot(picture, path));
+    EXPECT_FALSE(fs::is_symlink(path));
+    EXPECT_EQ(contents(folder.path("victim")), "mine");
+
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "another user's file can be made by root only";
+    for (const bool isLink : {false, true}) {
+        fs::remove(path);
+        isLink ? fs::create_symlink(folder.path("victim"), path) : write(path, "theirs");
+        ASSERT_EQ(::lchown(path.c_str(), 65534, 65534), 0);
+        EXPECT_FALSE(platform::writeVideoSnapshot(picture, path));
+        EXPECT_EQ(contents(path), isLink ? "mine" : "theirs");
+    }
+}
+
+/// A desktop's opener that writes its arguments down; a fifo tells when it has run.
+class OpenerTest : public testing::Test {
+protected:
+    OpenerTest()
+    {
+        ::mkfifo(folder.path("arguments").c_str(), 0600);
+        write(folder.path("bin-xdg-open"),
+            "#!/bin/sh\necho noise; echo noise >&2\n"
+            "printf '%s|' \"$#\" \"$@\" >'"
+                + folder.path("arguments") + "'\n");
+        fs::create_directory(folder.path("bin"));
+        fs::rename(folder.path("bin-xdg-open"), folder.path("bin/xdg-open"));
+        fs::permissions(folder.path("bin/xdg-open"), fs::perms::owner_all);
+        qputenv("PATH", QByteArray::fromStdString(folder.path("bin")) + ":" + path);
+    }
+    ~OpenerTest() override { qputenv("PATH", path); }
+
+    TempFolder folder;
+    QByteArray path = qgetenv("PATH");
+    platform::QtScriptRunner runner;
+};
+
+TEST_F(OpenerTest, HandsOverThePathAsItStands)
+{
+    for (const std::string file : {"/tmp/zavik_capture.jpg", "/tmp/a b/it's \"$(touch x)\"; & > y.jpg"}) {
+        ASSERT_EQ(runner.system("open " + file + " > /dev/null &"), 0);
+        EXPECT_EQ(contents(folder.path("arguments")), "1|" + file + "|");
+    }
+}
+
+TEST_F(OpenerTest, RefusesEveryOtherCommand)
+{
+    const LogRecorder log;
+    for (const std::string command :
+        {"", "open  > /dev/null &", "open relative.jpg > /dev/null &", "open -a > /dev/null &",
+            "rm -rf /tmp/x", "open /tmp/x", "open /tmp/x > /dev/null", "sh -c 'open /tmp/x > /dev/null &"})
+        EXPECT_NE(runner.system(command), 0) << command;
+    EXPECT_EQ(log.lines.size(), 8u);
+    qputenv("PATH", "");
+    EXPECT_NE(runner.system("open /tmp/x > /dev/null &"), 0) << "no opener";
+}
+
+} // namespace

@@ -1,0 +1,155 @@
+// The real page in the real view.
+
+#include "platform/QtWebView.h"
+#include "platform/Texts.h"
+#include "platform/WebEngine.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDesktopServices>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QStandardPaths>
+#include <QTextBrowser>
+#include <QWebEngineView>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+bool until(const std::function<bool()>& condition)
+{
+    const QDeadlineTimer deadline(30000);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    }
+    return true;
+}
+
+class MapPage : public ::testing::Test {
+protected:
+    MapPage()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        window.resize(334, 400);
+    }
+
+    QWebEnginePage* content() const
+    {
+        const auto* engineView = window.findChild<QWebEngineView*>();
+        return engineView ? engineView->page() : nullptr;
+    }
+
+    QVariant evaluate(const QString& script) const
+    {
+        std::optional<QVariant> answer;
+        content()->runJavaScript(script, [&](const QVariant& value) { answer = value; });
+        until([&] { return answer.has_value(); });
+        return answer.value_or(QVariant());
+    }
+
+    QJsonObject state() const
+    {
+        const QString text =
+            evaluate("window.zavikMapState ? JSON.stringify(zavikMapState()) : '{}'").toString();
+        return QJsonDocument::fromJson(text.toUtf8()).object();
+    }
+
+    QJsonObject car() const { return state()["car"].toObject(); }
+
+    void openWithCarAt(const char* script)
+    {
+        view.loadResource("map2_eng.htm");
+        view.evaluateWebScript(script);
+        window.show();
+        ASSERT_TRUE(until([&] { return content() != nullptr; }));
+        ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+    }
+
+    QWidget window;
+    std::shared_ptr<platform::WebEngine> engine = std::make_shared<platform::WebEngine>();
+    platform::QtWebView view{window, engine};
+};
+
+TEST_F(MapPage, StartsOnlyWhenItsWindowIsOnScreenAndShowsTheLatestPoint)
+{
+    view.loadResource("map2_eng.htm");
+    view.evaluateWebScript("setLatLag('127.000000','37.000000')");
+    view.evaluateWebScript("setLatLag('126.978000','37.566500')");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(content(), nullptr);
+
+    window.show();
+    ASSERT_TRUE(until([&] { return content() != nullptr; }));
+    ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+    EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
+    EXPECT_DOUBLE_EQ(car()["lat"].toDouble(), 37.5665);
+    EXPECT_EQ(state()["parts"].toArray().size(), 1);
+
+    view.evaluateWebScript("setLatLag('126.978000','37.566600')");
+    ASSERT_TRUE(until([&] { return car()["lat"].toDouble() == 37.5666; }));
+    EXPECT_DOUBLE_EQ(car()["course"].toDouble(), 0);
+    view.evaluateWebScript("this is no script");
+    view.evaluateWebScript("ZVKDebug('GPS Data Count=Zero')");
+    EXPECT_TRUE(until([&] { return state()["noGps"].toBool(); }));
+}
+
+TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
+{
+    QTextBrowser browser; // remembers the address that it is given
+    QDesktopServices::setUrlHandler("https", &browser, "setSource");
+    openWithCarAt("setLatLag('126.978000','37.566500')");
+    struct Catcher : QObject { };
+    const QUrl home = content()->url();
+    evaluate("location.href = 'https://example.invalid/'; window.open('https://example.invalid/'); 0");
+    evaluate("location.href = 'file:///etc/hostname'; 0");
+    EXPECT_EQ(evaluate("fetch('https://example.invalid/').then(() => 1); typeof zavikMapState"), "function");
+    EXPECT_EQ(content()->url(), home);
+    EXPECT_FALSE(car().isEmpty());
+    EXPECT_TRUE(browser.source().isEmpty());
+
+    evaluate("document.querySelector('.leaflet-control-attribution a').click()");
+    ASSERT_TRUE(until([&] { return !browser.source().isEmpty(); }));
+    EXPECT_EQ(browser.source(), QUrl("https://www.naturalearthdata.com/"));
+    EXPECT_EQ(content()->url(), home);
+    QDesktopServices::unsetUrlHandler("https");
+}
+
+TEST_F(MapPage, ComesBackAfterACrashButOnlyOnce)
+{
+    openWithCarAt("setLatLag('126.978000','37.566500')");
+    const auto kill = [&] {
+        const qint64 process = content()->renderProcessPid();
+        ASSERT_GT(process, 0);
+        ASSERT_EQ(::kill(pid_t(process), SIGKILL), 0);
+        ASSERT_TRUE(until([&] { return !content() || content()->renderProcessPid() != process; }));
+    };
+    kill();
+    ASSERT_TRUE(until([&] { return content() && !car().isEmpty(); }));
+    EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
+    kill();
+    ASSERT_TRUE(until([&] { return content() == nullptr; }));
+    EXPECT_EQ(window.findChild<QLabel*>()->text(), platform::localized("map.unavailable"));
+    view.evaluateWebScript("setLatLag('127.000000','37.000000')");
+}
+
+TEST_F(MapPage, ShowsATextWhereTheEngineMustNotStart)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root's engine needs its sandbox switched off";
+    qunsetenv("QTWEBENGINE_DISABLE_SANDBOX");
+    view.loadResource("map2_eng.htm");
+    window.show();
+    ASSERT_TRUE(until([&] { return window.findChild<QLabel*>() != nullptr; }));
+    EXPECT_EQ(window.findChild<QLabel*>()->text(), platform::localized("map.unavailable"));
+    EXPECT_EQ(content(), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,76 @@
+#include "common/Log.h"
+#include "telemetry/ZVKMapWindowController.h"
+#include "tests/support/TestPlatform.h"
+#include "tests/support/TestWebView.h"
+
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+class MapWindow : public ::testing::Test {
+protected:
+    MapWindow()
+    {
+        desktop.pieces.makeWebView = [this](QWidget& parent) {
+            ++views;
+            return std::make_unique<TestWebView>(parent, log);
+        };
+        previous = setLogSink([this](std::string_view line) { lines.emplace_back(line); });
+    }
+    ~MapWindow() override { setLogSink(previous); }
+
+    TestPlatform desktop;
+    TestWebView::Log log;
+    int views = 0;
+    std::vector<std::string> lines;
+    LogSink previous;
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
+{
+    desktop.screens.frame = {10, 20, 480, 420};
+    ZVKMapWindowController controller(desktop.pieces, "en");
+    EXPECT_EQ(views, 0);
+    controller.showWindow();
+    EXPECT_TRUE(controller.window().isVisible());
+    EXPECT_EQ(log.loads, Texts{"map2_eng.htm"});
+    EXPECT_EQ(lines, Texts{"{{10, 20}, {480, 420}}"});
+
+    controller.window().close();
+    controller.showWindow();
+    EXPECT_TRUE(controller.window().isVisible());
+    EXPECT_EQ(views, 1);
+    EXPECT_EQ(log.loads.size(), 1u);
+}
+
+TEST_F(MapWindow, LoadsTheKoreanPageForKoreanOnly)
+{
+    for (const auto& [language, page] :
+        {std::pair("ko", "map2.htm"), std::pair("en", "map2_eng.htm"), std::pair("auto", "map2_eng.htm")}) {
+        log.loads.clear();
+        ZVKMapWindowController(desktop.pieces, language).window();
+        EXPECT_EQ(log.loads, Texts{page}) << language;
+    }
+}
+
+TEST_F(MapWindow, MovesBesideAWindowAndKeepsItsSize)
+{
+    desktop.screens.frame = {0, 0, 480, 300};
+    ZVKMapWindowController controller(desktop.pieces, "en");
+    controller.moveWindowRightBy({100, 200, 500, 400});
+    EXPECT_EQ(desktop.screens.frame, (platform::Rect{600, 300, 480, 300}));
+}
+
+TEST_F(MapWindow, SendsTheLongitudeFirst)
+{
+    ZVKMapWindowController controller(desktop.pieces, "en");
+    controller.updateMapLat(37.5, 127.25);
+    EXPECT_EQ(log.scripts, Texts{"setLatLag('127.250000','37.500000')"});
+    controller.updateMapLat(-33.8688, -70.6483);
+    EXPECT_EQ(log.scripts.back(), "setLatLag('-70.648300','-33.868800')");
+}
+
+} // namespace
