@@ -29,6 +29,7 @@ QProgressDialog* waitingSheet(QWidget& window, const PanelAnswer& answer)
     auto* sheet = new QProgressDialog(localized("print.searching"), localized("cancel"), 0, 0, &window);
     sheet->setWindowModality(Qt::WindowModal);
     sheet->setMinimumDuration(patienceMs);
+    sheet->setValue(0);
     QObject::connect(sheet, &QProgressDialog::canceled, sheet, [sheet, answer] {
         sheet->deleteLater();
         answer(cancelled);

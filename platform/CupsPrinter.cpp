@@ -10,7 +10,7 @@ namespace platform::cups {
 namespace {
 
 constexpr int connectMs = 5000;
-constexpr double questionSeconds = 5;
+constexpr double questionSeconds = 3;
 /// A small printer takes the document at the speed of its paper.
 constexpr double documentSeconds = 60;
 constexpr const char* jobTitle = "ZAVIK";
@@ -67,25 +67,6 @@ Connection connectToServer()
     return server;
 }
 
-bool isAddress(const std::string& printer)
-{
-    return printer.starts_with("ipp://") || printer.starts_with("ipps://");
-}
-
-Destination findDestination(const std::string& printer)
-{
-    if (isAddress(printer))
-        return Destination(cupsGetDestWithURI("printer", printer.c_str()));
-    const Connection server = connectToServer();
-    if (!server)
-        return {};
-    const size_t slash = printer.find('/');
-    const std::string name = printer.substr(0, slash);
-    const std::string instance = slash == std::string::npos ? "" : printer.substr(slash + 1);
-    return Destination(
-        cupsGetNamedDest(server.get(), name.c_str(), instance.empty() ? nullptr : instance.c_str()));
-}
-
 /// A printer that has been found and asked what it can do.
 struct Reached {
     Destination destination;
@@ -95,22 +76,50 @@ struct Reached {
     explicit operator bool() const { return information != nullptr; }
 };
 
+void findAtAddress(Reached& result, const std::string& address)
+{
+    result.destination.reset(cupsGetDestWithURI("printer", address.c_str()));
+    std::array<char, HTTP_MAX_URI> resource;
+    result.connection.reset(cupsConnectDest(result.destination.get(), CUPS_DEST_FLAGS_DEVICE, connectMs,
+        nullptr, resource.data(), resource.size(), nullptr, nullptr));
+    if (result.connection)
+        httpSetTimeout(result.connection.get(), questionSeconds, giveUp, nullptr);
+}
+
+void findOnServer(Reached& result, const std::string& queue)
+{
+    result.connection = connectToServer();
+    if (!result.connection)
+        return;
+    const size_t slash = queue.find('/');
+    const std::string name = queue.substr(0, slash);
+    const std::string instance = slash == std::string::npos ? "" : queue.substr(slash + 1);
+    result.destination.reset(cupsGetNamedDest(
+        result.connection.get(), name.c_str(), instance.empty() ? nullptr : instance.c_str()));
+}
+
 Reached reach(const std::string& printer)
 {
     neverAskForPassword();
     Reached result;
-    result.destination = findDestination(printer);
-    if (!result.destination)
-        return result;
-    const unsigned way = isAddress(printer) ? CUPS_DEST_FLAGS_DEVICE : CUPS_DEST_FLAGS_NONE;
-    std::array<char, HTTP_MAX_URI> resource;
-    result.connection.reset(cupsConnectDest(result.destination.get(), way, connectMs, nullptr,
-        resource.data(), resource.size(), nullptr, nullptr));
-    if (!result.connection)
-        return result;
-    httpSetTimeout(result.connection.get(), questionSeconds, giveUp, nullptr);
-    result.information.reset(cupsCopyDestInfo(result.connection.get(), result.destination.get()));
+    if (printer.starts_with("ipp://") || printer.starts_with("ipps://"))
+        findAtAddress(result, printer);
+    else
+        findOnServer(result, printer);
+    if (result.connection && result.destination)
+        result.information.reset(cupsCopyDestInfo(result.connection.get(), result.destination.get()));
     return result;
+}
+
+/// Whether the printer lists what it supports of this option, and the value is not there. Sent all the same,
+/// some refuse the whole job.
+bool isRefused(const Reached& reached, const std::string& name, const std::string& value)
+{
+    http_t* connection = reached.connection.get();
+    cups_dest_t* destination = reached.destination.get();
+    cups_dinfo_t* information = reached.information.get();
+    return cupsFindDestSupported(connection, destination, information, name.c_str())
+        && !cupsCheckDestSupported(connection, destination, information, name.c_str(), value.c_str());
 }
 
 int failure()
@@ -180,8 +189,10 @@ int print(const std::string& printer, const JobOptions& wanted, const std::strin
     cups_dinfo_t* information = reached.information.get();
 
     Options options;
-    for (const auto& [name, value] : wanted)
-        options.add(name, value);
+    for (const auto& [name, value] : wanted) {
+        if (!isRefused(reached, name, value))
+            options.add(name, value);
+    }
     // What the server calls fit-to-page is print-scaling to a printer of its own.
     const auto fit = wanted.find("fit-to-page");
     if (fit != wanted.end() && fit->second == "true"

@@ -28,8 +28,8 @@ private:
     std::unique_ptr<QWebEngineProfile> shared;
 };
 
-/// A page that stays where it is: links open in the user's browser, everything else that would lead away is
-/// refused.
+/// A page that stays where it is: the links of its credits open in the user's browser, everything else that
+/// would lead away is refused. It opens no windows and no files.
 class ResourcePage final : public QWebEnginePage {
 public:
     ResourcePage(QWebEngineProfile& profile, QObject& parent);
