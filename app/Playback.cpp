@@ -67,6 +67,7 @@ void ZVKAppDelegate::extractThenPlay()
 {
     // Until its own telemetry is there, a file shows none; never that of the file before.
     blackBoxData.clear();
+    evaluateMapScript("zavikNewRecording()");
     extractionStop = {};
     desktop.dispatcher.inBackground([this, path = *player1->media()->url(), generation = fileGeneration,
                                         stop = extractionStop.get_token(), &dispatcher = desktop.dispatcher,

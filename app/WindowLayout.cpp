@@ -13,6 +13,7 @@ ZVKAppDelegate::Layouts::Layouts(CustomWindow& window, const Ui::ZVKAppDelegate&
       bodyRight(*outlets.bodyRightBox),
       mediaListBox(*outlets.mediaListBox),
       mapContainer(*outlets.mapContainerView),
+      mapContainerTop(*outlets.mapContainerTopView),
       videoBox(*outlets.videoBox),
       videoContainer(*outlets.videoContainerView)
 {

@@ -20,6 +20,7 @@ struct ZVKAppDelegate::Layouts {
     platform::FormatLayout bodyRight;
     platform::FormatLayout mediaListBox;
     platform::FormatLayout mapContainer;
+    platform::FormatLayout mapContainerTop;
     platform::FormatLayout videoBox;
     platform::FormatLayout videoContainer;
 };

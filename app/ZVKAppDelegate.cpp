@@ -53,6 +53,12 @@ void ZVKAppDelegate::awakeFromNib()
     layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
     player1 = desktop.makePlayer(*video1View);
     mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
+    if (desktop.makeWebView) {
+        mapWebView = desktop.makeWebView(*outlets->mapContainerTopView);
+        mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
+        layouts->views.insert(QStringLiteral("_mapWebView"), &mapWebView->widget());
+        layouts->set(layouts->mapContainerTop, {"H:|-0-[_mapWebView]-0-|", "V:|-0-[_mapWebView]-0-|"});
+    }
     const platform::Image bar = platform::imageNamed(QStringLiteral("bottom-background"));
     outlets->mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
     outlets->player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
@@ -77,6 +83,7 @@ void ZVKAppDelegate::setupInitialValues()
     video1View->hide();
     outlets->progressIndicator->hide();
     showListState();
+    loadMapPage();
     layoutWindow();
     m_bMileDisplay = false;
 }
@@ -88,10 +95,12 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
             logFormat("SUPPORT_LANGUAGE=%s", entry.c_str());
         desktop.defaults.setStringList("AppleLanguages", {language});
     }
-    if (language == "ko")
+    if (language == "ko") {
         m_bKorean = true;
-    else if (language == "en")
+        loadMapPage();
+    } else if (language == "en") {
         m_bKorean = false;
+    }
     window->setMinimumWindowSize(minWindowSize());
     window->setFrame(minWindowFrame());
     window->setInitialFrame(window->frame());
@@ -115,6 +124,13 @@ void ZVKAppDelegate::die()
     player1->setDelegate(nullptr);
     player1.reset();
     delete std::exchange(video1View, nullptr);
+    mapWebView.reset();
+}
+
+void ZVKAppDelegate::loadMapPage()
+{
+    if (mapWebView)
+        mapWebView->loadResource(m_bKorean ? "map2.htm" : "map2_eng.htm");
 }
 
 platform::Rect ZVKAppDelegate::minWindowFrame() const

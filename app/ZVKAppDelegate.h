@@ -104,6 +104,7 @@ private:
     void describe(QWidget& button, const char* textKey);
     bool pressKey(const QKeyEvent& event);
     bool pressKeyInList(const QKeyEvent& event);
+    void loadMapPage();
     void windowWillClose();
     void contentResized();
     void die();

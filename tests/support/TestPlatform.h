@@ -4,6 +4,7 @@
 #include "platform/VideoView.h"
 #include "tests/support/ScriptedPlayer.h"
 #include "tests/support/TestPrinting.h"
+#include "tests/support/TestWebView.h"
 #include "tests/support/VirtualDispatcher.h"
 
 #include <map>
@@ -86,10 +87,13 @@ public:
     TestPrintSession printing;
     TestScriptRunner scripts;
 
-    platform::Platform pieces{
-        dispatcher, panels, alerts, defaults, screens, printing, scripts, [this](platform::VideoView&) {
+    TestWebView::Log map;
+
+    platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, printing, scripts,
+        [this](platform::VideoView&) {
             auto made = std::make_unique<ScriptedPlayer>();
             player = made.get();
             return made;
-        }};
+        },
+        [this](QWidget& parent) { return std::make_unique<TestWebView>(parent, map); }};
 };
