@@ -38,6 +38,9 @@ protected:
     }
 };
 
+// The side buttons' pictogram stands left of it.
+constexpr int sideButtonTextLeft = 76;
+
 int combined(const QKeyEvent& event)
 {
     // The plus of the number pad and of the row of digits are one key to the user.
@@ -111,6 +114,15 @@ void ZVKAppDelegate::connectControls()
     QObject::connect(o.volumeSlider, &QSlider::valueChanged, window.get(),
         [this](int value) { volumeSliderMoved(value); });
 
+    for (const auto& [button, key] : {std::pair(o.recordButtonImageView, "label.list"),
+             std::pair(o.informationButtonImageView, "label.map")}) {
+        button->setText(platform::localized(key));
+        button->setTextLeft(sideButtonTextLeft);
+    }
+    for (const auto& [caption, key] :
+        {std::pair(o.latitudeLabel, "label.latitude"), std::pair(o.longitudeLabel, "label.longitude"),
+            std::pair(o.hdopLabel, "label.hdop"), std::pair(o.sateliteLabel, "label.satellites")})
+        caption->setText(platform::localized(key));
     o.mediaListTableView->setAccessibleName(platform::localized("tip.recordings"));
     o.graphView->setAccessibleName(platform::localized("tip.graph"));
     QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });

@@ -15,6 +15,10 @@ QWidget[role="panel"] { background: @inset; border-radius: 6px; }
 QWidget[role="graph"] { background: @videoBackdrop; border-radius: 6px; }
 QLabel { color: @text; background: transparent; }
 QLabel[role="readout"] { font-size: 13px; font-weight: 600; }
+QLabel[role="axisX"], QLabel[role="axisY"], QLabel[role="axisZ"] { font-size: 13px; font-weight: 600;
+    border-right: 4px solid #FF0000; padding-right: 8px; }
+QLabel[role="axisY"] { border-right-color: #00FF00; }
+QLabel[role="axisZ"] { border-right-color: #0000FF; }
 QLabel[role="speed"] { font-size: 20px; font-weight: 600; }
 QLabel[role="caption"] { font-size: 11px; color: @textDim; }
 QLabel[role="title"] { font-size: 13px; color: @textDim; }
@@ -69,9 +73,9 @@ void apply(QApplication& application)
     application.setPalette(palette);
 
     QString rules = QString::fromLatin1(sheet);
-    const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header}, {"@panelRaised", panelRaised},
-        {"@panel", panel}, {"@inset", inset}, {"@line", line}, {"@textDim", textDim},
-        {"@accentText", accentText}, {"@accent", accent}, {"@text", text}};
+    const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header},
+        {"@panelRaised", panelRaised}, {"@panel", panel}, {"@inset", inset}, {"@line", line},
+        {"@textDim", textDim}, {"@accentText", accentText}, {"@accent", accent}, {"@text", text}};
     for (const auto& [name, color] : names)
         rules.replace(QLatin1String(name), color.name());
     application.setStyleSheet(rules);

@@ -20,7 +20,7 @@ inline const QColor accentText(0x2B, 0x23, 0x20);
 inline const QColor videoBackdrop(0x16, 0x12, 0x11);
 
 /// Gives the application its palette, font and style sheet. Widgets choose a look by their dynamic property
-/// "role": header, panel, graph, readout, speed, caption, step, hint.
+/// "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step, hint.
 void apply(QApplication& application);
 
 } // namespace style

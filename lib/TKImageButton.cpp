@@ -72,6 +72,10 @@ void TKImageButton::paintEvent(QPaintEvent*)
         painter.setOpacity(0.4);
     const QRectF place((width() - imageWidth) / 2, (height() - imageHeight) / 2, imageWidth, imageHeight);
     shown.draw(painter, place);
+    if (!text().isEmpty()) {
+        painter.setPen(palette().color(QPalette::ButtonText));
+        painter.drawText(rect().adjusted(textLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
+    }
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));

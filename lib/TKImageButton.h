@@ -37,6 +37,9 @@ public:
     /// The picture that the button shows at this moment.
     const platform::Image& shownImage() const;
 
+    /// Draws the button's text over the picture, from this many points right of its left edge.
+    void setTextLeft(int points) { textLeft = points; }
+
     QSize sizeHint() const override;
 
 protected:
@@ -51,6 +54,7 @@ private:
     void updateImage();
 
     int64_t captures = 0;
+    int textLeft = 0;
     platform::Image activeImage;
     platform::Image inactiveImage;
     platform::Image rolloverImage;
