@@ -15,7 +15,7 @@ fail() { echo "FAILED: $1" >&2; tail -n 15 "$log" >&2; import -window root "$wor
   [ -z "$shots" ] || cp "$work/failed.png" "$shots/"; exit 1; }
 # Waits until the command succeeds; says what it waited for when it never does.
 await() { local what=$1; shift; for _ in $(seq 200); do "$@" && return 0; sleep 0.1; done; fail "$what"; }
-step() { echo "- $1"; [ -z "$shots" ] || import -window root "$shots/$(printf %02d $((++shot)))-${1// /-}.png"; }
+step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root "$shots/$shot-${1// /-}.png"; }
 shot=0
 
 "$samplecard" --seconds 14 "$work/card" >/dev/null
@@ -27,7 +27,11 @@ export LIBGL_ALWAYS_SOFTWARE=1
 # The page of the map cannot have its own sandbox when root runs this.
 [ "$(id -u)" -ne 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
 
-"$zavik" "$work/card" 2>"$log" &
+mkdir "$work/bin"
+printf '#!/bin/sh\necho "$@" >>"%s/opened"\n' "$work" >"$work/bin/xdg-open"
+chmod +x "$work/bin/xdg-open"
+
+PATH=$work/bin:$PATH "$zavik" "$work/card" 2>"$log" &
 program=$!
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZAVIK$' | head -n 1) || fail "no window"
 geometry() { xdotool getwindowgeometry --shell "$window"; }
@@ -47,7 +51,7 @@ differs() { [ "$2" != "$(region "$1")" ]; }
 size_is 1020 640 || fail "the window does not start at 1020 x 640"
 xdotool windowfocus "$window"
 row() { echo $((50 + 32 + 26 + 24 * $1 - 12)); }
-listed() { [ "$(import -window "$window" -crop 330x24+676+$(($(row 1) - 12)) +repage -unique-colors -format %w info:)" -gt 20 ]; }
+listed() { [ "$(import -window "$window" -crop 330x24+676+$(($(row 1) - 12)) +repage png:- | identify -format %k -)" -gt 20 ]; }
 await "the list stays empty" listed
 step "list"
 
@@ -89,9 +93,11 @@ await "the next recording does not move" changes $video
 key ctrl+s
 panel=$(timeout 20 xdotool search --sync --onlyvisible --name '^Save Settings$' | head -n 1) || fail "no save panel"
 step "save panel"
-xdotool windowfocus --sync "$panel"; xdotool key --window "$panel" ctrl+a; xdotool type --window "$panel" "$work/picture.png"; xdotool key --window "$panel" Return
+xdotool windowfocus --sync "$panel"; key ctrl+a; xdotool type "$work/picture.png"; key Return
 await "the capture is not saved" test -s "$work/picture.png"
 [ "$(head -c 3 "$work/picture.png" | od -An -tx1 | tr -d ' ')" = ffd8ff ] || fail "the capture is not the picture of the frame"
+await "the viewer is not asked" test -s "$work/opened"
+grep -qx /tmp/zavik_capture.jpg "$work/opened" || fail "the viewer was given $(cat "$work/opened")"
 
 xdotool windowfocus "$window"; click 996 25
 ended() { ! kill -0 "$program" 2>/dev/null; }
