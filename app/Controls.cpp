@@ -132,7 +132,7 @@ void ZVKAppDelegate::connectControls()
         if (pressKey(*event))
             event->accept();
     });
-    (new Watch(window.get()))->resized = [this] { contentResized(); };
+    (new Watch(o.videoContainerView))->resized = [this] { contentResized(); };
     (new Watch(o.mediaListTableView))->keyPressed = [this](
                                                         QKeyEvent& event) { return pressKeyInList(event); };
 }

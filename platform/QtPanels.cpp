@@ -1,12 +1,25 @@
 #include "platform/QtPanels.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QStandardPaths>
 
 #include <utility>
 
 namespace platform {
+
+namespace {
+
+/// The home folder where there is no documents folder.
+QString documentsFolder()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+} // namespace
 
 namespace {
 
@@ -50,8 +63,7 @@ void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer an
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setFilter(dialog.filter() | QDir::Hidden);
-    dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str())
-                                     : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str()) : documentsFolder());
     dialog.selectFile(QFile::decodeName(panel.name.c_str()));
     openPanel(dialog, std::move(answer));
 }

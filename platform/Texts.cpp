@@ -1,10 +1,13 @@
 #include "platform/Texts.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLibraryInfo>
 #include <QLocale>
+#include <QTranslator>
 
 namespace platform {
 
@@ -33,6 +36,16 @@ Table& table()
     return current;
 }
 
+/// The texts of the toolkit's own panels, where its translations are installed.
+void translateToolkit(const std::string& language)
+{
+    static QTranslator translator;
+    QCoreApplication::removeTranslator(&translator);
+    if (translator.load(QStringLiteral("qtbase_") + QString::fromStdString(language),
+            QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+}
+
 std::string systemLanguage()
 {
     const QStringList languages = QLocale::system().uiLanguages();
@@ -44,8 +57,10 @@ std::string systemLanguage()
 void setTextLanguage(const std::string& language)
 {
     const std::string chosen = language == "auto" ? systemLanguage() : language == "ko" ? "ko" : "en";
-    if (chosen != table().language)
-        table() = {chosen, readTable(chosen)};
+    if (chosen == table().language)
+        return;
+    table() = {chosen, readTable(chosen)};
+    translateToolkit(chosen);
 }
 
 std::string textLanguage()
