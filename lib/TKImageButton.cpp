@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 TKImageButton::TKImageButton(QWidget* parent)
     : QAbstractButton(parent)
 {
@@ -66,7 +68,11 @@ QSize TKImageButton::sizeHint() const
 void TKImageButton::paintEvent(QPaintEvent*)
 {
     const platform::Image& shown = shownImage();
-    const auto [imageWidth, imageHeight] = shown.size();
+    const auto [naturalWidth, naturalHeight] = shown.size();
+    const double fit =
+        std::min({1.0, width() / std::max(naturalWidth, 1.0), height() / std::max(naturalHeight, 1.0)});
+    const double imageWidth = naturalWidth * fit;
+    const double imageHeight = naturalHeight * fit;
     QPainter painter(this);
     if (!isEnabled())
         painter.setOpacity(0.4);

@@ -19,10 +19,6 @@ QString documentsFolder()
     return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
-} // namespace
-
-namespace {
-
 QFileDialog& madePanel(QWidget& window, const std::string& title)
 {
     auto* dialog = new QFileDialog(&window, QString::fromStdString(title));
