@@ -1,6 +1,8 @@
 #include "platform/WebEngine.h"
 
 #include <QDesktopServices>
+#include <QLoggingCategory>
+#include <QQuickWindow>
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -66,6 +68,11 @@ QWebEngineProfile& WebEngine::profile()
 {
     if (shared)
         return *shared;
+    // A map changes little, so it needs no GPU; and a view that draws with one would make its window, which
+    // is on screen by now, be created anew.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // It would list its parameters at every start.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.webenginecontext=false"));
     gate = std::make_unique<Gate>();
     // A name gives it storage on disk: the page remembers the kind of map, and tiles are not fetched twice.
     shared = std::make_unique<QWebEngineProfile>(QStringLiteral("map"));
@@ -73,7 +80,10 @@ QWebEngineProfile& WebEngine::profile()
     shared->setHttpUserAgent(QStringLiteral("ZAVIK (dash camera player)"));
     shared->setHttpCacheMaximumSize(tileCacheBytes);
     shared->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-    shared->cookieStore()->setCookieFilter([](const QWebEngineCookieStore::FilterRequest&) { return false; });
+    // The filter rules over the page's own storage too.
+    shared->cookieStore()->setCookieFilter([](const QWebEngineCookieStore::FilterRequest& request) {
+        return request.origin.scheme() == QLatin1String("qrc");
+    });
     QWebEngineSettings& settings = *shared->settings();
     // Tiles only; the gate refuses every other address.
     settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);

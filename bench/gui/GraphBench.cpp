@@ -2,7 +2,6 @@
 
 #include "telemetry/GraphView.h"
 
-#include <QApplication>
 #include <QImage>
 #include <benchmark/benchmark.h>
 
@@ -59,11 +58,4 @@ void firstDrawOfARecording(benchmark::State& state)
 }
 BENCHMARK(firstDrawOfARecording)->Arg(1800)->Arg(36000)->Unit(benchmark::kMicrosecond);
 
-}
-
-int main(int argc, char* argv[])
-{
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
+} // namespace

@@ -41,16 +41,20 @@ protected:
         window.resize(334, 400);
     }
 
-    QWebEnginePage* content() const
+    QWebEnginePage* content() const { return contentOf(window); }
+
+    static QWebEnginePage* contentOf(const QWidget& shown)
     {
-        const auto* engineView = window.findChild<QWebEngineView*>();
+        const auto* engineView = shown.findChild<QWebEngineView*>();
         return engineView ? engineView->page() : nullptr;
     }
 
-    QVariant evaluate(const QString& script) const
+    QVariant evaluate(const QString& script) const { return evaluate(script, window); }
+
+    static QVariant evaluate(const QString& script, const QWidget& shown)
     {
         std::optional<QVariant> answer;
-        content()->runJavaScript(script, [&](const QVariant& value) { answer = value; });
+        contentOf(shown)->runJavaScript(script, [&](const QVariant& value) { answer = value; });
         until([&] { return answer.has_value(); });
         return answer.value_or(QVariant());
     }
@@ -120,6 +124,22 @@ TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
     EXPECT_EQ(browser.source(), QUrl("https://www.naturalearthdata.com/"));
     EXPECT_EQ(content()->url(), home);
     QDesktopServices::unsetUrlHandler("https");
+}
+
+TEST_F(MapPage, HasStorageThatTheNextViewFindsAgain)
+{
+    openWithCarAt("setLatLag('126.978000','37.566500')");
+    evaluate("localStorage.setItem('zavik.probe', String(1 + Number(localStorage.getItem('zavik.probe'))))");
+    const QVariant kept = evaluate("localStorage.getItem('zavik.probe')");
+    EXPECT_GE(kept.toInt(), 1);
+
+    QWidget other;
+    platform::QtWebView next(other, engine);
+    next.loadResource("map2.htm");
+    other.show();
+    ASSERT_TRUE(until([&] { return other.findChild<QWebEngineView*>() != nullptr; }));
+    const auto read = [&] { return evaluate("localStorage.getItem('zavik.probe')", other); };
+    EXPECT_TRUE(until([&] { return read() == kept; }));
 }
 
 TEST_F(MapPage, ComesBackAfterACrashButOnlyOnce)

@@ -20,6 +20,7 @@ async function until(condition) {
         await frames();
     return condition();
 }
+const settled = () => until(() => !document.querySelector(".leaflet-zoom-anim, .leaflet-pan-anim"));
 const button = i => document.querySelectorAll(".bar button")[i];
 const state = () => zavikMapState();
 const metre = 1 / 111195;
@@ -142,8 +143,10 @@ const tests = {
     },
     async "names are in the page's language and keep apart"() {
         for (let zoom = state().zoom; zoom > 1; --zoom) {
+            await settled();
             button(1).click();
             await until(() => state().zoom === zoom - 1);
+            await settled();
             const { labels } = state();
             const apart = labels.every(({ box: [l, t, r, b] }, i) => labels.every(({ box: [l2, t2, r2, b2] }, j) =>
                 i === j || r < l2 || l > r2 || b < t2 || t > b2));

@@ -34,8 +34,6 @@ for (const layer of [baseMap, labels, routeLayer])
     layer.addTo(map);
 nearby.update();
 streets.turn(Streets.remembered());
-new ResizeObserver(() => map.invalidateSize({ pan: false })).observe(map.getContainer());
-
 const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false };
 
 /** Draws what has changed at the next frame; a page that is not seen draws nothing. */
@@ -115,4 +113,9 @@ window.zavikMapState = () => ({
     hasDetail: baseMap.fine !== null,
     streets: map.hasLayer(streets.tiles),
 });
+// A view that had no size could not show the car.
+new ResizeObserver(() => {
+    map.invalidateSize({ pan: false });
+    schedule();
+}).observe(map.getContainer());
 schedule();

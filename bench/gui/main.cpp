@@ -1,0 +1,14 @@
+#include "lib/Style.h"
+#include "platform/LinuxPlatform.h"
+
+#include <QApplication>
+#include <benchmark/benchmark.h>
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    platform::initialiseLayer();
+    style::apply(application);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
