@@ -50,9 +50,7 @@ void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
     rightViewMode = 0;
     updateSideViewButton();
     mediaTable->reload();
-    const auto media = player1->media();
-    const ZVKMedia* entry = mediaList->mediaAtIndex(mediaIndex);
-    if (media && entry && media->url() == entry->path())
+    if (playsEntry(mediaIndex))
         selectRow(mediaIndex);
     showListState();
 }

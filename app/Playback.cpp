@@ -63,10 +63,39 @@ bool ZVKAppDelegate::playAtIndex(int64_t index)
     return true;
 }
 
+/// Whether the row's file is the one that the player has.
+bool ZVKAppDelegate::playsEntry(int64_t row) const
+{
+    const auto media = player1->media();
+    const ZVKMedia* entry = mediaList->mediaAtIndex(row);
+    return media && entry && media->url() == entry->path();
+}
+
+/// Whether the player's file is open and its telemetry is the one on screen.
+bool ZVKAppDelegate::isPrepared() const
+{
+    using enum platform::PlayerState;
+    const auto state = player1->state();
+    return hasTelemetry && (state == opening || state == buffering || state == playing || state == paused);
+}
+
+/// Starts the player's file from its beginning, telemetry first, wherever the list is by now.
+void ZVKAppDelegate::restartMedia()
+{
+    forgetPendingStart();
+    waitingForPlayStart = true;
+    startTimerPlayNext();
+    showLoading();
+    extractThenPlay();
+}
+
 void ZVKAppDelegate::extractThenPlay()
 {
-    // Until its own telemetry is there, a file shows none; never that of the file before.
+    // Until its own telemetry is there, a file shows no readings; never those of the file before.
+    hasTelemetry = false;
     blackBoxData.clear();
+    playInfo.setIsPlaying(false);
+    resetReadouts();
     evaluateMapScript("zavikNewRecording()");
     extractionStop = {};
     desktop.dispatcher.inBackground([this, path = *player1->media()->url(), generation = fileGeneration,
@@ -84,6 +113,7 @@ void ZVKAppDelegate::extractThenPlay()
 void ZVKAppDelegate::startExtracted(ZVKBlackBoxData extracted)
 {
     blackBoxData = std::move(extracted);
+    hasTelemetry = true;
     outlets->graphView->setGraphData(blackBoxData.m_GSensors);
     initMediaControlView();
     player1->play();
@@ -108,11 +138,20 @@ void ZVKAppDelegate::initMediaControlView()
     playInfo.setSpeed(1);
     player1->setRate(1);
     playInfo.setPosition(0);
+    resetReadouts();
+}
+
+void ZVKAppDelegate::resetReadouts()
+{
+    outlets->videoPositionSlider->setDoubleValue(0);
+    outlets->videoPositionSliderForFullScreen->setDoubleValue(0);
     outlets->gsensorXField->setText(QStringLiteral("X=+0.00"));
     outlets->gsensorYField->setText(QStringLiteral("Y=+0.00"));
     outlets->gsensorZField->setText(QStringLiteral("Z=+0.00"));
     for (QLabel* field : {outlets->speedField, outlets->longitudeField, outlets->latitudeField,
              outlets->hdopField, outlets->sateliteField})
+        field->clear();
+    for (QLabel* field : {outlets->timeField, outlets->timeFieldForFullScreen})
         field->clear();
 }
 
@@ -123,12 +162,11 @@ void ZVKAppDelegate::changeAndPlay()
         int(player1->isPlaying()), long(mediaList->count()));
     if (row < 0)
         return;
-    // After another folder was opened, the same row can be another file.
-    const auto media = player1->media();
-    const ZVKMedia* entry = mediaList->mediaAtIndex(row);
-    const bool isSameFile = row == mediaIndex && media && entry && media->url() == entry->path();
-    if (!isSameFile) {
-        playAtIndex(row);
+    // After another folder was opened, the same row can be another file; and a file that was stopped or could
+    // not be played is started anew.
+    if (row != mediaIndex || !playsEntry(row) || (!waitingForPlayStart && !isPrepared())) {
+        if (!playAtIndex(row))
+            selectRow(mediaIndex);
         return;
     }
     if (waitingForPlayStart)
@@ -167,7 +205,9 @@ void ZVKAppDelegate::timerPlayNext()
     if (preparingPlayNext || !isPaused() || player1->position() < endOfFile)
         return;
     preparingPlayNext = true;
-    afterForThisFile(1.0, [this] { playNext(); });
+    // A file of a folder that is no longer listed has no next one.
+    if (playsEntry(mediaIndex))
+        afterForThisFile(1.0, [this] { playNext(); });
 }
 
 void ZVKAppDelegate::showOrHideVideo()

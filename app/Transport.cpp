@@ -36,14 +36,20 @@ void ZVKAppDelegate::clickPlayButton()
     // Its telemetry is still being read; it plays as soon as that is done.
     if (waitingForPlayStart)
         return;
+    if (!isPrepared()) {
+        restartMedia();
+        return;
+    }
     if (double(player1->position()) < endOfFile) {
         player1->play();
         return;
     }
     const double slider = outlets->videoPositionSlider->doubleValue();
-    if (slider >= endOfFile) {
+    if (slider >= endOfFile && playsEntry(mediaIndex)) {
         player1->setMedia(nullptr);
         playAtIndex(mediaIndex);
+    } else if (slider >= endOfFile) {
+        restartMedia();
     } else {
         player1->setTime(platform::MediaTime::timeWithInt(int64_t(slider * lengthMs(*player1))));
         afterForThisFile(0.1, [this] { player1->play(); });

@@ -123,6 +123,10 @@ private:
     void extractThenPlay();
     void startExtracted(ZVKBlackBoxData extracted);
     void forgetPendingStart();
+    bool playsEntry(int64_t row) const;
+    bool isPrepared() const;
+    void restartMedia();
+    void resetReadouts();
     void initMediaControlView();
     void didStartPlayer();
     void didFinishPlay();
@@ -176,6 +180,8 @@ private:
 
     int64_t mediaIndex = -1;
     bool waitingForPlayStart = false;
+    /// What is on screen is the telemetry of the player's file.
+    bool hasTelemetry = false;
     bool preparingPlayNext = false;
     bool moving = false;
     double movingPosition = 0;

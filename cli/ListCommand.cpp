@@ -1,14 +1,17 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
+#include "common/Log.h"
 #include "media/MediaDirection.h"
 #include "media/MediaPath.h"
 #include "media/ZVKMediaList.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <ostream>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace cli {
@@ -50,6 +53,31 @@ void writeJson(std::ostream& out, const std::vector<ZVKMedia>& medias)
     out << json.document() << '\n';
 }
 
+/// A name may hold anything but "/" and NUL; a row stays a row, and nothing commands the terminal.
+std::string printable(std::string path)
+{
+    std::ranges::replace_if(
+        path, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+    return path;
+}
+
+/// What the walk could not read; empty when it read everything.
+class WalkTrouble {
+public:
+    WalkTrouble()
+        : before(setLogSink([this](std::string_view line) { text = line; }))
+    {
+    }
+    ~WalkTrouble() { setLogSink(std::move(before)); }
+    WalkTrouble(const WalkTrouble&) = delete;
+    WalkTrouble& operator=(const WalkTrouble&) = delete;
+
+    std::string text;
+
+private:
+    LogSink before;
+};
+
 void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
 {
     constexpr std::array kinds = {"always ", "motion ", "event  "};
@@ -61,7 +89,8 @@ void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
         else
             out << start.date << ' ' << start.time << ' ';
         out << kinds[static_cast<size_t>(media.mediaDivision())]
-            << directions[static_cast<size_t>(mediaDirection(media.path()))] << media.path() << '\n';
+            << directions[static_cast<size_t>(mediaDirection(media.path()))] << printable(media.path())
+            << '\n';
     }
 }
 
@@ -72,11 +101,14 @@ ExitCode runList(const Arguments& arguments, Streams streams)
     const std::filesystem::directory_iterator listing(folder, error);
     if (error)
         return failure(streams, arguments.operands.front(), error.message());
+    WalkTrouble trouble;
     const std::vector<ZVKMedia> medias = ZVKMediaList::sortedMedias(folder);
     if (arguments.flag == "--json")
         writeJson(streams.out, medias);
     else
         writeColumns(streams.out, medias);
+    if (!trouble.text.empty())
+        return failure(streams, arguments.operands.front(), trouble.text);
     return ExitCode::Success;
 }
 
@@ -90,10 +122,11 @@ const Command listCommand = {
     .summary = "Lists the recordings in a folder and all folders below it, oldest first.",
     .details =
         "Columns: date, time, kind (always, motion, event), camera (front, rear, -), path; \"-\" where the\n"
-        "file name tells no date.\n"
+        "file name tells no date, \"?\" for control characters.\n"
         "--json: an array of {\"path\", \"file\", \"kind\" (0 always, 1 motion, 2 event), \"date\", "
         "\"time\",\n"
-        "\"direction\" (0 front, 1 rear, 2 unknown)}; date and time are empty where they are unknown.\n",
+        "\"direction\" (0 front, 1 rear, 2 unknown)}; date and time are empty where they are unknown.\n"
+        "A folder that cannot be read to its end: what was found is listed, and the exit code is 1.\n",
     .fewestOperands = 1,
     .mostOperands = 1,
     .flags = flags,

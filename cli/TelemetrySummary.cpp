@@ -18,7 +18,7 @@ std::string_view sideDataText(WalkEnd end)
     case WalkEnd::Complete:
         return "complete";
     case WalkEnd::EndOfFile:
-        return "up to the end of the file";
+        return "complete, to the end of the file";
     case WalkEnd::ImpossibleText:
         return "up to a GPS record that cannot be right";
     case WalkEnd::NoSideData:

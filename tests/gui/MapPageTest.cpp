@@ -11,7 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
-#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QWebEngineView>
 #include <gtest/gtest.h>
@@ -19,6 +19,13 @@
 #include <csignal>
 #include <optional>
 #include <unistd.h>
+
+// Asked by AddressSanitizer where it is on. The engine frees objects of its own by another size than it made
+// them with.
+extern "C" const char* __asan_default_options()
+{
+    return "new_delete_type_mismatch=0";
+}
 
 namespace {
 
@@ -37,7 +44,9 @@ class MapPage : public ::testing::Test {
 protected:
     MapPage()
     {
-        QStandardPaths::setTestModeEnabled(true);
+        // Tests run side by side; each has its own storage.
+        qputenv("XDG_DATA_HOME", storage.path().toLocal8Bit());
+        qputenv("XDG_CACHE_HOME", storage.path().toLocal8Bit());
         window.resize(334, 400);
     }
 
@@ -77,6 +86,7 @@ protected:
         ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
     }
 
+    QTemporaryDir storage;
     QWidget window;
     std::shared_ptr<platform::WebEngine> engine = std::make_shared<platform::WebEngine>();
     platform::QtWebView view{window, engine};
@@ -149,10 +159,13 @@ TEST_F(MapPage, ComesBackAfterACrashButOnlyOnce)
         const qint64 process = content()->renderProcessPid();
         ASSERT_GT(process, 0);
         ASSERT_EQ(::kill(pid_t(process), SIGKILL), 0);
-        ASSERT_TRUE(until([&] { return !content() || content()->renderProcessPid() != process; }));
     };
+    // A dead page never answers; it may be asked again when it is there again.
+    bool isBack = false;
+    QObject::connect(content(), &QWebEnginePage::loadFinished, &window, [&](bool ok) { isBack = ok; });
     kill();
-    ASSERT_TRUE(until([&] { return content() && !car().isEmpty(); }));
+    ASSERT_TRUE(until([&] { return isBack; }));
+    ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
     EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
     kill();
     ASSERT_TRUE(until([&] { return content() == nullptr; }));

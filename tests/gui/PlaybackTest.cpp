@@ -94,6 +94,7 @@ TEST_F(Playback, RefusesAnotherStartWhileOneIsPending)
     EXPECT_FALSE(app.controller->playAtIndex(1));
     app.find<QTableView>("mediaListTableView").selectRow(1);
     app.controller->changeAndPlay();
+    EXPECT_EQ(selectedRow(), 0) << "the row that starts stays selected";
     app.desk.dispatcher.runAll();
     EXPECT_EQ(app.mediaIndex(), 0);
     EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142530_F.avi"));
@@ -123,6 +124,10 @@ TEST_F(Playback, NeverShowsTheTelemetryOfTheFileBefore)
     ASSERT_EQ(app.telemetry().m_GSensors.size(), 20u);
     app.controller->playAtIndex(2);
     EXPECT_TRUE(app.telemetry().m_GSensors.empty());
+    EXPECT_EQ(text("gsensorXField"), "X=+0.00");
+    EXPECT_TRUE(text("speedField").isEmpty());
+    EXPECT_TRUE(text("timeField").isEmpty());
+    EXPECT_FALSE(app.playInfo().isPlaying());
     app.playInfo().setPosition(0.3);
     app.desk.dispatcher.runAll();
     EXPECT_TRUE(app.find<GraphView>("graphView").graphData().empty());
@@ -182,6 +187,51 @@ TEST_F(Playback, AFolderChosenMeanwhileVoidsWhatWasPending)
         EXPECT_FALSE(app.isMoving());
         EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
     }
+}
+
+TEST_F(Playback, WhatWasStoppedOrFailedIsPreparedAnewNeverPlayedBare)
+{
+    struct Case {
+        const char* name;
+        std::function<void()> before;
+    };
+    const Case causes[] = {
+        {"a folder chosen while it was prepared",
+            [this] { app.controller->playAtIndex(1), app.open(folder.path()); }},
+        {"a folder chosen while it played", [this] { app.start(1), app.open(folder.path()); }},
+        {"a failure", [this] { app.start(1), app.player().reportFailure("card pulled"); }},
+    };
+    for (const auto& [name, before] : causes) {
+        for (const bool byButton : {true, false}) {
+            SCOPED_TRACE(name);
+            before();
+            app.find<QTableView>("mediaListTableView").selectRow(1);
+            byButton ? app.controller->clickPlayButton() : app.controller->changeAndPlay();
+            EXPECT_TRUE(app.isWaiting());
+            app.player().calls.clear();
+            app.desk.dispatcher.runAll();
+            EXPECT_EQ(app.player().countOf("play"), 1u);
+            EXPECT_EQ(app.telemetry().m_GSensors.size(), 20u);
+            EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142600_R.avi"));
+            app.player().reportState(PlayerState::playing);
+        }
+    }
+}
+
+TEST_F(Playback, AFileOfAnotherFolderPlaysAgainAndHasNoNext)
+{
+    app.start(0);
+    TempFolder other;
+    other.file("alwa_20160101_000000_F.avi", recording(128, 3));
+    other.file("alwa_20160101_000100_F.avi", recording(128, 3));
+    app.open(other.path());
+    app.controller->clickPlayButton();
+    app.desk.dispatcher.runAll();
+    app.player().reportState(PlayerState::playing);
+    app.player().reportEnd();
+    app.desk.dispatcher.advance(10s);
+    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142530_F.avi"));
+    EXPECT_EQ(app.telemetry().m_GSensors.size(), 10u);
 }
 
 TEST_F(Playback, TheSameRowOfAnotherFolderIsAnotherFile)
