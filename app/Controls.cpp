@@ -10,6 +10,7 @@
 
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMouseEvent>
 
 #include <algorithm>
 
@@ -26,6 +27,7 @@ public:
 
     std::function<void()> resized;
     std::function<bool(QKeyEvent&)> keyPressed;
+    std::function<bool(QMouseEvent&)> mousePressed;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -33,6 +35,9 @@ protected:
         if (event->type() == QEvent::Resize && resized)
             resized();
         if (event->type() == QEvent::KeyPress && keyPressed && keyPressed(static_cast<QKeyEvent&>(*event)))
+            return true;
+        if (event->type() == QEvent::MouseButtonPress && mousePressed
+            && mousePressed(static_cast<QMouseEvent&>(*event)))
             return true;
         return QObject::eventFilter(watched, event);
     }
@@ -75,6 +80,7 @@ const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
         {"tip.speed_down", &Self::decreaseSpeed, {Qt::Key_1}, {"speedDownButton"}},
         {"tip.size_up", &Self::sizeUp, {Qt::Key_Plus, Qt::Key_Equal}, {"sizeUpButton"}},
         {"tip.size_down", &Self::sizeDown, {Qt::Key_Minus}, {"sizeDownButton"}},
+        {"tip.play", &Self::changeAndPlay, {Qt::Key_Return, Qt::Key_Enter}, {}},
         {"tip.previous", &Self::playPrevious, {Qt::Key_PageUp}, {}},
         {"tip.next", &Self::playFollowing, {Qt::Key_PageDown}, {}},
         {"tip.list", &Self::clickMediaListViewButton, {}, {"recordButtonImageView"}},
@@ -118,11 +124,17 @@ void ZVKAppDelegate::connectControls()
              std::pair(o.informationButtonImageView, "label.map")}) {
         button->setText(platform::localized(key));
         button->setTextLeft(sideButtonTextLeft);
+        button->setCheckable(true);
     }
     for (const auto& [caption, key] :
         {std::pair(o.latitudeLabel, "label.latitude"), std::pair(o.longitudeLabel, "label.longitude"),
             std::pair(o.hdopLabel, "label.hdop"), std::pair(o.sateliteLabel, "label.satellites")})
         caption->setText(platform::localized(key));
+    for (const auto& [label, key] :
+        {std::pair(o.speedTextButton, "tip.speed"), std::pair(o.sizeTextButton, "tip.size")}) {
+        label->setToolTip(platform::localized(key));
+        label->setAccessibleDescription(platform::localized(key));
+    }
     o.mediaListTableView->setAccessibleName(platform::localized("tip.recordings"));
     o.graphView->setAccessibleName(platform::localized("tip.graph"));
     QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });
@@ -135,6 +147,13 @@ void ZVKAppDelegate::connectControls()
     (new Watch(o.videoContainerView))->resized = [this] { contentResized(); };
     (new Watch(o.mediaListTableView))->keyPressed = [this](
                                                         QKeyEvent& event) { return pressKeyInList(event); };
+    (new Watch(o.mediaListTableView->viewport()))->mousePressed = [this](QMouseEvent& event) {
+        // The row that plays stays selected when the empty part of the list is clicked.
+        return !outlets->mediaListTableView->indexAt(event.position().toPoint()).isValid();
+    };
+    for (QWidget* control : window->findChildren<QWidget*>())
+        if (qobject_cast<TKImageButton*>(control) || qobject_cast<QSlider*>(control))
+            (new Watch(control))->keyPressed = [this](QKeyEvent& event) { return pressKeyOnControl(event); };
 }
 
 /// Tooltip and accessible name of a command's button, the key in the tooltip.
@@ -161,17 +180,27 @@ bool ZVKAppDelegate::pressKey(const QKeyEvent& event)
     return false;
 }
 
-/// The list keeps the keys that move its selection; Enter plays the selected row; the rest is the window's.
+/// A button keeps Space, a slider Home and End.
+bool ZVKAppDelegate::pressKeyOnControl(const QKeyEvent& event)
+{
+    return event.key() != Qt::Key_Space && pressKey(event);
+}
+
+/// Takes the focus from what is hidden by now, so that the keys reach the window.
+void ZVKAppDelegate::releaseHiddenFocus()
+{
+    const QWidget* focused = window->focusWidget();
+    if (focused && focused != window.get() && !focused->isVisibleTo(window.get()))
+        window->setFocus();
+}
+
+/// The list keeps the keys that move its selection; the rest is the window's.
 bool ZVKAppDelegate::pressKeyInList(const QKeyEvent& event)
 {
     switch (event.key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
         return false;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        changeAndPlay();
-        return true;
     default:
         return pressKey(event);
     }

@@ -60,6 +60,14 @@ void CustomWindow::setFrame(const platform::Rect& frame)
     screens->setFrameOf(*this, frame);
 }
 
+platform::Rect CustomWindow::reachable(platform::Rect frame) const
+{
+    const platform::Rect visible = currentScreen().visibleFrame;
+    frame.y = std::min(frame.y, visible.maxY() - frame.height);
+    frame.x = std::max(frame.x, visible.x);
+    return frame;
+}
+
 platform::Screen CustomWindow::currentScreen() const
 {
     return screens->screenOf(*this);
@@ -76,6 +84,9 @@ void CustomWindow::enterFullscreen()
 {
     if (fullScreen)
         return;
+    // Full screen has the screen's size, also where that is smaller than the window otherwise may be.
+    normalMinimum = minimumSize();
+    setMinimumSize(0, 0);
     setIsFullScreen(true);
     if (initialFrame.width == 0 || initialFrame.height == 0)
         initialFrame = frame();
@@ -92,6 +103,7 @@ void CustomWindow::leaveFullscreen()
     setIsFullScreen(false);
     screens->setPresentationOptions(
         *this, currentScreen().nonFullscreenPresentationOptions(screens->presentationOptions()));
+    setMinimumSize(normalMinimum);
     setFrame(initialFrame);
 }
 

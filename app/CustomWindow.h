@@ -22,6 +22,9 @@ public:
 
     platform::Rect frame() const;
     void setFrame(const platform::Rect& frame);
+    /// The frame, moved so that its top is not above and its left edge not beside the visible area of the
+    /// window's screen.
+    platform::Rect reachable(platform::Rect frame) const;
     platform::Screen currentScreen() const;
 
     /// The frame to return to when full screen ends.
@@ -56,6 +59,7 @@ private:
 
     platform::Screens* screens = nullptr;
     bool fullScreen = false;
+    QSize normalMinimum;
     platform::Rect initialFrame;
     std::optional<QPointF> initialLocation;
     std::function<void()> observer;

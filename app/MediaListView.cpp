@@ -58,11 +58,16 @@ void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
 /// Says in plain text what the list is doing, or what to do, while there is nothing in it.
 void ZVKAppDelegate::showListState()
 {
-    const char* key = scanning       ? "list.scanning"
-        : mediaList->directoryPath() ? "list.nothing_found"
-                                     : "list.empty";
+    const char* key = "list.nothing_found";
+    if (scanning)
+        key = "list.scanning";
+    else if (!mediaList->directoryPath())
+        key = "list.empty";
+    else if (!mediaList->isReadable())
+        key = "list.failed";
     outlets->listStateLabel->setText(platform::localized(key));
-    outlets->listStateLabel->setVisible(scanning || mediaList->count() == 0);
+    outlets->listStateLabel->setVisible(scanning || !mediaList->isReadable() || mediaList->count() == 0);
+    outlets->mediaListTableView->setVisible(mediaList->count() > 0);
 }
 
 void ZVKAppDelegate::selectRow(int64_t row)
@@ -85,7 +90,14 @@ void ZVKAppDelegate::updateSideViewButton()
         isMap ? QStringLiteral("information_p.png") : QStringLiteral("information_n.png"));
     outlets->mapContainerView->setVisible(isMap);
     outlets->mediaListScrollView->setVisible(rightViewMode == 0);
+    for (const auto& [button, isChosen] : {std::pair(outlets->recordButtonImageView, !isMap),
+             std::pair(outlets->informationButtonImageView, isMap)}) {
+        button->setChecked(isChosen);
+        if (isChosen)
+            button->keepPictureUnderPointer();
+    }
     layoutMapContainer();
+    releaseHiddenFocus();
 }
 
 void ZVKAppDelegate::clickMediaListViewButton()

@@ -91,7 +91,8 @@ QVariant MediaTableModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(column.alignment);
     case Qt::ToolTipRole:
-        return column.identifier == "file" ? QVariant(QString::fromStdString(media->path())) : QVariant();
+        return column.identifier == "file" ? QVariant(QString::fromStdString(media->path()).toHtmlEscaped())
+                                           : QVariant();
     default:
         return {};
     }

@@ -6,6 +6,7 @@
 #include "lib/PositionSlider.h"
 #include "lib/TKVideoBackgroundImageView.h"
 #include "media/MediaDirection.h"
+#include "platform/Texts.h"
 #include "platform/VideoView.h"
 #include "telemetry/GraphView.h"
 #include "ui_ZVKAppDelegate.h"
@@ -93,6 +94,7 @@ void ZVKAppDelegate::extractThenPlay()
 {
     // Until its own telemetry is there, a file shows no readings; never those of the file before.
     hasTelemetry = false;
+    outlets->videoStateLabel->clear();
     blackBoxData.clear();
     playInfo.setIsPlaying(false);
     resetReadouts();
@@ -202,7 +204,9 @@ void ZVKAppDelegate::startTimerPlayNext()
 
 void ZVKAppDelegate::timerPlayNext()
 {
-    if (preparingPlayNext || !isPaused() || player1->position() < endOfFile)
+    const bool isHeld = outlets->videoPositionSlider->isSliderDown()
+        || outlets->videoPositionSliderForFullScreen->isSliderDown();
+    if (preparingPlayNext || isHeld || !isPaused() || player1->position() < endOfFile)
         return;
     preparingPlayNext = true;
     // A file of a folder that is no longer listed has no next one.
@@ -259,6 +263,7 @@ void ZVKAppDelegate::mediaPlayerFailed(platform::MediaPlayer& player, const std:
     waitingForPlayStart = false;
     hideLoading();
     playInfo.setIsPlaying(false);
+    outlets->videoStateLabel->setText(platform::localized("msg.cannot_play"));
     showOrHideVideo();
 }
 

@@ -186,7 +186,7 @@ void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
         frame.width = minWidth;
         frame.height = minHeight;
     }
-    window->setFrame(frame);
+    window->setFrame(window->reachable(frame));
 }
 
 void ZVKAppDelegate::toggleFullScreen()

@@ -70,6 +70,7 @@ void ZVKAppDelegate::layoutBodyBox()
         {"H:|-0-[_player1BackgroundView]-0-|", "V:|-0-[_player1BackgroundView]-0-|",
             "H:|-0-[_videoContainerView]-0-|", "V:|-0-[_videoContainerView]-0-|"});
     layoutMapContainer();
+    releaseHiddenFocus();
 }
 
 void ZVKAppDelegate::layoutMapContainer()

@@ -82,6 +82,7 @@ void ZVKAppDelegate::setupInitialValues()
     playInfo.setIsPlaying(false);
     video1View->hide();
     outlets->progressIndicator->hide();
+    resetReadouts();
     showListState();
     loadMapPage();
     layoutWindow();
@@ -102,9 +103,11 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
         m_bKorean = false;
     }
     window->setMinimumWindowSize(minWindowSize());
-    window->setFrame(minWindowFrame());
-    window->setInitialFrame(window->frame());
+    const platform::Rect frame = window->reachable(minWindowFrame());
+    window->setFrame(frame);
+    window->setInitialFrame(frame);
     window->show();
+    window->setFocus();
     mediaIndex = -1;
     QObject::connect(
         outlets->mediaListTableView, &QTableView::doubleClicked, window.get(), [this] { changeAndPlay(); });
@@ -213,6 +216,9 @@ void ZVKAppDelegate::showPlayTime()
         text = QString::fromStdString(played.stringValue() + " / " + media->length().stringValue());
     }
     outlets->timeField->setText(text);
+    for (QWidget* slider : {static_cast<QWidget*>(outlets->videoPositionSlider),
+             static_cast<QWidget*>(outlets->videoPositionSliderForFullScreen)})
+        slider->setAccessibleDescription(text);
     outlets->timeFieldForFullScreen->setText(text);
 }
 
@@ -243,6 +249,7 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
     forgetPendingStart();
     player1->stop();
     playInfo.setIsPlaying(false);
+    resetReadouts();
     showOrHideVideo();
     scanning = true;
     mediaList->setDirectoryPath(path);

@@ -104,6 +104,8 @@ private:
     void describe(QWidget& button, const char* textKey);
     bool pressKey(const QKeyEvent& event);
     bool pressKeyInList(const QKeyEvent& event);
+    bool pressKeyOnControl(const QKeyEvent& event);
+    void releaseHiddenFocus();
     void loadMapPage();
     void windowWillClose();
     void contentResized();

@@ -26,10 +26,10 @@ QLabel[role="time"] { font-size: 12px; color: @textDim; }
 QLabel[role="step"] { font-size: 12px; }
 QLabel[role="hint"] { font-size: 13px; color: @textDim; }
 
-QTableView { font-size: 11px; background: @inset; alternate-background-color: #413936; color: @text; border: none;
+QTableView { font-size: 11px; background: @inset; alternate-background-color: #413936; color: @text; border: 1px solid @inset;
     border-radius: 6px; selection-background-color: @panel; selection-color: @accent; outline: none; }
 QTableView::item { padding: 0 3px; border: none; }
-QTableView::item:hover:!selected { background: #564C48; }
+QTableView:focus { border-color: @accent; }
 QHeaderView { background: transparent; }
 QHeaderView::section { background: @header; color: @textDim; border: none; border-bottom: 1px solid @panel;
     padding: 5px 3px; font-size: 11px; }

@@ -38,6 +38,12 @@ void TKImageButton::setNumberOfCaptures(int64_t n)
     captures = n;
 }
 
+void TKImageButton::keepPictureUnderPointer()
+{
+    rolloverImage = activeImage;
+    updateRollOverImage();
+}
+
 void TKImageButton::updateRollOverImage()
 {
     if (shouldDisplayRollOver() && isEnabled() && !rolloverImage.isNull()) {
@@ -74,8 +80,6 @@ void TKImageButton::paintEvent(QPaintEvent*)
     const double imageWidth = naturalWidth * fit;
     const double imageHeight = naturalHeight * fit;
     QPainter painter(this);
-    if (!isEnabled())
-        painter.setOpacity(0.4);
     const QRectF place((width() - imageWidth) / 2, (height() - imageHeight) / 2, imageWidth, imageHeight);
     shown.draw(painter, place);
     if (!text().isEmpty()) {
@@ -92,7 +96,8 @@ void TKImageButton::paintEvent(QPaintEvent*)
 void TKImageButton::enterEvent(QEnterEvent* event)
 {
     QAbstractButton::enterEvent(event);
-    setNumberOfCaptures(captures + 1);
+    // Another enter can come without a leave when a panel stood between.
+    setNumberOfCaptures(1);
     updateRollOverImage();
 }
 

@@ -37,6 +37,9 @@ public:
     /// The picture that the button shows at this moment.
     const platform::Image& shownImage() const;
 
+    /// No roll-over picture until the next `setImageName`: the button of what is chosen stays as it is.
+    void keepPictureUnderPointer();
+
     /// Draws the button's text over the picture, from this many points right of its left edge.
     void setTextLeft(int points) { textLeft = points; }
 

@@ -58,17 +58,20 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
     // A stop is requested on the main thread only: a scan that is not void there still has its list.
     dispatcher.inBackground(
         [this, &queues = dispatcher, folder = standardizedPath(*directory), token = scan.get_token()] {
-            auto scanned = std::make_shared<std::vector<ZVKMedia>>(sortedMedias(folder, token));
-            queues.onMain([this, token, scanned] {
+            auto found = std::make_shared<std::vector<ZVKMedia>>();
+            const bool isWhole = eachDir(folder, *found, token);
+            *found = sortedByDate(std::move(*found));
+            queues.onMain([this, token, found, isWhole] {
                 if (!token.stop_requested())
-                    replaceMedias(std::move(*scanned));
+                    replaceMedias(std::move(*found), isWhole);
             });
         });
 }
 
-void ZVKMediaList::replaceMedias(std::vector<ZVKMedia> scanned)
+void ZVKMediaList::replaceMedias(std::vector<ZVKMedia> scanned, bool isWhole)
 {
     medias = std::move(scanned);
+    readable = isWhole;
     if (delegate)
         delegate->mediaListChanged(*this);
 }
@@ -101,7 +104,7 @@ bool ZVKMediaList::_checkTimeByName(std::string_view units, int64_t position)
         >= static_cast<int64_t>(recordingDateTemplate.size()) + position;
 }
 
-void ZVKMediaList::eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop)
+bool ZVKMediaList::eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop)
 {
     const auto addRecording = [&](std::string path) {
         if (asciiLower(piecesOfPath(path).extension) != "avi")
@@ -114,8 +117,10 @@ void ZVKMediaList::eachDir(const std::string& folder, std::vector<ZVKMedia>& arr
     };
     FolderWalk walk(addRecording, std::move(stop));
     walk.enter(standardizedPath(folder));
-    if (const std::string failures = walk.failures(); !failures.empty())
+    const std::string failures = walk.failures();
+    if (!failures.empty())
         logFormat("could not read %s", failures.c_str());
+    return failures.empty();
 }
 
 std::vector<ZVKMedia> ZVKMediaList::sortedMedias(const std::string& folder, std::stop_token stop)

@@ -48,6 +48,8 @@ public:
     /// Not owned; null for none.
     void setDelegate(ZVKMediaListDelegate* listener) { delegate = listener; }
 
+    /// Whether the last scan could read the folder and all folders below it; true before the first.
+    bool isReadable() const { return readable; }
     int64_t count() const { return static_cast<int64_t>(medias.size()); }
     /// Null when the index is negative or not below `count`. Valid until the entries change.
     const ZVKMedia* mediaAtIndex(int64_t index) const;
@@ -60,17 +62,18 @@ public:
     /// Whether the name, a character for each UTF-16 code unit, has room for a date at the position.
     static bool _checkTimeByName(std::string_view units, int64_t position);
     /// Appends the recordings below the folder (.avi in any letter case) in the order of the walk. What
-    /// cannot be read contributes nothing; one log line tells of it.
-    static void eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
+    /// cannot be read contributes nothing; one log line tells of it, and the result is false.
+    static bool eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
     /// What a scan of the folder gives: `eachDir`, sorted. Callable from any thread.
     static std::vector<ZVKMedia> sortedMedias(const std::string& folder, std::stop_token stop = {});
 
 private:
-    void replaceMedias(std::vector<ZVKMedia> scanned);
+    void replaceMedias(std::vector<ZVKMedia> scanned, bool isWhole);
 
     platform::Dispatcher& dispatcher;
     ZVKMediaListDelegate* delegate = nullptr;
     std::optional<std::string> directory;
     std::vector<ZVKMedia> medias;
+    bool readable = true;
     std::stop_source scan; // of the newest scan
 };
