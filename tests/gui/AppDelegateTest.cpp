@@ -86,6 +86,27 @@ TEST(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
     EXPECT_TRUE(app.find<QLabel>("listStateLabel").isVisibleTo(&app.controller->mainWindow()));
 }
 
+TEST(Folder, ListSaysWhatItDoesAndWhatWentWrong)
+{
+    TempFolder folder;
+    folder.file(first);
+    AppDelegateProbe app;
+    const auto said = [&] {
+        const auto& label = app.find<QLabel>("listStateLabel");
+        return label.isVisible() ? label.text().section(' ', 0, 0).toStdString() : "";
+    };
+    EXPECT_EQ(said(), "No");
+    app.controller->openMediaDirectory(folder.path());
+    EXPECT_EQ(said(), "Looking");
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(said(), "");
+    app.open(folder.path("gone"));
+    EXPECT_EQ(said(), "Not");
+    TempFolder empty;
+    app.open(empty.path());
+    EXPECT_EQ(said(), "There");
+}
+
 TEST(Folder, ListShowsKindDateTimeAndName)
 {
     TempFolder folder;

@@ -205,6 +205,58 @@ TEST_F(Transport, FullScreenShowsTheVideoAboveASlimBar)
     EXPECT_FALSE(window().isFullScreen()) << "a new file leaves full screen";
 }
 
+TEST_F(Transport, FullScreenCoversTheScreenThatTheWindowIsOn)
+{
+    app.desk.screens.screen = {2, {1920, 200, 1280, 600}, {1920, 200, 1280, 600}};
+    controller.toggleFullScreen();
+    EXPECT_EQ(window().frame(), (platform::Rect{1920, 200, 1280, 600}));
+    EXPECT_EQ(app.find<QWidget>("mediaControlBoxForFullScreen").mapTo(&window(), QPoint(0, 36)).y(), 598)
+        << "the bar is on screen, also where that is smaller than the window's minimum";
+    controller.toggleFullScreen();
+    EXPECT_EQ(window().frame(), (platform::Rect{450, 205, 1020, 640}));
+    controller.sizeUp();
+    EXPECT_TRUE(window().isFullScreen()) << "it outgrows this screen at once";
+}
+
+TEST_F(Transport, GrowingKeepsTheHeaderOnScreen)
+{
+    window().setFrame({450, 400, 1020, 640});
+    controller.sizeUp();
+    EXPECT_EQ(window().frame(), (platform::Rect{450, 1050 - 768, 1224, 768}));
+}
+
+TEST_F(Transport, AKnobThatIsHeldKeepsTheNextFileAway)
+{
+    slider().setSliderDown(true);
+    drag(1);
+    player.reportEnd();
+    app.desk.dispatcher.advance(5s);
+    EXPECT_EQ(app.mediaIndex(), 0);
+    slider().setSliderDown(false);
+    app.desk.dispatcher.advance(3s);
+    EXPECT_EQ(app.mediaIndex(), 1);
+}
+
+TEST_F(Transport, KeysReachThePlayerFromEveryControlAndFromFullScreen)
+{
+    for (const char* control : {"videoPositionSlider", "volumeSlider", "openButton", "playButton"}) {
+        SCOPED_TRACE(control);
+        player.fraction = 0.5f;
+        player.calls.clear();
+        press(Qt::Key_Right, {}, &app.find<QWidget>(control));
+        EXPECT_EQ(player.countOf("jumpForward 10"), 1u);
+        app.desk.dispatcher.advance(1s);
+        const auto volume = app.volume();
+        press(Qt::Key_Up, {}, &app.find<QWidget>(control));
+        EXPECT_EQ(app.volume(), std::min<uint64_t>(volume + 10, 200));
+    }
+    app.find<QTableView>("mediaListTableView").setFocus();
+    press(Qt::Key_F);
+    const QWidget* focused = window().focusWidget();
+    EXPECT_TRUE(!focused || focused->isVisibleTo(&window()));
+    EXPECT_FALSE(qobject_cast<const QSlider*>(focused));
+}
+
 TEST_F(Transport, KeysDoWhatTheirButtonsDo)
 {
     press(Qt::Key_Space);
