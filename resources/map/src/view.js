@@ -8,7 +8,7 @@ class Follower {
         this.map = map;
         this.movedAt = -Infinity;
         const moved = () => this.movedAt = performance.now();
-        map.on("dragstart drag dragend", moved);
+        map.on("dragstart drag dragend dblclick boxzoomend", moved);
         map.getContainer().addEventListener("wheel", moved, { passive: true });
         map.getContainer().addEventListener("keydown", ({ key }) => key.startsWith("Arrow") && moved());
     }
@@ -36,6 +36,7 @@ class Follower {
     }
 
     showAll([west, south, east, north]) {
+        this.movedAt = performance.now();
         this.map.fitBounds([[south, west], [north, east]],
             { maxZoom: closeZoom + 1, paddingTopLeft: [56, 28], paddingBottomRight: [28, 36] });
     }
