@@ -44,7 +44,9 @@ void ZVKAppDelegate::updateGpsUIByPlayPosition()
     const auto& headers = blackBoxData.m_vGpsData;
     const auto& fixes = blackBoxData.m_NMEAs;
     if (headers.empty()) {
-        evaluateMapScript("ZVKDebug('GPS Data Count=Zero')");
+        // Whether a file that is still being prepared has GPS is not known yet.
+        if (!waitingForPlayStart || hasTelemetry)
+            evaluateMapScript("ZVKDebug('GPS Data Count=Zero')");
     } else {
         const size_t i = proportionalIndex(playInfo.position(), headers.size());
         const _AVI_GPS_DATA_T& header = headers[i].data;
