@@ -23,12 +23,6 @@ using testing::IsEmpty;
 
 namespace {
 
-std::string contents(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void write(const std::string& path, const std::string& text)
 {
     std::ofstream(path, std::ios::binary) << text;

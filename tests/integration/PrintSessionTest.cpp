@@ -24,12 +24,6 @@ using testing::IsEmpty;
 
 namespace {
 
-std::string contents(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 int freePort()
 {
     const int descriptor = ::socket(AF_INET, SOCK_STREAM, 0);

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <span>
 #include <stdexcept>
@@ -44,3 +45,10 @@ public:
 private:
     std::filesystem::path root;
 };
+
+/// A file's bytes; empty when it cannot be read.
+inline std::string contents(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
