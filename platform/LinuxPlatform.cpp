@@ -15,11 +15,21 @@ static void initialiseResources()
 
 namespace platform {
 
+namespace {
+
+struct NoVolumes final : DiskArbitration {
+    std::vector<VolumeDescription> mountedVolumes() override { return {}; }
+    std::string setVolumeName(const std::string&, const std::string&) override { return "no volumes"; }
+};
+
+} // namespace
+
 LinuxPlatform::LinuxPlatform()
-    : pieces{*dispatcher, panels, alerts, defaults, screens, printing, scripts,
-        [](VideoView& view) { return makeMpvPlayer(view); },
-        [engine = std::make_shared<WebEngine>()](
-            QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
+    : disks(std::make_unique<NoVolumes>()),
+      pieces{*dispatcher, panels, alerts, defaults, screens, printing, scripts, *disks,
+          [](VideoView& view) { return makeMpvPlayer(view); },
+          [engine = std::make_shared<WebEngine>()](
+              QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
 {
 }
 

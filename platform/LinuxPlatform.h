@@ -26,6 +26,7 @@ private:
     QtScreens screens{defaults};
     CupsPrintSession printing{*dispatcher};
     QtScriptRunner scripts;
+    std::unique_ptr<DiskArbitration> disks;
     Platform pieces;
 };
 

@@ -15,6 +15,17 @@ struct SavePanel {
     std::string name;
     /// Where the panel starts; the user's documents folder when absent.
     std::optional<std::string> folder;
+    /// The only file type, without a dot ("csv"); a name without an ending gets it. Any name when empty.
+    std::string type = {};
+    /// The panel asks before it answers with a file that is already there.
+    bool asksBeforeReplacing = false;
+};
+
+/// Asks for one existing file.
+struct OpenPanel {
+    std::string title;
+    /// The only file type, without a dot; any file when empty.
+    std::string type = {};
 };
 
 /// The desktop's file panels. They are modal to their window and never block the event loop:
@@ -29,7 +40,10 @@ public:
     /// Choose one existing folder.
     virtual void chooseFolder(QWidget& window, const std::string& title, Answer answer) = 0;
 
-    /// Choose the path of a file to write. A file that is already there is not asked about.
+    /// Choose one existing file to read.
+    virtual void chooseFile(QWidget& window, const OpenPanel& panel, Answer answer) = 0;
+
+    /// Choose the path of a file to write.
     virtual void chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer) = 0;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "platform/DiskArbitration.h"
 #include "platform/Dispatcher.h"
 #include "platform/MediaPlayer.h"
 #include "platform/Panels.h"
@@ -29,6 +30,7 @@ struct Platform {
     Screens& screens;
     PrintSession& printing;
     ScriptRunner& scripts;
+    DiskArbitration& disks;
     std::function<std::unique_ptr<MediaPlayer>(VideoView&)> makePlayer;
     /// The view is a child of the parent; it must not outlive the platform.
     std::function<std::unique_ptr<WebView>(QWidget& parent)> makeWebView = {};

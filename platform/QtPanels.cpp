@@ -27,6 +27,16 @@ QFileDialog& madePanel(QWidget& window, const std::string& title)
     return *dialog;
 }
 
+/// Both cases of the ending, as cards carry either.
+void setType(QFileDialog& dialog, const std::string& type)
+{
+    if (type.empty())
+        return;
+    const QString ending = QString::fromStdString(type);
+    dialog.setNameFilter(QStringLiteral("*.%1 (*.%1 *.%2)").arg(ending, ending.toUpper()));
+    dialog.setDefaultSuffix(ending);
+}
+
 void openPanel(QFileDialog& dialog, Panels::Answer answer)
 {
     QObject::connect(
@@ -50,6 +60,14 @@ void QtPanels::chooseFolder(QWidget& window, const std::string& title, Answer an
     openPanel(dialog, std::move(answer));
 }
 
+void QtPanels::chooseFile(QWidget& window, const OpenPanel& panel, Answer answer)
+{
+    QFileDialog& dialog = madePanel(window, panel.title);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    setType(dialog, panel.type);
+    openPanel(dialog, std::move(answer));
+}
+
 void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer)
 {
     QFileDialog& dialog = madePanel(window, panel.title);
@@ -57,9 +75,10 @@ void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer an
     dialog.setFileMode(QFileDialog::AnyFile);
     // A desktop's own dialog may ask about replacing, or hide hidden files, whatever it is told.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !panel.asksBeforeReplacing);
     dialog.setFilter(dialog.filter() | QDir::Hidden);
     dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str()) : documentsFolder());
+    setType(dialog, panel.type);
     dialog.selectFile(QFile::decodeName(panel.name.c_str()));
     openPanel(dialog, std::move(answer));
 }

@@ -9,6 +9,7 @@ namespace platform {
 class QtPanels final : public Panels {
 public:
     void chooseFolder(QWidget& window, const std::string& title, Answer answer) override;
+    void chooseFile(QWidget& window, const OpenPanel& panel, Answer answer) override;
     void chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer) override;
 };
 

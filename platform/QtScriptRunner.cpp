@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include <optional>
 #include <string_view>
@@ -30,6 +31,21 @@ std::optional<std::string> pathToOpen(std::string_view command)
     return std::string(command);
 }
 
+bool startDetached(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    if (process.startDetached())
+        return true;
+    logFormat(
+        "cannot start %s: %s", program.toStdString().c_str(), process.errorString().toStdString().c_str());
+    return false;
+}
+
 } // namespace
 
 int QtScriptRunner::system(const std::string& command)
@@ -39,16 +55,19 @@ int QtScriptRunner::system(const std::string& command)
         logFormat("command refused: %s", command.c_str());
         return notExecutable;
     }
-    QProcess opener;
-    opener.setProgram(QStringLiteral("xdg-open"));
-    opener.setArguments({QFile::decodeName(path->c_str())});
-    opener.setStandardInputFile(QProcess::nullDevice());
-    opener.setStandardOutputFile(QProcess::nullDevice());
-    opener.setStandardErrorFile(QProcess::nullDevice());
-    if (opener.startDetached())
-        return 0;
-    logFormat("cannot start xdg-open: %s", opener.errorString().toStdString().c_str());
-    return notFound;
+    return startDetached(QStringLiteral("xdg-open"), {QFile::decodeName(path->c_str())}) ? 0 : notFound;
+}
+
+bool QtScriptRunner::launchApplication(const std::string& name)
+{
+    if (name != "Disk Utility")
+        return false;
+    for (const char* program : {"gnome-disks", "partitionmanager", "blivet-gui", "gparted"}) {
+        const QString path = QStandardPaths::findExecutable(QLatin1String(program));
+        if (!path.isEmpty() && startDetached(path, {}))
+            return true;
+    }
+    return false;
 }
 
 } // namespace platform

@@ -8,6 +8,7 @@ namespace platform {
 class QtScriptRunner final : public ScriptRunner {
 public:
     int system(const std::string& command) override;
+    bool launchApplication(const std::string& name) override;
 };
 
 } // namespace platform

@@ -13,6 +13,10 @@ public:
     /// known is "open PATH > /dev/null &", which shows a file in the desktop's viewer: PATH is absolute and
     /// taken as it stands, without quoting. Any other line is refused.
     virtual int system(const std::string& command) = 0;
+
+    /// Starts the desktop's application that does what is known as this name: "Disk Utility". False when
+    /// there is none that could be started.
+    virtual bool launchApplication(const std::string& name) = 0;
 };
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "platform/VideoView.h"
 #include "tests/support/ScriptedPlayer.h"
+#include "tests/support/TestDiskArbitration.h"
 #include "tests/support/TestPrinting.h"
 #include "tests/support/TestWebView.h"
 #include "tests/support/VirtualDispatcher.h"
@@ -25,6 +26,13 @@ public:
         {
             ++asked;
             answer(folder);
+        }
+        platform::OpenPanel open;
+        Answer openAnswer; // of the open panel
+        void chooseFile(QWidget&, const platform::OpenPanel& panel, Answer answer) override
+        {
+            open = panel;
+            openAnswer = std::move(answer);
         }
         platform::SavePanel save;
         Answer saveAnswer; // of the open panel
@@ -84,12 +92,13 @@ public:
         void setPresentationOptions(QWidget&, uint32_t wanted) override { options = wanted; }
     } screens;
 
+    TestDiskArbitration disks;
     TestPrintSession printing;
     TestScriptRunner scripts;
 
     TestWebView::Log map;
 
-    platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, printing, scripts,
+    platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, printing, scripts, disks,
         [this](platform::VideoView&) {
             auto made = std::make_unique<ScriptedPlayer>();
             player = made.get();

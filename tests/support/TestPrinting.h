@@ -72,4 +72,10 @@ public:
         commands.push_back(command);
         return status;
     }
+    bool canLaunch = true;
+    bool launchApplication(const std::string& name) override
+    {
+        commands.push_back("launch " + name);
+        return canLaunch;
+    }
 };

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <vector>
+
+class QAbstractButton;
+class QGridLayout;
+
+namespace platform {
+
+/// Radio cells in rows and columns, of which one, or none, is selected. The index of a cell is
+/// row x columns + column. Arrow keys move the selection.
+class ButtonMatrix : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(int rows READ rows WRITE setRows)
+    Q_PROPERTY(int columns READ columns WRITE setColumns)
+
+public:
+    explicit ButtonMatrix(QWidget* parent = nullptr);
+
+    int rows() const { return rowCount; }
+    int columns() const { return columnCount; }
+    void setRows(int rows);
+    void setColumns(int columns);
+
+    QString title(int cell) const;
+    void setTitle(int cell, const QString& title);
+    QAbstractButton* cell(int index) const;
+
+    /// -1 when nothing is selected.
+    int selectedRow() const;
+    int selectedColumn() const;
+    int selectedCell() const;
+    /// Reports nothing. An index that is no cell leaves the matrix without a selection.
+    void selectCell(qint64 cell);
+    void deselectAllCells() { selectCell(-1); }
+
+signals:
+    /// The user chose a cell; also when it was selected already.
+    void cellClicked(int cell);
+
+private:
+    void rebuild();
+
+    int rowCount = 0;
+    int columnCount = 0;
+    std::vector<QAbstractButton*> cells;
+    QGridLayout* grid;
+};
+
+} // namespace platform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// A mounted volume and the medium that it lies on, as the system describes them. Paths and labels are UTF-8.
+struct VolumeDescription {
+    std::string mountPath;
+    /// Absent counts as not removable. Never true for a drive that the system itself runs from.
+    std::optional<bool> removable;
+    /// "USB" for a card or drive in a USB reader and for a card in a built-in SD or MMC slot.
+    std::string protocol;
+    /// Without "/dev/": "sdb1", "mmcblk0p1". Empty when there is no device behind the volume.
+    std::string deviceName;
+    /// The reader's name.
+    std::optional<std::string> deviceModel;
+    uint64_t size = 0; // of the medium, in bytes
+    bool writable = false;
+    /// The medium is the whole device, not a partition.
+    bool whole = false;
+    std::string label;
+    /// The same for the same medium as long as it is plugged in; an identity only.
+    std::string mediaPath;
+};
+
+/// The system's list of mounted volumes. Callable from any thread; a call may take as long as its time limit.
+class DiskArbitration {
+public:
+    virtual ~DiskArbitration() = default;
+
+    /// In the system's order. Empty, with the reason in the log, when the system cannot say. A volume that
+    /// cannot be described is left out.
+    virtual std::vector<VolumeDescription> mountedVolumes() = 0;
+
+    /// Changes the label of the volume that is mounted there. Empty on success, otherwise why not.
+    virtual std::string setVolumeName(const std::string& mountPath, const std::string& name) = 0;
+};
+
+} // namespace platform
