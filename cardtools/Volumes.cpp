@@ -1,0 +1,114 @@
+#include "cardtools/Volumes.h"
+
+#include "common/Log.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using platform::VolumeDescription;
+
+constexpr std::string_view cardLabel = "ZAVIK";
+
+std::vector<VolumeDescription> removableVolumes(platform::DiskArbitration& disks)
+{
+    std::vector<VolumeDescription> volumes = disks.mountedVolumes();
+    std::erase_if(volumes, [](const VolumeDescription& volume) { return !volume.removable.value_or(false); });
+    return volumes;
+}
+
+std::vector<VolumeDescription> usbVolumes(platform::DiskArbitration& disks)
+{
+    std::vector<VolumeDescription> volumes = removableVolumes(disks);
+    std::erase_if(volumes, [](const VolumeDescription& volume) { return volume.protocol != "USB"; });
+    return volumes;
+}
+
+std::vector<std::string> mountPaths(const std::vector<VolumeDescription>& volumes)
+{
+    std::vector<std::string> paths;
+    for (const VolumeDescription& volume : volumes)
+        paths.push_back(volume.mountPath);
+    return paths;
+}
+
+bool isCamera(const TKUSBDiskEntity& disk)
+{
+    return disk.volumeName == cardLabel;
+}
+
+bool isWritableCamera(const TKUSBDiskEntity& disk)
+{
+    return isCamera(disk) && disk.writable;
+}
+
+bool isConfiguredCamera(const TKUSBDiskEntity& disk)
+{
+    std::error_code unreadable;
+    return isWritableCamera(disk)
+        && fs::is_regular_file(fs::path(disk.mountedURL) / "config.bin", unreadable);
+}
+
+} // namespace
+
+std::vector<std::string> removableVolumeURLs(platform::DiskArbitration& disks)
+{
+    return mountPaths(removableVolumes(disks));
+}
+
+std::vector<std::string> usbVolumeURLs(platform::DiskArbitration& disks)
+{
+    return mountPaths(usbVolumes(disks));
+}
+
+std::vector<TKUSBDiskEntity> usbDiskEntities(platform::DiskArbitration& disks)
+{
+    std::vector<TKUSBDiskEntity> entities;
+    for (VolumeDescription& volume : usbVolumes(disks)) {
+        if (volume.deviceName.empty())
+            continue;
+        logLine(volume.mountPath);
+        entities.push_back({std::move(volume.label), std::move(volume.mountPath),
+            std::move(volume.deviceName), std::move(volume.deviceModel), volume.size, volume.writable,
+            volume.whole, std::move(volume.mediaPath)});
+    }
+    return entities;
+}
+
+std::optional<std::string> findUSBVolumeContainingPath(
+    platform::DiskArbitration& disks, std::string_view relativePath)
+{
+    // A path from the root of the file system is still one below the volume.
+    relativePath.remove_prefix(std::min(relativePath.find_first_not_of('/'), relativePath.size()));
+    for (std::string& volume : usbVolumeURLs(disks)) {
+        std::error_code unreadable;
+        if (fs::exists(fs::path(volume) / relativePath, unreadable))
+            return std::move(volume);
+    }
+    return std::nullopt;
+}
+
+std::optional<TKUSBDiskEntity> preferredUSBDisk(platform::DiskArbitration& disks)
+{
+    using Wish = bool (*)(const TKUSBDiskEntity&);
+    static constexpr Wish wishes[] = {
+        isConfiguredCamera,
+        isWritableCamera,
+        isCamera,
+        [](const TKUSBDiskEntity& disk) { return disk.writable; },
+        [](const TKUSBDiskEntity&) { return true; },
+    };
+    const std::vector<TKUSBDiskEntity> disksFound = usbDiskEntities(disks);
+    for (const Wish wish : wishes) {
+        const auto found = std::ranges::find_if(disksFound, wish);
+        if (found != disksFound.end())
+            return *found;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,109 @@
+#include "cardtools/Volumes.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestDiskArbitration.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::VolumeDescription;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class VolumesTest : public testing::Test {
+protected:
+    /// A volume on a folder of its own, in a reader with a device of its own.
+    VolumeDescription& add(const std::string& name, const std::string& label = "ZAVIK")
+    {
+        std::filesystem::create_directory(folder.path(name));
+        disks.volumes.push_back(TestDiskArbitration::card(folder.path(name), label));
+        disks.volumes.back().deviceName = name;
+        return disks.volumes.back();
+    }
+
+    TempFolder folder;
+    TestDiskArbitration disks;
+};
+
+TEST_F(VolumesTest, OnlyRemovableUsbVolumesWithADeviceAreCards)
+{
+    add("fixed").removable = false;
+    add("unknown").removable.reset();
+    add("disc").protocol = "SATA";
+    add("lower").protocol = "usb";
+    add("mapped").deviceName.clear();
+    add("card");
+    EXPECT_THAT(removableVolumeURLs(disks),
+        ElementsAre(folder.path("disc"), folder.path("lower"), folder.path("mapped"), folder.path("card")));
+    EXPECT_THAT(usbVolumeURLs(disks), ElementsAre(folder.path("mapped"), folder.path("card")));
+
+    const std::vector<TKUSBDiskEntity> entities = usbDiskEntities(disks);
+    ASSERT_EQ(entities.size(), 1u);
+    const TKUSBDiskEntity& card = entities.front();
+    EXPECT_EQ(card.volumeName, "ZAVIK");
+    EXPECT_EQ(card.mountedURL, folder.path("card"));
+    EXPECT_EQ(card.deviceFilePath, "card");
+    EXPECT_EQ(card.deviceModel, "Card Reader");
+    EXPECT_EQ(card.volumeSize, 1'977'614'336u);
+    EXPECT_TRUE(card.writable);
+    EXPECT_FALSE(card.mediaWhole);
+    EXPECT_EQ(card.key, "usb-1");
+}
+
+TEST_F(VolumesTest, ThePreferredCardIsTheOneThatTheCameraUses)
+{
+    struct Case {
+        const char* volumes; // in the system's order; see below
+        const char* preferred;
+    };
+    // A letter is a volume: Z a ZAVIK with config.bin, z without, R and r the same write-protected;
+    // o another label with config.bin, p the same write-protected, l labelled "zavik".
+    const Case cases[] = {{"", ""}, {"zZ", "Z"}, {"ozZ", "Z"}, {"orz", "z"}, {"Rz", "z"}, {"oR", "R"},
+        {"or", "r"}, {"lr", "r"}, {"po", "o"}, {"pl", "l"}, {"p", "p"}, {"RZ", "Z"}, {"ol", "o"}};
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.volumes);
+        disks.volumes.clear();
+        for (const char letter : std::string(row.volumes)) {
+            const std::string name(1, letter);
+            const bool isCamera = std::string("ZzRr").find(letter) != std::string::npos;
+            add(name,
+                isCamera            ? "ZAVIK"
+                    : letter == 'l' ? "zavik"
+                                    : "MUSIC")
+                .writable = std::string("Rrp").find(letter) == std::string::npos;
+            if (std::string("ZRop").find(letter) != std::string::npos)
+                folder.file(name + "/config.bin");
+        }
+        disks.asked = 0;
+        EXPECT_EQ(preferredUSBDisk(disks).value_or(TKUSBDiskEntity{}).deviceFilePath, row.preferred);
+        EXPECT_EQ(disks.asked, 1);
+    }
+}
+
+TEST_F(VolumesTest, AFolderNamedLikeTheSettingsFileIsNone)
+{
+    add("first");
+    add("second");
+    std::filesystem::create_directory(folder.path("first/config.bin"));
+    folder.file("second/config.bin");
+    EXPECT_EQ(preferredUSBDisk(disks)->deviceFilePath, "second");
+}
+
+TEST_F(VolumesTest, FindsTheFirstCardThatHoldsAPath)
+{
+    add("fixed").removable = false;
+    add("empty");
+    add("file");
+    add("folder");
+    folder.file("fixed/timeset.cfg");
+    folder.file("file/timeset.cfg");
+    folder.file("folder/DrvInfo/zavik_000.drv");
+    add("gone").mountPath = folder.path("pulled");
+    EXPECT_EQ(findUSBVolumeContainingPath(disks, "timeset.cfg"), folder.path("file"));
+    EXPECT_EQ(findUSBVolumeContainingPath(disks, "/timeset.cfg"), folder.path("file"));
+    EXPECT_EQ(findUSBVolumeContainingPath(disks, "DrvInfo"), folder.path("folder"));
+    EXPECT_EQ(findUSBVolumeContainingPath(disks, "none"), std::nullopt);
+}
+
+} // namespace
