@@ -47,10 +47,107 @@ QScrollBar::handle:vertical:hover { background: @textDim; }
 QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 
+QScrollBar:horizontal { height: 10px; background: transparent; margin: 0; }
+QScrollBar::handle:horizontal { background: @line; border-radius: 4px; min-width: 28px; margin: 1px; }
+QScrollBar::handle:horizontal:hover { background: @textDim; }
+
 QToolTip { background: @header; color: @text; border: 1px solid @line; padding: 3px 5px; }
 )";
 
-}
+/// What only secondary windows have. The order matters: later rules win among equals.
+constexpr const char* controls = R"(
+platform--SegmentedControl, QGroupBox, QGroupBox QLabel, QCheckBox, QRadioButton, QPushButton, QComboBox, QLineEdit,
+    QAbstractSpinBox, QTextEdit, QPlainTextEdit, QCalendarWidget, QComboBox QAbstractItemView { font-size: 13px; }
+QGroupBox { background: @inset; border: 1px solid @header; border-radius: 8px; padding-top: 26px; }
+QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 12px; top: 10px; color: @text; }
+QGroupBox { font-weight: 600; }
+QGroupBox QWidget { font-weight: 400; }
+QGroupBox QLabel[role="hint"], QLabel[role="warning"] { font-size: 12px; }
+QLabel[role="warning"] { color: @danger; }
+QLabel:disabled { color: @textDisabled; }
+QWidget[role="bar"] { background: @header; }
+
+QScrollArea { background: transparent; border: none; }
+
+QCheckBox, QRadioButton { color: @text; spacing: 8px; padding: 3px 2px; border: 1px solid transparent; border-radius: 5px; }
+QCheckBox:disabled, QRadioButton:disabled { color: @textDisabled; }
+QCheckBox:focus, QRadioButton:focus { border-color: @accent; }
+QCheckBox::indicator, QRadioButton::indicator { width: 14px; height: 14px; background: @window; border: 1px solid @line; }
+QCheckBox::indicator { border-radius: 4px; }
+QRadioButton::indicator { border-radius: 8px; }
+QCheckBox::indicator:hover, QRadioButton::indicator:hover { border-color: @accent; }
+QCheckBox::indicator:checked { background: @accent; border-color: @accent; image: url(:/images/control_check_n.svg); }
+QRadioButton::indicator:checked { background: @accent; border-color: @accent; image: url(:/images/control_dot_n.svg); }
+QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: @panel; }
+QCheckBox::indicator:checked:disabled { background: @line; image: url(:/images/control_check_d.svg); }
+QRadioButton::indicator:checked:disabled { background: @line; image: url(:/images/control_dot_d.svg); }
+
+QPushButton { color: @text; background: @panelRaised; border: 1px solid @line; border-radius: 6px; padding: 6px 16px;
+    min-width: 56px; outline: none; }
+QPushButton:hover { background: @panel; }
+QPushButton:pressed { background: @header; }
+QPushButton:default { background: @accent; color: @accentText; border-color: @accent; }
+QPushButton:default:hover { background: #FFE4A3; }
+QPushButton:default:pressed { background: #E6BF62; }
+QPushButton:focus { border: 2px solid @accent; padding: 5px 15px; }
+QPushButton:default:focus { border-color: @text; }
+QPushButton:disabled { color: @textDisabled; background: @header; border-color: @panel; }
+QPushButton[role="link"] { background: transparent; border-color: transparent; color: @accent; }
+QPushButton[role="link"]:focus { border-color: @accent; }
+
+QComboBox, QLineEdit, QAbstractSpinBox { color: @text; background: @window; border: 1px solid @line; border-radius: 5px;
+    padding: 4px 8px; min-height: 18px; selection-background-color: @accent; selection-color: @accentText; }
+QComboBox:hover, QLineEdit:hover, QAbstractSpinBox:hover { border-color: @textDim; }
+QComboBox:focus, QComboBox:on, QLineEdit:focus, QAbstractSpinBox:focus { border: 2px solid @accent; padding: 3px 7px; }
+QComboBox:disabled, QLineEdit:disabled, QAbstractSpinBox:disabled { color: @textDisabled; border-color: @panel; background: @inset; }
+QLineEdit:read-only { background: @inset; border-color: @panel; }
+QComboBox QLineEdit, QAbstractSpinBox QLineEdit { background: transparent; border: none; padding: 0; min-height: 0; }
+QComboBox::drop-down { subcontrol-origin: border; subcontrol-position: center right; width: 26px; border: none; }
+QComboBox::down-arrow { width: 12px; height: 12px; image: url(:/images/control_down_n.svg); }
+QComboBox::down-arrow:disabled { image: url(:/images/control_down_d.svg); }
+QComboBox QAbstractItemView { background: @inset; color: @text; border: 1px solid @line; outline: none;
+    selection-background-color: @accent; selection-color: @accentText; }
+QComboBox QAbstractItemView::item { min-height: 24px; padding: 0 8px; }
+
+QAbstractSpinBox { padding-right: 24px; }
+QAbstractSpinBox:focus { padding-right: 23px; }
+QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { subcontrol-origin: border; width: 22px; border: none;
+    background: transparent; }
+QAbstractSpinBox::up-button { subcontrol-position: top right; margin-top: 2px; }
+QAbstractSpinBox::down-button { subcontrol-position: bottom right; margin-bottom: 2px; }
+QAbstractSpinBox::up-button:hover, QAbstractSpinBox::down-button:hover { background: @header; }
+QAbstractSpinBox::up-arrow, QAbstractSpinBox::down-arrow { width: 12px; height: 12px; }
+QAbstractSpinBox::up-arrow { image: url(:/images/control_up_n.svg); }
+QAbstractSpinBox::down-arrow { image: url(:/images/control_down_n.svg); }
+QAbstractSpinBox::up-arrow:disabled, QAbstractSpinBox::up-arrow:off { image: url(:/images/control_up_d.svg); }
+QAbstractSpinBox::down-arrow:disabled, QAbstractSpinBox::down-arrow:off { image: url(:/images/control_down_d.svg); }
+
+QTextEdit, QPlainTextEdit { color: @text; background: @window; border: 1px solid @line; border-radius: 5px;
+    selection-background-color: @accent; selection-color: @accentText; }
+QTextEdit:focus, QPlainTextEdit:focus { border-color: @accent; }
+
+QProgressBar { color: @text; background: @window; border: 1px solid @line; border-radius: 5px; min-height: 8px; max-height: 8px;
+    text-align: center; }
+QProgressBar::chunk { background: @accent; border-radius: 4px; }
+
+QCalendarWidget QWidget#qt_calendar_navigationbar { background: @header; border-radius: 6px; }
+QCalendarWidget QToolButton { color: @text; background: transparent; border: 1px solid transparent; border-radius: 5px;
+    padding: 4px 8px; margin: 2px; font-size: 13px; font-weight: 600; }
+QCalendarWidget QToolButton:hover { background: @panel; }
+QCalendarWidget QToolButton:focus { border-color: @accent; }
+QCalendarWidget QToolButton#qt_calendar_prevmonth { qproperty-icon: url(:/images/control_left_n.svg); }
+QCalendarWidget QToolButton#qt_calendar_nextmonth { qproperty-icon: url(:/images/control_right_n.svg); }
+QCalendarWidget QToolButton::menu-indicator { image: none; }
+QCalendarWidget QAbstractItemView { background: @inset; color: @text; font-size: 13px; outline: none; border: none;
+    alternate-background-color: @inset; selection-background-color: @accent; selection-color: @accentText; }
+QCalendarWidget QAbstractItemView:disabled { color: @textDisabled; }
+QMenu { background: @header; color: @text; border: 1px solid @line; padding: 4px; font-size: 13px; }
+QMenu::item { padding: 5px 20px; border-radius: 4px; }
+QMenu::item:selected { background: @accent; color: @accentText; }
+QMenu::item:disabled { color: @textDisabled; }
+)";
+
+} // namespace
 
 void apply(QApplication& application)
 {
@@ -70,12 +167,20 @@ void apply(QApplication& application)
     palette.setColor(QPalette::ToolTipText, text);
     palette.setColor(QPalette::PlaceholderText, textDim);
     palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::Mid, line);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, textDisabled);
+    palette.setColor(QPalette::Disabled, QPalette::Button, header);
+    palette.setColor(QPalette::Disabled, QPalette::Mid, panel);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, line);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, videoBackdrop);
     application.setPalette(palette);
 
-    QString rules = QString::fromLatin1(sheet);
+    QString rules = QLatin1String(sheet) + QLatin1String(controls);
     const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header},
         {"@panelRaised", panelRaised}, {"@panel", panel}, {"@inset", inset}, {"@line", line},
-        {"@textDim", textDim}, {"@accentText", accentText}, {"@accent", accent}, {"@text", text}};
+        {"@textDisabled", textDisabled}, {"@textDim", textDim}, {"@accentText", accentText},
+        {"@accent", accent}, {"@text", text}, {"@danger", danger}, {"@window", window}};
     for (const auto& [name, color] : names)
         rules.replace(QLatin1String(name), color.name());
     application.setStyleSheet(rules);

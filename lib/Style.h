@@ -19,8 +19,19 @@ inline const QColor accent(0xFF, 0xD9, 0x7D); // the current, selected or presse
 inline const QColor accentText(0x2B, 0x23, 0x20);
 inline const QColor videoBackdrop(0x16, 0x12, 0x11);
 
+inline const QColor textDisabled(0xAA, 0x9E, 0x99); // 4.5 : 1 on inset as well
+inline const QColor danger(0xFF, 0xB8, 0xA8);
+
+/// Distances of the pages of secondary windows, in points: between a page's edge and its boxes, from box to
+/// box, and from line to line in a box.
+inline constexpr int pageMargin = 16;
+inline constexpr int boxSpacing = 12;
+inline constexpr int lineSpacing = 8;
+
 /// Gives the application its palette, font and style sheet. Widgets choose a look by their dynamic property
-/// "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step, hint.
+/// "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step; in secondary windows also
+/// hint (guide texts, word-wrapped), warning (a label that tells of something wrong), bar (the row of buttons
+/// at the bottom), link (a button without a frame).
 void apply(QApplication& application);
 
 } // namespace style

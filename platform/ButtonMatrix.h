@@ -11,7 +11,7 @@ class QGridLayout;
 namespace platform {
 
 /// Radio cells in rows and columns, of which one, or none, is selected. The index of a cell is
-/// row x columns + column. Arrow keys move the selection.
+/// row x columns + column. One stop in the tab order, at the selected cell; arrow keys move the selection.
 class ButtonMatrix : public QWidget {
     Q_OBJECT
     Q_PROPERTY(int rows READ rows WRITE setRows)
@@ -41,8 +41,14 @@ signals:
     /// The user chose a cell; also when it was selected already.
     void cellClicked(int cell);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void rebuild();
+    void choose(int cell);
+    bool moveFrom(int cell, int key);
+    void updateTabStop();
 
     int rowCount = 0;
     int columnCount = 0;

@@ -1,10 +1,44 @@
 #include "platform/SegmentedControl.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QToolButton>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRadioButton>
 
 namespace platform {
+
+namespace {
+
+constexpr qreal ringWidth = 2;
+constexpr qreal radius = 6;
+constexpr int padding = 13; // left and right of a label
+
+/// Takes the mouse and stands for the segment in the accessibility tree; the control draws it.
+class Segment : public QRadioButton {
+public:
+    explicit Segment(QWidget* parent)
+        : QRadioButton(parent)
+    {
+        setFocusPolicy(Qt::NoFocus);
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+    QSize sizeHint() const override
+    {
+        parentWidget()->ensurePolished();
+        const QFontMetrics metrics(parentWidget()->font());
+        return {metrics.horizontalAdvance(text()) + 2 * padding, metrics.height() + 16};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent*) override { }
+    bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+};
+
+} // namespace
 
 SegmentedControl::SegmentedControl(QWidget* parent)
     : QWidget(parent),
@@ -30,49 +64,63 @@ void SegmentedControl::setSegmentCount(int count)
         buttons.pop_back();
     }
     while (segmentCount() < count) {
-        auto* button = new QToolButton(this);
+        auto* button = new Segment(this);
         button->setCheckable(true);
-        button->setFocusPolicy(Qt::NoFocus);
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        const int segment = segmentCount();
-        connect(button, &QToolButton::clicked, this, [this, segment] { choose(segment); });
+        const int index = segmentCount();
+        connect(button, &QAbstractButton::clicked, this, [this, index] { choose(index); });
         row->addWidget(button);
         buttons.push_back(button);
     }
     setSelectedSegment(selected);
 }
 
-QString SegmentedControl::label(int segment) const
+QAbstractButton* SegmentedControl::segment(int index) const
 {
-    return segment >= 0 && segment < segmentCount() ? buttons[size_t(segment)]->text() : QString();
+    return index >= 0 && index < segmentCount() ? buttons[size_t(index)] : nullptr;
 }
 
-void SegmentedControl::setLabel(int segment, const QString& text)
+QString SegmentedControl::label(int index) const
 {
-    if (segment >= 0 && segment < segmentCount())
-        buttons[size_t(segment)]->setText(text);
+    const QAbstractButton* button = segment(index);
+    return button ? button->text() : QString();
 }
 
-void SegmentedControl::setWidth(int segment, int width)
+void SegmentedControl::setLabel(int index, const QString& text)
 {
-    if (segment < 0 || segment >= segmentCount())
+    if (QAbstractButton* button = segment(index)) {
+        button->setText(text);
+        button->setAccessibleName(text);
+        button->updateGeometry();
+    }
+}
+
+void SegmentedControl::setWidth(int index, int width)
+{
+    QAbstractButton* button = segment(index);
+    if (!button)
         return;
-    QToolButton& button = *buttons[size_t(segment)];
-    button.setMinimumWidth(std::max(width, 0));
-    button.setMaximumWidth(width > 0 ? width : QWIDGETSIZE_MAX);
+    button->setMinimumWidth(std::max(width, 0));
+    button->setMaximumWidth(width > 0 ? width : QWIDGETSIZE_MAX);
 }
 
-void SegmentedControl::setSelectedSegment(qint64 segment)
+void SegmentedControl::setSelectedSegment(qint64 index)
 {
-    selected = segment >= 0 && segment < segmentCount() ? static_cast<int>(segment) : -1;
+    selected = index >= 0 && index < segmentCount() ? static_cast<int>(index) : -1;
+    for (QAbstractButton* button : buttons)
+        button->setAutoExclusive(false); // exclusive ones would never all go out
     for (int i = 0; i < segmentCount(); ++i)
         buttons[size_t(i)]->setChecked(i == selected);
+    for (QAbstractButton* button : buttons) {
+        button->setAutoExclusive(true);
+        button->setFocusPolicy(Qt::NoFocus);
+    }
+    update();
 }
 
-void SegmentedControl::choose(int segment)
+void SegmentedControl::choose(int index)
 {
-    setSelectedSegment(segment);
-    emit segmentClicked(segment);
+    setSelectedSegment(index);
+    emit segmentClicked(index);
 }
 
 void SegmentedControl::keyPressEvent(QKeyEvent* event)
@@ -80,7 +128,8 @@ void SegmentedControl::keyPressEvent(QKeyEvent* event)
     int wanted = selected;
     switch (event->key()) {
     case Qt::Key_Left:
-        wanted = selected - 1;
+        // Without a selection both arrows start at the near end.
+        wanted = selected < 0 ? segmentCount() - 1 : selected - 1;
         break;
     case Qt::Key_Right:
         wanted = selected + 1;
@@ -95,8 +144,67 @@ void SegmentedControl::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
         return;
     }
-    if (wanted != selected && wanted >= 0 && wanted < segmentCount())
-        choose(wanted);
+    if (wanted == selected || wanted < 0 || wanted >= segmentCount())
+        return;
+    choose(wanted);
+    // The choice may have taken the segments away.
+    if (QAbstractButton* button = segment(wanted)) {
+        QAccessibleEvent moved(button, QAccessible::Focus);
+        QAccessible::updateAccessibility(&moved);
+    }
+}
+
+void SegmentedControl::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void SegmentedControl::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void SegmentedControl::paintEvent(QPaintEvent*)
+{
+    if (buttons.empty())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF body = QRectF(rect()).adjusted(3, 3, -3, -3);
+    QPainterPath outline;
+    outline.addRoundedRect(body, radius, radius);
+    painter.save();
+    painter.setClipPath(outline);
+    for (int i = 0; i < segmentCount(); ++i)
+        drawSegment(painter, i, body);
+    painter.restore();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(palette().color(QPalette::Mid), 1));
+    painter.drawRoundedRect(body.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius + 2, radius + 2);
+    }
+}
+
+void SegmentedControl::drawSegment(QPainter& painter, int index, const QRectF& body) const
+{
+    const QAbstractButton& button = *buttons[size_t(index)];
+    const QRectF place = QRectF(button.geometry()).intersected(body);
+    const bool chosen = index == selected;
+    const bool hot = isEnabled() && (button.isDown() || button.underMouse());
+    QColor ground = palette().color(chosen ? QPalette::Highlight : QPalette::Button);
+    if (hot)
+        ground = chosen ? ground.lighter(106) : ground.darker(button.isDown() ? 125 : 112);
+    painter.fillRect(place, ground);
+    const bool joined = index > 0 && !chosen && index - 1 != selected;
+    if (joined)
+        painter.fillRect(
+            QRectF(place.left(), place.top(), 1, place.height()), palette().color(QPalette::Mid));
+    painter.setPen(palette().color(chosen ? QPalette::HighlightedText : QPalette::ButtonText));
+    painter.drawText(place, Qt::AlignCenter | Qt::TextSingleLine, button.text());
 }
 
 } // namespace platform

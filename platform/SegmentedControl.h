@@ -1,19 +1,19 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <QWidget>
 
 #include <vector>
 
-class QButtonGroup;
+class QAbstractButton;
 class QHBoxLayout;
-class QToolButton;
+class QPainter;
 
 namespace platform {
 
 /// A row of joined segments of which one, or none, is selected. One stop in the tab order: arrow keys move
-/// the selection, Home and End go to the ends.
+/// the selection, Home and End go to the ends. It never becomes smaller than its labels need, and takes its
+/// colours from the palette: Button, ButtonText, Highlight, HighlightedText, Mid.
 class SegmentedControl : public QWidget {
     Q_OBJECT
 
@@ -28,6 +28,8 @@ public:
     void setLabel(int segment, const QString& text);
     /// 0 lets the segment take what its label needs.
     void setWidth(int segment, int width);
+    /// The segment as accessibility tools see it: a radio button. Null when there is no such segment.
+    QAbstractButton* segment(int index) const;
 
     /// -1 when nothing is selected.
     int selectedSegment() const { return selected; }
@@ -40,11 +42,15 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void choose(int segment);
+    void drawSegment(QPainter& painter, int segment, const QRectF& body) const;
 
-    std::vector<QToolButton*> buttons;
+    std::vector<QAbstractButton*> buttons;
     QHBoxLayout* row;
     int selected = -1;
 };

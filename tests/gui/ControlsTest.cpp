@@ -1,0 +1,72 @@
+#include "common/InterfaceHelpers.h"
+#include "platform/ButtonMatrix.h"
+#include "platform/SegmentedControl.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
+#include <gtest/gtest.h>
+
+namespace {
+
+void press(QWidget& widget, int key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+TEST(SegmentedControl, KeysMoveTheSelectionAndStopAtTheEnds)
+{
+    platform::SegmentedControl control;
+    setSegmentLabels(control, {"1", "2", "3"});
+    std::vector<int> clicked;
+    QObject::connect(&control, &platform::SegmentedControl::segmentClicked, &control,
+        [&](int segment) { clicked.push_back(segment); });
+    control.setSelectedSegment(7);
+    EXPECT_EQ(control.selectedSegment(), -1) << "a value that no segment stands for";
+    for (const int key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_End, Qt::Key_Right, Qt::Key_Home})
+        press(control, key);
+    EXPECT_EQ(clicked, (std::vector<int>{0, 2, 0}));
+    setSegmentLabels(control, {});
+    press(control, Qt::Key_End);
+    EXPECT_EQ(control.selectedSegment(), -1);
+}
+
+TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
+{
+    platform::SegmentedControl control;
+    const QString label = QStringLiteral("높음 (SUV, 승합차)");
+    setSegmentLabels(control, {label, "2"});
+    const QFontMetrics metrics(control.font());
+    EXPECT_GT(control.minimumSizeHint().width(), metrics.horizontalAdvance(label));
+    QAccessibleInterface* segment = QAccessible::queryAccessibleInterface(control.segment(0));
+    EXPECT_EQ(segment->role(), QAccessible::RadioButton);
+    EXPECT_EQ(segment->text(QAccessible::Name), label);
+
+    control.segment(1)->click();
+    EXPECT_EQ(control.selectedSegment(), 1);
+    EXPECT_EQ(control.segment(1)->focusPolicy(), Qt::NoFocus) << "the control is the one tab stop";
+    control.setSelectedSegment(-1);
+    EXPECT_FALSE(control.segment(1)->isChecked());
+}
+
+TEST(ButtonMatrix, ArrowsMoveInRowsAndColumnsAndOneCellTakesTheTabStop)
+{
+    platform::ButtonMatrix matrix;
+    matrix.setRows(2);
+    matrix.setColumns(3);
+    std::vector<int> clicked;
+    QObject::connect(
+        &matrix, &platform::ButtonMatrix::cellClicked, &matrix, [&](int cell) { clicked.push_back(cell); });
+    matrix.selectCell(2);
+    for (const int key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_Up})
+        press(*matrix.cell(std::max(matrix.selectedCell(), 0)), key);
+    EXPECT_EQ(clicked, (std::vector<int>{5, 4, 1}));
+    for (int cell = 0; cell < 6; ++cell)
+        EXPECT_EQ((matrix.cell(cell)->focusPolicy() & Qt::TabFocus) != 0, cell == 1) << cell;
+    matrix.deselectAllCells();
+    EXPECT_NE(matrix.cell(0)->focusPolicy() & Qt::TabFocus, 0) << "still reachable without a selection";
+}
+
+} // namespace
