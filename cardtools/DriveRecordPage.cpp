@@ -1,0 +1,220 @@
+#include "cardtools/DriveRecordPage.h"
+
+#include "cardtools/DriveRecordModel.h"
+#include "common/Alerts.h"
+#include "common/InterfaceHelpers.h"
+#include "common/Log.h"
+#include "platform/Platform.h"
+#include "platform/Texts.h"
+#include "telemetry/ZVKMapWindowController.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableView>
+
+#include <utility>
+
+DriveRecordPage::DriveRecordPage(platform::Platform& pieces, const std::string& interfaceLanguage,
+    const DriveLogFormat& kind, QWidget* parent)
+    : SettingPage(parent),
+      desktop(pieces),
+      language(interfaceLanguage),
+      format(kind)
+{
+}
+
+DriveRecordPage::~DriveRecordPage()
+{
+    goingAway.request_stop();
+}
+
+void DriveRecordPage::awakeFromNib(const Outlets& widgets)
+{
+    outlets = widgets;
+    for (const DriveLogColumn& column : format.columns) {
+        columnNames.append(column.hasTitleKey()
+                ? platform::localized(column.title)
+                : QString::fromUtf8(column.title.data(), static_cast<qsizetype>(column.title.size())));
+        columnWidths.push_back(column.width);
+    }
+    buildTable();
+    outlets.openButton->setText(platform::localized("open"));
+    outlets.exportButton->setText(platform::localized("export"));
+    connect(outlets.openButton, &QPushButton::clicked, this, [this] { openFileDialog(); });
+    connect(outlets.exportButton, &QPushButton::clicked, this, [this] { onSaveCSVFile(); });
+    showState();
+}
+
+void DriveRecordPage::setM_FlashDataFilePath(const std::string& path)
+{
+    m_FlashDataFilePath = path;
+}
+
+void DriveRecordPage::setFileData(_FILEDATA* record)
+{
+    fileData = record;
+    displayFileData();
+}
+
+void DriveRecordPage::displayFileData()
+{
+    if (!fileData || !firstLoad)
+        return;
+    firstLoad = false;
+    if (m_FlashDataFilePath && QFileInfo::exists(QFile::decodeName(m_FlashDataFilePath->c_str())))
+        loadFlashDataFile();
+}
+
+void DriveRecordPage::populate()
+{
+    if (fileData)
+        validateUserInput();
+}
+
+std::optional<QString> DriveRecordPage::validateUserInput()
+{
+    return {};
+}
+
+void DriveRecordPage::setMainController(SettingPageHost* controller)
+{
+    mainController = controller;
+    // The card's log may be on its way already.
+    showLoadingSheet();
+}
+
+void DriveRecordPage::onHide()
+{
+    mapWindowController.reset();
+}
+
+void DriveRecordPage::openFileDialog()
+{
+    mapWindowController.reset();
+    if (!workTitle.isEmpty())
+        return;
+    const platform::OpenPanel panel{
+        platform::localized("drivelog.open_title").toStdString(), std::string(format.fileType)};
+    desktop.panels.chooseFile(
+        *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
+            if (!page || !path)
+                return;
+            page->setM_FlashDataFilePath(*path);
+            page->loadFlashDataFile();
+        });
+}
+
+void DriveRecordPage::loadFlashDataFile()
+{
+    if (!m_FlashDataFilePath || !workTitle.isEmpty())
+        return;
+    beginWork("sheet.loading");
+    doReadFlashDataFile();
+}
+
+void DriveRecordPage::doReadFlashDataFile()
+{
+    desktop.dispatcher.inBackground(
+        [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath, &kind = format,
+            stop = goingAway.get_token()] {
+            const auto log = std::make_shared<const DriveLog>(readDriveLog(path, kind, stop));
+            if (!stop.stop_requested())
+                dispatcher.onMain([page, log] {
+                    if (page)
+                        page->publish(log);
+                });
+        });
+}
+
+void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log)
+{
+    endWork();
+    if (!isUsable(log->end())) {
+        tellLater("msg.drivelog_unreadable");
+        return;
+    }
+    if (log->end() == DriveLogEnd::DeviceFailed)
+        tellLater("msg.drivelog_device_failed");
+    m_pFalshSaveValue = std::move(log);
+    m_bFlashDataAccess = true;
+    model->setLog(m_pFalshSaveValue);
+    outlets.tableView->scrollToTop();
+    showState();
+}
+
+/// The hint on an empty table, and the line below the table.
+void DriveRecordPage::showState()
+{
+    const bool isEmpty = m_FlashDataNum() == 0;
+    outlets.emptyLabel->setText(
+        platform::localized(m_bFlashDataAccess ? "drivelog.no_records" : "drivelog.empty"));
+    outlets.emptyLabel->setVisible(isEmpty);
+    outlets.exportButton->setEnabled(!isEmpty);
+    if (!m_pFalshSaveValue) {
+        outlets.stateLabel->clear();
+        return;
+    }
+    const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
+    const bool isCut = m_FlashDataNum() < m_pFalshSaveValue->announced();
+    outlets.stateLabel->setText(platform::localized(isCut ? "drivelog.cut" : "drivelog.count")
+                                    .arg(numbers.toString(qlonglong(m_FlashDataNum())),
+                                        numbers.toString(qlonglong(m_pFalshSaveValue->announced()))));
+}
+
+std::string DriveRecordPage::stringForColumnIndex(int64_t column, int64_t row) const
+{
+    return m_pFalshSaveValue ? m_pFalshSaveValue->stringForColumnIndex(column, row) : std::string();
+}
+
+void DriveRecordPage::doubleClickTableRow(int64_t clickedRow)
+{
+    logFormat("rowNum=%ld", static_cast<long>(clickedRow));
+    if (clickedRow < 0 || clickedRow >= m_FlashDataNum())
+        return;
+    const DrivePlace place = m_pFalshSaveValue->placeAt(clickedRow);
+    if (mapWindowController) {
+        mapWindowController->showWindow();
+    } else {
+        mapWindowController = std::make_unique<ZVKMapWindowController>(desktop, language);
+        mapWindowController->showWindow();
+        mapWindowController->moveWindowRightBy(
+            isWindow() ? platform::Rect() : desktop.screens.frameOf(*window()));
+    }
+    if (place.latitude != 0 && place.longitude != 0)
+        mapWindowController->updateMapLat(place.latitude, place.longitude);
+}
+
+void DriveRecordPage::beginWork(const char* titleKey)
+{
+    workTitle = platform::localized(titleKey);
+    showLoadingSheet();
+}
+
+void DriveRecordPage::showLoadingSheet()
+{
+    if (workTitle.isEmpty() || isSheetUp || !mainController)
+        return;
+    isSheetUp = true;
+    mainController->showLoading(workTitle);
+}
+
+void DriveRecordPage::endWork()
+{
+    workTitle.clear();
+    if (std::exchange(isSheetUp, false))
+        mainController->hideLoading();
+}
+
+/// The loading sheet takes up to half a second to go.
+void DriveRecordPage::tellLater(const char* messageKey)
+{
+    constexpr std::chrono::milliseconds sheetGoesAway{500};
+    desktop.dispatcher.after(sheetGoesAway, [page = QPointer(this), messageKey] {
+        if (page)
+            showAlert(page->desktop.alerts, *page->window(), "ZAVIK",
+                platform::localized(messageKey).toStdString());
+    });
+}

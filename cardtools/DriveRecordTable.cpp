@@ -1,0 +1,59 @@
+// The table of the drive record page: its columns, and how a row is opened.
+
+#include "cardtools/DriveRecordModel.h"
+#include "cardtools/DriveRecordPage.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QTableView>
+
+namespace {
+
+constexpr int rowHeight = 20;
+
+}
+
+void DriveRecordPage::buildTable()
+{
+    QTableView& table = *outlets.tableView;
+    model = new DriveRecordModel(format, columnNames, &table);
+    table.setModel(model);
+    QFont font = table.font();
+    font.setPixelSize(11);
+    table.setFont(font);
+
+    // Rows of one fixed height cost nothing to lay out, however many there are.
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setMinimumSectionSize(rowHeight);
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+
+    QHeaderView& header = *table.horizontalHeader();
+    header.setSectionsMovable(true);
+    header.setHighlightSections(false);
+    for (size_t i = 0; i < columnWidths.size(); ++i)
+        table.setColumnWidth(static_cast<int>(i), columnWidths[i]);
+    connect(&header, &QHeaderView::sectionDoubleClicked, this, [this] { doubleClickTableRow(-1); });
+    table.installEventFilter(this);
+    table.viewport()->installEventFilter(this);
+}
+
+bool DriveRecordPage::eventFilter(QObject* watched, QEvent* event)
+{
+    QTableView& table = *outlets.tableView;
+    if (watched == table.viewport() && event->type() == QEvent::MouseButtonDblClick) {
+        const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        if (mouse.button() == Qt::LeftButton)
+            doubleClickTableRow(table.rowAt(mouse.position().toPoint().y()));
+    }
+    if (watched == &table && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<const QKeyEvent&>(*event).key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            doubleClickTableRow(table.currentIndex().row());
+            return true;
+        }
+    }
+    return SettingPage::eventFilter(watched, event);
+}

@@ -1,0 +1,201 @@
+#include "cardtools/DriveCells.h"
+#include "cardtools/DriveLogCsv.h"
+#include "telemetry/MemoryByteSource.h"
+#include "tests/support/DriveLogs.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+namespace {
+
+template <typename... Values> std::string printed(const char* format, Values... values)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, format, values...);
+    return text;
+}
+
+template <typename Record> DriveLog logOf(const Record& record)
+{
+    const std::vector<std::byte> file = driveLogFile(std::vector{record});
+    MemoryByteSource source(file);
+    return readDriveLog(source, sizeof(Record) == 40 ? flashDataFormat : obdDriveFormat);
+}
+
+TEST(DriveLogCells, AreWhatPrintfWrites)
+{
+    for (int value = -32768; value <= 32767; ++value) {
+        const auto bits = static_cast<int16_t>(value);
+        std::string text;
+        appendGForce(text, bits);
+        ASSERT_EQ(text, printed("%+.2f", value / 256.0));
+
+        const DriveLog flash = logOf(FlashDataRecord{.latWhole = static_cast<uint16_t>(bits),
+            .latFraction = static_cast<uint16_t>(bits),
+            .lonWhole = static_cast<uint16_t>(bits),
+            .driving_distance = static_cast<uint32_t>(value) * 65521,
+            .battery = bits});
+        const unsigned word = static_cast<uint16_t>(bits);
+        ASSERT_EQ(flash.stringForColumnIndex(5, 0), printed("%04d.%04d", int(word), int(word)));
+        ASSERT_EQ(flash.stringForColumnIndex(6, 0), printed("%05d.%04d", int(word), 0));
+        ASSERT_EQ(flash.stringForColumnIndex(7, 0),
+            printed("%.1f", static_cast<uint32_t>(static_cast<uint32_t>(value) * 65521) / 10.0));
+        ASSERT_EQ(flash.stringForColumnIndex(14, 0), printed("%2d.%1d", value / 10, value % 10));
+
+        const DriveLog obd = logOf(ObdDriveRecord{.driving_distance = value * 51, .abt = bits});
+        ASSERT_EQ(obd.stringForColumnIndex(10, 0), value < 0 ? "-" : printed("%.1f", value * 51 / 1000.0));
+        ASSERT_EQ(obd.stringForColumnIndex(22, 0), value == 9999 ? "-" : printed("%.1f", value / 100.0));
+    }
+}
+
+std::string rowText(const DriveLog& log)
+{
+    std::string text;
+    for (size_t i = 0; i < log.format().columns.size(); ++i)
+        text += (i ? "|" : "") + log.stringForColumnIndex(static_cast<int64_t>(i), 0);
+    return text;
+}
+
+TEST(DriveLogCells, OfWholeRows)
+{
+    EXPECT_EQ(rowText(logOf(flashRecord())),
+        "1|65535|2015/03/21|07:05:09|SAT|3734.1234|12702.5000|123.4|61|99|A|-0.50|+1.00|+0.00|12.5");
+    EXPECT_EQ(rowText(logOf(FlashDataRecord{.yoil = 7, .value = 2, .year = 255, .battery = 5})),
+        "1|0|2155/00/00|00:00:00|-|0000.0000|00000.0000|0.0|0|0|V|+0.00|+0.00|+0.00| 0.5");
+    EXPECT_EQ(rowText(logOf(obdRecord())),
+        "1|70000|2015/03/21|07:05:09|SUN|3734.1234|12702.5000|60|61|2500|123.5|12.6|30|OFF|ON|ON|-30|OFF|3|D|"
+        "ON|17|25.3|-0.50|+1.00|+0.00");
+    EXPECT_EQ(rowText(logOf(ObdDriveRecord{.yoil = 9,
+                  .gps_speed = -1,
+                  .cur_speed = -1,
+                  .rpm = -1,
+                  .driving_distance = -1,
+                  .battery = -1,
+                  .acp = -1,
+                  .fbk = -1,
+                  .rll = -1,
+                  .lll = -1,
+                  .swa = 9999,
+                  .sbt = -1,
+                  .gel = 0,
+                  .gep = 5,
+                  .sbk = 2,
+                  .tpa = -1,
+                  .abt = 9999})),
+        "1|0|1900/00/00|00:00:00|-|0000.0000|00000.0000|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|+0.00|+0.00|+0.00");
+    EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(15, 0), "");
+    EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(0, 1), "");
+}
+
+TEST(DriveLogCells, HandOverDecimalDegrees)
+{
+    const DrivePlace place = logOf(flashRecord()).placeAt(0);
+    EXPECT_NEAR(place.latitude, 37 + 34.1234 / 60, 1e-9);
+    EXPECT_NEAR(place.longitude, 127 + 2.5 / 60, 1e-9);
+    EXPECT_EQ(logOf(ObdDriveRecord{}).placeAt(0).latitude, 0);
+    EXPECT_EQ(logOf(flashRecord()).placeAt(1).latitude, 0);
+}
+
+TEST(DriveLogFile, ShowsTheWholeRecordsThatWereReadWhateverTheHeaderSays)
+{
+    const std::vector<std::byte> three = driveLogFile(std::vector(3, flashRecord()));
+    struct Case {
+        uint32_t count;
+        size_t size;
+        DriveLogEnd end;
+        int64_t records;
+    };
+    for (const Case& c : {Case{3, 132, DriveLogEnd::Whole, 3}, Case{0, 132, DriveLogEnd::Whole, 0},
+             Case{1, 132, DriveLogEnd::Whole, 1}, Case{4, 132, DriveLogEnd::Cut, 3},
+             Case{3, 131, DriveLogEnd::Cut, 2}, Case{3, 92, DriveLogEnd::Cut, 2},
+             Case{3, 12, DriveLogEnd::Cut, 0}, Case{3, 11, DriveLogEnd::NoHeader, 0},
+             Case{3, 0, DriveLogEnd::NoHeader, 0}, Case{107374182, 132, DriveLogEnd::Cut, 3},
+             Case{107374183, 132, DriveLogEnd::ImpossibleCount, 0},
+             Case{UINT32_MAX, 132, DriveLogEnd::ImpossibleCount, 0}}) {
+        SCOPED_TRACE(std::to_string(c.count) + " records announced in " + std::to_string(c.size) + " bytes");
+        std::vector<std::byte> file = three;
+        std::memcpy(file.data(), &c.count, sizeof c.count);
+        file.resize(c.size);
+        MemoryByteSource source(file);
+        const DriveLog log = readDriveLog(source, flashDataFormat);
+        EXPECT_EQ(log.end(), c.end);
+        EXPECT_EQ(log.count(), c.records);
+        EXPECT_EQ(log.stringForColumnIndex(1, c.records - 1), c.records ? "65535" : "");
+    }
+}
+
+/// A card that is pulled after some bytes.
+class PulledCard : public MemoryByteSource {
+public:
+    PulledCard(std::span<const std::byte> bytes, size_t failsAfter)
+        : MemoryByteSource(bytes),
+          left(failsAfter)
+    {
+    }
+    std::optional<size_t> read(std::span<std::byte> into) override
+    {
+        if (left == 0)
+            return {};
+        const auto count = MemoryByteSource::read(into.first(std::min(into.size(), left)));
+        left -= *count;
+        return count;
+    }
+
+private:
+    size_t left;
+};
+
+TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
+{
+    const std::vector<std::byte> file = driveLogFile(std::vector(3, obdRecord()));
+    for (size_t good = 0; good < file.size(); ++good) {
+        PulledCard card(file, good);
+        const DriveLog log = readDriveLog(card, obdDriveFormat);
+        ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::NoHeader : DriveLogEnd::DeviceFailed) << good;
+        ASSERT_EQ(log.count(), good < 12 ? 0 : static_cast<int64_t>((good - 12) / 68)) << good;
+    }
+    std::stop_source stopped;
+    stopped.request_stop();
+    MemoryByteSource source(file);
+    EXPECT_EQ(readDriveLog(source, obdDriveFormat, stopped.get_token()).end(), DriveLogEnd::Stopped);
+    EXPECT_EQ(readDriveLog(TempFolder().path(), obdDriveFormat).end(), DriveLogEnd::CannotOpen);
+}
+
+TEST(DriveLogFile, IsKnownByItsEnding)
+{
+    EXPECT_EQ(driveLogFormatOf("/card/zavik_000.drv"), &flashDataFormat);
+    EXPECT_EQ(driveLogFormatOf("LOG.OBD"), &obdDriveFormat);
+    for (const char* path : {"log.csv", "drv", ".drv", ""})
+        EXPECT_EQ(driveLogFormatOf(path), nullptr) << path;
+}
+
+TEST(DriveLogCsvFile, HasATitleLineAndALineForEachRecord)
+{
+    const std::vector<std::byte> file = driveLogFile(std::vector(5000, flashRecord()));
+    MemoryByteSource source(file);
+    const DriveLog log = readDriveLog(source, flashDataFormat);
+    const std::vector<std::string> titles(15, "요일");
+    std::string csv;
+    size_t longestPiece = 0;
+    const auto collect = [&](std::string_view lines, int64_t) {
+        EXPECT_EQ(lines.back(), '\n');
+        longestPiece = std::max(longestPiece, lines.size());
+        csv += lines;
+        return true;
+    };
+    ASSERT_TRUE(writeDriveLogCsv(log, titles, collect));
+    EXPECT_EQ(std::ranges::count(csv, '\n'), 5001);
+    EXPECT_EQ(std::ranges::count(csv, ','), 5001 * 14);
+    EXPECT_TRUE(csv.starts_with("요일,요일,"));
+    EXPECT_TRUE(csv.ends_with("\n5000,65535,2015/03/21,07:05:09,SAT,3734.1234,12702.5000,123.4,61,99,A,-0.50,"
+                              "+1.00,+0.00,12.5\n"));
+    EXPECT_LT(longestPiece, 70000u);
+
+    int pieces = 0;
+    EXPECT_FALSE(writeDriveLogCsv(log, titles, [&](std::string_view, int64_t) { return ++pieces < 2; }));
+    EXPECT_EQ(pieces, 2);
+}
+
+} // namespace
