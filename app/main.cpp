@@ -1,11 +1,13 @@
 #include "app/CommandLine.h"
 #include "app/ZVKAppDelegate.h"
+#include "cardtools/PMProgressIndicatorController.h"
 #include "lib/Style.h"
 #include "platform/Images.h"
 #include "platform/LinuxPlatform.h"
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstdio>
 #include <span>
 
@@ -26,6 +28,9 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
 
     platform::LinuxPlatform layer;
+    PMProgressIndicatorController::sharedInstance().setDispatcher(&layer.platform().dispatcher, [] {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    });
     ZVKAppDelegate controller(layer.platform(), command.language);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
@@ -33,5 +38,6 @@ int main(int argc, char* argv[])
         controller.openMediaDirectory(*command.folder);
     const int code = QApplication::exec();
     controller.applicationWillTerminate();
+    PMProgressIndicatorController::sharedInstance().setDispatcher(nullptr, {});
     return code;
 }
