@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/DiskArbitration.h"
+
+#include <memory>
+
+namespace platform {
+
+/// A folder in the part of the camera's card: for a copy of a card, and where nothing describes the mounted
+/// volumes. It comes first, before what the system itself knows.
+class FolderCard final : public DiskArbitration {
+public:
+    /// No device has this name.
+    static constexpr const char* deviceName = "folder";
+
+    /// `others` may be empty.
+    FolderCard(const std::string& folder, std::unique_ptr<DiskArbitration> others);
+
+    /// Without the folder while it is not there.
+    std::vector<VolumeDescription> mountedVolumes() override;
+    /// A folder keeps its name.
+    std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
+
+private:
+    std::string path;
+    std::unique_ptr<DiskArbitration> others;
+};
+
+} // namespace platform

@@ -1,0 +1,151 @@
+#include "platform/UDisks2DiskArbitration.h"
+
+#include "common/Log.h"
+#include "platform/UDisks2Objects.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr const char* service = "org.freedesktop.UDisks2";
+constexpr const char* filesystem = "org.freedesktop.UDisks2.Filesystem";
+
+/// A connection that nobody else uses, so that any thread may ask.
+class Bus {
+public:
+    explicit Bus(const std::string& address)
+        : name(QStringLiteral("zavik-volumes-%1").arg(++count)),
+          connection(address.empty() ? QDBusConnection::connectToBus(QDBusConnection::SystemBus, name)
+                                     : QDBusConnection::connectToBus(QString::fromStdString(address), name))
+    {
+    }
+    ~Bus() { QDBusConnection::disconnectFromBus(name); }
+    Bus(const Bus&) = delete;
+    Bus& operator=(const Bus&) = delete;
+
+    bool isConnected() const { return connection.isConnected(); }
+    std::string trouble() const
+    {
+        const std::string reason = connection.lastError().message().toStdString();
+        return "no system bus" + (reason.empty() ? reason : ": " + reason);
+    }
+
+    QDBusMessage call(const std::string& path, const char* interface, const char* method,
+        const QVariantList& arguments, std::chrono::milliseconds limit) const
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(QLatin1String(service),
+            QString::fromStdString(path), QLatin1String(interface), QLatin1String(method));
+        message.setArguments(arguments);
+        return connection.call(message, QDBus::Block, int(limit.count()));
+    }
+
+private:
+    static inline std::atomic<unsigned> count;
+    QString name;
+    QDBusConnection connection;
+};
+
+bool isError(const QDBusMessage& reply)
+{
+    return reply.type() != QDBusMessage::ReplyMessage;
+}
+
+bool isTimeout(const QDBusMessage& reply)
+{
+    return isError(reply) && QDBusError(reply).type() == QDBusError::NoReply;
+}
+
+std::string errorText(const QDBusMessage& reply)
+{
+    const QString message = reply.errorMessage();
+    return (message.isEmpty() ? reply.errorName() : message).toStdString();
+}
+
+} // namespace
+
+UDisks2DiskArbitration::UDisks2DiskArbitration()
+    : UDisks2DiskArbitration(Surroundings{})
+{
+}
+
+UDisks2DiskArbitration::UDisks2DiskArbitration(Surroundings where)
+    : surroundings(std::move(where))
+{
+}
+
+void UDisks2DiskArbitration::report(const std::string& trouble)
+{
+    const std::lock_guard lock(reporting);
+    if (std::exchange(reported, trouble) != trouble && !trouble.empty())
+        logFormat("volumes: %s", trouble.c_str());
+}
+
+BlockDevices UDisks2DiskArbitration::blockDevices()
+{
+    if (steady_clock::now() < silentUntil.load())
+        return {};
+    const Bus bus(surroundings.busAddress);
+    if (!bus.isConnected()) {
+        report(bus.trouble());
+        return {};
+    }
+    const QDBusMessage reply = bus.call("/org/freedesktop/UDisks2", "org.freedesktop.DBus.ObjectManager",
+        "GetManagedObjects", {}, surroundings.limit);
+    if (isError(reply) || reply.signature() != QLatin1String("a{oa{sa{sv}}}")) {
+        if (isTimeout(reply))
+            silentUntil = steady_clock::now() + surroundings.pause;
+        report("UDisks2 cannot be asked: " + (isError(reply) ? errorText(reply) : "not its kind of answer"));
+        return {};
+    }
+    report({});
+    BlockDevices devices = platform::blockDevices(qdbus_cast<UDisks2Objects>(reply.arguments().constFirst()));
+    addKernelFacts(devices, surroundings.proc, surroundings.sys);
+    return devices;
+}
+
+std::vector<VolumeDescription> UDisks2DiskArbitration::mountedVolumes()
+{
+    return describedVolumes(blockDevices());
+}
+
+std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, const std::string& name)
+{
+    const BlockDevices devices = blockDevices();
+    const std::vector<VolumeDescription> volumes = describedVolumes(devices);
+    const auto volume = std::ranges::find(volumes, mountPath, &VolumeDescription::mountPath);
+    const Block* const block = devices.mountedAt(mountPath);
+    if (!block || volume == volumes.end())
+        return "no volume is mounted at " + mountPath;
+    if (!volume->removable.value_or(false))
+        return mountPath + " is not removable";
+    if (block->mountPoints.size() > 1)
+        return mountPath + " is mounted elsewhere, too";
+
+    const Bus bus(surroundings.busAddress);
+    if (!bus.isConnected())
+        return bus.trouble();
+    const auto act = [&](const char* method, QVariantList arguments) {
+        // A question for a password would outlast the limit.
+        arguments << QVariant(QVariantMap{{QStringLiteral("auth.no_user_interaction"), true}});
+        const QDBusMessage reply =
+            bus.call(block->object, filesystem, method, arguments, surroundings.actionLimit);
+        return isError(reply) ? std::string(method) + ": " + errorText(reply) : std::string();
+    };
+    if (std::string trouble = act("Unmount", {}); !trouble.empty())
+        return trouble;
+    std::string trouble = act("SetLabel", {QString::fromStdString(name)});
+    if (const std::string unmounted = act("Mount", {}); !unmounted.empty())
+        trouble += (trouble.empty() ? "" : "; ") + unmounted;
+    return trouble;
+}
+
+} // namespace platform

@@ -1,0 +1,212 @@
+#include "common/Log.h"
+#include "platform/UDisks2DiskArbitration.h"
+#include "tests/support/MockUDisks2.h"
+#include "tests/support/TempFolder.h"
+
+#include <QCoreApplication>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+using namespace platform;
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class UDisks2Test : public testing::Test {
+protected:
+    UDisks2Test()
+    {
+        before = setLogSink([this](std::string_view line) { log.emplace_back(line); });
+        std::filesystem::create_directories(folder.path("proc/self"));
+    }
+    ~UDisks2Test() override { setLogSink(before); }
+
+    std::unique_ptr<UDisks2DiskArbitration> volumes(std::chrono::milliseconds limit = 5s)
+    {
+        return std::make_unique<UDisks2DiskArbitration>(UDisks2DiskArbitration::Surroundings{
+            service.busAddress(), folder.path("proc"), folder.path("sys"), limit, limit, 60s});
+    }
+    std::optional<bool> isRemovable(const std::string& device)
+    {
+        for (const VolumeDescription& volume : volumes()->mountedVolumes()) {
+            if (volume.deviceName == device)
+                return volume.removable;
+        }
+        return std::nullopt;
+    }
+
+    TempFolder folder;
+    MockUDisks2 service;
+    std::vector<std::string> log;
+    LogSink before;
+};
+
+TEST_F(UDisks2Test, DescribesWhatIsMounted)
+{
+    service.add({});
+    service.add({.device = "mmcblk0p1",
+        .label = "블랙박스 카드",
+        .mountPath = "/media/김 기사/블랙박스 카드",
+        .size = 7'516'192'768,
+        .bus = "sdio",
+        .mediaRemovable = false,
+        .vendor = "",
+        .model = "SC16G"});
+    service.add({.device = "sdc", .label = "", .mountPath = "/media/whole", .vendor = "ACME", .model = ""});
+    service.add({.device = "sdd1", .mountPath = ""});
+    service.set("sdc", "Drive", "TimeMediaDetected", qulonglong(77));
+
+    const auto found = volumes()->mountedVolumes();
+    ASSERT_EQ(found.size(), 3u) << "what is not mounted is no volume";
+    EXPECT_EQ(found[0].deviceName, "mmcblk0p1");
+    EXPECT_EQ(found[0].label, "블랙박스 카드");
+    EXPECT_EQ(found[0].mountPath, "/media/김 기사/블랙박스 카드");
+    EXPECT_EQ(found[0].protocol, "USB");
+    EXPECT_EQ(found[0].removable, true) << "a built-in slot's card can be taken out";
+    EXPECT_EQ(found[0].deviceModel, "SC16G");
+    EXPECT_EQ(found[0].size, 7'516'192'768u);
+
+    EXPECT_EQ(found[1].deviceName, "sdb1");
+    EXPECT_EQ(found[1].mountPath, "/run/media/driver/ZAVIK");
+    EXPECT_EQ(found[1].label, "ZAVIK");
+    EXPECT_EQ(found[1].deviceModel, "Generic Card Reader");
+    EXPECT_EQ(found[1].protocol, "USB");
+    EXPECT_EQ(found[1].removable, true);
+    EXPECT_TRUE(found[1].writable);
+    EXPECT_FALSE(found[1].whole);
+
+    EXPECT_TRUE(found[2].whole);
+    EXPECT_EQ(found[2].deviceModel, "ACME");
+    EXPECT_NE(found[1].mediaPath, found[2].mediaPath);
+    EXPECT_EQ(found[2].mediaPath, volumes()->mountedVolumes()[2].mediaPath);
+    service.set("sdc", "Drive", "TimeMediaDetected", qulonglong(78));
+    EXPECT_NE(found[2].mediaPath, volumes()->mountedVolumes()[2].mediaPath)
+        << "another card, the same reader";
+    EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(UDisks2Test, SeesWriteProtectionWhereverItIs)
+{
+    const auto isWritable = [&] { return volumes()->mountedVolumes().at(0).writable; };
+    service.add({.mountPath = "/media/my card"});
+    EXPECT_TRUE(isWritable());
+    service.set("sdb", "Block", "ReadOnly", true);
+    EXPECT_FALSE(isWritable()) << "the switch of the card";
+    service.set("sdb", "Block", "ReadOnly", false);
+    service.set("sdb1", "Block", "ReadOnly", true);
+    EXPECT_FALSE(isWritable());
+    service.set("sdb1", "Block", "ReadOnly", false);
+    const std::string mounts = "36 25 8:17 / /media/my\\040card ro,nosuid shared:1 - vfat /dev/sdb1 rw\n";
+    folder.file("proc/self/mountinfo", std::as_bytes(std::span(mounts)));
+    EXPECT_FALSE(isWritable()) << "mounted read-only";
+}
+
+TEST_F(UDisks2Test, AsksTheKernelWhatIsMappedOntoADrive)
+{
+    service.add({});
+    service.addBlock("dm-0");
+    service.setMountPoints("dm-0", {"/home"});
+    EXPECT_EQ(isRemovable("sdb1"), true);
+    std::filesystem::create_directories(folder.path("sys/class/block/dm-0/slaves/sdb1"));
+    EXPECT_EQ(isRemovable("sdb1"), false) << "a logical volume lies on it";
+}
+
+TEST_F(UDisks2Test, AContainerOnACardThatHoldsAHomeIsTheSystems)
+{
+    service.add({});
+    service.addBlock("dm-0");
+    service.setMountPoints("dm-0", {"/home/kim"});
+    service.set("dm-0", "Block", "CryptoBackingDevice", QVariant::fromValue(MockUDisks2::objectOf("sdb1")));
+    EXPECT_EQ(isRemovable("sdb1"), false);
+    service.setMountPoints("dm-0", {"/media/kim/vault"});
+    EXPECT_EQ(isRemovable("sdb1"), true);
+}
+
+TEST_F(UDisks2Test, NamesACardWhileItIsUnmounted)
+{
+    service.add({.label = "MUSIC"});
+    EXPECT_EQ(volumes()->setVolumeName("/run/media/driver/ZAVIK", "ZAVIK"), "");
+    EXPECT_THAT(service.calls(), ElementsAre("Unmount sdb1", "SetLabel sdb1 ZAVIK", "Mount sdb1"));
+    EXPECT_EQ(volumes()->mountedVolumes().at(0).label, "ZAVIK");
+}
+
+TEST_F(UDisks2Test, TellsWhyACardKeepsItsName)
+{
+    const std::string path = "/run/media/driver/ZAVIK";
+    service.add({.label = "MUSIC"});
+    service.answer("SetLabel", MockUDisks2::Answer::failure);
+    EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("SetLabel went wrong"));
+    EXPECT_EQ(service.calls().back(), "Mount sdb1");
+    EXPECT_EQ(volumes()->mountedVolumes().size(), 1u) << "it is mounted again";
+
+    service.answer("Unmount", MockUDisks2::Answer::failure);
+    const qsizetype asked = service.calls().size();
+    EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("Unmount went wrong"));
+    EXPECT_EQ(service.calls().size(), asked) << "nothing is written to a card in use";
+
+    service.answer("Unmount", MockUDisks2::Answer::none);
+    EXPECT_NE(volumes(200ms)->setVolumeName(path, "ZAVIK"), "");
+    EXPECT_NE(volumes()->setVolumeName("/nowhere", "ZAVIK"), "");
+    service.set("sdb1", "Block", "HintSystem", true);
+    EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("not removable"));
+}
+
+TEST_F(UDisks2Test, AServiceThatHangsIsWaitedForOnce)
+{
+    service.add({});
+    service.answer("GetManagedObjects", MockUDisks2::Answer::none);
+    const auto impatient = volumes(300ms);
+    EXPECT_THAT(impatient->mountedVolumes(), IsEmpty());
+    service.answer("GetManagedObjects", MockUDisks2::Answer::right);
+    EXPECT_THAT(impatient->mountedVolumes(), IsEmpty()) << "it is not asked again so soon";
+    EXPECT_THAT(log, ElementsAre(HasSubstr("volumes: UDisks2 cannot be asked: ")));
+}
+
+TEST_F(UDisks2Test, WithoutServiceOrBusTheListIsEmptyAndTheLogTellsWhyOnce)
+{
+    service.answer("GetManagedObjects", MockUDisks2::Answer::failure);
+    const auto refused = volumes();
+    EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
+    EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
+    EXPECT_THAT(log, ElementsAre("volumes: UDisks2 cannot be asked: GetManagedObjects went wrong"));
+
+    const PrivateBus empty;
+    UDisks2DiskArbitration missing({.busAddress = empty.address().toStdString()});
+    EXPECT_THAT(missing.mountedVolumes(), IsEmpty());
+    EXPECT_THAT(log.back(), HasSubstr("volumes: UDisks2 cannot be asked: "));
+
+    UDisks2DiskArbitration noBus({.busAddress = "unix:path=" + folder.path("none")});
+    EXPECT_THAT(noBus.mountedVolumes(), IsEmpty());
+    EXPECT_NE(noBus.setVolumeName("/media", "ZAVIK"), "");
+    EXPECT_THAT(log.back(), HasSubstr("volumes: no system bus"));
+    EXPECT_EQ(log.size(), 3u);
+}
+
+TEST_F(UDisks2Test, AnyThreadMayAsk)
+{
+    service.add({});
+    const auto shared = volumes();
+    std::array<size_t, 4> counts{};
+    {
+        std::vector<std::jthread> threads;
+        for (size_t& count : counts)
+            threads.emplace_back([&] { count = shared->mountedVolumes().size(); });
+    }
+    EXPECT_THAT(counts, ElementsAre(1, 1, 1, 1));
+    service.remove("sdb1");
+    EXPECT_THAT(shared->mountedVolumes(), IsEmpty());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleMock(&argc, argv);
+    QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
