@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cardtools/ByteCount.h"
 #include "cardtools/TKUSBDiskEntity.h"
 #include "platform/DiskArbitration.h"
 
@@ -27,6 +28,3 @@ std::optional<std::string> findUSBVolumeContainingPath(
 /// The card to use: a writable one labelled "ZAVIK" with a config.bin first, then a writable "ZAVIK", any
 /// "ZAVIK", any writable one, the first one.
 std::optional<TKUSBDiskEntity> preferredUSBDisk(platform::DiskArbitration& disks);
-
-/// A short text for a size of at most six characters: "1.9 GB", "954 MB", "0 B"; units of 1024.
-std::string formatByteCount(uint64_t bytes);
