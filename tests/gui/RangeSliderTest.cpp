@@ -1,0 +1,264 @@
+#include "lib/RangeSlider/EcoSliderAxisView.h"
+#include "lib/RangeSlider/SMDoubleSlider.h"
+#include "platform/KeyPath.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+namespace {
+
+struct RangeSlider : testing::Test {
+    RangeSlider()
+    {
+        slider.resize(216, 28); // two points for each unit, from x = 8
+        slider.setMaxValue(100);
+        slider.setAltIncrementValue(1);
+        set(20, 80);
+    }
+    void set(double low, double high)
+    {
+        slider.setDoubleLoValue(slider.minValue());
+        slider.setDoubleHiValue(high);
+        slider.setDoubleLoValue(low);
+    }
+    static double at(double value) { return 8 + 2 * value; }
+    void mouse(QEvent::Type type, double value)
+    {
+        QMouseEvent event(type, {at(value), 14}, {at(value), 14}, Qt::LeftButton,
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&slider, &event);
+    }
+    void drag(double from, double to)
+    {
+        mouse(QEvent::MouseButtonPress, from);
+        mouse(QEvent::MouseMove, to);
+        mouse(QEvent::MouseButtonRelease, to);
+    }
+    void press(int key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(&slider, &event);
+    }
+    std::pair<double, double> values() const { return {slider.doubleLoValue(), slider.doubleHiValue()}; }
+
+    SMDoubleSlider slider;
+};
+using Values = std::pair<double, double>;
+
+TEST_F(RangeSlider, StaysInOrderWhateverItIsGiven)
+{
+    std::mt19937 random(5);
+    const double odd[] = {-1e300, 1e300, std::numeric_limits<double>::quiet_NaN(),
+        std::numeric_limits<double>::infinity(), 0, 50};
+    SMDoubleSliderCell cell;
+    for (int i = 0; i < 20'000; ++i) {
+        const double value = random() % 5 == 0 ? odd[random() % 6] : double(random() % 2000) / 10 - 50;
+        switch (random() % 9) {
+        case 0:
+            cell.setMinValue(value);
+            break;
+        case 1:
+            cell.setMaxValue(value);
+            break;
+        case 2:
+            cell.setDoubleLoValue(value);
+            break;
+        case 3:
+            cell.setDoubleHiValue(value);
+            break;
+        case 4:
+            cell.setDoubleValue(value);
+            break;
+        case 5:
+            cell.setTrackingLoKnob(random() % 2);
+            break;
+        case 6:
+            cell.setLockedSliders(random() % 2);
+            break;
+        case 7:
+            cell.setObjectLoValue(QString::number(value));
+            break;
+        default:
+            cell.setObjectHiValue(QVariant());
+            break;
+        }
+        ASSERT_LE(cell.minValue(), cell.doubleLoValue()) << i;
+        ASSERT_LE(cell.doubleLoValue(), cell.doubleHiValue()) << i;
+        ASSERT_LE(cell.doubleHiValue(), cell.maxValue()) << i;
+    }
+}
+
+TEST_F(RangeSlider, ValuesStopAtTheOtherKnobAndTheRange)
+{
+    slider.setDoubleLoValue(90);
+    EXPECT_EQ(values(), Values(80, 80));
+    set(20, 80);
+    slider.setDoubleHiValue(10);
+    EXPECT_EQ(values(), Values(20, 20));
+    slider.setDoubleHiValue(150);
+    EXPECT_EQ(values(), Values(20, 100));
+    set(20, 80);
+    slider.setMinValue(30);
+    EXPECT_EQ(values(), Values(30, 80));
+    slider.setMinValue(0);
+    set(20, 80);
+    slider.setMaxValue(10);
+    EXPECT_EQ(values(), Values(10, 10));
+    slider.setMaxValue(100);
+    set(20, 80);
+    slider.setLockedSliders(true);
+    EXPECT_EQ(values(), Values(80, 80));
+}
+
+TEST_F(RangeSlider, NumbersTextsAndObjectsAreRead)
+{
+    slider.setMaxValue(1e12);
+    slider.setStringHiValue(" 12.5 km");
+    EXPECT_EQ(slider.doubleHiValue(), 20) << "not below the low value";
+    slider.setDoubleLoValue(-3);
+    slider.setStringHiValue("+12.5e0x");
+    EXPECT_EQ(slider.stringHiValue(), "12.5");
+    EXPECT_EQ(slider.intHiValue(), 12);
+    slider.setDoubleHiValue(1e8);
+    EXPECT_EQ(slider.stringHiValue(), "1e+08");
+    slider.setDoubleHiValue(1e11);
+    EXPECT_EQ(slider.intHiValue(), std::numeric_limits<int>::max());
+    EXPECT_EQ(slider.integerHiValue(), 100'000'000'000);
+    SMDoubleSlider other;
+    other.setMaxValue(100);
+    other.setDoubleHiValue(42);
+    slider.setObjectHiValue(QVariant::fromValue<QObject*>(&other));
+    EXPECT_EQ(slider.doubleHiValue(), 42);
+    slider.setTrackingLoKnob(true);
+    slider.cell().setObjectValue(QStringLiteral("7"));
+    EXPECT_EQ(values(), Values(7, 42)) << "the plain value is the selected knob's";
+
+    QVariantMap stored;
+    slider.cell().encodeWithCoder(stored);
+    stored["loValue"] = 99; // above the high value
+    SMDoubleSliderCell read;
+    read.initWithCoder(stored);
+    EXPECT_EQ(read.doubleLoValue(), 42);
+    EXPECT_EQ(slider.cell().copyWithZone()->doubleLoValue(), 7);
+}
+
+TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
+{
+    struct Case {
+        const char* name;
+        Values before;
+        double from, to;
+        Values after;
+    };
+    const Case cases[] = {
+        {"low knob", {20, 80}, 19, 30, {31, 80}},
+        {"high knob", {20, 80}, 80, 60, {20, 60}},
+        {"a click left of both", {20, 80}, 5, 5, {5, 80}},
+        {"a click between moves the high knob", {20, 80}, 50, 50, {20, 50}},
+        {"the low knob stops at the high one", {20, 80}, 19, 95, {80, 80}},
+        {"the high knob stops at the low one", {20, 80}, 80, 3, {20, 20}},
+        {"both at the minimum: the high one", {0, 0}, -1, 40, {0, 41}},
+        {"both elsewhere: the low one", {50, 50}, 49, 30, {31, 50}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        set(c.before.first, c.before.second);
+        drag(c.from, c.to);
+        EXPECT_EQ(values(), c.after);
+    }
+    slider.setEnabled(false);
+    drag(slider.doubleHiValue(), 99);
+    EXPECT_EQ(values(), cases[7].after);
+}
+
+TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
+{
+    QDoubleSpinBox low;
+    QDoubleSpinBox high;
+    platform::ObjectController controller;
+    controller.setContent(&low);
+    slider.bind("objectLoValue", &controller, "content.value");
+    slider.bind("objectHiValue", &high, "value");
+    high.setValue(70);
+    low.setValue(10);
+    EXPECT_EQ(values(), Values(10, 70));
+
+    mouse(QEvent::MouseButtonPress, 9);
+    mouse(QEvent::MouseMove, 40);
+    EXPECT_EQ(low.value(), 41) << "while it is dragged";
+    mouse(QEvent::MouseMove, 90);
+    EXPECT_EQ(high.value(), 70) << "the other end is not touched";
+    mouse(QEvent::MouseButtonRelease, 90);
+    EXPECT_EQ(low.value(), 70);
+
+    slider.setTrackingLoKnob(false);
+    press(Qt::Key_Right);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(high.value(), 81);
+
+    slider.setObjectLoValue(QVariant::fromValue(platform::ControllerMarker::MultipleValues));
+    EXPECT_FALSE(slider.isEnabled());
+    EXPECT_EQ(slider.doubleLoValue(), 0);
+    low.setValue(5);
+    EXPECT_TRUE(slider.isEnabled());
+
+    QDoubleSpinBox second;
+    second.setValue(15);
+    controller.setContent(&second);
+    EXPECT_EQ(values(), Values(15, 81));
+    QWidget parent;
+    slider.setParent(&parent);
+    slider.setParent(nullptr);
+    second.setValue(1);
+    EXPECT_EQ(values(), Values(15, 81)) << "unbound when it left its parent";
+}
+
+TEST(RangeSliderFocus, TabVisitsBothKnobs)
+{
+    QWidget window;
+    auto* before = new QLineEdit(&window);
+    auto* slider = new SMDoubleSlider(&window);
+    auto* after = new QLineEdit(&window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    before->setFocus();
+    const auto press = [](int key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(QApplication::focusWidget(), &event);
+    };
+    press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), slider);
+    EXPECT_TRUE(slider->trackingLoKnob());
+    press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), slider);
+    EXPECT_FALSE(slider->trackingLoKnob());
+    press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), after);
+    press(Qt::Key_Backtab);
+    EXPECT_FALSE(slider->trackingLoKnob()) << "from behind, the high knob comes first";
+    press(Qt::Key_Backtab);
+    EXPECT_TRUE(slider->trackingLoKnob());
+    press(Qt::Key_Backtab);
+    EXPECT_EQ(QApplication::focusWidget(), before);
+    EXPECT_EQ(
+        QAccessible::queryAccessibleInterface(slider)->text(QAccessible::Value), QStringLiteral("0 – 0"));
+}
+
+TEST(RangeSliderAxis, TicksStandAtTheirPlaces)
+{
+    const auto ticks = EcoSliderAxisView::ticks(300);
+    EXPECT_NEAR(ticks[10].x(), 158.9, 0.05);
+    EXPECT_NEAR(ticks[21].x(), 324.9, 0.05);
+    EXPECT_EQ(ticks[0], QRectF(8, 3, 1, 8));
+    EXPECT_EQ(ticks[1].height(), 5);
+}
+
+} // namespace
