@@ -67,6 +67,8 @@ const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
         {"tip.open", &Self::openMediaDirectoryDialog, {(Qt::CTRL | Qt::Key_O).toCombined()}, {"openButton"}},
         {"tip.capture", &Self::captureVideo, {(Qt::CTRL | Qt::Key_S).toCombined()}, {"captureButton"}},
         {"tip.print", &Self::print, {(Qt::CTRL | Qt::Key_P).toCombined()}, {"printButton"}},
+        {"tip.settings", &Self::showSettingPanel, {(Qt::CTRL | Qt::Key_Comma).toCombined()},
+            {"settingsButton"}},
         {"tip.fullscreen", &Self::toggleFullScreen, {Qt::Key_F}, {"fullScreenButton"}},
         {"tip.fullscreen_exit", &Self::toggleFullScreen, {}, {"leaveFullScreenButton"}},
         {"tip.play", &Self::clickPlayButton, {Qt::Key_Space}, {"playButton", "playButtonForFullScreen"}},

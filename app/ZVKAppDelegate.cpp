@@ -38,6 +38,7 @@ ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceL
 ZVKAppDelegate::~ZVKAppDelegate()
 {
     die();
+    lastDialogController.reset();
     // The views go before the objects that their signals reach.
     layouts.reset();
     window.reset();
@@ -86,7 +87,7 @@ void ZVKAppDelegate::setupInitialValues()
     showListState();
     loadMapPage();
     layoutWindow();
-    m_bMileDisplay = false;
+    readDisplayMile();
 }
 
 void ZVKAppDelegate::applicationDidFinishLaunching()
@@ -154,12 +155,6 @@ void ZVKAppDelegate::contentResized()
 {
     if (player1)
         updatePlayInfoScale();
-}
-
-void ZVKAppDelegate::setDisplayMile(uint32_t value)
-{
-    if (value <= 1)
-        m_bMileDisplay = value == 1;
 }
 
 void ZVKAppDelegate::setVolume(uint64_t value)

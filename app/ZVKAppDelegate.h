@@ -2,10 +2,12 @@
 
 #include "app/CustomWindow.h"
 #include "app/ZVKPlayInfo.h"
+#include "common/WindowController.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Platform.h"
 #include "platform/PrintSession.h"
 #include "platform/WebView.h"
+#include "settings/ZVKSettingController.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
 #include <cstdint>
@@ -31,7 +33,9 @@ class VideoView;
 /// It owns the library, the one player with its view, the play state and the telemetry of the file that
 /// plays. The player, the timers and the user's controls only write into the play state; the observation
 /// table turns each report into window updates. Main thread only.
-class ZVKAppDelegate final : public platform::MediaPlayerDelegate, public ZVKMediaListDelegate {
+class ZVKAppDelegate final : public platform::MediaPlayerDelegate,
+                             public ZVKMediaListDelegate,
+                             public viewControllerForZVKSettingDelegate {
 public:
     /// `language` is the interface language: "en", "ko", or "auto" to follow the system.
     ZVKAppDelegate(platform::Platform& desktop, std::string language);
@@ -47,7 +51,10 @@ public:
     platform::Rect minWindowFrame() const;
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
-    void setDisplayMile(uint32_t value);
+    void setDisplayMile(uint32_t value) override;
+
+    // Other windows: modeless; opening one closes the one before.
+    void showSettingPanel();
 
     // Folder
     void openMediaDirectoryDialog();
@@ -106,6 +113,8 @@ private:
     bool pressKeyInList(const QKeyEvent& event);
     bool pressKeyOnControl(const QKeyEvent& event);
     void releaseHiddenFocus();
+    void readDisplayMile();
+    void showSpeedsInMiles(bool isMile);
     void loadMapPage();
     void windowWillClose();
     void contentResized();
@@ -191,6 +200,9 @@ private:
     int32_t rightViewMode = 0;
     bool m_bKorean = false;
     bool m_bMileDisplay = false;
+    /// A saved unit of speed is newer than the one that is still being read from the card.
+    bool displayMileWasSaved = false;
+    std::unique_ptr<WindowController> lastDialogController;
     bool stopVideoLoadingView = true;
     double progress = 0;
     bool scanning = false;

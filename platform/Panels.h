@@ -8,7 +8,7 @@ class QWidget;
 
 namespace platform {
 
-/// Asks where to save a file. The user may create folders in it and sees hidden files.
+/// Asks where to save a file. The user may create folders in it.
 struct SavePanel {
     std::string title;
     /// The proposed name.
@@ -19,6 +19,7 @@ struct SavePanel {
     std::string type = {};
     /// The panel asks before it answers with a file that is already there.
     bool asksBeforeReplacing = false;
+    bool hidesHiddenFiles = false;
 };
 
 /// Asks for one existing file.

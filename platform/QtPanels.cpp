@@ -76,7 +76,7 @@ void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer an
     // A desktop's own dialog may ask about replacing, or hide hidden files, whatever it is told.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !panel.asksBeforeReplacing);
-    dialog.setFilter(dialog.filter() | QDir::Hidden);
+    dialog.setFilter(dialog.filter().setFlag(QDir::Hidden, !panel.hidesHiddenFiles));
     dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str()) : documentsFolder());
     setType(dialog, panel.type);
     dialog.selectFile(QFile::decodeName(panel.name.c_str()));

@@ -47,6 +47,25 @@ TEST(Start, TakesOnlyZeroAndOneForMiles)
     }
 }
 
+TEST(Start, TakesTheUnitOfSpeedFromTheCardUnlessANewerOneWasSaved)
+{
+    TempFolder card;
+    for (const auto& [unit, expected] : {std::pair{1u, true}, {0u, false}, {0x100u, false}, {0x2u, true}}) {
+        _FILEDATA record;
+        initFileData(record);
+        record.speed_disp_unit = unit;
+        card.file("config.bin", std::as_bytes(std::span(&record, 1)));
+        AppDelegateProbe app("en", {TestDiskArbitration::card(card.path())});
+        EXPECT_FALSE(app.showsMiles());
+        app.desk.dispatcher.runAll();
+        EXPECT_EQ(app.showsMiles(), expected) << unit;
+        AppDelegateProbe later("en", {TestDiskArbitration::card(card.path())});
+        later.controller->setDisplayMile(expected ? 0 : 1);
+        later.desk.dispatcher.runAll();
+        EXPECT_EQ(later.showsMiles(), !expected) << unit;
+    }
+}
+
 TEST(Folder, CancellingThePanelChangesNothing)
 {
     TempFolder folder;

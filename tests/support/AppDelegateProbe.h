@@ -9,8 +9,10 @@
 /// The main controller on the test desktop, and what a test needs to see of it.
 class AppDelegateProbe {
 public:
-    explicit AppDelegateProbe(const std::string& language = "en")
+    explicit AppDelegateProbe(
+        const std::string& language = "en", std::vector<platform::VolumeDescription> cards = {})
     {
+        desk.disks.volumes = std::move(cards);
         controller = std::make_unique<ZVKAppDelegate>(desk.pieces, language);
         controller->awakeFromNib();
         controller->applicationDidFinishLaunching();

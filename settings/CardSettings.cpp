@@ -1,0 +1,119 @@
+#include "settings/CardSettings.h"
+
+#include "cardtools/Volumes.h"
+#include "common/Log.h"
+#include "platform/ReplaceFile.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* cardName = "ZAVIK";
+// Whatever is called config.bin but is no settings file by far is neither copied nor replaced.
+constexpr uintmax_t largestToKeep = 16 * 1024 * 1024;
+
+std::string settingsPathOn(const TKUSBDiskEntity& disk)
+{
+    return (fs::path(disk.mountedURL) / "config.bin").native();
+}
+
+bool isThere(const std::string& path)
+{
+    std::error_code ignored;
+    return fs::exists(path, ignored);
+}
+
+bool holds(const std::string& contents, const std::optional<_FILEDATA>& known)
+{
+    return known && contents.size() == sizeof(_FILEDATA)
+        && std::memcmp(contents.data(), &*known, sizeof(_FILEDATA)) == 0;
+}
+
+/// The file's bytes; nothing when they cannot all be read or are too many.
+std::optional<std::string> contentsOf(const std::string& path)
+{
+    std::error_code error;
+    const uintmax_t size = fs::file_size(path, error);
+    if (error || size > largestToKeep)
+        return {};
+    std::string contents(size_t(size), '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(contents.data(), std::streamsize(size));
+    if (!file || file.peek() != std::ifstream::traits_type::eof())
+        return {};
+    return contents;
+}
+
+/// True when nothing that is not known can be lost any more.
+bool keepOthers(const std::string& path, const std::optional<_FILEDATA>& known)
+{
+    std::error_code ignored;
+    // What is neither a file nor missing is refused by the save itself.
+    if (!fs::is_regular_file(path, ignored))
+        return true;
+    const auto contents = contentsOf(path);
+    std::string failure = "it cannot be read or is too large";
+    if (contents) {
+        if (holds(*contents, known))
+            return true;
+        failure = platform::replaceFile(path + ".bak", *contents);
+    }
+    if (!failure.empty())
+        logFormat("%s cannot be kept: %s", path.c_str(), failure.c_str());
+    return failure.empty();
+}
+
+} // namespace
+
+CardSettings findUSBVolume(platform::DiskArbitration& disks)
+{
+    if (usbVolumeURLs(disks).empty()) {
+        logLine("no removable devices");
+        return {};
+    }
+    auto disk = preferredUSBDisk(disks);
+    if (!disk)
+        return {};
+    std::error_code error;
+    if (fs::file_size(settingsPathOn(*disk), error) != sizeof(_FILEDATA) || error)
+        return {};
+    if (disk->volumeName != cardName) {
+        const std::string failure = disks.setVolumeName(disk->mountedURL, cardName);
+        if (!failure.empty())
+            logFormat("error=%s", failure.c_str());
+        else if (disk = preferredUSBDisk(disks); !disk)
+            return {};
+    }
+    return {settingsPathOn(*disk), disk};
+}
+
+std::optional<std::string> settingsPathToWrite(
+    const std::optional<TKUSBDiskEntity>& selectedUSBDisk, platform::DiskArbitration& disks)
+{
+    if (selectedUSBDisk && isThere(settingsPathOn(*selectedUSBDisk)))
+        return settingsPathOn(*selectedUSBDisk);
+    if (const auto disk = preferredUSBDisk(disks))
+        return settingsPathOn(*disk);
+    return {};
+}
+
+std::optional<std::string> saveFileDataKeeping(
+    const _FILEDATA& record, const std::string& path, const std::optional<_FILEDATA>& known)
+{
+    if (!keepOthers(path, known))
+        return "msg.file_open_fail";
+    return saveFileData(record, path);
+}
+
+bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)
+{
+    _FILEDATA record;
+    initFileDataForRegion(record, m_bKorean);
+    if (const std::string path = findUSBVolume(disks).path; !path.empty())
+        loadFileData(path, record);
+    return (record.speed_disp_unit & 0xFF) != 0;
+}

@@ -1,0 +1,34 @@
+#include "settings/SettingPages.h"
+
+#include "cardtools/ZVKSettingForFlashDataViewController.h"
+
+#include <filesystem>
+
+namespace {
+
+template <typename Page> std::unique_ptr<SettingPage> page(const SettingPageContext&)
+{
+    return std::make_unique<Page>();
+}
+
+std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
+{
+    namespace fs = std::filesystem;
+    auto page = std::make_unique<ZVKSettingForFlashDataViewController>(context.desktop, context.language);
+    if (context.selectedUSBDisk) {
+        std::error_code ignored;
+        const fs::path log = fs::path(context.selectedUSBDisk->mountedURL) / "DrvInfo/zavik_000.drv";
+        if (fs::exists(log, ignored))
+            page->setM_FlashDataFilePath(log.native());
+    }
+    return page;
+}
+
+} // namespace
+
+SettingTabs settingTabs()
+{
+    return {
+        {"setting.driveinfoview", "setting.information", driveInfoPage, true},
+    };
+}

@@ -1,0 +1,408 @@
+#include "common/Log.h"
+#include "platform/SegmentedControl.h"
+#include "platform/Texts.h"
+#include "settings/ZVKSettingController.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+#include <gmock/gmock.h>
+
+#include <cstring>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// Shows and edits one field; what the pages do is written down.
+struct Script {
+    std::optional<QString> complaint;
+    std::optional<int32_t> input; // in place of what is shown
+    int32_t shown = -1;
+    std::vector<std::string> calls;
+};
+
+class TestPage final : public SettingPage {
+public:
+    TestPage(Script& told, std::string pageName)
+        : script(told),
+          name(std::move(pageName))
+    {
+        script.calls.push_back("make " + name);
+        setFocusPolicy(Qt::StrongFocus);
+    }
+    void setFileData(_FILEDATA* live) override
+    {
+        record = live;
+        script.shown = record->time_gmt;
+        script.input.reset();
+    }
+    void populate() override { record->time_gmt = script.input.value_or(script.shown); }
+    std::optional<QString> validateUserInput() override { return script.complaint; }
+    void setMainController(SettingPageHost*) override { }
+    void onHide() override { script.calls.push_back("hide " + name); }
+
+private:
+    Script& script;
+    std::string name;
+    _FILEDATA* record = nullptr;
+};
+
+struct UnitReceiver final : viewControllerForZVKSettingDelegate {
+    std::vector<uint32_t> units;
+    void setDisplayMile(uint32_t value) override { units.push_back(value); }
+};
+
+std::string bytesOf(const _FILEDATA& record)
+{
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
+_FILEDATA recordWith(int32_t zone)
+{
+    _FILEDATA record;
+    initFileDataForRegion(record, false);
+    record.time_gmt = zone;
+    record.speed_disp_unit = 1;
+    return record;
+}
+
+/// The window on a test desktop with a card folder and three pages, of which the last is kept.
+class SettingWindow : public ::testing::Test {
+protected:
+    SettingWindow()
+    {
+        platform::setTextLanguage("en");
+        QCoreApplication::setApplicationVersion("1.2");
+        setLogSink([this](std::string_view line) { log += std::string(line) + "\n"; });
+    }
+    ~SettingWindow() override { setLogSink(before); }
+
+    void insertCard(const TempFolder& folder, const std::string& label = "ZAVIK")
+    {
+        desk.disks.volumes.push_back(TestDiskArbitration::card(folder.path(), label));
+    }
+    static void writeConfig(const TempFolder& folder, const _FILEDATA& record)
+    {
+        const std::string bytes = bytesOf(record);
+        folder.file("config.bin", std::as_bytes(std::span(bytes)));
+    }
+    static int32_t zoneIn(const std::string& path)
+    {
+        _FILEDATA record{};
+        return loadFileData(path, record) ? record.time_gmt : -1;
+    }
+    void show()
+    {
+        const auto page = [this](std::string name) {
+            return
+                [this, name](const SettingPageContext&) { return std::make_unique<TestPage>(script, name); };
+        };
+        window = std::make_unique<ZVKSettingController>(desk.pieces, "en",
+            SettingTabs{{"setting.video", "setting.video", page("a")},
+                {"setting.gps", "setting.gps", page("b")},
+                {"setting.driveinfoview", "setting.information", page("kept"), true}});
+        window->setDelegate(&receiver);
+        window->showWindow();
+    }
+    void open()
+    {
+        show();
+        desk.dispatcher.runAll();
+        desk.dispatcher.advance(500ms);
+    }
+    /// What the user sets on the page, then Save.
+    void save(int32_t zone)
+    {
+        script.input = zone;
+        window->onSave();
+    }
+    QPushButton& button(const char* name) { return *window->window().findChild<QPushButton*>(name); }
+    bool isSheetUp() { return !window->window().findChild<QWidget*>("contentBox")->isEnabled(); }
+    std::vector<std::string>& alerts() { return desk.alerts.shown; }
+
+    TestPlatform desk;
+    TempFolder card;
+    Script script;
+    UnitReceiver receiver;
+    std::unique_ptr<ZVKSettingController> window;
+    std::string log;
+    LogSink before = setLogSink({});
+};
+
+const std::string warning = "Warn|The card is write-protected or cannot be written to.";
+
+TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    show();
+    EXPECT_EQ(script.shown, 28);
+    EXPECT_EQ(window->window().windowTitle(), "Camera Settings[Ver 1.2]");
+    window->onSave();
+    window->changeViewController(1);
+    EXPECT_THAT(script.calls, ElementsAre("make a"));
+    EXPECT_THAT(alerts(), IsEmpty());
+
+    desk.dispatcher.runAll();
+    EXPECT_EQ(script.shown, 5);
+    EXPECT_EQ(window->window().windowTitle().toStdString(),
+        "Camera Settings[Ver 1.2] : " + card.path("config.bin"));
+    EXPECT_TRUE(isSheetUp());
+    desk.dispatcher.advance(499ms);
+    EXPECT_TRUE(isSheetUp());
+    desk.dispatcher.advance(1ms);
+    EXPECT_FALSE(isSheetUp());
+    EXPECT_TRUE(button("saveButton").isEnabled());
+}
+
+TEST_F(SettingWindow, LoadingSheetGoesByItselfAfterFifteenSeconds)
+{
+    open();
+    window->showLoading("Loading...");
+    window->showLoading("Loading...");
+    desk.dispatcher.advance(14'999ms);
+    EXPECT_TRUE(isSheetUp());
+    desk.dispatcher.advance(1ms);
+    EXPECT_FALSE(isSheetUp());
+    EXPECT_EQ(desk.dispatcher.pendingTimers(), 0u);
+}
+
+TEST_F(SettingWindow, AReadThatEndsAfterTheWindowIsDropped)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    for (const int steps : {0, 1, 2}) {
+        SCOPED_TRACE(steps);
+        show();
+        for (int i = 0; i < steps; ++i) {
+            desk.dispatcher.runOneBackground();
+            if (i + 1 < steps)
+                desk.dispatcher.runMain();
+        }
+        window.reset();
+        desk.dispatcher.runAll();
+        desk.dispatcher.advance(1s);
+    }
+    EXPECT_THAT(alerts(), IsEmpty());
+}
+
+TEST_F(SettingWindow, ACardPulledDuringTheReadIsTold)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    show();
+    desk.dispatcher.runOneBackground();
+    fs::remove(card.path("config.bin"));
+    desk.dispatcher.runAll();
+    EXPECT_EQ(script.shown, 28);
+    EXPECT_THAT(alerts(), ElementsAre(HasSubstr("could not be read")));
+}
+
+TEST_F(SettingWindow, AFileOfAnotherSizeIsIgnored)
+{
+    for (const size_t size : {size_t(0), sizeof(_FILEDATA) - 1, sizeof(_FILEDATA) + 1}) {
+        SCOPED_TRACE(size);
+        card.file("config.bin", std::vector<std::byte>(size));
+        desk.disks.volumes.clear();
+        insertCard(card);
+        open();
+        EXPECT_EQ(script.shown, 28);
+        EXPECT_EQ(window->window().windowTitle(), "Camera Settings[Ver 1.2]");
+    }
+}
+
+TEST_F(SettingWindow, ACardOfAnotherNameIsNamed)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card, "블랙박스");
+    desk.disks.nameFailure = "busy";
+    open();
+    EXPECT_THAT(log, HasSubstr("error=busy"));
+    EXPECT_EQ(script.shown, 5);
+    desk.disks.nameFailure.clear();
+    open();
+    EXPECT_EQ(desk.disks.volumes[0].label, "ZAVIK");
+    EXPECT_EQ(script.shown, 5);
+}
+
+TEST_F(SettingWindow, SavesToTheCard)
+{
+    const TempFolder other;
+    struct Row {
+        const char* name;
+        std::function<void()> beforeOpening;
+        std::function<void()> whileOpen;
+        std::string target; // empty: an alert tells that nothing was written
+        std::string keptBytes; // in config.bin.bak
+    };
+    const auto nothing = [] {};
+    const std::string foreign = bytesOf(recordWith(9));
+    const Row rows[] = {
+        {"back to the file that was read", [&] { writeConfig(card, recordWith(5)); }, nothing, "config.bin",
+            {}},
+        {"a card without the file", nothing, nothing, "config.bin", {}},
+        {"a card that appears while the window is open", [&] { desk.disks.volumes.clear(); },
+            [&] {
+                insertCard(card);
+                writeConfig(card, recordWith(9));
+            },
+            "config.bin", foreign},
+        {"changed by another program", [&] { writeConfig(card, recordWith(5)); },
+            [&] { writeConfig(card, recordWith(9)); }, "config.bin", foreign},
+        {"cut by another program", [&] { writeConfig(card, recordWith(5)); },
+            [&] { fs::resize_file(card.path("config.bin"), 100); }, "config.bin",
+            bytesOf(recordWith(5)).substr(0, 100)},
+        {"removed meanwhile", [&] { writeConfig(card, recordWith(5)); },
+            [&] { fs::remove(card.path("config.bin")); }, "config.bin", {}},
+        {"a link",
+            [&] {
+                writeConfig(card, recordWith(5));
+                fs::rename(card.path("config.bin"), card.path("real.bin"));
+                fs::create_symlink("real.bin", card.path("config.bin"));
+            },
+            nothing, "real.bin", {}},
+        {"a folder of that name", [&] { fs::create_directory(card.path("config.bin")); }, nothing, {}, {}},
+        {"the card is pulled", [&] { writeConfig(card, recordWith(5)); },
+            [&] { fs::remove_all(card.path()); }, {}, {}},
+        {"what is there cannot be kept", nothing,
+            [&] {
+                writeConfig(card, recordWith(9));
+                fs::create_directory(card.path("config.bin.bak"));
+            },
+            {}, {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        fs::remove_all(card.path());
+        fs::create_directory(card.path());
+        desk.disks.volumes.clear();
+        alerts().clear();
+        receiver.units.clear();
+        insertCard(card);
+        row.beforeOpening();
+        open();
+        row.whileOpen();
+        window->filedata()->speed_disp_unit = 1;
+        save(7);
+        if (row.target.empty()) {
+            EXPECT_THAT(alerts(), ElementsAre(warning));
+            EXPECT_TRUE(window->window().isVisible());
+            EXPECT_THAT(receiver.units, IsEmpty());
+            continue;
+        }
+        EXPECT_EQ(zoneIn(card.path(row.target)), 7);
+        EXPECT_EQ(contents(card.path("config.bin.bak")), row.keptBytes);
+        EXPECT_THAT(alerts(), ElementsAre(card.path("config.bin") + "|Saved."));
+        EXPECT_FALSE(window->window().isVisible());
+        EXPECT_THAT(receiver.units, ElementsAre(1));
+    }
+}
+
+TEST_F(SettingWindow, OfTwoCardsTheOneThatWasReadIsWritten)
+{
+    const TempFolder other;
+    writeConfig(other, recordWith(9));
+    insertCard(other, "MUSIC");
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    open();
+    EXPECT_EQ(script.shown, 5);
+    desk.disks.volumes[0].label = "ZAVIK"; // now the preferred one
+    save(7);
+    EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
+    EXPECT_EQ(zoneIn(other.path("config.bin")), 9);
+}
+
+TEST_F(SettingWindow, WithoutACardTheUserSaysWhere)
+{
+    const std::string chosen = card.path("mine.bin");
+    for (const auto& [answer, expected] :
+        {std::pair(std::optional<std::string>(), std::vector<std::string>{}),
+            {std::optional(card.path("no/such/folder")), {warning}},
+            {std::optional(chosen), {chosen + "|Saved."}}}) {
+        open();
+        save(7);
+        const platform::SavePanel& panel = desk.panels.save;
+        EXPECT_EQ(panel.title, "Save Settings");
+        EXPECT_EQ(panel.name, "config.bin");
+        EXPECT_THAT(panel.folder.value_or(""), HasSubstr("Desktop"));
+        EXPECT_TRUE(panel.hidesHiddenFiles && panel.asksBeforeReplacing);
+        desk.panels.saveAnswer(answer);
+        EXPECT_EQ(alerts(), expected);
+        EXPECT_EQ(window->window().isVisible(), expected != std::vector{chosen + "|Saved."});
+        alerts().clear();
+    }
+    EXPECT_EQ(zoneIn(chosen), 7);
+    EXPECT_THAT(log, HasSubstr("no removable devices"));
+}
+
+TEST_F(SettingWindow, KeepsThePageWithInvalidInput)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    open();
+    const auto& tabs = *window->window().findChild<platform::SegmentedControl*>("functionSegmentedControl");
+    script.complaint = "Out of range.";
+    window->changeViewController(1);
+    EXPECT_EQ(tabs.selectedSegment(), 0);
+    save(7);
+    EXPECT_THAT(alerts(), ElementsAre("ZAVIK|Out of range.", "ZAVIK|Out of range."));
+    EXPECT_THAT(script.calls, ElementsAre("make a"));
+    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
+
+    script.complaint.reset();
+    window->changeViewController(1);
+    EXPECT_EQ(tabs.selectedSegment(), 1);
+    EXPECT_EQ(script.shown, 7); // what was set on the page before
+    for (const int tab : {2, 0, 2})
+        window->changeViewController(tab);
+    EXPECT_THAT(script.calls,
+        ElementsAre("make a", "hide a", "make b", "hide b", "make kept", "hide kept", "make a", "hide a"));
+}
+
+TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    open();
+    window->onSaveDefaultSetting();
+    EXPECT_EQ(script.shown, 28);
+    EXPECT_EQ(window->filedata()->vid_enc_bitrate, 9000u);
+    window->onCloseCmd();
+    EXPECT_FALSE(window->window().isVisible());
+    EXPECT_EQ(contents(card.path("config.bin")), bytesOf(recordWith(5)));
+}
+
+TEST_F(SettingWindow, TellsWhenThereIsNoDiskUtility)
+{
+    open();
+    window->onDiskUtil();
+    EXPECT_THAT(desk.scripts.commands, ElementsAre("launch Disk Utility"));
+    EXPECT_THAT(alerts(), IsEmpty());
+    desk.scripts.canLaunch = false;
+    window->onDiskUtil();
+    EXPECT_THAT(alerts(), ElementsAre(HasSubstr("ZAVIK|No disk utility")));
+}
+
+TEST_F(SettingWindow, TabKeyGoesThroughThePageBeforeTheButtons)
+{
+    open();
+    QWidget* last = window->window().findChild<QWidget*>("functionSegmentedControl");
+    std::vector<std::string> order;
+    for (QWidget* next = last->nextInFocusChain(); next != last; next = next->nextInFocusChain())
+        if (dynamic_cast<TestPage*>(next))
+            order.emplace_back("page");
+        else if (qobject_cast<QPushButton*>(next))
+            order.push_back(next->objectName().toStdString());
+    EXPECT_THAT(order,
+        ElementsAre(
+            "page", "sdcardFormatButton", "resetButton", "diskUtilButton", "cancelButton", "saveButton"));
+}
+
+} // namespace
