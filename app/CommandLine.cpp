@@ -4,10 +4,14 @@
 
 namespace {
 
-constexpr const char* help = "usage: zavik [--language en|ko|auto] [FOLDER]\n"
-                             "\n"
-                             "Plays a dash camera's recordings with their telemetry.\n"
-                             "FOLDER is opened at once: the camera's card or any folder of recordings.\n";
+constexpr const char* help =
+    "usage: zavik [--language en|ko|auto] [--card FOLDER] [FOLDER]\n"
+    "\n"
+    "Plays a dash camera's recordings with their telemetry.\n"
+    "FOLDER is opened at once: the camera's card or any folder of recordings.\n"
+    "--card FOLDER: the folder takes the part of the camera's card, for its settings,\n"
+    "its clock and its drive log: a copy of a card, or a card that the desktop does\n"
+    "not show as a volume.\n";
 
 bool isLanguage(std::string_view text)
 {
@@ -39,6 +43,10 @@ CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::str
             if (i + 1 == arguments.size() || !isLanguage(arguments[i + 1]))
                 return ending(2, help);
             result.language = arguments[++i];
+        } else if (!onlyPaths && argument == "--card") {
+            if (i + 1 == arguments.size() || result.card)
+                return ending(2, help);
+            result.card = arguments[++i];
         } else if (!onlyPaths && argument.starts_with("-") && argument.size() > 1) {
             return ending(2, "zavik: unknown option " + std::string(argument) + "\n" + help);
         } else if (result.folder) {

@@ -8,6 +8,8 @@
 struct CommandLine {
     /// Recordings to open at once; a path in the file system's bytes.
     std::optional<std::string> folder;
+    /// A folder that takes the part of the camera's card; a path in the file system's bytes.
+    std::optional<std::string> card;
     /// "en", "ko" or "auto".
     std::string language;
     /// Set when the program should print `message` and end with this code.

@@ -28,7 +28,7 @@ int main(int argc, char* argv[])
     style::apply(application);
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
 
-    platform::LinuxPlatform layer;
+    platform::LinuxPlatform layer(command.card);
     PMProgressIndicatorController::sharedInstance().setDispatcher(&layer.platform().dispatcher, [] {
         return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
     });

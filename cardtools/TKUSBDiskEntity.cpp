@@ -1,6 +1,6 @@
 #include "cardtools/TKUSBDiskEntity.h"
 
-#include "cardtools/Volumes.h"
+#include "cardtools/ByteCount.h"
 
 std::string TKUSBDiskEntity::displayString() const
 {

@@ -96,6 +96,11 @@ std::optional<std::string> findUSBVolumeContainingPath(
 
 std::optional<TKUSBDiskEntity> preferredUSBDisk(platform::DiskArbitration& disks)
 {
+    return preferredUSBDisk(usbDiskEntities(disks));
+}
+
+std::optional<TKUSBDiskEntity> preferredUSBDisk(const std::vector<TKUSBDiskEntity>& disks)
+{
     using Wish = bool (*)(const TKUSBDiskEntity&);
     static constexpr Wish wishes[] = {
         isConfiguredCamera,
@@ -104,10 +109,9 @@ std::optional<TKUSBDiskEntity> preferredUSBDisk(platform::DiskArbitration& disks
         [](const TKUSBDiskEntity& disk) { return disk.writable; },
         [](const TKUSBDiskEntity&) { return true; },
     };
-    const std::vector<TKUSBDiskEntity> disksFound = usbDiskEntities(disks);
     for (const Wish wish : wishes) {
-        const auto found = std::ranges::find_if(disksFound, wish);
-        if (found != disksFound.end())
+        const auto found = std::ranges::find_if(disks, wish);
+        if (found != disks.end())
             return *found;
     }
     return std::nullopt;

@@ -28,3 +28,4 @@ std::optional<std::string> findUSBVolumeContainingPath(
 /// The card to use: a writable one labelled "ZAVIK" with a config.bin first, then a writable "ZAVIK", any
 /// "ZAVIK", any writable one, the first one.
 std::optional<TKUSBDiskEntity> preferredUSBDisk(platform::DiskArbitration& disks);
+std::optional<TKUSBDiskEntity> preferredUSBDisk(const std::vector<TKUSBDiskEntity>& disks);

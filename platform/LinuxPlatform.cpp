@@ -1,7 +1,9 @@
 #include "platform/LinuxPlatform.h"
 
+#include "platform/FolderCard.h"
 #include "platform/MpvPlayer.h"
 #include "platform/QtWebView.h"
+#include "platform/UDisks2DiskArbitration.h"
 #include "platform/VideoView.h"
 #include "platform/WebEngine.h"
 
@@ -17,15 +19,18 @@ namespace platform {
 
 namespace {
 
-struct NoVolumes final : DiskArbitration {
-    std::vector<VolumeDescription> mountedVolumes() override { return {}; }
-    std::string setVolumeName(const std::string&, const std::string&) override { return "no volumes"; }
-};
+std::unique_ptr<DiskArbitration> volumes(const std::optional<std::string>& cardFolder)
+{
+    auto mounted = std::make_unique<UDisks2DiskArbitration>();
+    if (!cardFolder)
+        return mounted;
+    return std::make_unique<FolderCard>(*cardFolder, std::move(mounted));
+}
 
 } // namespace
 
-LinuxPlatform::LinuxPlatform()
-    : disks(std::make_unique<NoVolumes>()),
+LinuxPlatform::LinuxPlatform(const std::optional<std::string>& cardFolder)
+    : disks(volumes(cardFolder)),
       pieces{*dispatcher, panels, alerts, defaults, screens, printing, scripts, *disks,
           [](VideoView& view) { return makeMpvPlayer(view); },
           [engine = std::make_shared<WebEngine>()](

@@ -13,7 +13,8 @@ namespace platform {
 /// The desktop as it is. Created on the main thread after the application object.
 class LinuxPlatform {
 public:
-    LinuxPlatform();
+    /// A folder given here takes the part of the camera's card, before the mounted volumes.
+    explicit LinuxPlatform(const std::optional<std::string>& cardFolder = {});
     ~LinuxPlatform();
 
     Platform& platform() { return pieces; }

@@ -8,6 +8,9 @@
 #include <QDBusMessage>
 
 #include <algorithm>
+#include <future>
+#include <memory>
+#include <thread>
 #include <utility>
 
 namespace platform {
@@ -54,6 +57,17 @@ private:
     QDBusConnection connection;
 };
 
+/// Nothing when the bus takes the connection but says nothing before the limit. Qt itself would wait on.
+std::shared_ptr<Bus> openBus(const std::string& address, std::chrono::milliseconds limit)
+{
+    std::promise<std::shared_ptr<Bus>> opened;
+    auto bus = opened.get_future();
+    std::thread([address, promise = std::move(opened)]() mutable {
+        promise.set_value(std::make_shared<Bus>(address));
+    }).detach();
+    return bus.wait_for(limit) == std::future_status::ready ? bus.get() : nullptr;
+}
+
 bool isError(const QDBusMessage& reply)
 {
     return reply.type() != QDBusMessage::ReplyMessage;
@@ -93,12 +107,17 @@ BlockDevices UDisks2DiskArbitration::blockDevices()
 {
     if (steady_clock::now() < silentUntil.load())
         return {};
-    const Bus bus(surroundings.busAddress);
-    if (!bus.isConnected()) {
-        report(bus.trouble());
+    const auto bus = openBus(surroundings.busAddress, surroundings.limit);
+    if (!bus) {
+        silentUntil = steady_clock::now() + surroundings.pause;
+        report("the system bus does not answer");
         return {};
     }
-    const QDBusMessage reply = bus.call("/org/freedesktop/UDisks2", "org.freedesktop.DBus.ObjectManager",
+    if (!bus->isConnected()) {
+        report(bus->trouble());
+        return {};
+    }
+    const QDBusMessage reply = bus->call("/org/freedesktop/UDisks2", "org.freedesktop.DBus.ObjectManager",
         "GetManagedObjects", {}, surroundings.limit);
     if (isError(reply) || reply.signature() != QLatin1String("a{oa{sa{sv}}}")) {
         if (isTimeout(reply))
@@ -130,14 +149,14 @@ std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, 
     if (block->mountPoints.size() > 1)
         return mountPath + " is mounted elsewhere, too";
 
-    const Bus bus(surroundings.busAddress);
-    if (!bus.isConnected())
-        return bus.trouble();
+    const auto bus = openBus(surroundings.busAddress, surroundings.limit);
+    if (!bus || !bus->isConnected())
+        return bus ? bus->trouble() : "the system bus does not answer";
     const auto act = [&](const char* method, QVariantList arguments) {
         // A question for a password would outlast the limit.
         arguments << QVariant(QVariantMap{{QStringLiteral("auth.no_user_interaction"), true}});
         const QDBusMessage reply =
-            bus.call(block->object, filesystem, method, arguments, surroundings.actionLimit);
+            bus->call(block->object, filesystem, method, arguments, surroundings.actionLimit);
         return isError(reply) ? std::string(method) + ": " + errorText(reply) : std::string();
     };
     if (std::string trouble = act("Unmount", {}); !trouble.empty())

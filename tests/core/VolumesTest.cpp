@@ -1,4 +1,5 @@
 #include "cardtools/Volumes.h"
+#include "platform/FolderCard.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestDiskArbitration.h"
 
@@ -104,6 +105,28 @@ TEST_F(VolumesTest, FindsTheFirstCardThatHoldsAPath)
     EXPECT_EQ(findUSBVolumeContainingPath(disks, "/timeset.cfg"), folder.path("file"));
     EXPECT_EQ(findUSBVolumeContainingPath(disks, "DrvInfo"), folder.path("folder"));
     EXPECT_EQ(findUSBVolumeContainingPath(disks, "none"), std::nullopt);
+}
+
+TEST_F(VolumesTest, AFolderTakesThePartOfTheCard)
+{
+    auto system = std::make_unique<TestDiskArbitration>();
+    system->volumes = {TestDiskArbitration::card("/media/real")};
+    const std::string copy = folder.path("copy of a card");
+    std::filesystem::create_directory(copy);
+    platform::FolderCard volumes(copy + "/./", std::move(system));
+    EXPECT_THAT(usbVolumeURLs(volumes), ElementsAre(copy, "/media/real"));
+    const TKUSBDiskEntity card = preferredUSBDisk(volumes).value();
+    EXPECT_EQ(card.mountedURL, copy);
+    EXPECT_EQ(card.deviceFilePath, "folder");
+    EXPECT_EQ(card.deviceModel, "copy of a card");
+    EXPECT_GT(card.volumeSize, 0u);
+    EXPECT_TRUE(card.writable);
+    EXPECT_NE(volumes.setVolumeName(copy, "OTHER"), "");
+    EXPECT_EQ(volumes.setVolumeName("/media/real", "OTHER"), "");
+
+    std::filesystem::remove(copy);
+    EXPECT_THAT(usbVolumeURLs(volumes), ElementsAre("/media/real"));
+    EXPECT_THAT(usbVolumeURLs(*std::make_unique<platform::FolderCard>(copy, nullptr)), IsEmpty());
 }
 
 } // namespace

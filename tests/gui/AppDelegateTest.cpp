@@ -194,8 +194,11 @@ TEST(CommandLineArguments, AreRefusedWithUsageWhenWrong)
     EXPECT_EQ(parse({"/card"}).folder, "/card");
     EXPECT_EQ(parse({"--language", "ko", "--", "-odd"}).folder, "-odd");
     EXPECT_EQ(parse({"--language", "ko"}).language, "ko");
+    EXPECT_EQ(parse({"--card", "/copy", "/card"}).card, "/copy");
+    EXPECT_EQ(parse({"--card", "/copy", "/card"}).folder, "/card");
     EXPECT_EQ(parse({"--help"}).exitCode, 0);
-    for (const auto& wrong : {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"}})
+    for (const auto& wrong : {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"},
+             {"--card"}, {"--card", "a", "--card", "b"}})
         EXPECT_EQ(CommandLine::parsed(wrong, "en").exitCode, 2);
 }
 

@@ -6,6 +6,9 @@
 #include <QCoreApplication>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -185,6 +188,21 @@ TEST_F(UDisks2Test, WithoutServiceOrBusTheListIsEmptyAndTheLogTellsWhyOnce)
     EXPECT_NE(noBus.setVolumeName("/media", "ZAVIK"), "");
     EXPECT_THAT(log.back(), HasSubstr("volumes: no system bus"));
     EXPECT_EQ(log.size(), 3u);
+}
+
+TEST_F(UDisks2Test, ABusThatAcceptsAndSaysNothingIsNotWaitedFor)
+{
+    const std::string path = folder.path("mute");
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int mute = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(::bind(mute, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(mute, 1), 0);
+    UDisks2DiskArbitration disks({.busAddress = "unix:path=" + path, .limit = 300ms, .pause = 60s});
+    EXPECT_THAT(disks.mountedVolumes(), IsEmpty());
+    EXPECT_THAT(disks.mountedVolumes(), IsEmpty());
+    EXPECT_THAT(log, ElementsAre("volumes: the system bus does not answer"));
+    ::close(mute);
 }
 
 TEST_F(UDisks2Test, AnyThreadMayAsk)
