@@ -1,0 +1,44 @@
+#include "settings/GpsFields.h"
+
+#include "common/InterfaceHelpers.h"
+#include "platform/Texts.h"
+#include "settings/PageControls.h"
+#include "settings/TimeZones.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+
+using platform::localized;
+
+void GpsFields::setUp() const
+{
+    QStringList days;
+    for (const char* day : {"none", "mon", "tue", "wed", "thu", "fri", "sat", "sun"})
+        days += localized(day);
+    setSegmentLabels(*drivingDaySeg, days);
+    setSegmentLabels(*speedDisplayUnitSeg, {"Km/h", "Mi/h"});
+    setSegmentLabels(*osdSpeedDisplaySeg, offOnLabels());
+    setComboItems(*timeGmtCombo, QStringList(timeZones.begin(), timeZones.end()));
+    summerTimeChk->setText(localized("summerTime"));
+    explain(*summerTimeChk, "setting.gps.time_summer_guide");
+}
+
+void GpsFields::display(const _FILEDATA& record) const
+{
+    drivingDaySeg->setSelectedSegment(record.nodriving_day);
+    speedDisplayUnitSeg->setSelectedSegment(record.speed_disp_unit);
+    osdSpeedDisplaySeg->setSelectedSegment(record.osd_speed_flag);
+    const bool isZone = record.time_gmt >= 0 && record.time_gmt < int(timeZones.size());
+    timeGmtCombo->setCurrentIndex(isZone ? record.time_gmt : -1);
+    summerTimeChk->setChecked(record.summer_time != 0);
+}
+
+void GpsFields::populate(_FILEDATA& record) const
+{
+    storeSegment(*drivingDaySeg, record.nodriving_day);
+    storeSegment(*speedDisplayUnitSeg, record.speed_disp_unit);
+    storeSegment(*osdSpeedDisplaySeg, record.osd_speed_flag);
+    if (timeGmtCombo->currentIndex() >= 0)
+        record.time_gmt = timeGmtCombo->currentIndex();
+    record.summer_time = summerTimeChk->isChecked() ? 1 : 0;
+}
