@@ -107,7 +107,7 @@ void ZVKSettingForVideoViewController::arrangeBitrateCells()
     constexpr int inside = 14;
     auto& cells = static_cast<QGridLayout&>(*outlets->videoEncodingBitrate->layout());
     cells.setContentsMargins(inside, 0, inside, 12);
-    cells.setHorizontalSpacing(outlets->bitrateLayout->horizontalSpacing() + 2 * inside);
+    cells.setHorizontalSpacing(outlets->qualityBoxesLayout->spacing() + 2 * inside);
     for (int column = 0; column < outlets->videoEncodingBitrate->columns(); ++column)
         cells.setColumnStretch(column, 1);
     outlets->videoEncodingBitrate->raise();

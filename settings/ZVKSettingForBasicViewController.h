@@ -1,0 +1,71 @@
+#pragma once
+
+#include "settings/RecordPage.h"
+
+#include <array>
+#include <memory>
+
+class ThresholdField;
+
+namespace Ui {
+class ZVKSettingForBasicViewController;
+}
+namespace platform {
+struct Platform;
+class SegmentedControl;
+} // namespace platform
+
+/// The settings page of the basics: the camera's screen, recording mode, impact detection, automatic modes,
+/// security light, heat protection, video output and plate number.
+class ZVKSettingForBasicViewController : public RecordPage {
+    Q_OBJECT
+
+public:
+    explicit ZVKSettingForBasicViewController(platform::Platform& desktop, QWidget* parent = nullptr);
+    ~ZVKSettingForBasicViewController() override;
+
+    std::optional<QString> validateUserInput() override;
+
+    /// The standby list's item for so many seconds; the middle one for a time that is not in the list.
+    static int findAlwaysModeTimeoutIndexByValue(uint32_t seconds);
+    /// The preset with these thresholds in hundredths of g; 5 (custom) when there is none.
+    static int findDrivingGsensorThresholdIndex(int32_t x, int32_t y, int32_t z);
+    static int findParkingGsensorThresholdIndex(int32_t x, int32_t y, int32_t z);
+
+protected:
+    void showRecord(const _FILEDATA& record) override;
+    void storeControls(_FILEDATA& record) override;
+
+private:
+    using Thresholds = std::array<int32_t, 3>; // X, Y, Z in hundredths of g
+
+    /// One of the two groups of impact settings, while driving and while parked.
+    struct Sensitivity {
+        platform::SegmentedControl* segments;
+        std::array<ThresholdField*, 3> fields;
+        std::array<int32_t _FILEDATA::*, 3> thresholds;
+        const std::array<Thresholds, 5>& presets;
+    };
+
+    static int presetIndex(const std::array<Thresholds, 5>& presets, const Thresholds& wanted);
+    static const std::array<Thresholds, 5> drivingPresets;
+    static const std::array<Thresholds, 5> parkingPresets;
+
+    void awakeFromNib();
+    void setUpSegments();
+    void setUpSensitivity(const Sensitivity& group, const QString& title);
+    void explainWords();
+    void connectActions();
+    void changeGsensorEnable();
+    void updateGsensorThreshold();
+    void clickAutoParkingModeChk();
+    void clickSafeTemperatureModeChck();
+    void focus(QWidget& control);
+    void showCarNumber(const _FILEDATA& record);
+    void storeCarNumber(_FILEDATA& record);
+
+    platform::Platform& desktop;
+    std::unique_ptr<Ui::ZVKSettingForBasicViewController> outlets;
+    std::array<Sensitivity, 2> sensitivities; // driving, parking
+    bool isPlateReadable = true;
+};
