@@ -14,6 +14,7 @@ namespace {
 constexpr qreal ringWidth = 2;
 constexpr qreal radius = 6;
 constexpr int padding = 13; // left and right of a label
+constexpr int comfortableWidth = 56; // of a segment with a short label
 
 /// Takes the mouse and stands for the segment in the accessibility tree; the control draws it.
 class Segment : public QRadioButton {
@@ -23,15 +24,19 @@ public:
     {
         setFocusPolicy(Qt::NoFocus);
         setAttribute(Qt::WA_Hover);
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     }
     QSize sizeHint() const override
+    {
+        const QSize least = minimumSizeHint();
+        return {std::max(least.width(), comfortableWidth), least.height()};
+    }
+    QSize minimumSizeHint() const override
     {
         parentWidget()->ensurePolished();
         const QFontMetrics metrics(parentWidget()->font());
         return {metrics.horizontalAdvance(text()) + 2 * padding, metrics.height() + 16};
     }
-    QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent*) override { }

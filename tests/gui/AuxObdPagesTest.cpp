@@ -1,0 +1,193 @@
+#include "lib/RangeSlider/SMDoubleSlider.h"
+#include "platform/SegmentedControl.h"
+#include "platform/Texts.h"
+#include "settings/FileData.h"
+#include "settings/ZVKSettingForAuxViewController.h"
+#include "settings/ZVKSettingForObdViewController.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+namespace {
+
+template <typename Page> struct Fixture : testing::Test {
+    Fixture()
+    {
+        initFileDataForRegion(record, false);
+        page.setFileData(&record);
+    }
+    template <typename Control> Control& find(const char* name)
+    {
+        return *page.template findChild<Control*>(QLatin1String(name));
+    }
+    int segment(const char* name) { return find<platform::SegmentedControl>(name).selectedSegment(); }
+    void select(const char* name, int value)
+    {
+        find<platform::SegmentedControl>(name).setSelectedSegment(value);
+    }
+    std::string text(const char* name) { return find<QLineEdit>(name).text().toStdString(); }
+    std::string label(const char* name) { return find<QLabel>(name).text().toStdString(); }
+
+    /// A record shown and stored by an untouched page, with the listed fields taken over from `stored`.
+    template <typename... Fields>
+    void expectOnlyThese(const _FILEDATA& before, const _FILEDATA& stored, Fields... fields)
+    {
+        _FILEDATA allowed = before;
+        ((allowed.*fields = stored.*fields), ...);
+        EXPECT_EQ(std::memcmp(&allowed, &stored, sizeof stored), 0);
+    }
+    void fillRandomly(std::mt19937& random)
+    {
+        // Every byte, and now and then values that the controls know.
+        auto* bytes = reinterpret_cast<unsigned char*>(&record);
+        for (size_t i = 0; i < sizeof record; ++i)
+            bytes[i] = static_cast<unsigned char>(random());
+    }
+
+    TestPlatform desktop;
+    _FILEDATA record;
+    Page page{desktop.pieces};
+};
+
+struct AuxPage : Fixture<ZVKSettingForAuxViewController> { };
+struct ObdPage : Fixture<ZVKSettingForObdViewController> { };
+
+TEST_F(AuxPage, SharesFollowTheKnobsAndEachKindNeedsATenth)
+{
+    EXPECT_EQ(text("alwaysField") + " " + text("motionField") + " " + text("eventField"), "70 10 20");
+    auto& slider = find<SMDoubleSlider>("sdRatioSlider");
+    EXPECT_EQ(slider.intLoValue(), 70);
+    EXPECT_EQ(slider.intHiValue(), 80);
+    EXPECT_TRUE(find<QLabel>("sdcardCapacityWarningLabel").isHidden());
+
+    const _FILEDATA before = record;
+    slider.updateBoundControllerHiValue(95.7); // as a drag does
+    EXPECT_EQ(text("eventField"), "5");
+    EXPECT_EQ(page.validateUserInput(), platform::localized("msg.sdcard_ratio_too_low"));
+    page.populate();
+    EXPECT_EQ(std::memcmp(&before, &record, sizeof record), 0)
+        << "nothing is stored while the input is not valid";
+    slider.updateBoundControllerHiValue(20);
+    slider.updateBoundControllerLoValue(10);
+    EXPECT_EQ(page.validateUserInput(), std::nullopt);
+    page.populate();
+    EXPECT_EQ(record.sd_mem_always_ratio, 10U);
+    EXPECT_EQ(record.sd_mem_motion_ratio, 10U);
+    EXPECT_EQ(record.sd_mem_event_ratio, 80U);
+}
+
+TEST_F(AuxPage, MotionSensitivities)
+{
+    struct Case {
+        uint32_t hd, fhd;
+        int hdSegment, fhdSegment;
+        uint32_t hdStored, fhdStored;
+    };
+    const Case cases[] = {{75, 90, 2, 2, 75, 90}, {100, 80, 3, 3, 100, 100}, {50, 65, 0, 0, 50, 65},
+        {150, 130, 4, 4, 150, 130}, {55, 70, 0, 1, 50, 70}, {60, 1, 1, 1, 60, 70}};
+    for (const Case& c : cases) {
+        record.motion720pCValue = c.hd;
+        record.motion1080pCValue = c.fhd;
+        page.setFileData(&record);
+        EXPECT_EQ(segment("HDSensitivitySeg"), c.hdSegment);
+        EXPECT_EQ(segment("FHDSensitivitySeg"), c.fhdSegment);
+        page.populate();
+        EXPECT_EQ(record.motion720pCValue, c.hdStored);
+        EXPECT_EQ(record.motion1080pCValue, c.fhdStored);
+    }
+    find<QCheckBox>("useMotionChk").click();
+    EXPECT_EQ(record.motion_detect_mode_on, 0U) << "at once";
+    EXPECT_FALSE(find<platform::SegmentedControl>("HDSensitivitySeg").isEnabled());
+    EXPECT_FALSE(find<platform::SegmentedControl>("FHDSensitivitySeg").isEnabled());
+}
+
+TEST_F(AuxPage, AnUntouchedPageKeepsWhatItsControlsCannotShow)
+{
+    record.BrightnessFixed = 3000;
+    page.setFileData(&record);
+    EXPECT_EQ(segment("useEnvironmentSeg"), 0);
+    page.populate();
+    EXPECT_EQ(record.BrightnessFixed, 1U);
+
+    std::mt19937 random(37);
+    for (int round = 0; round < 300; ++round) {
+        fillRandomly(random);
+        if (round % 2) { // shares that can be stored at all
+            record.sd_mem_always_ratio = 10 + random() % 40;
+            record.sd_mem_motion_ratio = 10 + random() % 30;
+        }
+        const _FILEDATA before = record;
+        page.setFileData(&record);
+        page.populate();
+        expectOnlyThese(before, record, &_FILEDATA::sd_mem_event_ratio, &_FILEDATA::BrightnessFixed,
+            &_FILEDATA::motion_detect_mode_on, &_FILEDATA::motion720pCValue, &_FILEDATA::motion1080pCValue);
+        EXPECT_EQ(page.validateUserInput().has_value(), round % 2 == 0);
+    }
+}
+
+TEST_F(ObdPage, VoltageAndEcoRange)
+{
+    EXPECT_EQ(find<QComboBox>("powerVoltageCombo").currentText(), "12.1v");
+    find<QComboBox>("powerVoltageCombo").setCurrentIndex(0);
+    auto& slider = find<SMDoubleSlider>("ecoSlider");
+    slider.updateBoundControllerLoValue(30);
+    slider.updateBoundControllerHiValue(70);
+    EXPECT_EQ(label("ecoDriveLabel"), "Eco Drive : 0.70 or more");
+    EXPECT_EQ(label("normalDriveLabel"), "Normal Drive : 0.70 ~ 0.30");
+    EXPECT_EQ(label("unecoDriveLabel"), "Uneco Drive : 0.30 or less");
+    page.populate();
+    EXPECT_EQ(record.sd_mem_always_reserved, 11500U);
+    EXPECT_EQ(record.drivingSecurity, 70U);
+    EXPECT_EQ(record.parkingSecurity, 30U);
+}
+
+TEST_F(ObdPage, IntervalAndParkingShareOneField)
+{
+    struct Case {
+        uint32_t before;
+        int interval, parking;
+        uint32_t shown, stored;
+    };
+    const Case cases[] = {{0x12, 1, 1, 0x12, 0x12}, {0x01, 0, 0, 0x01, 0x01}, {0x13, 3, 1, 0x14, 0x14},
+        {0x03, 3, 0, 0x04, 0x04}, {0x24, 3, 0, 0x24, 0x04}, {0x10, -1, 1, 0x10, 0x10},
+        {0x29, -1, 0, 0x29, 0x29}, {0xABCD0011, 0, 1, 0xABCD0011, 0x11}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.before);
+        record.SaveDuration = c.before;
+        page.setFileData(&record);
+        EXPECT_EQ(segment("saveDurationSeg"), c.interval);
+        EXPECT_EQ(segment("useObdParkingSeg"), c.parking);
+        EXPECT_EQ(record.SaveDuration, c.shown);
+        page.populate();
+        EXPECT_EQ(record.SaveDuration, c.stored);
+    }
+    record.SaveDuration = 0x09;
+    page.setFileData(&record);
+    select("useObdParkingSeg", 1);
+    page.populate();
+    EXPECT_EQ(record.SaveDuration, 0x19U) << "the interval that cannot be shown stays";
+}
+
+TEST_F(ObdPage, AnUntouchedPageKeepsWhatItsControlsCannotShow)
+{
+    std::mt19937 random(36);
+    for (int round = 0; round < 300; ++round) {
+        fillRandomly(random);
+        const _FILEDATA before = record;
+        page.setFileData(&record);
+        page.populate();
+        expectOnlyThese(before, record, &_FILEDATA::summer_time, &_FILEDATA::SaveDuration,
+            &_FILEDATA::sd_mem_event_reserved, &_FILEDATA::MemConfig);
+        EXPECT_EQ(record.summer_time, before.summer_time != 0 ? 1U : 0U);
+        EXPECT_EQ(record.MemConfig, before.MemConfig != 0 ? 1U : 0U);
+    }
+}
+
+} // namespace
