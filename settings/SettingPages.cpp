@@ -1,14 +1,15 @@
 #include "settings/SettingPages.h"
 
 #include "cardtools/ZVKSettingForFlashDataViewController.h"
+#include "settings/ZVKSettingForAuxViewController.h"
 
 #include <filesystem>
 
 namespace {
 
-template <typename Page> std::unique_ptr<SettingPage> page(const SettingPageContext&)
+template <typename Page> std::unique_ptr<SettingPage> page(const SettingPageContext& context)
 {
-    return std::make_unique<Page>();
+    return std::make_unique<Page>(context.desktop);
 }
 
 std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
@@ -29,6 +30,7 @@ std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
 SettingTabs settingTabs()
 {
     return {
+        {"setting.aux", "setting.aux", page<ZVKSettingForAuxViewController>},
         {"setting.driveinfoview", "setting.information", driveInfoPage, true},
     };
 }
