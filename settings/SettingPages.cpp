@@ -1,7 +1,11 @@
 #include "settings/SettingPages.h"
 
 #include "cardtools/ZVKSettingForFlashDataViewController.h"
+#include "settings/ZVKSettingForAudioViewController.h"
 #include "settings/ZVKSettingForAuxViewController.h"
+#include "settings/ZVKSettingForBasicViewController.h"
+#include "settings/ZVKSettingForGpsViewController.h"
+#include "settings/ZVKSettingForVideoViewController.h"
 
 #include <filesystem>
 
@@ -30,7 +34,11 @@ std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
 SettingTabs settingTabs()
 {
     return {
+        {"setting.video", "setting.video", page<ZVKSettingForVideoViewController>},
+        {"setting.basic", "setting.basic", page<ZVKSettingForBasicViewController>},
+        {"setting.gps", "setting.gps", page<ZVKSettingForGpsViewController>},
         {"setting.aux", "setting.aux", page<ZVKSettingForAuxViewController>},
+        {"setting.audio", "setting.audio", page<ZVKSettingForAudioViewController>},
         {"setting.driveinfoview", "setting.information", driveInfoPage, true},
     };
 }

@@ -52,6 +52,9 @@ void ZVKSettingController::hidePage()
         return;
     populate();
     targetController->onHide();
+    // The keys stay with the window when the control that had them goes.
+    if (targetController->isAncestorOf(view->focusWidget()))
+        outlets->functionSegmentedControl->setFocus();
     outlets->targetView->takeWidget();
     targetController->hide();
     // The page itself may have asked for the switch.
