@@ -1,0 +1,114 @@
+#!/usr/bin/env bash
+# Opens the settings from the real program on a sample card, changes something on every page with the keyboard,
+# saves, and looks at the card's file and at the player.
+# usage: settings.sh ZAVIK SAMPLECARD [FOLDER FOR SCREENSHOTS]
+set -euo pipefail
+zavik=$1 samplecard=$2 shots=${3:-}
+for tool in Xvfb xdotool import ffmpeg; do
+  command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
+done
+
+work=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$work"' EXIT
+log=$work/zavik.log card=$work/card config=$work/card/config.bin
+
+fail() { echo "FAILED: $1" >&2; tail -n 15 "$log" >&2; import -window root "$work/failed.png" 2>/dev/null || true
+  [ -z "$shots" ] || cp "$work/failed.png" "$shots/"; exit 1; }
+# Waits until the command succeeds; says what it waited for when it never does.
+await() { local what=$1; shift; for _ in $(seq 200); do "$@" && return 0; sleep 0.1; done; fail "$what"; }
+shot=0
+step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root "$shots/$shot-${1// /-}.png"; }
+
+"$samplecard" --seconds 10 "$card" >/dev/null
+rm -f "$config"
+Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+for _ in $(seq 100); do [ "$(wc -l <"$work/display")" -gt 0 ] && break; sleep 0.1; done
+DISPLAY=:$(cat "$work/display")
+export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work/data HOME=$work
+export LIBGL_ALWAYS_SOFTWARE=1
+# The display's and the web engine's own libraries do not stand the strictest checks.
+export ASAN_OPTIONS=new_delete_type_mismatch=0
+export LSAN_OPTIONS=suppressions=$(dirname "$0")/../leaks.txt:print_suppressions=0
+# The page of the map cannot have its own sandbox when root runs this.
+[ "$(id -u)" -ne 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
+
+"$zavik" --card "$card" "$card" 2>"$log" &
+program=$!
+player=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZAVIK$' | head -n 1) || fail "no window"
+key() { xdotool key --delay 60 "$@"; }
+region() { import -window "$1" -crop "$2" +repage rgb:- | md5sum; }
+changes() { local before; before=$(region "$@"); sleep 0.3; [ "$before" != "$(region "$@")" ]; }
+rests() { ! changes "$@"; }
+settings_window() { xdotool search --onlyvisible --name '^Camera Settings' 2>/dev/null | head -n 1; }
+is_open() { [ -n "$(settings_window)" ]; }
+is_closed() { ! is_open; }
+windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }
+# The alert that has come since the windows were listed.
+alert() { comm -13 <(echo "$known") <(windows) | tail -n 1; }
+has_alert() { [ -n "$(alert)" ]; }
+# A 32-bit field of the camera's record, by its offset.
+field() { od -An -tu4 -j "$1" -N 4 "$config" | tr -d ' '; }
+is_record() { [ -f "$config" ] && [ "$(stat -c %s "$config")" = 272 ]; }
+
+open_settings() {
+  xdotool windowfocus --sync "$player"; key ctrl+comma
+  await "the settings do not come" is_open
+  window=$(settings_window)
+  xdotool windowfocus --sync "$window"
+  # The sheet's bar moves while the card is read.
+  await "the loading sheet does not go" rests "$window" 320x60+240+300
+}
+save() {
+  known=$(windows); key ctrl+s
+  await "no word about the save" has_alert
+  step "$1"
+  xdotool windowfocus --sync "$(alert)"; key Return
+  await "the window does not close after the save" is_closed
+}
+page() { key "ctrl+$1"; step "page $1"; }
+changed() { [ "$(field "$1")" != "$2" ] || fail "$3 is still $2"; }
+
+xdotool windowfocus "$player"
+await "the list stays empty" eval \
+  '[ "$(import -window "$player" -crop 330x24+676+108 +repage png:- | identify -format %k -)" -gt 20 ]'
+xdotool mousemove --window "$player" 850 120 click --repeat 2 --delay 60 1
+await "nothing plays" changes "$player" 560x300+40+80
+xdotool windowfocus "$player"; key space
+await "space does not pause" rests "$player" 560x300+40+80
+
+open_settings
+save "saved to a card without settings"
+is_record || fail "no record on the card"
+before=$(for offset in 56 4 164 232 200; do field $offset; done)
+set -- $before
+kilometres=$(region "$player" 130x130+540+400)
+
+open_settings
+page 1; key Tab Right
+page 2; key Tab Right
+page 3; key Tab Tab Right
+page 4; key shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab Right
+[ "$(xdotool getwindowname "$window")" = "$(xdotool getwindowname "$(settings_window)")" ] || fail "another window"
+page 5; key Tab space
+page 6
+step "all pages seen"
+xdotool getwindowname "$window" | grep -qF ": $config" || fail "the title is $(xdotool getwindowname "$window")"
+save "saved"
+changed 56 "$1" "the resolution"
+changed 4 "$2" "the screen's layout"
+[ "$(field 164)" = 1 ] || fail "the unit of speed is $(field 164)"
+changed 232 "$4" "the place of use"
+changed 200 "$5" "voice recording"
+[ ! -e "$config.bak" ] || fail "a copy was kept of what was read"
+[ "$kilometres" != "$(region "$player" 130x130+540+400)" ] || fail "the player still shows kilometres"
+step "miles"
+
+open_settings
+key Escape
+await "Escape does not close" is_closed
+xdotool windowfocus --sync "$player"; xdotool mousemove --window "$player" 996 25 click 1
+ended() { ! kill -0 "$program" 2>/dev/null; }
+await "the program does not end" ended
+wait "$program" || fail "the program ended with $?"
+! grep -qE 'ERROR: (Address|Leak)Sanitizer|runtime error' "$log" || fail "a sanitizer spoke"
+echo "the camera's settings were changed on every page"
