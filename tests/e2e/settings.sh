@@ -19,7 +19,7 @@ await() { local what=$1; shift; for _ in $(seq 200); do "$@" && return 0; sleep 
 shot=0
 step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root "$shots/$shot-${1// /-}.png"; }
 
-"$samplecard" --seconds 10 "$card" >/dev/null
+"$samplecard" --seconds 6 "$card" >/dev/null
 rm -f "$config"
 Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 for _ in $(seq 100); do [ "$(wc -l <"$work/display")" -gt 0 ] && break; sleep 0.1; done
