@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace cli {
@@ -24,6 +26,16 @@ struct Streams {
 struct Arguments {
     std::vector<std::string_view> operands;
     std::string_view flag; ///< empty: none was given
+    std::vector<std::pair<std::string_view, std::string_view>> values; ///< options with their values
+
+    /// The value that was given last to an option; nothing when it was not given.
+    std::optional<std::string_view> value(std::string_view option) const;
+};
+
+/// A flag that is followed by a value.
+struct Option {
+    std::string_view name;
+    std::span<const std::string_view> choices = {}; ///< the values that fit; any when empty
 };
 
 /// One command of the program, as data.
@@ -36,6 +48,7 @@ struct Command {
     size_t mostOperands;
     std::span<const std::string_view> flags; ///< alternatives: at most one of them may be given
     ExitCode (*run)(const Arguments& arguments, Streams streams);
+    std::span<const Option> options = {};
 };
 
 /// Writes the one line that goes with `ExitCode::Failure`, and returns that. Control characters in the

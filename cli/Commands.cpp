@@ -7,6 +7,7 @@ std::span<const Command* const> commands()
     static constexpr const Command* all[] = {
         &listCommand,
         &telemetryCommand,
+        &volumesCommand,
     };
     return all;
 }

@@ -8,6 +8,7 @@ namespace cli {
 
 extern const Command listCommand;
 extern const Command telemetryCommand;
+extern const Command volumesCommand;
 
 /// All commands, in the order of the help.
 std::span<const Command* const> commands();

@@ -74,4 +74,10 @@ JsonWriter& JsonWriter::boolean(bool value)
     return *this;
 }
 
+JsonWriter& JsonWriter::null()
+{
+    separated() += "null";
+    return *this;
+}
+
 } // namespace cli

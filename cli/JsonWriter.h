@@ -22,6 +22,7 @@ public:
     /// null for infinities and NaN.
     JsonWriter& number(double number);
     JsonWriter& boolean(bool value);
+    JsonWriter& null();
 
     /// What has been written so far.
     const std::string& document() const { return text; }

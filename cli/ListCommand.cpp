@@ -1,17 +1,16 @@
 #include "cli/Commands.h"
+#include "cli/Escapes.h"
 #include "cli/JsonWriter.h"
-#include "common/Log.h"
+#include "cli/LogCapture.h"
 #include "media/MediaDirection.h"
 #include "media/MediaPath.h"
 #include "media/ZVKMediaList.h"
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <ostream>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 namespace cli {
@@ -53,31 +52,6 @@ void writeJson(std::ostream& out, const std::vector<ZVKMedia>& medias)
     out << json.document() << '\n';
 }
 
-/// A name may hold anything but "/" and NUL; a row stays a row, and nothing commands the terminal.
-std::string printable(std::string path)
-{
-    std::ranges::replace_if(
-        path, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
-    return path;
-}
-
-/// What the walk could not read; empty when it read everything.
-class WalkTrouble {
-public:
-    WalkTrouble()
-        : before(setLogSink([this](std::string_view line) { text = line; }))
-    {
-    }
-    ~WalkTrouble() { setLogSink(std::move(before)); }
-    WalkTrouble(const WalkTrouble&) = delete;
-    WalkTrouble& operator=(const WalkTrouble&) = delete;
-
-    std::string text;
-
-private:
-    LogSink before;
-};
-
 void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
 {
     constexpr std::array kinds = {"always ", "motion ", "event  "};
@@ -101,7 +75,7 @@ ExitCode runList(const Arguments& arguments, Streams streams)
     const std::filesystem::directory_iterator listing(folder, error);
     if (error)
         return failure(streams, arguments.operands.front(), error.message());
-    WalkTrouble trouble;
+    const LogCapture trouble;
     const std::vector<ZVKMedia> medias = ZVKMediaList::sortedMedias(folder);
     if (arguments.flag == "--json")
         writeJson(streams.out, medias);

@@ -57,23 +57,41 @@ void writeHelp(std::ostream& out)
     out << "\n\"zavikctl COMMAND --help\" tells more about one of them.\n\n" << conventions;
 }
 
+/// Adds a flag, with its value where it takes one, and moves on past it. What is wrong with it, or nothing.
+std::string addFlag(Arguments& arguments, const Command& command, Words words, size_t& at)
+{
+    const std::string_view word = words[at];
+    const auto option = std::ranges::find(command.options, word, &Option::name);
+    if (option != command.options.end()) {
+        if (++at == words.size())
+            return std::string(word) + " needs a value";
+        if (!option->choices.empty()
+            && std::ranges::find(option->choices, words[at]) == option->choices.end())
+            return std::string(word) + " cannot be " + std::string(words[at]);
+        arguments.values.emplace_back(word, words[at]);
+        return {};
+    }
+    if (std::ranges::find(command.flags, word) == command.flags.end())
+        return "unknown flag " + std::string(word);
+    if (!arguments.flag.empty() && arguments.flag != word)
+        return std::string(arguments.flag) + " and " + std::string(word) + " exclude each other";
+    arguments.flag = word;
+    return {};
+}
+
 /// The command's arguments, or what is wrong with them.
 std::variant<Arguments, std::string> sorted(const Command& command, Words words)
 {
     Arguments arguments;
     bool onlyOperands = false;
-    for (const std::string_view word : words) {
-        if (onlyOperands || word.size() < 2 || word.front() != '-') {
+    for (size_t at = 0; at < words.size(); ++at) {
+        const std::string_view word = words[at];
+        if (onlyOperands || word.size() < 2 || word.front() != '-')
             arguments.operands.push_back(word);
-        } else if (word == "--") {
+        else if (word == "--")
             onlyOperands = true;
-        } else if (std::ranges::find(command.flags, word) == command.flags.end()) {
-            return "unknown flag " + std::string(word);
-        } else if (!arguments.flag.empty() && arguments.flag != word) {
-            return std::string(arguments.flag) + " and " + std::string(word) + " exclude each other";
-        } else {
-            arguments.flag = word;
-        }
+        else if (std::string problem = addFlag(arguments, command, words, at); !problem.empty())
+            return problem;
     }
     if (arguments.operands.size() < command.fewestOperands)
         return "too few arguments";
@@ -117,6 +135,16 @@ ExitCode dispatch(Words words, Streams streams)
 }
 
 } // namespace
+
+std::optional<std::string_view> Arguments::value(std::string_view option) const
+{
+    std::optional<std::string_view> last;
+    for (const auto& [name, given] : values) {
+        if (name == option)
+            last = given;
+    }
+    return last;
+}
 
 ExitCode failure(Streams streams, std::string_view subject, std::string_view reason)
 {

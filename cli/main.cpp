@@ -1,5 +1,7 @@
 #include "cli/Program.h"
+#include "cli/VolumesSource.h"
 #include "common/Log.h"
+#include "platform/SystemVolumes.h"
 
 #include <csignal>
 #include <iostream>
@@ -11,6 +13,7 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
     setLogSink({});
+    cli::setVolumesSource(platform::systemVolumes);
 
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
     return static_cast<int>(cli::run(words, {std::cout, std::cerr}));

@@ -1,0 +1,10 @@
+#include "platform/SystemVolumes.h"
+
+namespace platform {
+
+std::unique_ptr<DiskArbitration> systemVolumes()
+{
+    return nullptr;
+}
+
+} // namespace platform

@@ -1,0 +1,92 @@
+#include "cli/VolumesSource.h"
+#include "common/Log.h"
+#include "tests/core/CliSupport.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestDiskArbitration.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class CliVolumesTest : public testing::Test {
+protected:
+    ~CliVolumesTest() override { cli::setVolumesSource({}); }
+
+    static void mount(std::vector<platform::VolumeDescription> volumes)
+    {
+        cli::setVolumesSource([volumes] {
+            auto disks = std::make_unique<TestDiskArbitration>();
+            disks->volumes = volumes;
+            return disks;
+        });
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(CliVolumesTest, ListsTheCardToUseFirst)
+{
+    platform::VolumeDescription music = TestDiskArbitration::card("/media/\"1\"", "MUSIC");
+    music.mediaPath = "usb-2";
+    music.deviceName = "sdc";
+    music.deviceModel.reset();
+    music.writable = false;
+    music.whole = true;
+    platform::VolumeDescription disk = music;
+    disk.removable = false;
+    mount({music, disk, TestDiskArbitration::card("/media/a\nb")});
+
+    EXPECT_EQ(zavikctl({"volumes", "--json"}).out,
+        R"([{"display":"[1.9 GB] ZAVIK <Card Reader>","volumeName":"ZAVIK","mountedURL":"/media/a\u000ab",)"
+        R"("deviceFilePath":"sdb1","deviceModel":"Card Reader","volumeSize":1977614336,"writable":true,)"
+        R"("mediaWhole":false,"key":"usb-1"},
+{"display":"[1.9 GB] MUSIC ","volumeName":"MUSIC","mountedURL":"/media/\"1\"","deviceFilePath":"sdc",)"
+        R"("deviceModel":null,"volumeSize":1977614336,"writable":false,"mediaWhole":true,"key":"usb-2"}]
+)");
+    const Outcome text = zavikctl({"volumes"});
+    EXPECT_THAT(
+        text.out, StartsWith("[1.9 GB] ZAVIK <Card Reader>\n    /media/a?b\n    sdb1, 1977614336 bytes"));
+    EXPECT_THAT(text.out, HasSubstr("sdc, 1977614336 bytes, write-protected, whole medium\n"));
+    EXPECT_EQ(text.code, 0);
+}
+
+TEST_F(CliVolumesTest, AFolderStandsInForACard)
+{
+    const Outcome alone = zavikctl({"volumes", "--card", folder.path(), "--json"});
+    EXPECT_EQ(alone.code, 0) << "also in a program that knows no volumes";
+    EXPECT_THAT(
+        alone.out, HasSubstr("\"mountedURL\":\"" + folder.path() + "\",\"deviceFilePath\":\"folder\""));
+    const Outcome missing = zavikctl({"volumes", "--card", folder.path("none")});
+    EXPECT_EQ(missing.code, 1);
+    EXPECT_THAT(missing.err, HasSubstr("is no folder"));
+}
+
+TEST_F(CliVolumesTest, TellsNoCardFromASystemThatCannotSay)
+{
+    EXPECT_EQ(zavikctl({"volumes"}).code, 1) << "a program that knows no volumes";
+    mount({});
+    EXPECT_EQ(zavikctl({"volumes", "--json"}).out, "[]\n");
+    EXPECT_EQ(zavikctl({"volumes"}).code, 0);
+
+    struct Silent final : platform::DiskArbitration {
+        std::vector<platform::VolumeDescription> mountedVolumes() override
+        {
+            logLine("volumes: no system bus");
+            return {};
+        }
+        std::string setVolumeName(const std::string&, const std::string&) override { return {}; }
+    };
+    cli::setVolumesSource([] { return std::make_unique<Silent>(); });
+    const Outcome silent = zavikctl({"volumes"});
+    EXPECT_EQ(silent.code, 1);
+    EXPECT_THAT(silent.out, IsEmpty());
+    EXPECT_EQ(silent.err, "zavikctl: volumes: no system bus\n");
+    EXPECT_EQ(zavikctl({"volumes", "--card", folder.path()}).code, 0);
+}
+
+} // namespace
