@@ -158,10 +158,11 @@ void DriveRecordPage::showState()
         return;
     }
     const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
-    const bool isCut = m_FlashDataNum() < m_pFalshSaveValue->announced();
-    outlets.stateLabel->setText(platform::localized(isCut ? "drivelog.cut" : "drivelog.count")
-                                    .arg(numbers.toString(qlonglong(m_FlashDataNum())),
-                                        numbers.toString(qlonglong(m_pFalshSaveValue->announced()))));
+    const QString count = numbers.toString(qlonglong(m_FlashDataNum()));
+    const uint32_t announced = m_pFalshSaveValue->announced();
+    outlets.stateLabel->setText(m_FlashDataNum() == announced
+            ? platform::localized("drivelog.count").arg(count)
+            : platform::localized("drivelog.cut").arg(count, numbers.toString(announced)));
 }
 
 std::string DriveRecordPage::stringForColumnIndex(int64_t column, int64_t row) const

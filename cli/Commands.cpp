@@ -8,6 +8,7 @@ std::span<const Command* const> commands()
         &listCommand,
         &telemetryCommand,
         &volumesCommand,
+        &driveLogCommand,
     };
     return all;
 }

@@ -6,6 +6,7 @@
 
 namespace cli {
 
+extern const Command driveLogCommand;
 extern const Command listCommand;
 extern const Command telemetryCommand;
 extern const Command volumesCommand;

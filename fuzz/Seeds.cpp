@@ -2,7 +2,9 @@
 
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
+#include "tools/samplecard/DriveLogWriter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -75,6 +77,19 @@ void addNMEASentences(SeedFolder folder)
         + sentenceWithChecksum("GPGSV,2,2,05,15,40,083,46"));
 }
 
+void addDriveLogs(SeedFolder folder)
+{
+    std::vector<std::byte> log = samplecard::driveLogOf({}, 3);
+    const auto add = [&] { folder.add({reinterpret_cast<const char*>(log.data()), log.size()}); };
+    add();
+    log.resize(log.size() - 7);
+    add();
+    for (const unsigned char count : {0, 1, 255}) {
+        std::fill_n(log.begin(), 4, std::byte{count});
+        add();
+    }
+}
+
 void addRecordingNames(SeedFolder folder)
 {
     for (const char* name : {"/card/AlwaysMovie/alwa_20150321_142530_F.avi", "motion_20150321_142530.AVI",
@@ -94,6 +109,7 @@ int main(int argumentCount, char** arguments)
     addRecordings(SeedFolder(folder / "SideData"));
     addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
     addNMEASentences(SeedFolder(folder / "NMEASentence"));
+    addDriveLogs(SeedFolder(folder / "DriveLog"));
     addRecordingNames(SeedFolder(folder / "RecordingName"));
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "tools/samplecard/CardSteps.h"
 
+#include "tools/samplecard/DriveLogWriter.h"
+
 #include <array>
 #include <fstream>
 
@@ -21,6 +23,7 @@ std::span<const CardStep> cardSteps()
     static constexpr std::array kSteps{
         CardStep{"folders", addFolders},
         CardStep{"recordings", addRecordings},
+        CardStep{"the drive log", addDriveLog},
         CardStep{"odd files", addOddFiles},
     };
     return kSteps;
@@ -34,6 +37,17 @@ std::optional<std::string> addFolders(const CardWork& work)
         if (failure)
             return std::string(name) + ": " + failure.message();
     }
+    return std::nullopt;
+}
+
+std::optional<std::string> addDriveLog(const CardWork& work)
+{
+    const auto file = driveLogOf(work.drive, int(Drive::kParked) + work.seconds);
+    const std::string bytes(reinterpret_cast<const char*>(file.data()), file.size());
+    std::error_code failure;
+    std::filesystem::create_directory(work.card / "DrvInfo", failure);
+    if (!writeText(work.card / "DrvInfo/zavik_000.drv", bytes))
+        return "DrvInfo/zavik_000.drv cannot be written";
     return std::nullopt;
 }
 

@@ -32,6 +32,8 @@ std::span<const CardStep> cardSteps();
 
 std::optional<std::string> addFolders(const CardWork& work);
 std::optional<std::string> addRecordings(const CardWork& work);
+/// The camera's log of the whole drive.
+std::optional<std::string> addDriveLog(const CardWork& work);
 /// Files that a list of recordings must pass over.
 std::optional<std::string> addOddFiles(const CardWork& work);
 

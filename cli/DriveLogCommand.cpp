@@ -1,0 +1,93 @@
+#include "cardtools/DriveLogCsv.h"
+#include "cardtools/DriveLogTitles.h"
+#include "cli/Commands.h"
+#include "telemetry/FileByteSource.h"
+
+#include <ostream>
+
+namespace cli {
+
+namespace {
+
+std::string_view problem(DriveLogEnd end)
+{
+    switch (end) {
+    case DriveLogEnd::Cut:
+        return "ends early";
+    case DriveLogEnd::DeviceFailed:
+        return "could not be read to its end";
+    case DriveLogEnd::NoHeader:
+        return "is no drive log";
+    case DriveLogEnd::ImpossibleCount:
+        return "announces more records than a file can hold";
+    default:
+        return "could not be read";
+    }
+}
+
+/// The records from where the reader stands, a piece at a time, however many there are.
+uint64_t writeRecords(DriveLogReader& reader, const DriveLogFormat& format, DriveLogCsv& csv)
+{
+    constexpr size_t recordsAtOnce = 4096;
+    std::vector<std::byte> records(recordsAtOnce * format.recordSize);
+    uint64_t written = 0;
+    for (size_t count = recordsAtOnce; count == recordsAtOnce;) {
+        count = reader.read(records);
+        for (size_t i = 0; i < count; ++i) {
+            if (!csv.writeRecord(records.data() + i * format.recordSize))
+                return written;
+        }
+        written += count;
+    }
+    csv.finish();
+    return written;
+}
+
+ExitCode runDriveLog(const Arguments& arguments, Streams streams)
+{
+    const std::string path(arguments.operands.front());
+    const DriveLogFormat* format = driveLogFormatOf(path);
+    if (!format)
+        return failure(streams, path, "is neither a .drv nor an .obd file");
+    const auto file = FileByteSource::open(path.c_str());
+    if (!file)
+        return failure(streams, path, "cannot be opened");
+    DriveLogReader reader(*file, *format);
+    const auto announced = reader.readHeader();
+    if (!announced)
+        return failure(streams, path, problem(reader.end()));
+
+    DriveLogCsv csv(*format, [&](std::string_view lines, int64_t) {
+        return bool(streams.out.write(lines.data(), static_cast<std::streamsize>(lines.size())));
+    });
+    csv.writeTitles(driveLogColumnNames(*format, arguments.value("--lang").value_or("en")));
+    const uint64_t written = writeRecords(reader, *format, csv);
+    if (reader.end() == DriveLogEnd::Whole)
+        return ExitCode::Success;
+    streams.out.flush();
+    return failure(streams, path,
+        std::string(problem(reader.end())) + ": " + std::to_string(written) + " of "
+            + std::to_string(*announced) + " records");
+}
+
+constexpr std::string_view languages[] = {"en", "ko"};
+constexpr Option options[] = {{"--lang", languages}};
+
+} // namespace
+
+const Command driveLogCommand = {
+    .name = "drive-log",
+    .synopsis = "FILE [--lang en|ko]",
+    .summary = "Writes a drive log (.drv or .obd) as CSV, as the drive log page exports it.",
+    .details =
+        "--lang: the language of the titles in the first line; en when not given. Fields are separated by\n"
+        "\",\" without quotes, lines end with a line feed. Of a file that ends early the whole records are\n"
+        "written; a line on the error stream and exit code 1 say so.\n",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .flags = {},
+    .run = runDriveLog,
+    .options = options,
+};
+
+} // namespace cli

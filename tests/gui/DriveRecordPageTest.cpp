@@ -1,0 +1,289 @@
+#include "cardtools/ZVKSettingForFlashDataViewController.h"
+#include "cardtools/ZVKSettingForObdDriveInfoViewController.h"
+#include "common/Log.h"
+#include "platform/Texts.h"
+#include "settings/FileData.h"
+#include "tests/support/DriveLogs.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+struct Host final : SettingPageHost {
+    Texts calls;
+    void showLoading(const QString& title) override { calls.push_back("show " + title.toStdString()); }
+    void setLoadingTitle(const QString& title) override { calls.push_back(title.toStdString()); }
+    void hideLoading() override { calls.push_back("hide"); }
+};
+
+template <typename Page> class PageTest : public ::testing::Test {
+protected:
+    PageTest()
+        : previous(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
+    {
+        page->setMainController(&host);
+        window.resize(940, 520);
+        page->resize(window.size());
+        page->setParent(&window);
+        window.show();
+    }
+    ~PageTest() override { setLogSink(previous); }
+
+    template <typename Child> Child& child(const char* name)
+    {
+        return *page->template findChild<Child*>(name);
+    }
+    QTableView& table() { return child<QTableView>("tableView"); }
+    int rows() { return table().model()->rowCount(); }
+
+    void open(const std::string& path)
+    {
+        page->openFileDialog();
+        desktop.panels.openAnswer(path);
+        desktop.dispatcher.runAll();
+    }
+    template <typename Record> void open(std::vector<Record> records)
+    {
+        open(folder.file("log", driveLogFile(records)));
+    }
+    void saveAs(const std::string& path)
+    {
+        page->onSaveCSVFile();
+        desktop.panels.saveAnswer(path);
+        desktop.dispatcher.runAll();
+        desktop.dispatcher.advance(std::chrono::milliseconds(500));
+    }
+
+    TestPlatform desktop;
+    TempFolder folder;
+    Host host;
+    QWidget window;
+    _FILEDATA record{};
+    std::unique_ptr<Page> page = std::make_unique<Page>(desktop.pieces, "en");
+    Texts lines;
+    LogSink previous;
+};
+
+using FlashPage = PageTest<ZVKSettingForFlashDataViewController>;
+using ObdPage = PageTest<ZVKSettingForObdDriveInfoViewController>;
+
+TEST_F(FlashPage, ReadsTheCardsLogOnceBehindTheSheet)
+{
+    page->setM_FlashDataFilePath(folder.file("zavik_000.drv", driveLogFile(std::vector(2, flashRecord()))));
+    page->setMainController(nullptr);
+    page->setFileData(&record);
+    EXPECT_TRUE(host.calls.empty());
+    page->setMainController(&host); // the window hands itself over after the record
+    page->openFileDialog();
+    EXPECT_FALSE(desktop.panels.openAnswer) << "nothing else while a log is read";
+    desktop.dispatcher.runAll();
+    EXPECT_EQ(host.calls, (Texts{"show Loading...", "hide"}));
+    EXPECT_EQ(rows(), 2);
+
+    page->setFileData(&record);
+    desktop.dispatcher.runAll();
+    EXPECT_EQ(host.calls.size(), 2u);
+}
+
+TEST_F(FlashPage, ALogThatIsNotThereLeavesAHintWhatToDo)
+{
+    page->setM_FlashDataFilePath(folder.path("none.drv"));
+    page->setFileData(&record);
+    EXPECT_EQ(desktop.dispatcher.runAll(), 0u);
+    EXPECT_TRUE(child<QLabel>("emptyLabel").isVisible());
+    EXPECT_FALSE(child<QPushButton>("exportButton").isEnabled());
+    page->onSaveCSVFile();
+    EXPECT_FALSE(desktop.panels.saveAnswer);
+    open(std::vector<FlashDataRecord>{});
+    EXPECT_EQ(child<QLabel>("emptyLabel").text(), "This drive log has no records.");
+    open(std::vector{flashRecord()});
+    EXPECT_FALSE(child<QLabel>("emptyLabel").isVisible());
+}
+
+TEST_F(FlashPage, AnUnreadableLogIsToldAndTheRowsStay)
+{
+    open(std::vector(3, flashRecord()));
+    EXPECT_EQ(desktop.panels.open.type, "drv");
+    const FlashDataRecord one = flashRecord();
+    std::vector<std::byte> impossible = driveLogFile(std::vector{one});
+    std::memset(impossible.data(), 0xFF, 4);
+    for (const std::string& path : {folder.path("none"), folder.path(), folder.file("empty"),
+             folder.file("header", std::as_bytes(std::span(&one, 1)).first(11)),
+             folder.file("impossible", impossible)}) {
+        SCOPED_TRACE(path);
+        desktop.alerts.shown.clear();
+        open(path);
+        desktop.dispatcher.advance(std::chrono::milliseconds(500));
+        EXPECT_EQ(desktop.alerts.shown.size(), 1u);
+        EXPECT_EQ(rows(), 3);
+        EXPECT_EQ(page->stringForColumnIndex(1, 2), "65535");
+        EXPECT_EQ(host.calls.back(), "hide");
+    }
+    EXPECT_EQ(lines.front(), "fopen fail:" + folder.path("none"));
+}
+
+TEST_F(FlashPage, ACutLogShowsItsWholeRecordsAndSaysSo)
+{
+    std::vector<std::byte> file = driveLogFile(std::vector(3, flashRecord()));
+    file.pop_back();
+    open(folder.file("cut.drv", file));
+    EXPECT_EQ(rows(), 2);
+    EXPECT_EQ(child<QLabel>("stateLabel").text(), "The log ends early: 2 of 3 records could be read.");
+}
+
+TEST_F(FlashPage, DoubleClickAndEnterOpenTheMapAtTheRow)
+{
+    desktop.screens.frame = {100, 200, 500, 400};
+    open(std::vector{flashRecord(), FlashDataRecord{.latWhole = 3734}});
+    const auto doubleClick = [&](QPoint at) {
+        QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, at);
+    };
+    doubleClick(table().viewport()->rect().bottomLeft() + QPoint(5, -5));
+    QTest::mouseDClick(table().horizontalHeader()->viewport(), Qt::LeftButton, {}, {20, 8});
+    EXPECT_EQ(lines, (Texts{"rowNum=-1", "rowNum=-1"}));
+    EXPECT_TRUE(desktop.map.loads.empty());
+
+    doubleClick(table().visualRect(table().model()->index(0, 3)).center());
+    EXPECT_EQ(lines[2], "rowNum=0");
+    EXPECT_EQ(desktop.map.scripts, Texts{"setLatLag('127.041667','37.568723')"});
+    EXPECT_EQ(desktop.screens.frame.x, 600) << "beside the window";
+
+    table().setCurrentIndex(table().model()->index(1, 0));
+    QTest::keyClick(&table(), Qt::Key_Return);
+    EXPECT_EQ(lines.back(), "rowNum=1");
+    EXPECT_EQ(desktop.map.scripts.size(), 1u) << "no longitude: no fix";
+    EXPECT_EQ(desktop.map.loads.size(), 1u) << "the same window again";
+
+    page->onHide();
+    QTest::keyClick(&table(), Qt::Key_Enter);
+    EXPECT_EQ(desktop.map.loads.size(), 2u);
+}
+
+TEST_F(FlashPage, ExportsInLogicalOrderOverALongerFile)
+{
+    open(std::vector(2000, flashRecord()));
+    table().horizontalHeader()->moveSection(14, 0);
+    const std::string path = folder.file("zavik_000.csv", std::vector(size_t{1} << 20, std::byte{'x'}));
+    saveAs(path);
+    EXPECT_EQ(desktop.panels.save.name, "zavik_000");
+    EXPECT_EQ(desktop.panels.save.type, "csv");
+    EXPECT_EQ(desktop.alerts.shown, Texts{"ZAVIK|Saved."});
+    const std::string csv = contents(path);
+    EXPECT_TRUE(csv.starts_with("No.,Seq.,Date,Time,Day,Latitude,Longitude,Distance,Speed,"))
+        << csv.substr(0, 90);
+    EXPECT_EQ(std::ranges::count(csv, '\n'), 2001);
+    EXPECT_TRUE(csv.ends_with(",12.5\n"));
+    EXPECT_EQ(host.calls[2], "show Saving...");
+    EXPECT_TRUE(host.calls[3].starts_with("Saving... ") && host.calls[3].ends_with(" %")) << host.calls[3];
+    EXPECT_EQ(host.calls.back(), "hide");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
+        << "nothing beside it";
+}
+
+/// Files of this process end at a size, as they would on a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{size, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+private:
+    rlimit before{};
+};
+
+TEST_F(FlashPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
+{
+    open(std::vector(2000, flashRecord()));
+    const std::string path = folder.file("zavik_000.csv", std::as_bytes(std::span("old", 3)));
+    const std::string told = "ZAVIK|" + platform::localized("msg.write_failed").toStdString();
+    {
+        const FullDisk disk(100000);
+        saveAs(path);
+    }
+    saveAs(folder.path());
+    saveAs(folder.path("no/such/folder.csv"));
+    EXPECT_EQ(desktop.alerts.shown, (Texts{told, told, told}));
+    EXPECT_EQ(contents(path), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST_F(FlashPage, AWorkUnderWayIsDroppedWithThePage)
+{
+    open(std::vector(2000, flashRecord()));
+    const std::string csv = folder.path("late.csv");
+    page->onSaveCSVFile();
+    desktop.panels.saveAnswer(csv);
+    page->onHide();
+    page.reset();
+    desktop.dispatcher.runAll();
+    desktop.dispatcher.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(std::filesystem::exists(csv));
+    EXPECT_TRUE(desktop.alerts.shown.empty());
+
+    page = std::make_unique<ZVKSettingForFlashDataViewController>(desktop.pieces, "en");
+    open(std::vector(3, flashRecord()));
+    page->loadFlashDataFile();
+    desktop.dispatcher.runBackground();
+    page.reset(); // between the read and its hand-over
+    desktop.dispatcher.runAll();
+}
+
+TEST_F(ObdPage, ShowsAndExportsItsOwnColumns)
+{
+    open(std::vector{obdRecord()});
+    EXPECT_EQ(desktop.panels.open.type, "obd");
+    EXPECT_EQ(table().model()->columnCount(), 26);
+    EXPECT_EQ(table().model()->index(0, 19).data().toString(), "D");
+    page->onSaveCSVFile();
+    EXPECT_EQ(desktop.panels.save.name, "zavik_obd");
+}
+
+template <typename Page> void expectTitlesFit(TestPlatform& desktop, const DriveLogFormat& format)
+{
+    for (const char* language : {"en", "ko"}) {
+        platform::setTextLanguage(language);
+        Page page(desktop.pieces, language);
+        page.show();
+        QHeaderView& header = *page.template findChild<QTableView*>("tableView")->horizontalHeader();
+        for (int i = 0; i < header.count(); ++i) {
+            EXPECT_EQ(header.sectionSize(i), format.columns[size_t(i)].width);
+            const QString title = header.model()->headerData(i, Qt::Horizontal).toString();
+            EXPECT_FALSE(title.isEmpty() || title.contains(',')) << i;
+            constexpr int padding = 6;
+            EXPECT_LE(header.fontMetrics().horizontalAdvance(title) + padding, header.sectionSize(i))
+                << language << ' ' << title.toStdString();
+        }
+    }
+    platform::setTextLanguage("en");
+}
+
+TEST(DriveRecordColumns, HaveTitlesThatFitInBothLanguages)
+{
+    TestPlatform desktop;
+    expectTitlesFit<ZVKSettingForFlashDataViewController>(desktop, flashDataFormat);
+    expectTitlesFit<ZVKSettingForObdDriveInfoViewController>(desktop, obdDriveFormat);
+}
+
+} // namespace
