@@ -9,6 +9,8 @@ std::span<const Command* const> commands()
         &telemetryCommand,
         &volumesCommand,
         &driveLogCommand,
+        &configCommand,
+        &sizeCommand,
     };
     return all;
 }

@@ -6,8 +6,10 @@
 
 namespace cli {
 
+extern const Command configCommand;
 extern const Command driveLogCommand;
 extern const Command listCommand;
+extern const Command sizeCommand;
 extern const Command telemetryCommand;
 extern const Command volumesCommand;
 

@@ -78,7 +78,8 @@ StreamedFile::StreamedFile(const std::string& path)
     }
     beside.clear();
     const int why = errno;
-    descriptor = exists ? ::open(target.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC) : -1;
+    // What is there is not thrown away first: on a full disk its room is all there is.
+    descriptor = exists ? ::open(target.c_str(), O_WRONLY | O_CLOEXEC) : -1;
     if (descriptor < 0)
         failure = why;
 }
@@ -94,16 +95,20 @@ bool StreamedFile::write(std::string_view piece)
 {
     while (failure == 0 && !piece.empty()) {
         const ssize_t count = ::write(descriptor, piece.data(), piece.size());
-        if (count > 0)
+        if (count > 0) {
             piece.remove_prefix(static_cast<size_t>(count));
-        else if (count == 0 || errno != EINTR)
+            length += count;
+        } else if (count == 0 || errno != EINTR) {
             fail();
+        }
     }
     return failure == 0;
 }
 
 std::string StreamedFile::finish()
 {
+    if (failure == 0 && beside.empty() && ::ftruncate(descriptor, length) != 0)
+        fail();
     if (failure == 0 && ::fsync(descriptor) != 0)
         fail();
     close();

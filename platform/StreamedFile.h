@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -31,6 +31,7 @@ private:
     std::string target;
     std::string beside; // the temporary file; empty when written in place
     int descriptor = -1;
+    int64_t length = 0; // written so far
     int failure = 0; // errno
 };
 

@@ -1,5 +1,6 @@
 #include "tools/samplecard/CardSteps.h"
 
+#include "settings/FileData.h"
 #include "tools/samplecard/DriveLogWriter.h"
 
 #include <array>
@@ -24,6 +25,7 @@ std::span<const CardStep> cardSteps()
         CardStep{"folders", addFolders},
         CardStep{"recordings", addRecordings},
         CardStep{"the drive log", addDriveLog},
+        CardStep{"settings and clock", addSettings},
         CardStep{"odd files", addOddFiles},
     };
     return kSteps;
@@ -48,6 +50,18 @@ std::optional<std::string> addDriveLog(const CardWork& work)
     std::filesystem::create_directory(work.card / "DrvInfo", failure);
     if (!writeText(work.card / "DrvInfo/zavik_000.drv", bytes))
         return "DrvInfo/zavik_000.drv cannot be written";
+    return std::nullopt;
+}
+
+std::optional<std::string> addSettings(const CardWork& work)
+{
+    _FILEDATA record;
+    initFileDataForRegion(record, false);
+    finishFileData(record);
+    if (saveFileData(record, (work.card / "config.bin").string()))
+        return "config.bin cannot be written";
+    if (!writeText(work.card / "timeset.cfg", "2024/05/18 18:12:00"))
+        return "timeset.cfg cannot be written";
     return std::nullopt;
 }
 

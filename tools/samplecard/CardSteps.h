@@ -34,6 +34,8 @@ std::optional<std::string> addFolders(const CardWork& work);
 std::optional<std::string> addRecordings(const CardWork& work);
 /// The camera's log of the whole drive.
 std::optional<std::string> addDriveLog(const CardWork& work);
+/// The settings of a new camera, and its clock at the beginning of the drive.
+std::optional<std::string> addSettings(const CardWork& work);
 /// Files that a list of recordings must pass over.
 std::optional<std::string> addOddFiles(const CardWork& work);
 

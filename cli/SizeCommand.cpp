@@ -1,0 +1,35 @@
+#include "cardtools/ByteCount.h"
+#include "cli/Commands.h"
+
+#include <charconv>
+#include <ostream>
+
+namespace cli {
+
+namespace {
+
+ExitCode runSize(const Arguments& arguments, Streams streams)
+{
+    const std::string_view text = arguments.operands.front();
+    uint64_t bytes = 0;
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), bytes);
+    if (error != std::errc() || stop != text.data() + text.size())
+        return failure(streams, text, "is no number of bytes");
+    streams.out << formatByteCount(bytes) << '\n';
+    return ExitCode::Success;
+}
+
+} // namespace
+
+const Command sizeCommand = {
+    .name = "size",
+    .synopsis = "BYTES",
+    .summary = "Says a size in bytes as the program shows it.",
+    .details = "A text of at most six characters, such as \"1.9 GB\"; units of 1024.\n",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .flags = {},
+    .run = runSize,
+};
+
+} // namespace cli
