@@ -11,6 +11,7 @@ std::span<const Command* const> commands()
         &driveLogCommand,
         &configCommand,
         &sizeCommand,
+        &clockCommand,
     };
     return all;
 }

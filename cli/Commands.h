@@ -12,6 +12,7 @@ extern const Command listCommand;
 extern const Command sizeCommand;
 extern const Command telemetryCommand;
 extern const Command volumesCommand;
+extern const Command clockCommand;
 
 /// All commands, in the order of the help.
 std::span<const Command* const> commands();

@@ -1,0 +1,199 @@
+#include "cardtools/ZVKTimeSetupController.h"
+
+#include "cardtools/Volumes.h"
+#include "common/Alerts.h"
+#include "common/Log.h"
+#include "platform/Texts.h"
+#include "ui_ZVKTimeSetupController.h"
+
+#include <QDialog>
+#include <QPointer>
+
+#include <chrono>
+#include <filesystem>
+
+using platform::localized;
+
+ZVKTimeSetupController::ZVKTimeSetupController(
+    platform::Platform& layer, const std::string& language, Now moment)
+    : desktop(layer),
+      now(std::move(moment)),
+      locale(language == "ko" ? QLocale(QLocale::Korean, QLocale::SouthKorea)
+                              : QLocale(QLocale::English, QLocale::UnitedStates))
+{
+}
+
+ZVKTimeSetupController::~ZVKTimeSetupController() = default;
+
+QWidget& ZVKTimeSetupController::window()
+{
+    if (!loaded) {
+        auto dialog = std::make_unique<QDialog>();
+        outlets = std::make_unique<Ui::ZVKTimeSetupController>();
+        outlets->setupUi(dialog.get());
+        loaded = std::move(dialog);
+        windowDidLoad();
+    }
+    return *loaded;
+}
+
+void ZVKTimeSetupController::showWindow()
+{
+    window().show();
+    window().raise();
+    window().activateWindow();
+}
+
+void ZVKTimeSetupController::windowDidLoad()
+{
+    setTexts();
+    onInitDIalog();
+    connectOutlets();
+    loaded->adjustSize();
+    loaded->setFixedSize(loaded->size());
+    const platform::Rect visible = desktop.screens.screenOf(*loaded).visibleFrame;
+    const double width = loaded->width();
+    const double height = loaded->height();
+    desktop.screens.setFrameOf(*loaded,
+        {visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height});
+}
+
+void ZVKTimeSetupController::setTexts()
+{
+    loaded->setWindowTitle(localized("clock.window_title"));
+    outlets->dateBox->setTitle(localized("clock.date"));
+    outlets->timeBox->setTitle(localized("clock.time"));
+    outlets->saveButton->setText(localized("save"));
+    outlets->cancelButton->setText(localized("cancel"));
+    outlets->datePicker->setLocale(locale);
+    outlets->datePicker->setAccessibleName(localized("clock.date"));
+    outlets->timePicker->setAccessibleName(localized("clock.time"));
+    outlets->clockTimePicker->setAccessibleName(localized("clock.face"));
+    outlets->clockTimePicker->setToolTip(localized("clock.face_tip"));
+    outlets->clockTimePicker->setDayHalves(locale.amText(), locale.pmText());
+}
+
+void ZVKTimeSetupController::connectOutlets()
+{
+    const auto& ui = *outlets;
+    QObject::connect(
+        ui.datePicker, &QCalendarWidget::selectionChanged, loaded.get(), [this] { daySelectedFromPicker(); });
+    QObject::connect(ui.timePicker, &QTimeEdit::timeChanged, loaded.get(),
+        [this](QTime time) { timeSelectedFromPicker(time); });
+    QObject::connect(ui.clockTimePicker, &platform::ClockFace::timeChanged, loaded.get(),
+        [this](QTime time) { timeSelectedFromClickTimePicker(time); });
+    QObject::connect(ui.nowDaySettingChk, &QCheckBox::clicked, loaded.get(), [this] { nowDayChecked(); });
+    QObject::connect(ui.saveButton, &QPushButton::clicked, loaded.get(), [this] { onSaveConfigFile(); });
+    QObject::connect(ui.cancelButton, &QPushButton::clicked, loaded.get(), [this] { onCloseCmd(); });
+}
+
+void ZVKTimeSetupController::onInitDIalog()
+{
+    loadSettingFile();
+    const QDateTime moment = now();
+    selectedDate = moment.date();
+    selectedTime = QTime(moment.time().hour(), moment.time().minute(), moment.time().second());
+    outlets->timePicker->setTime(selectedTime);
+    outlets->clockTimePicker->setTime(selectedTime);
+    showSelectedDate();
+    outlets->nowDaySettingChk->setText(
+        QStringLiteral("%1(%2)").arg(localized("today"), mediumDate(selectedDate)));
+}
+
+void ZVKTimeSetupController::loadSettingFile()
+{
+    if (const auto volume = findUSBVolumeContainingPath(desktop.disks, "timeset.cfg"))
+        m_SettingFilePath = (std::filesystem::path(*volume) / "timeset.cfg").string();
+}
+
+QString ZVKTimeSetupController::mediumDate(QDate date) const
+{
+    const bool isKorean = locale.language() == QLocale::Korean;
+    return locale.toString(date, isKorean ? QStringLiteral("yyyy. M. d.") : QStringLiteral("MMM d, yyyy"));
+}
+
+void ZVKTimeSetupController::showSelectedDate()
+{
+    const QDate date = selectedDate;
+    outlets->datePicker->setSelectedDate(date);
+    outlets->dateField->setText(fullDate(date));
+}
+
+void ZVKTimeSetupController::daySelectedFromPicker()
+{
+    selectedDate = outlets->datePicker->selectedDate();
+    outlets->dateField->setText(fullDate(selectedDate));
+}
+
+void ZVKTimeSetupController::timeSelectedFromPicker(QTime time)
+{
+    selectedTime = time;
+    outlets->clockTimePicker->setTime(time);
+}
+
+void ZVKTimeSetupController::timeSelectedFromClickTimePicker(QTime time)
+{
+    selectedTime = time;
+    outlets->timePicker->setTime(time);
+}
+
+void ZVKTimeSetupController::nowDayChecked()
+{
+    selectedDate = now().date();
+    showSelectedDate();
+    outlets->nowDaySettingChk->setText(
+        QStringLiteral("%1(%2)").arg(localized("today"), mediumDate(selectedDate)));
+    desktop.dispatcher.after(std::chrono::milliseconds(200), [box = QPointer(outlets->nowDaySettingChk)] {
+        if (box)
+            box->setChecked(false);
+    });
+}
+
+void ZVKTimeSetupController::openSavePanel(std::function<void(std::optional<std::string>)> answer)
+{
+    const platform::SavePanel panel{.title = localized("panel.save_clock").toStdString(),
+        .name = "timeset",
+        .folder = std::nullopt,
+        .type = "cfg",
+        .asksBeforeReplacing = true};
+    desktop.panels.chooseSaveFile(*loaded, panel, std::move(answer));
+}
+
+void ZVKTimeSetupController::onSaveConfigFile()
+{
+    outlets->timePicker->interpretText();
+    if (m_SettingFilePath)
+        return saveTo(*m_SettingFilePath);
+    openSavePanel([this, open = QPointer<QWidget>(loaded.get())](const std::optional<std::string>& path) {
+        if (open && path)
+            saveTo(*path);
+    });
+}
+
+void ZVKTimeSetupController::saveTo(const std::string& path)
+{
+    if (!doWriteConfigFile(path))
+        return showAlertSheet(
+            desktop.alerts, *loaded, "ZAVIK", localized("msg.write_failed").toStdString(), {});
+    showAlertSheet(desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this] { didEndAlert(); });
+}
+
+bool ZVKTimeSetupController::doWriteConfigFile(const std::string& path) const
+{
+    const TimeSet moment{selectedDate.year(), selectedDate.month(), selectedDate.day(), selectedTime.hour(),
+        selectedTime.minute(), selectedTime.second()};
+    const std::string failure = saveTimeSet(moment, path);
+    if (!failure.empty())
+        logFormat("%s", failure.c_str());
+    return failure.empty();
+}
+
+void ZVKTimeSetupController::didEndAlert()
+{
+    loaded->close();
+}
+
+void ZVKTimeSetupController::onCloseCmd()
+{
+    loaded->close();
+}

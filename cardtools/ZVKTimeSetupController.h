@@ -1,0 +1,65 @@
+#pragma once
+
+#include "cardtools/TimeSet.h"
+#include "common/WindowController.h"
+#include "platform/Platform.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QLocale>
+#include <QTime>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace Ui {
+class ZVKTimeSetupController;
+}
+
+/// The window that sets the camera's clock: it writes the chosen day and time into `timeset.cfg`, on the card
+/// that holds one when the window is loaded, otherwise where the user says. Main thread only.
+class ZVKTimeSetupController : public WindowController {
+public:
+    using Now = std::function<QDateTime()>;
+
+    /// `language` is the interface language, "en" or "ko". `now` is asked for the user's local time.
+    ZVKTimeSetupController(
+        platform::Platform& desktop, const std::string& language,
+        Now now = [] { return QDateTime::currentDateTime(); });
+    ~ZVKTimeSetupController() override;
+
+    void showWindow() override;
+    QWidget& window() override;
+
+private:
+    void windowDidLoad();
+    void onInitDIalog();
+    void setTexts();
+    void connectOutlets();
+    void loadSettingFile();
+    void showSelectedDate();
+    void daySelectedFromPicker();
+    void timeSelectedFromPicker(QTime time);
+    void timeSelectedFromClickTimePicker(QTime time);
+    void nowDayChecked();
+    void openSavePanel(std::function<void(std::optional<std::string>)> answer);
+    void onSaveConfigFile();
+    void saveTo(const std::string& path);
+    /// False when the file could not be written; the reason is logged.
+    bool doWriteConfigFile(const std::string& path) const;
+    void didEndAlert();
+    void onCloseCmd();
+    QString fullDate(QDate date) const { return locale.toString(date, QLocale::LongFormat); }
+    QString mediumDate(QDate date) const;
+
+    platform::Platform& desktop;
+    Now now;
+    QLocale locale;
+    std::optional<std::string> m_SettingFilePath;
+    QDate selectedDate;
+    QTime selectedTime;
+    std::unique_ptr<Ui::ZVKTimeSetupController> outlets;
+    std::unique_ptr<QWidget> loaded;
+};
