@@ -7,7 +7,9 @@
 #include "ui_ZVKTimeSetupController.h"
 
 #include <QDialog>
+#include <QPalette>
 #include <QPointer>
+#include <QTextCharFormat>
 
 #include <chrono>
 #include <filesystem>
@@ -47,6 +49,7 @@ void ZVKTimeSetupController::showWindow()
 void ZVKTimeSetupController::windowDidLoad()
 {
     setTexts();
+    setCalendarColors();
     onInitDIalog();
     connectOutlets();
     loaded->adjustSize();
@@ -71,6 +74,18 @@ void ZVKTimeSetupController::setTexts()
     outlets->clockTimePicker->setAccessibleName(localized("clock.face"));
     outlets->clockTimePicker->setToolTip(localized("clock.face_tip"));
     outlets->clockTimePicker->setDayHalves(locale.amText(), locale.pmText());
+}
+
+/// The toolkit's red weekends are too dark to read on this ground; the ground goes on behind round corners.
+void ZVKTimeSetupController::setCalendarColors()
+{
+    QPalette palette = loaded->palette();
+    QTextCharFormat plain;
+    plain.setForeground(palette.color(QPalette::Text));
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        outlets->datePicker->setWeekdayTextFormat(day, plain);
+    palette.setColor(QPalette::Window, palette.color(QPalette::Base));
+    outlets->datePicker->setPalette(palette);
 }
 
 void ZVKTimeSetupController::connectOutlets()

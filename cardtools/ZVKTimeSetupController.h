@@ -37,6 +37,7 @@ private:
     void windowDidLoad();
     void onInitDIalog();
     void setTexts();
+    void setCalendarColors();
     void connectOutlets();
     void loadSettingFile();
     void showSelectedDate();

@@ -168,6 +168,7 @@ void ClockFace::drawFace(QPainter& painter) const
         painter.drawText(QRectF(centre.x() - 14, centre.y() - 10, 28, 20), Qt::AlignCenter,
             QString::number(mark == 0 ? 12 : mark / 5));
     }
+    painter.setPen(palette().color(QPalette::Text));
     painter.drawText(
         QRectF(-r / 2, r * 0.24, r, r * 0.3), Qt::AlignCenter, halves[shown.hour() < 12 ? 0 : 1]);
 }
