@@ -4,7 +4,6 @@
 #include "platform/WebEngine.h"
 
 #include <QEvent>
-#include <QLabel>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineView>
@@ -14,6 +13,13 @@
 #include <utility>
 
 namespace platform {
+
+namespace {
+
+/// A page that has lived this long was well.
+constexpr int recoverySeconds = 60;
+
+} // namespace
 
 /// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen.
 class QtWebView::Stage final : public QWidget {
@@ -80,10 +86,12 @@ QWidget& QtWebView::widget()
 
 void QtWebView::start()
 {
+    isOnScreen = true;
     if (!WebEngine::canRun()) {
         showUnavailable();
         return;
     }
+    delete unavailable;
     view = new QWebEngineView(stage);
     view->setContextMenuPolicy(Qt::NoContextMenu);
     view->setAcceptDrops(false);
@@ -104,7 +112,11 @@ void QtWebView::loadResource(const std::string& wanted)
 {
     page = wanted;
     latestScript.clear();
-    load();
+    lastDeath.invalidate();
+    if (unavailable && isOnScreen)
+        start();
+    else
+        load();
 }
 
 void QtWebView::load()
@@ -121,6 +133,12 @@ void QtWebView::evaluateWebScript(const std::string& script)
         view->page()->runJavaScript(QString::fromStdString(script));
 }
 
+void QtWebView::ask(const QString& script, std::function<void(const QVariant&)> answer) const
+{
+    if (view)
+        view->page()->runJavaScript(script, std::move(answer));
+}
+
 void QtWebView::pageLoaded(bool isComplete)
 {
     isLoaded = isComplete;
@@ -131,7 +149,9 @@ void QtWebView::pageLoaded(bool isComplete)
 void QtWebView::pageDied()
 {
     isLoaded = false;
-    if (std::exchange(hasDied, true))
+    const bool diesAgain = lastDeath.isValid() && !lastDeath.hasExpired(recoverySeconds * 1000);
+    lastDeath.start();
+    if (diesAgain)
         showUnavailable();
     else
         load();
@@ -140,11 +160,13 @@ void QtWebView::pageDied()
 void QtWebView::showUnavailable()
 {
     delete view;
-    auto* text = new QLabel(localized("map.unavailable"), stage);
-    text->setAlignment(Qt::AlignCenter);
-    text->setWordWrap(true);
-    text->setProperty("role", "hint");
-    stage->put(*text);
+    if (unavailable)
+        return;
+    unavailable = new QLabel(localized("map.unavailable"), stage);
+    unavailable->setAlignment(Qt::AlignCenter);
+    unavailable->setWordWrap(true);
+    unavailable->setProperty("role", "hint");
+    stage->put(*unavailable);
 }
 
 } // namespace platform

@@ -2,8 +2,11 @@
 
 #include "platform/WebView.h"
 
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class QWebEngineView;
@@ -13,8 +16,8 @@ namespace platform {
 class WebEngine;
 
 /// A web view on Qt WebEngine. Cheap to make: the engine starts only after the window that holds the parent
-/// is on screen. Where the engine cannot run, or its page has died twice, a plain text takes the page's
-/// place.
+/// is on screen. Where the engine cannot run, or its page has died twice within a minute, a plain text takes
+/// the page's place until the next load.
 class QtWebView final : public WebView {
 public:
     QtWebView(QWidget& parent, std::shared_ptr<WebEngine> engine);
@@ -23,6 +26,11 @@ public:
     QWidget& widget() override;
     void loadResource(const std::string& page) override;
     void evaluateWebScript(const std::string& script) override;
+
+    /// What a script gives, for tests and measurements; never answers when there is no page.
+    void ask(const QString& script, std::function<void(const QVariant&)> answer) const;
+    /// Whether there is a page, loaded or not.
+    bool hasPage() const { return !view.isNull(); }
 
 private:
     class Stage;
@@ -36,10 +44,12 @@ private:
     std::shared_ptr<WebEngine> engine;
     QPointer<Stage> stage;
     QPointer<QWebEngineView> view;
+    QPointer<QLabel> unavailable;
     std::string page;
     std::string latestScript;
     bool isLoaded = false;
-    bool hasDied = false;
+    bool isOnScreen = false;
+    QElapsedTimer lastDeath;
 };
 
 } // namespace platform

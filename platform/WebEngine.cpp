@@ -8,6 +8,8 @@
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
 
+#include <cstring>
+#include <fcntl.h>
 #include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,12 +36,26 @@ class Gate final : public QWebEngineUrlRequestInterceptor {
     }
 };
 
-// The engine's sandbox is a user namespace, which some systems and containers forbid.
+// Nothing here may allocate or lock: other threads stood still in the middle of whatever they did.
+bool wrote(const char* path, const char* text)
+{
+    const int file = open(path, O_WRONLY | O_CLOEXEC);
+    return file >= 0 && write(file, text, strlen(text)) == ssize_t(strlen(text));
+}
+
+// The engine's sandbox is a user namespace of its own with the user mapped into it. Some systems forbid the
+// one, some the other.
 bool canMakeUserNamespace()
 {
+    const std::string users = std::to_string(geteuid()) + ' ' + std::to_string(geteuid()) + " 1";
+    const std::string groups = std::to_string(getegid()) + ' ' + std::to_string(getegid()) + " 1";
     const pid_t child = fork();
     if (child == 0)
-        _exit(unshare(CLONE_NEWUSER) == 0 ? 0 : 1);
+        _exit(unshare(CLONE_NEWUSER) == 0 && wrote("/proc/self/setgroups", "deny")
+                    && wrote("/proc/self/gid_map", groups.c_str())
+                    && wrote("/proc/self/uid_map", users.c_str())
+                ? 0
+                : 1);
     int status = 1;
     return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }

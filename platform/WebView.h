@@ -16,7 +16,7 @@ public:
 
     /// Lives until the view goes, or the parent that the view was made for.
     virtual QWidget& widget() = 0;
-    /// Loads a page ("map2_eng.htm").
+    /// Loads a page ("map2_eng.htm"); what follows a "#" is a word to the page.
     virtual void loadResource(const std::string& page) = 0;
     virtual void evaluateWebScript(const std::string& script) = 0;
 };

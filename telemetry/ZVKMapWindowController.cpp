@@ -34,11 +34,12 @@ void ZVKMapWindowController::windowDidLoad()
     logFormat("{{%g, %g}, {%g, %g}}", frame.x, frame.y, frame.width, frame.height);
     mapWebView = desktop.makeWebView(*loaded);
     outlets->fill->addWidget(&mapWebView->widget());
-    mapWebView->loadResource(m_bKorean ? "map2.htm" : "map2_eng.htm");
+    mapWebView->loadResource(m_bKorean ? "map2.htm#place" : "map2_eng.htm#place");
 }
 
 void ZVKMapWindowController::showWindow()
 {
+    window().setWindowState(window().windowState() & ~Qt::WindowMinimized);
     window().show();
     window().raise();
     window().activateWindow();

@@ -9,7 +9,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
-#include <QWebEngineView>
 
 #include <cstdio>
 #include <optional>
@@ -17,11 +16,10 @@
 
 namespace {
 
-QVariant evaluate(const QWidget& window, const QString& script)
+QVariant evaluate(const platform::QtWebView& view, const QString& script)
 {
     std::optional<QVariant> answer;
-    window.findChild<QWebEngineView*>()->page()->runJavaScript(
-        script, [&](const QVariant& value) { answer = value; });
+    view.ask(script, [&](const QVariant& value) { answer = value; });
     while (!answer)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return *answer;
@@ -49,10 +47,10 @@ int main(int argc, char* argv[])
     std::printf("view made in %.3f ms\n", double(clock.nsecsElapsed()) / 1e6);
     clock.restart();
     window.show();
-    while (!window.findChild<QWebEngineView*>())
+    while (!view.hasPage())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::printf("engine started %.0f ms after the window\n", double(clock.nsecsElapsed()) / 1e6);
-    while (evaluate(window, QStringLiteral("typeof zavikMapState")) != QStringLiteral("function")) { }
+    while (evaluate(view, QStringLiteral("typeof zavikMapState")) != QStringLiteral("function")) { }
     std::printf("page ready %.0f ms after the window\n", double(clock.nsecsElapsed()) / 1e6);
 
     constexpr int count = 2000;
@@ -60,10 +58,10 @@ int main(int argc, char* argv[])
     for (int i = 0; i < count; ++i)
         view.evaluateWebScript(setLatLagScript(126.5 + i * 1e-5, 37.5));
     const double sent = double(clock.nsecsElapsed());
-    evaluate(window, QStringLiteral("0"));
+    evaluate(view, QStringLiteral("0"));
     std::printf("sending a call %.1f us, until the page has it %.1f us\n", sent / 1e3 / count,
         double(clock.nsecsElapsed()) / 1e3 / count);
-    const QString inside = evaluate(window, QString::fromUtf8(calls.readAll())).toString();
+    const QString inside = evaluate(view, QString::fromUtf8(calls.readAll())).toString();
     std::printf("inside the page, in us: %s\n", inside.toUtf8().constData());
     return 0;
 }

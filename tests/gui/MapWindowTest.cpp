@@ -36,9 +36,12 @@ TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
     EXPECT_EQ(views, 0);
     controller.showWindow();
     EXPECT_TRUE(controller.window().isVisible());
-    EXPECT_EQ(log.loads, Texts{"map2_eng.htm"});
+    EXPECT_EQ(log.loads, Texts{"map2_eng.htm#place"});
     EXPECT_EQ(lines, Texts{"{{10, 20}, {480, 420}}"});
 
+    controller.window().showMinimized();
+    controller.showWindow();
+    EXPECT_FALSE(controller.window().isMinimized());
     controller.window().close();
     controller.showWindow();
     EXPECT_TRUE(controller.window().isVisible());
@@ -48,8 +51,8 @@ TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
 
 TEST_F(MapWindow, LoadsTheKoreanPageForKoreanOnly)
 {
-    for (const auto& [language, page] :
-        {std::pair("ko", "map2.htm"), std::pair("en", "map2_eng.htm"), std::pair("auto", "map2_eng.htm")}) {
+    for (const auto& [language, page] : {std::pair("ko", "map2.htm#place"),
+             std::pair("en", "map2_eng.htm#place"), std::pair("auto", "map2_eng.htm#place")}) {
         log.loads.clear();
         ZVKMapWindowController(desktop.pieces, language).window();
         EXPECT_EQ(log.loads, Texts{page}) << language;

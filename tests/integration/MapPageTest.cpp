@@ -152,7 +152,7 @@ TEST_F(MapPage, HasStorageThatTheNextViewFindsAgain)
     EXPECT_TRUE(until([&] { return read() == kept; }));
 }
 
-TEST_F(MapPage, ComesBackAfterACrashButOnlyOnce)
+TEST_F(MapPage, ComesBackAfterACrashAndAfterTwoWithTheNextLoad)
 {
     openWithCarAt("setLatLag('126.978000','37.566500')");
     const auto kill = [&] {
@@ -170,7 +170,9 @@ TEST_F(MapPage, ComesBackAfterACrashButOnlyOnce)
     kill();
     ASSERT_TRUE(until([&] { return content() == nullptr; }));
     EXPECT_EQ(window.findChild<QLabel*>()->text(), platform::localized("map.unavailable"));
+    view.loadResource("map2.htm");
     view.evaluateWebScript("setLatLag('127.000000','37.000000')");
+    EXPECT_TRUE(until([&] { return content() && car()["lng"].toDouble() == 127; }));
 }
 
 TEST_F(MapPage, ShowsATextWhereTheEngineMustNotStart)

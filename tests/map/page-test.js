@@ -110,6 +110,12 @@ const tests = {
         same("another text", state().noGps, false);
         ZVKDebug("GPS Data Count=Zero");
         await frames();
+        check("names keep off the note", state().labels.every(({ box: [left, top, right, bottom] }) => {
+            const pane = document.querySelector(".leaflet-map-pane").getBoundingClientRect();
+            const r = document.getElementById("note").getBoundingClientRect();
+            const [x, y] = [r.left - pane.left, r.top - pane.top];
+            return right < x || left > x + r.width || bottom < y || top > y + r.height;
+        }));
         same("note and nothing else", [state().noGps, state().car, state().parts], [true, null, []]);
         check("no marker", document.querySelector(".vehicle") === null);
         setLatLag("x", "y");
@@ -164,8 +170,7 @@ const tests = {
         const images = () => document.querySelectorAll(".leaflet-tile-pane img").length;
         same("off", [state().streets, images()], [false, 0]);
         button(3).click();
-        const streets = document.querySelector("[value=streets]");
-        streets.click();
+        document.querySelector("[value=streets]").click();
         same("on", [state().streets, images() > 0, localStorage.getItem("zavik.streets")], [true, true, "on"]);
         check("credit", document.querySelector(".leaflet-control-attribution").textContent.includes("OpenStreetMap"));
         check("given up", await until(() => !state().streets && images() === 0));
@@ -175,6 +180,26 @@ const tests = {
         document.querySelector(".layers").dispatchEvent(new KeyboardEvent("keydown", { key: "Escape" }));
         same("panel closed", [document.querySelector(".layers").hidden, document.activeElement], [true, button(3)]);
     },
+    async "streets whose tiles fail one by one are given up"() {
+        const create = document.createElement;
+        const tiles = [];
+        document.createElement = name => {
+            const element = create.call(document, name);
+            if (name === "img" && tiles.push(element))
+                Object.defineProperty(element, "src", { writable: true, value: "" });
+            return element;
+        };
+        document.querySelector("[value=streets]").click();
+        await until(() => tiles.length >= 4);
+        for (const tile of tiles.slice(0, 4)) {
+            check("patience", state().streets);
+            tile.dispatchEvent(new Event("error"));
+            tile.dispatchEvent(new Event("load")); // of the picture that stands in
+        }
+        same("given up", state().streets, false);
+        document.querySelector("[value=plain]").click();
+        document.createElement = create;
+    },
     async "a long recording"() {
         fresh(...Array.from({ length: 100000 }, (_, i) => [Math.sin(i / 500) * 9000, i * 0.4]));
         await frames();
@@ -182,8 +207,20 @@ const tests = {
     },
 };
 
+const placeTests = {
+    async "one place at a time"() {
+        for (const north of [0, 14, 50000]) {
+            at(north);
+            await frames();
+            same("parts", state().parts, [1]);
+            check("shown", await until(() => Math.abs(state().center.lat - home[1] - north * metre) < 1e-3));
+            document.getElementById("map").dispatchEvent(new KeyboardEvent("keydown", { key: "ArrowLeft", bubbles: true }));
+        }
+    },
+};
+
 (async () => {
-    for (const [name, test] of Object.entries(tests)) {
+    for (const [name, test] of Object.entries(location.hash === "#place" ? placeTests : tests)) {
         lines.push(name);
         await test().catch(error => check("runs", false, error.stack));
     }

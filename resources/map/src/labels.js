@@ -37,7 +37,7 @@ const Labels = CanvasLayer.extend({
     controls() {
         const map = this._map;
         const frame = map.getContainer().getBoundingClientRect();
-        return [...map.getContainer().querySelectorAll(".leaflet-control")].map(element => {
+        return [...document.querySelectorAll(".leaflet-control, #note:not([hidden])")].map(element => {
             const { left, top, right, bottom } = element.getBoundingClientRect();
             const from = map.containerPointToLayerPoint([left - frame.left - 3, top - frame.top - 3]);
             const to = map.containerPointToLayerPoint([right - frame.left + 3, bottom - frame.top + 3]);

@@ -1,4 +1,5 @@
 const texts = JSON.parse(document.getElementById("texts").textContent);
+const isPlace = location.hash === "#place"; // one place at a time, no route
 const { lang: language, dataset: settings } = document.documentElement;
 const home = language === "ko" ? [[33, 124.5], [39.5, 131]] : [[-38, -30], [66, 150]];
 
@@ -34,7 +35,7 @@ for (const layer of [baseMap, labels, routeLayer])
     layer.addTo(map);
 nearby.update();
 streets.turn(Streets.remembered());
-const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false };
+const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false, isNoteChanged: false };
 
 /** Draws what has changed at the next frame; a page that is not seen draws nothing. */
 function schedule() {
@@ -54,6 +55,9 @@ function drawFrame() {
             state.isFirst = false;
     }
     routeLayer.redraw();
+    if (state.isNoteChanged)
+        labels.redraw();
+    state.isNoteChanged = false;
 }
 
 function degreesOf(text, limit) {
@@ -67,19 +71,30 @@ function forget() {
     schedule();
 }
 
+/** The names make room for the note. */
+function showNote(isShown) {
+    if (note.hidden === !isShown)
+        return;
+    note.hidden = !isShown;
+    state.isNoteChanged = true;
+    schedule();
+}
+
 /** Moves the car: longitude and latitude in decimal degrees. A point at 0, 0 means that there is no fix. */
 window.setLatLag = (lngText, latText) => {
     const now = performance.now() / 1000;
-    if (lngText === state.lng && latText === state.lat) {
+    if (!isPlace && lngText === state.lng && latText === state.lat) {
         route.wait(now);
         return;
     }
     const [lng, lat] = [degreesOf(lngText, 180), degreesOf(latText, 90)];
     if (Number.isNaN(lng) || Number.isNaN(lat))
         return;
+    if (isPlace)
+        forget();
     state.lng = lngText;
     state.lat = latText;
-    note.hidden = true;
+    showNote(false);
     state.isLost = lng === 0 && lat === 0;
     if (state.isLost)
         route.lift();
@@ -93,12 +108,12 @@ window.ZVKDebug = text => {
     if (text !== "GPS Data Count=Zero" || !note.hidden)
         return;
     forget();
-    note.hidden = false;
+    showNote(true);
 };
 
 /** Forgets the route and the car of the recording before. */
 window.zavikNewRecording = () => {
-    note.hidden = true;
+    showNote(false);
     forget();
 };
 

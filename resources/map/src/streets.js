@@ -18,7 +18,8 @@ class Streets {
         this.tiles = L.tileLayer(url, {
             maxZoom: streetZoom, errorTileUrl: noPicture, attribution: this.credit, keepBuffer: 1, updateWhenIdle: true,
         });
-        this.tiles.on("tileload", () => this.received());
+        // The picture that stands in for a missing tile "loads" as well.
+        this.tiles.on("tileload", ({ tile }) => tile.src === noPicture || this.received());
         this.tiles.on("tileerror", () => this.failed());
         window.addEventListener("online", () => this.start());
     }
