@@ -9,7 +9,6 @@ TKImageButton::TKImageButton(QWidget* parent)
     : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::TabFocus);
-    setAttribute(Qt::WA_Hover);
 }
 
 void TKImageButton::setImageName(const QString& name)
@@ -93,24 +92,26 @@ void TKImageButton::paintEvent(QPaintEvent*)
     }
 }
 
-void TKImageButton::enterEvent(QEnterEvent* event)
+void TKImageButton::updateTrackingAreas()
 {
-    QAbstractButton::enterEvent(event);
-    // Another enter can come without a leave when a panel stood between.
-    setNumberOfCaptures(1);
-    updateRollOverImage();
+    constexpr int trackingMargin = 4;
+    mouseTrackingArea =
+        std::make_unique<platform::TrackingArea>(*this, trackingMargin, [this](bool isInside) {
+            setNumberOfCaptures(captures + (isInside ? 1 : -1));
+            updateRollOverImage();
+        });
 }
 
-void TKImageButton::leaveEvent(QEvent* event)
+void TKImageButton::showEvent(QShowEvent* event)
 {
-    QAbstractButton::leaveEvent(event);
-    setNumberOfCaptures(captures - 1);
-    updateRollOverImage();
+    QAbstractButton::showEvent(event);
+    updateTrackingAreas();
 }
 
 void TKImageButton::hideEvent(QHideEvent* event)
 {
     QAbstractButton::hideEvent(event);
+    mouseTrackingArea.reset();
     resetMouseCaptures();
     updateRollOverImage();
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/Images.h"
+#include "platform/TrackingArea.h"
 
 #include <QAbstractButton>
 
 #include <cstdint>
+#include <memory>
 
 /// A borderless button that is a picture: the normal one, a roll-over one while the pointer is inside, a
 /// pressed one while it is held down. The pictures are found from the normal picture's name, whose last two
@@ -28,7 +30,7 @@ public:
     const platform::Image& pressedImage() const { return alternateImage; }
     void setPressedImage(platform::Image pressed) { alternateImage = std::move(pressed); }
 
-    /// How many times the pointer is inside; never negative.
+    /// How many times the pointer is inside the bounds or 4 points around them; never negative.
     int64_t numberOfCaptures() const { return captures; }
     void setNumberOfCaptures(int64_t n);
     void resetMouseCaptures() { setNumberOfCaptures(0); }
@@ -47,15 +49,16 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void updateTrackingAreas();
     void updateRollOverImage();
     void updateImage();
 
+    std::unique_ptr<platform::TrackingArea> mouseTrackingArea;
     int64_t captures = 0;
     int textLeft = 0;
     platform::Image activeImage;

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the roll-over (_f), pressed (_p) and disabled (_d) pictures of every control from its normal one.
+"""Writes the roll-over (_f) and pressed (_p) pictures of every control from its normal one.
 
 The pictures icon_*_n.svg and slider_knob_n.svg are drawn by hand; run this after changing one of them.
 A state changes colours only and puts a plate behind a bare glyph, so all states keep one outline.
@@ -10,7 +10,7 @@ import re
 
 IMAGES = pathlib.Path(__file__).parent / "images"
 
-TEXT, ACCENT, ACCENT_TEXT, DISABLED = "#FBF8F6", "#FFD97D", "#2B2320", "#958B86"
+TEXT, ACCENT = "#FBF8F6", "#FFD97D"
 
 # Colours of the normal picture -> colours of the state.
 STATES = {
@@ -18,8 +18,6 @@ STATES = {
            "#F4EFEC": "#FFFFFF", "#CFC6C1": "#FFE7B0"},
     "_p": {TEXT: ACCENT, "#857873": "#403834", "#5A504C": "#2F2926", "#A0948F": "#403834",
            "#F4EFEC": "#FFD97D", "#CFC6C1": "#E5B94F"},
-    "_d": {TEXT: DISABLED, "#857873": "#6F6560", "#5A504C": "#645A56", "#A0948F": "#6F6560",
-           "#3A3330": "#554B47", "#F4EFEC": "#8B817C", "#CFC6C1": "#857B76"},
 }
 PLATES = {"_f": 'fill="#FFFFFF" fill-opacity="0.16"', "_p": 'fill="#2F2926" fill-opacity="0.6"'}
 

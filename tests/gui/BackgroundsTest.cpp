@@ -1,13 +1,12 @@
 #include "lib/NinePartLayer.h"
-#include "lib/TKColorBackgroundView.h"
 #include "lib/TKImageButton.h"
-#include "lib/TKImageButtonCell.h"
 #include "lib/TKThreePartImageView.h"
 #include "lib/TKVideoBackgroundImageView.h"
 
 #include <QApplication>
-#include <QEnterEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace {
@@ -21,16 +20,10 @@ QImage drawn(QWidget& widget, QSize size)
     return image;
 }
 
-void enter(QWidget& widget)
+void movePointer(QWidget& window, QPointF to)
 {
-    QEnterEvent event({1, 1}, {1, 1}, {1, 1});
-    QApplication::sendEvent(&widget, &event);
-}
-
-void leave(QWidget& widget)
-{
-    QEvent event(QEvent::Leave);
-    QApplication::sendEvent(&widget, &event);
+    QMouseEvent event(QEvent::MouseMove, to, to, Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(window.windowHandle(), &event);
 }
 
 TEST(ImageButton, FindsItsPicturesByTheNamingRule)
@@ -47,13 +40,20 @@ TEST(ImageButton, FindsItsPicturesByTheNamingRule)
 
 TEST(ImageButton, ShowsThePictureOfItsState)
 {
-    TKImageButton button;
+    QWidget window;
+    TKImageButton button(&window);
+    button.setGeometry(30, 30, 40, 40);
     button.setImageName("icon_play_n");
+    window.show();
     const auto shown = [&] { return button.shownImage().name(); };
-    leave(button);
+    button.setNumberOfCaptures(-1);
     EXPECT_EQ(button.numberOfCaptures(), 0) << "an exit without an enter";
-    EXPECT_EQ(shown(), "icon_play_n");
-    enter(button);
+    for (const auto& [x, picture] :
+        {std::pair{25, "icon_play_n"}, {26, "icon_play_f"}, {73, "icon_play_f"}, {74, "icon_play_n"}}) {
+        movePointer(window, {double(x), 50});
+        EXPECT_EQ(shown(), picture) << "four points around the button belong to it; x " << x;
+    }
+    movePointer(window, {50, 50});
     EXPECT_EQ(shown(), "icon_play_f");
     button.setDown(true);
     EXPECT_EQ(shown(), "icon_play_p");
@@ -63,7 +63,8 @@ TEST(ImageButton, ShowsThePictureOfItsState)
     button.setEnabled(true);
     button.setImageName("icon_pause_n");
     EXPECT_EQ(shown(), "icon_pause_f") << "the picture changed under the pointer";
-    leave(button);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(window.windowHandle(), &leave);
     EXPECT_EQ(shown(), "icon_pause_n");
 }
 
@@ -98,34 +99,6 @@ TEST(ThreePartBar, ReachesFromEdgeToEdge)
     const QImage image = drawn(bar, {300, 36});
     for (const int x : {0, 3, 4, 150, 296, 299})
         EXPECT_NE(image.pixelColor(x, 18), Qt::magenta) << x;
-}
-
-TEST(ButtonCell, DrawsRaisedSunkenAndHeldBackgrounds)
-{
-    const auto painted = [](const std::function<void(QPainter&)>& draw) {
-        QImage image(80, 24, QImage::Format_RGB32);
-        image.fill(Qt::magenta);
-        QPainter painter(&image);
-        draw(painter);
-        return image;
-    };
-    TKImageButtonCell cell;
-    const QRectF frame(0, 0, 80, 24);
-    const QImage off = painted([&](QPainter& painter) { cell.drawBezelWithFrame(painter, frame); });
-    cell.setState(true);
-    const QImage on = painted([&](QPainter& painter) { cell.drawBezelWithFrame(painter, frame); });
-    EXPECT_NE(on, off);
-    EXPECT_EQ(painted([&](QPainter& painter) { cell.highlight(true, painter, frame); }), off);
-    EXPECT_EQ(painted([&](QPainter& painter) { cell.highlight(false, painter, frame); }),
-        painted([](QPainter&) {}));
-}
-
-TEST(ColorBackground, PaintsNothingWithoutAColour)
-{
-    TKColorBackgroundView view;
-    EXPECT_EQ(drawn(view, {4, 4}).pixelColor(1, 1), Qt::magenta);
-    view.setBackgroundColor(Qt::blue);
-    EXPECT_EQ(drawn(view, {4, 4}).pixelColor(1, 1), Qt::blue);
 }
 
 TEST(NinePartLayerPieces, FillTheFrameWithCornersAtTheirOwnSize)
