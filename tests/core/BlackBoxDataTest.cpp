@@ -48,14 +48,6 @@ TEST(ParseNMEA, SnapshotsEverySentenceThatBeginsWithG)
     EXPECT_FALSE(data.ParseNMEA(&byte, 0));
 }
 
-TEST(ParseGSensor, GivesUnitsOfG)
-{
-    ZVKBlackBoxData data;
-    const _AVI_GSENSOR_DATA_T record{.xAxis = 256, .yAxis = -128, .zAxis = INT_MIN};
-    EXPECT_TRUE(data.ParseGSensor(&record, 0));
-    EXPECT_THAT(data.m_GSensors, ElementsAre(ZVKGSensor{1, -0.5, -8388608}));
-}
-
 TEST(FrameCount, IsTheNumberOfGapsButAtLeastOne)
 {
     for (const auto& [samples, frames] : {std::pair<size_t, uint64_t>{0, 1}, {1, 1}, {2, 1}, {10, 9}}) {

@@ -115,16 +115,6 @@ TEST(CliTelemetry, WritesTheWayAsGpx)
         "</gpx>\n");
 }
 
-TEST(CliTelemetry, SummarisesForPeople)
-{
-    const TempFolder card;
-    const std::string file = card.file("a.avi", AviWriter().junk(drive()).bytes());
-    EXPECT_THAT(zavikctl({"telemetry", file}).out,
-        AllOf(HasSubstr("4 samples"), HasSubstr("2015-03-21T14:25:30Z to 2015-03-21T14:25:30.300Z"),
-            HasSubstr("1.80 g (x +1.00, y +0.00, z -1.50)"), HasSubstr("2 records, 1 with a position"),
-            HasSubstr("33.500000 S, 70.750000 W, 36 km/h")));
-}
-
 TEST(CliTelemetry, AcceptsRecordingsWithoutWholeSideData)
 {
     const TempFolder card;

@@ -90,15 +90,6 @@ TEST_F(MediaListScan, ReplacesTheEntriesInOneStepOnTheMainThread)
     EXPECT_THAT(told, ElementsAre(oldNames, newNames, testing::IsEmpty()));
 }
 
-TEST_F(MediaListScan, GivesEntriesByIndex)
-{
-    list->addMedia(ZVKMedia::mediaWithPath("/alwa_20150101_000000.avi"));
-    list->addMedia(ZVKMedia::mediaWithPath("/alwa_20140101_000000.avi"));
-    EXPECT_THAT(namesOf(*list), ElementsAre("alwa_20150101_000000", "alwa_20140101_000000"));
-    EXPECT_EQ(list->mediaAtIndex(-1), nullptr);
-    EXPECT_EQ(list->mediaAtIndex(2), nullptr);
-}
-
 TEST_F(MediaListScan, IsVoidOnceANewerPathIsSet)
 {
     list->setDirectoryPath(oldCard.path());
@@ -136,20 +127,6 @@ TEST_F(MediaListScan, StopsEarlyWhenItBecomesVoid)
         });
         dispatcher.runAll();
         EXPECT_EQ(reads, 10);
-        EXPECT_TRUE(told.empty());
-    }
-}
-
-TEST_F(MediaListScan, OutlivesItsList)
-{
-    for (const bool hasWalked : {false, true}) {
-        list = ZVKMediaList::mediaList(dispatcher);
-        list->setDelegate(this);
-        list->setDirectoryPath(newCard.path());
-        if (hasWalked)
-            dispatcher.runBackground();
-        list.reset();
-        dispatcher.runAll();
         EXPECT_TRUE(told.empty());
     }
 }

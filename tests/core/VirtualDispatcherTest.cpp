@@ -23,27 +23,6 @@ protected:
     std::vector<std::string> notes;
 };
 
-TEST_F(VirtualDispatcherTest, RunsWorkOnlyWhenToldAndInOrder)
-{
-    dispatcher.onMain([this] {
-        notes.push_back("first");
-        dispatcher.onMain(note("posted by first"));
-    });
-    dispatcher.onMain(note("second"));
-    dispatcher.inBackground([this] { dispatcher.onMain(note("handed over")); });
-    dispatcher.inBackground(note("background"));
-    EXPECT_THAT(notes, IsEmpty());
-
-    EXPECT_EQ(dispatcher.runMain(), 3u);
-    EXPECT_THAT(notes, ElementsAre("first", "second@0", "posted by first@0"));
-    notes.clear();
-    EXPECT_TRUE(dispatcher.runOneBackground());
-    EXPECT_THAT(notes, IsEmpty());
-    EXPECT_EQ(dispatcher.runAll(), 2u);
-    EXPECT_THAT(notes, ElementsAre("handed over@0", "background@0"));
-    EXPECT_FALSE(dispatcher.runOneBackground());
-}
-
 TEST_F(VirtualDispatcherTest, FiresInTheOrderOfTime)
 {
     dispatcher.after(30ms, note("c"));
@@ -64,20 +43,6 @@ TEST_F(VirtualDispatcherTest, FiresInTheOrderOfTime)
     dispatcher.advance(31ms);
     EXPECT_THAT(notes, ElementsAre("c@30", "d@30", "tick@40", "tick@60"));
     EXPECT_EQ(dispatcher.now(), 60ms);
-}
-
-TEST_F(VirtualDispatcherTest, StopsATimerThatIsDestroyedEvenByItself)
-{
-    std::unique_ptr<platform::Timer> own;
-    own = dispatcher.every(10ms, [&, text = std::string("long enough to live on the heap")] {
-        own.reset();
-        notes.push_back(text);
-    });
-    std::unique_ptr<platform::Timer> other = dispatcher.every(20ms, note("other"));
-    dispatcher.after(20ms, [&] { other.reset(); });
-    dispatcher.advance(100ms);
-    EXPECT_THAT(notes, ElementsAre("long enough to live on the heap", "other@20"));
-    EXPECT_EQ(dispatcher.pendingTimers(), 0u);
 }
 
 } // namespace
