@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -23,6 +24,32 @@ constexpr Axis axes[] = {
 
 constexpr platform::Color gridColor{0.8, 0.8, 0.8, 1};
 constexpr platform::Color white{1, 1, 1, 1};
+
+/// The line with no more than its first, lowest, highest and last point in a column of the given width: a
+/// column of one pixel looks the same.
+std::vector<platform::Point> thinned(const std::vector<platform::Point>& line, double column)
+{
+    std::vector<platform::Point> result;
+    result.reserve(line.size());
+    for (auto first = line.begin(); first != line.end();) {
+        const double right = first->x + column;
+        auto low = first;
+        auto high = first;
+        auto next = first + 1;
+        for (; next != line.end() && next->x < right; ++next) {
+            if (next->y < low->y)
+                low = next;
+            if (next->y > high->y)
+                high = next;
+        }
+        result.push_back(*first);
+        for (auto kept = first; const auto point : {std::min(low, high), std::max(low, high), next - 1})
+            if (point != std::exchange(kept, point))
+                result.push_back(*point);
+        first = next;
+    }
+    return result;
+}
 
 } // namespace
 
@@ -70,6 +97,7 @@ std::vector<platform::Point> GraphView::polyline(float ZVKGSensor::*axis) const
     std::vector<platform::Point> line;
     if (values.empty())
         return line;
+    line.reserve(static_cast<size_t>(plotted) + 1);
     const auto add = [&line](platform::Point point) {
         const size_t n = line.size();
         if (n >= 2 && line[n - 1].y == point.y && line[n - 2].y == point.y)
@@ -150,7 +178,7 @@ void GraphView::drawGraphDataWithContext(platform::DrawingContext& context)
 {
     context.setLineWidth(1);
     for (const Axis& axis : axes) {
-        const auto line = polyline(axis.value);
+        const auto line = thinned(polyline(axis.value), 1 / devicePixelRatioF());
         context.setStrokeColor(axis.color);
         context.moveToPoint(line.front());
         for (size_t i = 1; i < line.size(); ++i)
