@@ -55,9 +55,9 @@ platform::Rect CustomWindow::frame() const
     return screens->frameOf(*this);
 }
 
-void CustomWindow::setFrame(const platform::Rect& frame)
+void CustomWindow::setFrame(const platform::Rect& frame, bool animated)
 {
-    screens->setFrameOf(*this, frame);
+    screens->setFrameOf(*this, frame, animated);
 }
 
 platform::Rect CustomWindow::reachable(platform::Rect frame) const
@@ -91,7 +91,7 @@ void CustomWindow::enterFullscreen()
     if (initialFrame.width == 0 || initialFrame.height == 0)
         initialFrame = frame();
     const platform::Screen screen = currentScreen();
-    setFrame(screen.frame);
+    setFrame(screen.frame, true);
     screens->setPresentationOptions(
         *this, screen.fullscreenPresentationOptions(screens->presentationOptions()));
 }
@@ -104,7 +104,7 @@ void CustomWindow::leaveFullscreen()
     screens->setPresentationOptions(
         *this, currentScreen().nonFullscreenPresentationOptions(screens->presentationOptions()));
     setMinimumSize(normalMinimum);
-    setFrame(initialFrame);
+    setFrame(initialFrame, true);
 }
 
 void CustomWindow::keyPressEvent(QKeyEvent* event)

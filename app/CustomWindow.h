@@ -21,7 +21,7 @@ public:
     void setMinimumWindowSize(platform::Size size);
 
     platform::Rect frame() const;
-    void setFrame(const platform::Rect& frame);
+    void setFrame(const platform::Rect& frame, bool animated = false);
     /// The frame, moved so that its top is not above and its left edge not beside the visible area of the
     /// window's screen.
     platform::Rect reachable(platform::Rect frame) const;

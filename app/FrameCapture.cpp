@@ -114,14 +114,16 @@ void ZVKAppDelegate::print()
 {
     if (!player1->media())
         return;
-    if (!writtenFrame(*player1, desktop.frameFile)) {
+    auto frame = writtenFrame(*player1, desktop.frameFile);
+    if (!frame) {
         tell(desktop, *window, "print.failed");
         return;
     }
-    desktop.printing.showPanel(*window, loadPrintInfo(), [this, life = std::weak_ptr(alive)](int returnCode) {
-        if (!life.expired())
-            printPanelDidEnd(returnCode);
-    });
+    desktop.printing.showPanel(*window, loadPrintInfo(),
+        [this, life = std::weak_ptr(alive), picture = std::move(*frame)](int returnCode) {
+            if (!life.expired())
+                printPanelDidEnd(returnCode, picture);
+        });
 }
 
 platform::PrintInfo& ZVKAppDelegate::loadPrintInfo()
@@ -131,7 +133,7 @@ platform::PrintInfo& ZVKAppDelegate::loadPrintInfo()
     return *printInfo;
 }
 
-void ZVKAppDelegate::printPanelDidEnd(int returnCode)
+void ZVKAppDelegate::printPanelDidEnd(int returnCode, const std::string& picture)
 {
     if (returnCode != printPressed)
         return;
@@ -151,20 +153,13 @@ void ZVKAppDelegate::printPanelDidEnd(int returnCode)
         tell(desktop, *window, "print.no_printer");
         return;
     }
-    auto frame = contentsOf(desktop.frameFile);
-    if (!frame) {
-        tell(desktop, *window, "print.failed");
-        return;
-    }
     session.mimeTypes(printer.name, info,
-        [this, life = std::weak_ptr(alive), name = printer.name, contents = std::move(*frame)](
-            const Session::Types& types) {
+        [this, life = std::weak_ptr(alive), name = printer.name, picture](const Session::Types& types) {
             if (life.expired() || !acceptsPictures(desktop, *window, types))
                 return;
-            desktop.printing.printFile(
-                name, loadPrintInfo(), pictureType, contents, [this, life](int status) {
-                    if (!life.expired())
-                        framePrinted(desktop, *window, status);
-                });
+            desktop.printing.printFile(name, loadPrintInfo(), pictureType, picture, [this, life](int status) {
+                if (!life.expired())
+                    framePrinted(desktop, *window, status);
+            });
         });
 }

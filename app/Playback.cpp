@@ -86,6 +86,7 @@ void ZVKAppDelegate::restartMedia()
     forgetPendingStart();
     waitingForPlayStart = true;
     startTimerPlayNext();
+    showTitle();
     showLoading();
     extractThenPlay();
 }
@@ -317,7 +318,14 @@ void ZVKAppDelegate::updateVideoUI()
 {
     player1->setMedia(platform::Media::mediaWithPath(mediaList->mediaAtIndex(mediaIndex)->path()));
     outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
-    outlets->titleLabel->setText(QString::fromStdString(mediaList->mediaAtIndex(mediaIndex)->fileName()));
+    showTitle();
+}
+
+/// The name of the player's file.
+void ZVKAppDelegate::showTitle()
+{
+    const std::string path = player1->media()->url().value_or("");
+    outlets->titleLabel->setText(QString::fromStdString(path.substr(path.rfind('/') + 1)));
 }
 
 void ZVKAppDelegate::updatePlayInfoScale()

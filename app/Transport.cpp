@@ -186,7 +186,7 @@ void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
         frame.width = minWidth;
         frame.height = minHeight;
     }
-    window->setFrame(window->reachable(frame));
+    window->setFrame(window->reachable(frame), true);
 }
 
 void ZVKAppDelegate::toggleFullScreen()

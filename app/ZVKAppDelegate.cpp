@@ -153,6 +153,7 @@ void ZVKAppDelegate::windowWillClose()
 
 void ZVKAppDelegate::contentResized()
 {
+    centreLoading();
     if (player1)
         updatePlayInfoScale();
 }
@@ -245,6 +246,7 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
     player1->stop();
     playInfo.setIsPlaying(false);
     resetReadouts();
+    outlets->titleLabel->clear();
     showOrHideVideo();
     scanning = true;
     mediaList->setDirectoryPath(path);
@@ -258,13 +260,18 @@ void ZVKAppDelegate::showLoading()
     stopVideoLoadingView = false;
     progress = 0;
     indicator.setDoubleValue(LoadingIndicator::minimum);
-    const QRect head = outlets->headBox->rect();
-    indicator.move(head.x() + (head.width() - indicator.width()) / 2, indicator.y());
+    centreLoading();
     indicator.show();
     indicator.raise();
     indicator.startAnimation();
     if (!isTicking)
         desktop.dispatcher.after(loadingTick, guarded([this] { updateLoadingWindow(loadingSeconds); }));
+}
+
+void ZVKAppDelegate::centreLoading()
+{
+    LoadingIndicator& indicator = *outlets->progressIndicator;
+    indicator.move((indicator.parentWidget()->width() - indicator.width()) / 2, indicator.y());
 }
 
 void ZVKAppDelegate::updateLoadingWindow(double expectedSeconds)

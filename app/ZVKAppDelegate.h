@@ -126,6 +126,7 @@ private:
     void setVolume(uint64_t value);
 
     void showLoading();
+    void centreLoading();
     void updateLoadingWindow(double expectedSeconds);
     void hideLoading();
 
@@ -147,6 +148,7 @@ private:
     void chooseAudioAuto();
     void updateAudioUI();
     void updateVideoUI();
+    void showTitle();
     void updatePlayInfoScale();
     void showOrHideVideo();
     bool reportsPlaying() const;
@@ -155,7 +157,7 @@ private:
     void afterForThisFile(double seconds, std::function<void()> work);
 
     platform::PrintInfo& loadPrintInfo();
-    void printPanelDidEnd(int returnCode);
+    void printPanelDidEnd(int returnCode, const std::string& picture);
 
     void initMediaListTableView();
     void updateSideViewButton();

@@ -4,11 +4,13 @@
 #include "platform/Texts.h"
 
 #include <QBoxLayout>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QPushButton>
 
 #include <utility>
 
@@ -37,6 +39,7 @@ QProgressDialog* waitingSheet(QWidget& window, const PanelAnswer& answer)
     return sheet;
 }
 
+/// Says so, and offers nothing that could not be done.
 void sayNoPrinter(QDialog& panel)
 {
     auto* text = new QLabel(localized("print.no_printer"), &panel);
@@ -44,6 +47,8 @@ void sayNoPrinter(QDialog& panel)
     text->setWordWrap(true);
     if (auto* layout = qobject_cast<QBoxLayout*>(panel.layout()))
         layout->insertWidget(0, text);
+    if (const auto* buttons = panel.findChild<QDialogButtonBox*>())
+        buttons->button(QDialogButtonBox::Ok)->setEnabled(false);
 }
 
 void openPanel(
@@ -55,7 +60,8 @@ void openPanel(
     auto* panel = new QPrintDialog(settings->printer.get(), &window);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setWindowModality(Qt::WindowModal);
-    panel->setOptions(QPrintDialog::PrintToFile | QPrintDialog::PrintShowPageSize);
+    panel->setOptions(QPrintDialog::PrintShowPageSize);
+    panel->setOption(QPrintDialog::PrintToFile, hasPrinters);
     if (!hasPrinters)
         sayNoPrinter(*panel);
     QObject::connect(panel, &QDialog::finished, panel,

@@ -1,6 +1,7 @@
 #include "platform/MpvPlayer.h"
 
 #include "platform/MpvPlayerImpl.h"
+#include "platform/TimeLimit.h"
 #include "platform/VideoSnapshot.h"
 
 #include <algorithm>
@@ -38,11 +39,14 @@ MpvPlayer::~MpvPlayer()
 {
     if (!mpv)
         return;
+    constexpr auto patience = std::chrono::seconds(3);
+    const TimeLimit limit(patience);
     mpv_set_wakeup_callback(mpv.get(), nullptr, nullptr);
     if (view) {
         view->outputReplaced = nullptr;
         view->detach(mpv.get());
     }
+    mpv.reset();
 }
 
 void MpvPlayer::setMedia(std::shared_ptr<Media> media)

@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QVariantAnimation>
 #include <QWidget>
 #include <QWindow>
 
@@ -49,6 +50,14 @@ bool placesWindows()
     return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
+const QString movementName = QStringLiteral("frameMovement");
+
+/// The window's movement; null when it stands still.
+QVariantAnimation* movementOf(const QWidget& window)
+{
+    return window.findChild<QVariantAnimation*>(movementName, Qt::FindDirectChildrenOnly);
+}
+
 } // namespace
 
 QtScreens::QtScreens(const UserDefaults& defaults)
@@ -72,15 +81,40 @@ std::vector<Screen> QtScreens::all() const
 
 Rect QtScreens::frameOf(const QWidget& window) const
 {
-    return yUp(window.geometry());
+    const QVariantAnimation* movement = movementOf(window);
+    return yUp(movement ? movement->endValue().toRect() : window.geometry());
 }
 
-void QtScreens::setFrameOf(QWidget& window, const Rect& frame)
+void QtScreens::setFrameOf(QWidget& window, const Rect& frame, bool animated)
 {
-    if (placesWindows())
-        window.setGeometry(yDown(frame));
+    delete movementOf(window);
+    const QRect target = yDown(frame);
+    if (!placesWindows())
+        window.resize(target.size());
+    else if (animated && window.isVisible() && target != window.geometry() && preference.isAnimated())
+        animate(window, target);
     else
-        window.resize(yDown(frame).size());
+        window.setGeometry(target);
+}
+
+void QtScreens::animate(QWidget& window, const QRect& target)
+{
+    constexpr int durationMs = 180;
+    auto* movement = new QVariantAnimation(&window);
+    movement->setObjectName(movementName);
+    movement->setDuration(durationMs);
+    movement->setEasingCurve(QEasingCurve::OutCubic);
+    movement->setStartValue(window.geometry());
+    movement->setEndValue(target);
+    QObject::connect(movement, &QVariantAnimation::valueChanged, &window,
+        [&window](const QVariant& step) { window.setGeometry(step.toRect()); });
+    QObject::connect(movement, &QVariantAnimation::finished, &window, [this, &window, movement] {
+        movement->setObjectName({});
+        movement->deleteLater();
+        if (presented == &window)
+            applyOptions();
+    });
+    movement->start();
 }
 
 bool QtScreens::startMove(QWidget& window)
@@ -91,11 +125,19 @@ bool QtScreens::startMove(QWidget& window)
 void QtScreens::setPresentationOptions(QWidget& window, uint32_t wanted)
 {
     options = wanted;
+    presented = &window;
+    // The desktop would put the window into full screen at once, past its movement.
+    if (options == 0 || !movementOf(window))
+        applyOptions();
+}
+
+void QtScreens::applyOptions()
+{
     // Full screen is the desktop's word for a window that panels and docks give way to; a hidden window
     // must stay hidden.
-    const bool isFull = window.windowState() & Qt::WindowFullScreen;
+    const bool isFull = presented->windowState() & Qt::WindowFullScreen;
     if (isFull != (options != 0))
-        window.setWindowState(window.windowState() ^ Qt::WindowFullScreen);
+        presented->setWindowState(presented->windowState() ^ Qt::WindowFullScreen);
 }
 
 } // namespace platform

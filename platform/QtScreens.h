@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/AnimationPreference.h"
 #include "platform/Screen.h"
+
+#include <QPointer>
 
 namespace platform {
 
@@ -15,14 +18,19 @@ public:
     Screen screenOf(const QWidget& window) const override;
     std::vector<Screen> all() const override;
     Rect frameOf(const QWidget& window) const override;
-    void setFrameOf(QWidget& window, const Rect& frame) override;
+    void setFrameOf(QWidget& window, const Rect& frame, bool animated) override;
     bool startMove(QWidget& window) override;
     uint32_t presentationOptions() const override { return options; }
     void setPresentationOptions(QWidget& window, uint32_t wanted) override;
 
 private:
+    void animate(QWidget& window, const QRect& target);
+    void applyOptions();
+
+    AnimationPreference preference;
     bool spansAllDisplays;
     uint32_t options = 0;
+    QPointer<QWidget> presented;
 };
 
 } // namespace platform

@@ -41,15 +41,18 @@ public:
     /// At least one; the first is the main screen.
     virtual std::vector<Screen> all() const = 0;
 
+    /// The frame that was set last, also while the window is still on its way to it.
     virtual Rect frameOf(const QWidget& window) const = 0;
-    /// Where a program may not place its windows, only the size is taken.
-    virtual void setFrameOf(QWidget& window, const Rect& frame) = 0;
+    /// Where a program may not place its windows, only the size is taken. Animated: a window on screen gets
+    /// there in a short movement, if the desktop wishes for any; a later frame takes its place.
+    virtual void setFrameOf(QWidget& window, const Rect& frame, bool animated = false) = 0;
     /// Lets the desktop move the window with the pointer until the button is released. False where the
     /// program moves the window itself.
     virtual bool startMove(QWidget& window) = 0;
 
     virtual uint32_t presentationOptions() const = 0;
-    /// Any option set: panels, docks and menu bars give way to the window; it must cover its screen.
+    /// Any option set: panels, docks and menu bars give way to the window, once it has reached its frame; it
+    /// must cover its screen.
     virtual void setPresentationOptions(QWidget& window, uint32_t options) = 0;
 };
 

@@ -23,6 +23,7 @@ TEST(Start, FindsAnEmptyListAndTheWindowCentred)
     EXPECT_EQ(app.player().loudness, 70);
     EXPECT_FALSE(app.player().muted);
     EXPECT_EQ(app.controller->mainWindow().frame(), (platform::Rect{450, 205, 1020, 640}));
+    EXPECT_FALSE(app.desk.screens.wasAnimated);
     EXPECT_EQ(app.find<TKImageButton>("playButton").imageName(), "icon_play_n");
     EXPECT_EQ(app.find<TKImageButton>("recordButtonImageView").imageName(), "record_p");
     EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());

@@ -81,9 +81,11 @@ public:
         platform::Screen screenOf(const QWidget&) const override { return screen; }
         std::vector<platform::Screen> all() const override { return {screen}; }
         platform::Rect frameOf(const QWidget&) const override { return frame; }
-        void setFrameOf(QWidget& window, const platform::Rect& wanted) override
+        bool wasAnimated = false; // the latest change of a frame
+        void setFrameOf(QWidget& window, const platform::Rect& wanted, bool animated) override
         {
             frame = wanted;
+            wasAnimated = animated;
             window.resize(int(wanted.width), int(wanted.height));
         }
         bool startMove(QWidget&) override { return false; }

@@ -1,0 +1,84 @@
+#include "platform/QtScreens.h"
+#include "platform/TimeLimit.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QVariantAnimation>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+class WindowMovement : public testing::Test {
+protected:
+    WindowMovement()
+    {
+        screens.setFrameOf(window, start, true);
+        EXPECT_EQ(movement(), nullptr) << "the first placement";
+        window.show();
+    }
+
+    QVariantAnimation* movement() const { return window.findChild<QVariantAnimation*>("frameMovement"); }
+    void arrive() { movement()->setCurrentTime(movement()->duration()); }
+
+    const platform::Rect start{10, 20, 300, 200};
+    const platform::Rect larger{0, 0, 600, 400};
+    TestPlatform::TestDefaults defaults;
+    platform::QtScreens screens{defaults};
+    QWidget window;
+};
+
+TEST_F(WindowMovement, IsOverForTheProgramAsSoonAsItBegins)
+{
+    screens.setFrameOf(window, larger, true);
+    EXPECT_EQ(screens.frameOf(window), larger);
+    ASSERT_TRUE(movement());
+    movement()->setCurrentTime(60);
+    EXPECT_GT(window.width(), 300);
+    EXPECT_LT(window.width(), 600);
+    arrive();
+    EXPECT_EQ(window.size(), QSize(600, 400));
+    EXPECT_EQ(movement(), nullptr);
+}
+
+TEST_F(WindowMovement, EndsAtTheLatestFrame)
+{
+    screens.setFrameOf(window, larger, true);
+    movement()->setCurrentTime(60);
+    screens.setFrameOf(window, start, true);
+    arrive();
+    EXPECT_EQ(screens.frameOf(window), start);
+    screens.setFrameOf(window, larger, true);
+    screens.setFrameOf(window, start, false);
+    EXPECT_EQ(window.size(), QSize(300, 200));
+    EXPECT_EQ(movement(), nullptr);
+}
+
+TEST_F(WindowMovement, FullScreenComesWhenTheWindowHasArrived)
+{
+    screens.setFrameOf(window, screens.screenOf(window).frame, true);
+    screens.setPresentationOptions(window, 5);
+    EXPECT_EQ(screens.presentationOptions(), 5u);
+    EXPECT_FALSE(window.isFullScreen());
+    arrive();
+    EXPECT_TRUE(window.isFullScreen());
+
+    screens.setPresentationOptions(window, 0);
+    screens.setFrameOf(window, start, true);
+    EXPECT_FALSE(window.isFullScreen());
+    screens.setFrameOf(window, larger, true);
+    screens.setPresentationOptions(window, 5);
+    screens.setPresentationOptions(window, 0);
+    arrive();
+    EXPECT_FALSE(window.isFullScreen()) << "left before it was reached";
+}
+
+TEST(TimeLimit, LeavesTheProcessThatHangs)
+{
+    const auto hang = [] {
+        const platform::TimeLimit limit(std::chrono::milliseconds(1));
+        pause();
+    };
+    EXPECT_EXIT(hang(), testing::ExitedWithCode(0), "");
+}
+
+} // namespace
