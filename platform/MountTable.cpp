@@ -49,7 +49,7 @@ std::vector<Mount> parsedMounts(std::string_view mountinfo)
             continue;
         if (words >> type >> source >> superOptions)
             mounts.push_back({unescaped(path), unescaped(source),
-                hasOption(options, "ro") || hasOption(superOptions, "ro")});
+                hasOption(options, "ro") || hasOption(superOptions, "ro"), number});
     }
     return mounts;
 }

@@ -11,6 +11,7 @@ struct Mount {
     std::string path;
     std::string source; // "/dev/sdb1", "tmpfs"
     bool readOnly = false; // the mount itself or the file system behind it
+    std::string number = {}; // of the file system's device, "8:17"
 };
 
 /// The mounts of a /proc/self/mountinfo (proc(5)). Lines that are none are left out.

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -48,6 +49,13 @@ bool startDetached(const QString& program, const QStringList& arguments)
 
 } // namespace
 
+QtScriptRunner::QtScriptRunner(
+    std::string formatHelper, DiskToolLimits limits, std::chrono::milliseconds shell)
+    : diskTools(std::move(formatHelper), limits),
+      shellLimit(shell)
+{
+}
+
 int QtScriptRunner::system(const std::string& command)
 {
     const auto path = pathToOpen(command);
@@ -68,6 +76,22 @@ bool QtScriptRunner::launchApplication(const std::string& name)
             return true;
     }
     return false;
+}
+
+ScriptResult QtScriptRunner::doShellScript(const std::string& command, bool withAdministratorPrivileges)
+{
+    if (const auto disk = parsedDiskCommand(command))
+        return diskTools.run(*disk);
+    ToolRequest request{{"/bin/sh", "-c", command}, shellLimit};
+    if (!withAdministratorPrivileges)
+        return scriptResult("/bin/sh", runTool(request));
+    request.command.insert(request.command.begin(), "pkexec");
+    return privilegedResult("/bin/sh", runTool(request));
+}
+
+void QtScriptRunner::chooseMedium(const ChosenMedium& medium)
+{
+    diskTools.chooseMedium(medium);
 }
 
 } // namespace platform

@@ -4,7 +4,10 @@
 #include "platform/PrintSession.h"
 #include "platform/ScriptRunner.h"
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A printing service that answers as told and writes down what it was asked.
@@ -61,7 +64,7 @@ public:
     }
 };
 
-/// Writes the commands down.
+/// Writes the commands down; shell scripts answer as told.
 class TestScriptRunner final : public platform::ScriptRunner {
 public:
     int status = 0;
@@ -78,4 +81,14 @@ public:
         commands.push_back("launch " + name);
         return canLaunch;
     }
+
+    /// Called for every shell script, on the thread that runs it.
+    std::function<platform::ScriptResult(const std::string& command, bool privileged)> script;
+    platform::ScriptResult doShellScript(const std::string& command, bool privileged) override
+    {
+        commands.push_back(command + (privileged ? " as administrator" : ""));
+        return script ? script(command, privileged) : platform::ScriptResult{};
+    }
+    std::optional<platform::ChosenMedium> chosen;
+    void chooseMedium(const platform::ChosenMedium& medium) override { chosen = medium; }
 };

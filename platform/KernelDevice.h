@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+/// Where the system tells about its devices.
+struct SystemRoots {
+    std::string sys = "/sys";
+    std::string proc = "/proc";
+    std::string dev = "/dev";
+};
+
+/// What the kernel itself tells about a block device, its disk and what is built on that.
+struct KernelDevice {
+    struct Use {
+        std::string place;
+        bool own = false; // of the device itself (of the whole disk: any partition's), not of a sibling
+    };
+
+    bool known = false; // there is such a device, and everything below could be read
+    bool whole = false; // a disk, not a partition
+    bool readOnly = false;
+    uint64_t size = 0; // in bytes
+    std::string number; // "8:17"
+    std::string sequence; // of the disk: another one for another medium; "-" where the kernel does not count
+
+    bool removable = false; // of the disk
+    bool usb = false; // the disk is plugged in by USB
+    bool sdCard = false; // the disk is a card in an SD slot
+    bool loop = false; // the disk is a file
+
+    bool held = false; // the device is a part of something larger: encryption, a volume group, an array
+    bool swap = false; // the disk, or something that is built on it, has swap space in use
+    std::vector<Use> mounts; // of the disk's partitions and of everything that is built on them
+};
+
+/// Looks the device up; its name is plain, without "/dev/".
+KernelDevice kernelDevice(const std::string& name, const SystemRoots& roots = {});
+
+} // namespace platform

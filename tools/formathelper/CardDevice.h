@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cardtools/FormatRule.h"
+#include "platform/KernelDevice.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+/// The block device that is being formatted. As long as this lives, its name cannot go to another device.
+class CardDevice {
+public:
+    CardDevice(std::string node, platform::KernelDevice expected);
+    ~CardDevice();
+    CardDevice(const CardDevice&) = delete;
+    CardDevice& operator=(const CardDevice&) = delete;
+
+    /// Opens it for this process alone and compares it with what the kernel told; `ok`, or why not.
+    FormatStatus open();
+    /// What the system said when `open` failed.
+    const std::string& reason() const { return failure; }
+    /// Ends the exclusive use, so that a tool can have it; the device stays open.
+    void letOthersOpen();
+
+    const std::string& path() const { return node; }
+    bool isThere() const;
+    bool isReadOnly() const;
+    /// Fills the bytes from the start of the medium itself, not from what the system remembers of it.
+    bool readFromMedium(std::span<std::byte> bytes) const;
+
+private:
+    FormatStatus openFailure(int error);
+
+    std::string node;
+    platform::KernelDevice expected;
+    int exclusive = -1;
+    int kept = -1;
+    std::string failure;
+};
