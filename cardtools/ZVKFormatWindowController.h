@@ -42,10 +42,12 @@ public:
     void changeDisk() { updateSelectedDiskInfo(); }
     void onFormat();
     void doFormat(const TKUSBDiskEntity& card);
+    /// Lists the cards that there are now and reports.
     void formatDidFinished(const CardFormat::Outcome& outcome);
     void cancel();
 
     void showProgressBar(const QString& message);
+    /// One tick of a display that is expected to take so many seconds.
     void updateProgressBar(double seconds);
     void hideProgressBar();
 
@@ -55,13 +57,14 @@ protected:
 private:
     void windowDidLoad();
     void connectControls();
-    std::vector<TKUSBDiskEntity> doLoadUSBVolumes() const;
     void showDisks(std::vector<TKUSBDiskEntity> disks);
     void setFormatting(bool on);
-    void updateControls();
+    void setBarVisible(bool visible);
     void scheduleTick(double seconds);
     void tellThatItIsFormatting();
-    void alert(const QString& title, const QString& message);
+    void alert(const QString& title, const QString& message, std::function<void()> dismissed = {});
+    /// The work, to be run on the main thread as long as this is alive.
+    std::function<void()> whileAlive(std::function<void()> work) const;
 
     platform::Platform& desktop;
     std::unique_ptr<QWidget> loaded;
@@ -72,6 +75,5 @@ private:
     int progressDisplay = 0; // counts the displays, so that an old one's tick ends with it
     bool formatting = false;
     bool telling = false;
-    // Work that comes back after the controller has gone finds this gone, too.
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };

@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -144,7 +144,7 @@ ToolResult runTool(const ToolRequest& request)
     }
     writeEnd.close();
 
-    const Descriptor process(pidfd_open(child, 0));
+    const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     bool ended = waitForEnd(process.fd, readEnd, result.text, Clock::now() + request.limit);
     result.end = ended ? End::exited : End::tookTooLong;
     if (!ended && kill(-child, SIGKILL) == 0)

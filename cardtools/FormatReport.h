@@ -1,0 +1,14 @@
+#pragma once
+
+#include "cardtools/CardFormat.h"
+
+#include <QString>
+
+/// What the user is told when a format has ended.
+struct FormatReport {
+    QString title;
+    QString message;
+    bool closesWindow = false; // when the user has confirmed it
+};
+
+FormatReport formatReport(const CardFormat::Outcome& outcome);
