@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -54,12 +55,6 @@ void ZVKFormatWindowController::showWindow()
 void ZVKFormatWindowController::windowDidLoad()
 {
     loaded->setWindowTitle(localized("setting.format.window_title"));
-    loaded->resize(loaded->sizeHint().expandedTo(loaded->size()));
-    const platform::Rect area = desktop.screens.screenOf(*loaded).visibleFrame;
-    const auto [width, height] = desktop.screens.frameOf(*loaded).size();
-    desktop.screens.setFrameOf(
-        *loaded, {area.x + (area.width - width) / 2, area.y + (area.height - height) / 2, width, height});
-
     outlets->usbDiskLabel->setText(localized("setting.format.card"));
     outlets->pathLabel->setText(localized("setting.format.device"));
     outlets->allocationUnitLabel->setText(localized("setting.format.allocation_unit_size"));
@@ -76,8 +71,25 @@ void ZVKFormatWindowController::windowDidLoad()
     updateSelectedDiskInfo();
     stopProgressBar = true;
     setBarVisible(false);
+    centre();
     connectControls();
     loadUSBVolumes();
+}
+
+void ZVKFormatWindowController::centre()
+{
+    // Room for bar and message is kept, so that nothing moves when they come and go.
+    for (QWidget* const widget :
+        std::initializer_list<QWidget*>{outlets->progressBar, outlets->progressMessageField}) {
+        QSizePolicy policy = widget->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        widget->setSizePolicy(policy);
+    }
+    const QSize size = loaded->sizeHint().expandedTo(loaded->minimumSize());
+    const platform::Rect area = desktop.screens.screenOf(*loaded).visibleFrame;
+    desktop.screens.setFrameOf(*loaded,
+        {area.x + (area.width - size.width()) / 2, area.y + (area.height - size.height()) / 2,
+            double(size.width()), double(size.height())});
 }
 
 void ZVKFormatWindowController::connectControls()

@@ -56,6 +56,7 @@ protected:
 
 private:
     void windowDidLoad();
+    void centre();
     void connectControls();
     void showDisks(std::vector<TKUSBDiskEntity> disks);
     void setFormatting(bool on);

@@ -1,0 +1,109 @@
+#include "platform/QtScriptRunner.h"
+#include "tests/support/TempFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+
+using testing::HasSubstr;
+
+namespace {
+
+/// Programs that are shell scripts, first or alone in PATH.
+class ScriptRunner : public testing::Test {
+protected:
+    ~ScriptRunner() override { setenv("PATH", path.c_str(), 1); }
+
+    std::string program(const std::string& name, const std::string& text) const
+    {
+        const std::string whole = "#!/bin/sh\n" + text;
+        const std::string file = folder.file(name, std::as_bytes(std::span(whole)));
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        return file;
+    }
+    platform::ScriptResult run(const std::string& command, bool privileged = false)
+    {
+        setenv("PATH", (folder.path() + ":" + path).c_str(), 1);
+        return runner.doShellScript(command, privileged);
+    }
+    std::string said() const { return contents(folder.path("said")); }
+    std::string say() const { return "echo \"$@\" >> " + folder.path("said") + "\n"; }
+
+    const std::string path = getenv("PATH");
+    TempFolder folder;
+    platform::DiskToolLimits limits{std::chrono::seconds(20), std::chrono::milliseconds(300), {}};
+    platform::QtScriptRunner runner{program("helper", ""), limits, std::chrono::milliseconds(300)};
+    const std::string format = "sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c 32 sdz1";
+};
+
+} // namespace
+
+TEST_F(ScriptRunner, ShellCommandAnswersItsStatusAndItsErrorText)
+{
+    EXPECT_EQ(run("echo out").number, 0);
+    const platform::ScriptResult failed = run("echo out; echo why >&2; exit 3");
+    EXPECT_EQ(failed.number, 3);
+    EXPECT_EQ(failed.message, "why");
+    EXPECT_EQ(run("exit 1").number, 1);
+    const platform::ScriptResult slow = run("sleep 600");
+    EXPECT_LT(slow.number, 0);
+    EXPECT_THAT(slow.message, HasSubstr("too long"));
+    EXPECT_LT(run("kill -9 $$").number, 0);
+    // What it leaves running is not waited for.
+    EXPECT_EQ(run("sleep 600 & exit 0").number, 0);
+}
+
+TEST_F(ScriptRunner, DiskCommandsGoToTheDisksOwnTool)
+{
+    program("udisksctl", say());
+    EXPECT_EQ(run("diskutil umount sdz1").number, 0);
+    EXPECT_EQ(run("diskutil umountDisk sdz").number, 0);
+    EXPECT_EQ(run("diskutil mount sdz1").number, 0);
+    EXPECT_EQ(said(),
+        "unmount -b /dev/sdz1 --no-user-interaction\nunmount -b /dev/sdz --no-user-interaction\n"
+        "mount -b /dev/sdz1 --no-user-interaction\n");
+    program("udisksctl", "echo 'Error: NotMounted' >&2; exit 1\n");
+    EXPECT_EQ(run("diskutil umount sdz1").number, 0);
+    program("udisksctl", "echo 'target is busy' >&2; exit 1\n");
+    EXPECT_EQ(run("diskutil umount sdz1").message, "target is busy");
+    // The system needs some tries until it knows the new file system.
+    program("udisksctl",
+        "[ -e " + folder.path("seen") + " ] && exit 0; touch " + folder.path("seen")
+            + "; echo 'Object is not a mountable filesystem.' >&2; exit 1\n");
+    EXPECT_EQ(run("diskutil mount sdz1").number, 0);
+}
+
+TEST_F(ScriptRunner, FormatsOnlyTheChosenMediumAndThatOnce)
+{
+    program("pkexec", say() + "exit 25\n");
+    EXPECT_LT(run(format, true).number, 0);
+    runner.chooseMedium({"sdy1", 1024});
+    EXPECT_LT(run(format, true).number, 0);
+    EXPECT_EQ(said(), "");
+    runner.chooseMedium({"sdz1", 1024});
+    EXPECT_EQ(run(format, true).number, 25);
+    EXPECT_LT(run(format, true).number, 0);
+    EXPECT_EQ(said(), folder.path("helper") + " sdz1 32 1024 -\n");
+}
+
+TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
+{
+    const auto answered = [&](const std::string& pkexec) {
+        program("pkexec", pkexec);
+        runner.chooseMedium({"sdz1", 1024});
+        return run(format, true);
+    };
+    EXPECT_EQ(answered("exit 126\n").number, -128);
+    EXPECT_THAT(answered("exit 126\n").message, HasSubstr("cancelled"));
+    EXPECT_THAT(answered("echo 'Not authorized' >&2; exit 127\n").message, HasSubstr("Not authorized"));
+    EXPECT_THAT(answered("sleep 600\n").message, HasSubstr("too long"));
+
+    setenv("PATH", folder.path("empty").c_str(), 1);
+    EXPECT_THAT(runner.doShellScript("diskutil mount sdz1", false).message, HasSubstr("udisksctl"));
+    runner.chooseMedium({"sdz1", 1024});
+    EXPECT_THAT(runner.doShellScript(format, true).message, HasSubstr("pkexec"));
+    platform::QtScriptRunner without("/nowhere/zavik-format-card");
+    without.chooseMedium({"sdz1", 1024});
+    EXPECT_THAT(without.doShellScript(format, true).message, HasSubstr("zavik-format-card"));
+}

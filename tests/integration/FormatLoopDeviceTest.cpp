@@ -1,0 +1,118 @@
+#include "cardtools/ZVKFormatWindowController.h"
+#include "platform/QtScriptRunner.h"
+#include "tests/support/LoopDevice.h"
+#include "tests/support/TestPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The window, the real script runner and the real file system tools on a file that stands in for the card;
+/// udisksctl and pkexec are small scripts that do what the real ones do, without a service.
+class FormatLoopDevice : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!LoopDevice::isAvailable())
+            GTEST_SKIP() << "loop devices need root: formatting from the window was not tested";
+        program("pkexec", "exec \"$@\"\n");
+        program("udisksctl",
+            "case $1 in unmount) umount " + mountPoint + " 2>/dev/null || fusermount -u " + mountPoint
+                + ";;\nmount) mkdir -p " + mountPoint + "; mount -t vfat $3 " + mountPoint
+                + " 2>/dev/null || fusefat -o rw+ $3 " + mountPoint + " >/dev/null 2>&1;;\nesac\n");
+        setenv("PATH", (folder.path() + ":" + path).c_str(), 1);
+    }
+    ~FormatLoopDevice() override
+    {
+        (void)platform::runTool({{"udisksctl", "unmount"}});
+        setenv("PATH", path.c_str(), 1);
+    }
+
+    void program(const std::string& name, const std::string& text) const
+    {
+        const std::string whole = "#!/bin/sh\n" + text;
+        fs::permissions(folder.file(name, std::as_bytes(std::span(whole))), fs::perms::owner_all);
+    }
+    bool isMounted() const
+    {
+        struct stat here { };
+        struct stat above { };
+        return stat(mountPoint.c_str(), &here) == 0 && stat(folder.path().c_str(), &above) == 0
+            && here.st_dev != above.st_dev;
+    }
+    /// What the system would list.
+    platform::VolumeDescription volume(const LoopDevice& card, uint64_t size) const
+    {
+        return {mountPoint, true, "USB", card.name, "Card Reader", size, true, true, "ZAVIK", "loop"};
+    }
+
+    const std::string path = getenv("PATH");
+    TempFolder folder;
+    const std::string mountPoint = folder.path("mounted");
+    platform::QtScriptRunner runner{ZAVIK_LOOP_FORMAT_HELPER};
+    TestPlatform desktop;
+    platform::Platform pieces{desktop.dispatcher, desktop.panels, desktop.alerts, desktop.defaults,
+        desktop.screens, desktop.printing, runner, desktop.disks, {}};
+};
+
+} // namespace
+
+TEST_F(FormatLoopDevice, FromTheWindowToTheCardAndBack)
+{
+    constexpr uint64_t size = uint64_t(4) << 30;
+    const LoopDevice card(size);
+    ASSERT_TRUE(platform::runTool({{"mkfs.fat", "-I", "-F", "32", "-n", "OLD", card.path()}}).succeeded());
+    ASSERT_TRUE(platform::runTool({{"udisksctl", "mount", "-b", card.path()}}).succeeded());
+    if (!isMounted())
+        GTEST_SKIP() << "this machine cannot mount a FAT file system";
+    const std::string settings(272, 's');
+    std::ofstream(mountPoint + "/config.bin") << settings;
+    std::ofstream(mountPoint + "/old.avi") << "video";
+
+    desktop.disks.volumes = {volume(card, size)};
+    ZVKFormatWindowController controller(pieces);
+    controller.window();
+    desktop.dispatcher.runAll();
+    controller.onFormat();
+    desktop.dispatcher.runAll();
+
+    ASSERT_EQ(desktop.alerts.shown.size(), 1U);
+    EXPECT_EQ(desktop.alerts.shown[0], "The card has been formatted|[4.0 GB] ZAVIK <Card Reader>");
+    ASSERT_TRUE(isMounted());
+    EXPECT_EQ(contents(mountPoint + "/config.bin"), settings);
+    EXPECT_FALSE(fs::exists(mountPoint + "/old.avi"));
+    for (const char* name : {"AlwaysMovie", "EventMovie", "MotionMovie"})
+        EXPECT_TRUE(fs::is_directory(mountPoint + "/" + name)) << name;
+    ASSERT_TRUE(platform::runTool({{"udisksctl", "unmount", "-b", card.path()}}).succeeded());
+    const auto checked = platform::runTool({{"fsck.fat", "-n", card.path()}, std::chrono::minutes(1), true});
+    EXPECT_TRUE(checked.succeeded()) << checked.text;
+}
+
+TEST_F(FormatLoopDevice, CardThatIsStillMountedIsLeftAsItWas)
+{
+    constexpr uint64_t size = uint64_t(512) << 20;
+    const LoopDevice card(size);
+    ASSERT_TRUE(platform::runTool({{"mkfs.ext4", "-q", card.path()}}).succeeded());
+    fs::create_directories(mountPoint);
+    ASSERT_TRUE(platform::runTool({{"mount", card.path(), mountPoint}}).succeeded());
+    std::ofstream(mountPoint + "/kept") << "kept";
+    program("udisksctl", "exit 0\n");
+    desktop.disks.volumes = {volume(card, size)};
+    ZVKFormatWindowController controller(pieces);
+    controller.window();
+    desktop.dispatcher.runAll();
+    controller.onFormat();
+    desktop.dispatcher.runAll();
+    ASSERT_EQ(desktop.alerts.shown.size(), 1U);
+    EXPECT_NE(desktop.alerts.shown[0].find("still in use"), std::string::npos) << desktop.alerts.shown[0];
+    EXPECT_EQ(contents(mountPoint + "/kept"), "kept");
+    EXPECT_TRUE(platform::runTool({{"umount", mountPoint}}).succeeded());
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/KernelDevice.h"
+#include "platform/ToolRun.h"
+#include "tests/support/TempFolder.h"
+
+#include <unistd.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+/// A sparse file as a block device, for as long as this lives. Needs root.
+class LoopDevice {
+public:
+    static bool isAvailable() { return geteuid() == 0 && std::filesystem::exists("/dev/loop-control"); }
+
+    explicit LoopDevice(uint64_t size, bool readOnly = false)
+    {
+        const std::string image = folder.file("card.img");
+        std::filesystem::resize_file(image, size);
+        std::vector<std::string> command{"losetup", "--find", "--show"};
+        if (readOnly)
+            command.emplace_back("--read-only");
+        command.push_back(image);
+        const auto made = platform::runTool({command, std::chrono::seconds(30), true});
+        if (made.succeeded())
+            name = std::filesystem::path(made.text).filename();
+    }
+    ~LoopDevice() { detach(); }
+    LoopDevice(const LoopDevice&) = delete;
+    LoopDevice& operator=(const LoopDevice&) = delete;
+
+    void detach() const
+    {
+        if (!name.empty())
+            (void)platform::runTool({{"losetup", "--detach", path()}, std::chrono::seconds(30)});
+    }
+    std::string path() const { return "/dev/" + name; }
+    std::string image() const { return folder.path("card.img"); }
+    std::string sequence() const { return platform::kernelDevice(name).sequence; }
+
+    std::string name; // empty when there is none
+
+private:
+    TempFolder folder;
+};
