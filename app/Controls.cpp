@@ -69,6 +69,7 @@ const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
         {"tip.print", &Self::print, {(Qt::CTRL | Qt::Key_P).toCombined()}, {"printButton"}},
         {"tip.settings", &Self::showSettingPanel, {(Qt::CTRL | Qt::Key_Comma).toCombined()},
             {"settingsButton"}},
+        {"tip.clock", &Self::showTimeSetupPanel, {(Qt::CTRL | Qt::Key_T).toCombined()}, {"clockButton"}},
         {"tip.fullscreen", &Self::toggleFullScreen, {Qt::Key_F}, {"fullScreenButton"}},
         {"tip.fullscreen_exit", &Self::toggleFullScreen, {}, {"leaveFullScreenButton"}},
         {"tip.play", &Self::clickPlayButton, {Qt::Key_Space}, {"playButton", "playButtonForFullScreen"}},

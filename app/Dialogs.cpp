@@ -2,6 +2,8 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "cardtools/ZVKTimeSetupController.h"
+#include "platform/Texts.h"
 #include "settings/CardSettings.h"
 
 /// The card is asked in the background: the system may take its time to answer.
@@ -37,8 +39,28 @@ void ZVKAppDelegate::showSpeedsInMiles(bool isMile)
 
 void ZVKAppDelegate::showSettingPanel()
 {
+    if (isFormatting())
+        return;
     auto controller = std::make_unique<ZVKSettingController>(desktop, language);
     controller->setDelegate(this);
     lastDialogController = std::move(controller);
     lastDialogController->showWindow();
+}
+
+void ZVKAppDelegate::showTimeSetupPanel()
+{
+    if (isFormatting())
+        return;
+    lastDialogController = std::make_unique<ZVKTimeSetupController>(desktop, platform::textLanguage());
+    lastDialogController->showWindow();
+}
+
+/// The window that formats a card stays until the end is told; it comes forward instead of another one.
+bool ZVKAppDelegate::isFormatting()
+{
+    auto* settings = dynamic_cast<ZVKSettingController*>(lastDialogController.get());
+    if (!settings || !settings->isFormatting())
+        return false;
+    settings->onFormat();
+    return true;
 }

@@ -55,6 +55,7 @@ public:
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel();
+    void showTimeSetupPanel();
 
     // Folder
     void openMediaDirectoryDialog();
@@ -113,6 +114,7 @@ private:
     bool pressKeyInList(const QKeyEvent& event);
     bool pressKeyOnControl(const QKeyEvent& event);
     void releaseHiddenFocus();
+    bool isFormatting();
     void readDisplayMile();
     void showSpeedsInMiles(bool isMile);
     void loadMapPage();

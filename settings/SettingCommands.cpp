@@ -2,6 +2,7 @@
 
 #include "settings/ZVKSettingController.h"
 
+#include "cardtools/ZVKFormatWindowController.h"
 #include "common/Alerts.h"
 #include "platform/Texts.h"
 #include "ui_ZVKSettingController.h"
@@ -124,4 +125,15 @@ void ZVKSettingController::onDiskUtil()
         showAlert(desktop.alerts, *view, "ZAVIK", platform::localized("msg.no_disk_utility").toStdString());
 }
 
-void ZVKSettingController::onFormat() { }
+void ZVKSettingController::onFormat()
+{
+    // The window of a card that is being formatted stays.
+    if (!isFormatting())
+        lastDialogController = std::make_unique<ZVKFormatWindowController>(desktop);
+    lastDialogController->showWindow();
+}
+
+bool ZVKSettingController::isFormatting() const
+{
+    return lastDialogController && lastDialogController->isFormatting();
+}

@@ -1,5 +1,6 @@
 #include "settings/ZVKSettingController.h"
 
+#include "cardtools/ZVKFormatWindowController.h"
 #include "common/Alerts.h"
 #include "common/InterfaceHelpers.h"
 #include "platform/Texts.h"

@@ -9,6 +9,7 @@
 #include <string>
 
 class LoadingSheet;
+class ZVKFormatWindowController;
 
 namespace Ui {
 class ZVKSettingController;
@@ -50,6 +51,8 @@ public:
     void onCloseCmd();
     void onDiskUtil();
     void onFormat();
+    /// A card is being formatted: a window that tells its end is needed until then.
+    bool isFormatting() const;
 
     void showLoading(const QString& title) override;
     void hideLoading() override;
@@ -94,7 +97,7 @@ private:
     LoadingSheet* progressPanel = nullptr;
     SettingPage* targetController = nullptr;
     SettingPage* driveInfoController = nullptr;
-    std::unique_ptr<WindowController> lastDialogController;
+    std::unique_ptr<ZVKFormatWindowController> lastDialogController;
     viewControllerForZVKSettingDelegate* delegate = nullptr;
     std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };
