@@ -30,6 +30,7 @@ QVariant DriveRecordModel::data(const QModelIndex& index, int role) const
 {
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::ToolTipRole: // for a column that is too narrow
         return shown ? QString::fromStdString(shown->stringForColumnIndex(index.column(), index.row()))
                      : QVariant();
     case Qt::TextAlignmentRole:

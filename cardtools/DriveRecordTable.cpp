@@ -7,19 +7,43 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
 #include <QTableView>
 
 namespace {
 
 constexpr int rowHeight = 20;
 
-}
+/// Right-aligned numbers with a small margin only: a coordinate fills its column nearly to the edge.
+class CellDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        constexpr int margin = 3;
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QRect place = cell.rect.adjusted(0, 0, -margin, 0);
+        const QString text = cell.fontMetrics.elidedText(cell.text, Qt::ElideRight, place.width());
+        cell.text.clear();
+        cell.widget->style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+        const bool isSelected = cell.state.testFlag(QStyle::State_Selected);
+        painter->setFont(cell.font);
+        painter->setPen(cell.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+        painter->drawText(place, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    }
+};
+
+} // namespace
 
 void DriveRecordPage::buildTable()
 {
     QTableView& table = *outlets.tableView;
     model = new DriveRecordModel(format, columnNames, &table);
     table.setModel(model);
+    table.setItemDelegate(new CellDelegate(&table));
     QFont font = table.font();
     font.setPixelSize(11);
     table.setFont(font);

@@ -260,13 +260,15 @@ TEST_F(ObdPage, ShowsAndExportsItsOwnColumns)
     EXPECT_EQ(desktop.panels.save.name, "zavik_obd");
 }
 
-template <typename Page> void expectTitlesFit(TestPlatform& desktop, const DriveLogFormat& format)
+template <typename Page, typename Record>
+void expectTextsFit(TestPlatform& desktop, const DriveLogFormat& format, const Record& record)
 {
     for (const char* language : {"en", "ko"}) {
         platform::setTextLanguage(language);
         Page page(desktop.pieces, language);
         page.show();
         QHeaderView& header = *page.template findChild<QTableView*>("tableView")->horizontalHeader();
+        const QFontMetrics cells(page.template findChild<QTableView*>("tableView")->font());
         for (int i = 0; i < header.count(); ++i) {
             EXPECT_EQ(header.sectionSize(i), format.columns[size_t(i)].width);
             const QString title = header.model()->headerData(i, Qt::Horizontal).toString();
@@ -274,16 +276,21 @@ template <typename Page> void expectTitlesFit(TestPlatform& desktop, const Drive
             constexpr int padding = 6;
             EXPECT_LE(header.fontMetrics().horizontalAdvance(title) + padding, header.sectionSize(i))
                 << language << ' ' << title.toStdString();
+            std::string cell;
+            format.columns[size_t(i)].append(cell, std::as_bytes(std::span(&record, 1)).data(), 9998);
+            constexpr int margin = 3;
+            EXPECT_LE(cells.horizontalAdvance(QString::fromStdString(cell)) + margin, header.sectionSize(i))
+                << cell;
         }
     }
     platform::setTextLanguage("en");
 }
 
-TEST(DriveRecordColumns, HaveTitlesThatFitInBothLanguages)
+TEST(DriveRecordColumns, HoldTheirTitlesInBothLanguagesAndTheirCells)
 {
     TestPlatform desktop;
-    expectTitlesFit<ZVKSettingForFlashDataViewController>(desktop, flashDataFormat);
-    expectTitlesFit<ZVKSettingForObdDriveInfoViewController>(desktop, obdDriveFormat);
+    expectTextsFit<ZVKSettingForFlashDataViewController>(desktop, flashDataFormat, flashRecord());
+    expectTextsFit<ZVKSettingForObdDriveInfoViewController>(desktop, obdDriveFormat, obdRecord());
 }
 
 } // namespace
