@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "platform/DiskCommand.h"
 #include "platform/FolderCard.h"
+#include "platform/SyncFileSystem.h"
 #include "settings/FileData.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ ErrorDictionary asError(FormatStatus status)
         {"NSAppleScriptErrorNumber", static_cast<int>(status)}, {"NSAppleScriptErrorMessage", std::string()}};
 }
 
-/// Empty, or why one of them is missing.
+/// Empty, or why one of them is missing or may not outlive a pulled card.
 std::string makeFolders(const std::string& root)
 {
     std::string why;
@@ -47,7 +48,8 @@ std::string makeFolders(const std::string& root)
         if (why.empty() && !fs::is_directory(folder, ignored))
             why = std::string(name) + ": " + (error ? error.message() : "no folder");
     }
-    return why;
+    // Once the user reads that the card is done, it may be pulled.
+    return why.empty() ? platform::syncFileSystem(root) : why;
 }
 
 } // namespace
@@ -67,12 +69,14 @@ std::optional<TKUSBDiskEntity> CardFormat::find(
     return found == present.end() ? std::nullopt : std::optional(*found);
 }
 
-ErrorDictionary CardFormat::refusal(const TKUSBDiskEntity& chosen) const
+ErrorDictionary CardFormat::refusal(
+    const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present)
 {
-    const auto present = usbDiskEntities(disks);
     const auto onDevice = std::ranges::find(present, chosen.deviceFilePath, &TKUSBDiskEntity::deviceFilePath);
     if (onDevice == present.end())
         return asError(FormatStatus::cardGone);
+    if (onDevice->mediaWhole != chosen.mediaWhole)
+        return asError(FormatStatus::otherMedium);
     FormatFacts facts;
     facts.device = platform::isPlainDeviceName(chosen.deviceFilePath)
         && chosen.deviceFilePath != platform::FolderCard::deviceName;
@@ -89,6 +93,15 @@ ErrorDictionary CardFormat::refusal(const TKUSBDiskEntity& chosen) const
     return asError(mayFormat(facts));
 }
 
+/// Empty, or why the settings that are on the card cannot be copied aside.
+std::string CardFormat::takeConfig(
+    const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present, ConfigCopy& config) const
+{
+    // Where the card was when it was chosen, another card may be by now.
+    const auto now = find(chosen, present);
+    return now && !now->mountedURL.empty() ? config.take(now->mountedURL) : std::string();
+}
+
 ErrorDictionary CardFormat::unmount(const TKUSBDiskEntity& card)
 {
     say("unmount disk...");
@@ -97,13 +110,15 @@ ErrorDictionary CardFormat::unmount(const TKUSBDiskEntity& card)
     // It may have been unmounted already. Asking for a password only makes sense when it is.
     if (!error.empty() && !find(card, usbDiskEntities(disks)))
         error.clear();
+    // A tool's exit status is none of the numbers that tell the user what a format came to.
+    if (errorNumber(error) > 0)
+        error["NSAppleScriptErrorNumber"] = static_cast<int>(FormatStatus::stillMounted);
     return error;
 }
 
 ErrorDictionary CardFormat::format(const TKUSBDiskEntity& card)
 {
     say("formatting...");
-    scripts.chooseMedium({card.deviceFilePath, card.volumeSize});
     return runShellScript(scripts,
         formatted("sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c %ld %s",
             clusterSizeByVolumeSizeInKB(card.volumeSize), card.deviceFilePath.c_str()),
@@ -120,11 +135,14 @@ CardFormat::Outcome CardFormat::run(const TKUSBDiskEntity& chosen)
     Outcome outcome;
     outcome.card = chosen;
     ConfigCopy config;
-    if (ErrorDictionary error = refusal(chosen); !error.empty()) {
+    // Before the look at what is there: a card that takes its place from here on is another medium.
+    scripts.chooseMedium({chosen.deviceFilePath, chosen.volumeSize});
+    const auto present = usbDiskEntities(disks);
+    if (ErrorDictionary error = refusal(chosen, present); !error.empty()) {
         outcome.step = Step::formatFailed;
         outcome.error = std::move(error);
-    } else if (!chosen.mountedURL.empty()) {
-        outcome.text = config.take(chosen.mountedURL);
+    } else {
+        outcome.text = takeConfig(chosen, present, config);
         outcome.step = outcome.text.empty() ? Step::done : Step::copyAsideFailed;
     }
     if (outcome.step != Step::done) {

@@ -47,7 +47,10 @@ public:
 private:
     std::optional<TKUSBDiskEntity> find(
         const TKUSBDiskEntity& card, const std::vector<TKUSBDiskEntity>& present) const;
-    ErrorDictionary refusal(const TKUSBDiskEntity& chosen) const;
+    static ErrorDictionary refusal(
+        const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present);
+    std::string takeConfig(
+        const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present, ConfigCopy& config) const;
     ErrorDictionary unmount(const TKUSBDiskEntity& card);
     ErrorDictionary format(const TKUSBDiskEntity& card);
     ErrorDictionary mount(const TKUSBDiskEntity& card);

@@ -38,6 +38,7 @@ bool isBuiltOn(const BlockDevices& devices, const Block& upper, const Block& low
         || same(upper.cryptoBacking, lower.object) || same(upper.raid, lower.raidMember)
         || isAny(upper.slaves, lower.device)
         || (upper.type == "btrfs" && lower.type == "btrfs" && same(upper.uuid, lower.uuid))
+        || upper.backingFile == "/dev/" + lower.device
         || (!upper.backingFile.empty() && holdsFile(devices, lower, upper.backingFile));
 }
 

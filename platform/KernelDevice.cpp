@@ -61,15 +61,6 @@ struct Devices {
     }
 };
 
-void addHolders(Devices& devices, const fs::path& folder, const SystemRoots& roots)
-{
-    for (const fs::path& holder : entries(folder / "holders")) {
-        const fs::path its = fs::path(roots.sys) / "class/block" / holder.filename();
-        if (devices.add(its))
-            addHolders(devices, its, roots);
-    }
-}
-
 /// The device that a table's path means: its name, links followed.
 std::string deviceName(const std::string& path, const SystemRoots& roots)
 {
@@ -79,6 +70,29 @@ std::string deviceName(const std::string& path, const SystemRoots& roots)
     const fs::path there = fs::path(roots.dev) / path.substr(5);
     const fs::path real = fs::canonical(there, error);
     return (error ? there : real).filename();
+}
+
+/// What is built on the device. A loop device on top of it is not among those that it tells of itself.
+std::vector<fs::path> holdersOf(const fs::path& folder, const SystemRoots& roots)
+{
+    std::vector<fs::path> found;
+    const fs::path all = fs::path(roots.sys) / "class/block";
+    for (const fs::path& holder : entries(folder / "holders"))
+        found.push_back(all / holder.filename());
+    for (const fs::path& other : entries(all)) {
+        const std::string backing = firstLine(other / "loop/backing_file");
+        if (!backing.empty() && deviceName(backing, roots) == folder.filename())
+            found.push_back(other);
+    }
+    return found;
+}
+
+void addHolders(Devices& devices, const fs::path& folder, const SystemRoots& roots)
+{
+    for (const fs::path& holder : holdersOf(folder, roots)) {
+        if (devices.add(holder))
+            addHolders(devices, holder, roots);
+    }
 }
 
 /// The number of the device on which a file lies.
@@ -167,7 +181,7 @@ KernelDevice kernelDevice(const std::string& name, const SystemRoots& roots)
             continue;
         own.add(part);
         addHolders(own, part, roots);
-        device.held = device.held || !entries(part / "holders").empty();
+        device.held = device.held || !holdersOf(part, roots).empty();
     }
     const auto size = sizeOf(folder);
     device.size = size.value_or(0);

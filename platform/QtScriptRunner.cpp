@@ -1,6 +1,7 @@
 #include "platform/QtScriptRunner.h"
 
 #include "common/Log.h"
+#include "platform/Texts.h"
 
 #include <QFile>
 #include <QProcess>
@@ -17,6 +18,8 @@ namespace {
 // What a shell answers.
 constexpr int notExecutable = 126;
 constexpr int notFound = 127;
+// The runner's own number.
+constexpr int refused = -1;
 
 std::optional<std::string> pathToOpen(std::string_view command)
 {
@@ -82,6 +85,9 @@ ScriptResult QtScriptRunner::doShellScript(const std::string& command, bool with
 {
     if (const auto disk = parsedDiskCommand(command))
         return diskTools.run(*disk);
+    // Never a shell's business, least of all with administrator rights.
+    if (command.starts_with("diskutil ") || command.find("newfs_msdos") != std::string::npos)
+        return {refused, localized("script.not_chosen").toStdString() + "\n" + command};
     ToolRequest request{{"/bin/sh", "-c", command}, shellLimit};
     if (!withAdministratorPrivileges)
         return scriptResult("/bin/sh", runTool(request));

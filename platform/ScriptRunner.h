@@ -38,7 +38,8 @@ public:
     ///
     /// The disk commands "diskutil umountDisk D", "diskutil umount D", "diskutil mount D" and
     /// "sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c N D" (D: a device's name without "/dev/") are
-    /// carried out with this system's own tools. The last one is carried out only on the chosen medium.
+    /// carried out with this system's own tools, in any other form refused. The last one is carried out only
+    /// on the chosen medium.
     virtual ScriptResult doShellScript(const std::string& command, bool withAdministratorPrivileges) = 0;
 
     /// The one medium that the next format command may touch; it counts for one command. Should another

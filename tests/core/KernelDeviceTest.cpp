@@ -95,6 +95,11 @@ const Case cases[] = {
     {"LUKS or LVM on it", FormatStatus::heldByOthers, [](const Machine& m) { m.hold("sdb1", "dm-0"); }},
     {"an array on a partition of the whole", FormatStatus::heldByOthers,
         [](const Machine& m) { m.hold("sdb2", "md0"); }, "sdb"},
+    {"a loop device on it", FormatStatus::heldByOthers,
+        [](const Machine& m) {
+            m.device("devices/virtual/block/loop3", "7:3", 80'000);
+            m.put("sys/devices/virtual/block/loop3/loop/backing_file", "/dev/sdb1\n");
+        }},
     {"swap", FormatStatus::swapSpace,
         [](const Machine& m) { m.put("proc/swaps", "Filename\n/dev/sdb1 partition 1 0 -2\n"); }},
     {"swap on LVM on its neighbour", FormatStatus::swapSpace,

@@ -226,7 +226,8 @@ TEST_F(FormatWindow, CardThatCannotBeUnmountedIsLeftAlone)
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
     EXPECT_EQ(onCard("config.bin"), settings);
-    EXPECT_EQ(platform.alerts.shown.size(), 1U);
+    EXPECT_THAT(platform.alerts.shown,
+        ElementsAre(testing::AllOf(HasSubstr("still in use"), HasSubstr("target is busy"))));
     // One that is not mounted any more is formatted.
     platform.scripts.commands.clear();
     events["diskutil umount"] = [this] { platform.disks.volumes.clear(); };
@@ -259,6 +260,31 @@ TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
         // The settings are where the message says.
         EXPECT_EQ(contents(told.substr(told.rfind('\n') + 1)), settings);
     }
+}
+
+TEST_F(FormatWindow, AnotherCardBetweenChoiceAndFormatIsNotTakenForTheOneChosen)
+{
+    // The medium is pinned before anything takes time.
+    events["diskutil umount"] = [this] {
+        EXPECT_EQ(platform.scripts.chosen->deviceName, "sdb1");
+        platform.scripts.chosen.reset();
+    };
+    format();
+    EXPECT_FALSE(platform.scripts.chosen);
+
+    // The two cards have changed places since the list was made.
+    const std::string others(272, 'o');
+    put("config.bin", settings);
+    root.file("elsewhere/config.bin", std::as_bytes(std::span(settings)));
+    platform.disks.volumes = {card()};
+    opened().loadUSBVolumes();
+    platform.dispatcher.runAll();
+    put("config.bin", others);
+    platform.disks.volumes[0].mountPath = root.path("elsewhere");
+    events.clear();
+    controller.onFormat();
+    platform.dispatcher.runAll();
+    EXPECT_EQ(contents(root.path("elsewhere/config.bin")), settings);
 }
 
 TEST_F(FormatWindow, CardThatIsPulledAtAnyStepIsToldAndKeepsNoOneWaiting)

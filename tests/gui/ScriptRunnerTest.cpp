@@ -87,6 +87,16 @@ TEST_F(ScriptRunner, FormatsOnlyTheChosenMediumAndThatOnce)
     EXPECT_EQ(said(), folder.path("helper") + " sdz1 32 1024 -\n");
 }
 
+TEST_F(ScriptRunner, OddDiskCommandsNeverReachAShell)
+{
+    program("pkexec", say());
+    program("diskutil", say());
+    for (const std::string& command : {std::string("diskutil umount sdz1; sdz2"), format + "; reboot",
+             " " + format, std::string("diskutil eraseDisk sdz")})
+        EXPECT_LT(run(command, true).number, 0) << command;
+    EXPECT_EQ(said(), "");
+}
+
 TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
 {
     const auto answered = [&](const std::string& pkexec) {
