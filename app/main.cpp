@@ -22,7 +22,6 @@ int main(int argc, char* argv[])
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zavik"));
-    QApplication::setApplicationDisplayName(QStringLiteral("ZAVIK"));
     QApplication::setApplicationVersion(QStringLiteral(ZAVIK_VERSION));
     platform::initialiseLayer();
     style::apply(application);

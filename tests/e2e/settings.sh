@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Opens the settings from the real program on a sample card, changes something on every page with the keyboard,
 # saves, and looks at the card's file and at the player.
-# usage: settings.sh ZAVIK SAMPLECARD [FOLDER FOR SCREENSHOTS]
+# usage: settings.sh ZAVIK SAMPLECARD ZAVIKCTL [FOLDER FOR SCREENSHOTS]
 set -euo pipefail
-zavik=$1 samplecard=$2 shots=${3:-}
+zavik=$1 samplecard=$2 zavikctl=$3 shots=${4:-}
 for tool in Xvfb xdotool import ffmpeg; do
   command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
 done
@@ -46,8 +46,8 @@ windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }
 # The alert that has come since the windows were listed.
 alert() { comm -13 <(echo "$known") <(windows) | tail -n 1; }
 has_alert() { [ -n "$(alert)" ]; }
-# A 32-bit field of the camera's record, by its offset.
-field() { od -An -tu4 -j "$1" -N 4 "$config" | tr -d ' '; }
+# A field of the camera's record, by its name.
+field() { "$zavikctl" config show "$config" | sed -n "s/^$1=//p"; }
 is_record() { [ -f "$config" ] && [ "$(stat -c %s "$config")" = 272 ]; }
 
 open_settings() {
@@ -65,7 +65,8 @@ save() {
   xdotool windowfocus --sync "$(alert)"; key Return
   await "the window does not close after the save" is_closed
 }
-page() { key "ctrl+$1"; step "page $1"; }
+# A page that loads something does so behind the sheet.
+page() { key "ctrl+$1"; sleep 0.3; await "page $1 does not come to rest" rests "$window" 320x60+240+300; step "page $1"; }
 changed() { [ "$(field "$1")" != "$2" ] || fail "$3 is still $2"; }
 
 xdotool windowfocus "$player"
@@ -79,7 +80,8 @@ await "space does not pause" rests "$player" 560x300+40+80
 open_settings
 save "saved to a card without settings"
 is_record || fail "no record on the card"
-before=$(for offset in 56 4 164 232 200; do field $offset; done)
+names="vid_enc_res disp_segment_mode speed_disp_unit BrightnessFixed audio_mux_enable"
+before=$(for name in $names; do field "$name"; done)
 set -- $before
 kilometres=$(region "$player" 130x130+540+400)
 
@@ -94,11 +96,12 @@ page 6
 step "all pages seen"
 xdotool getwindowname "$window" | grep -qF ": $config" || fail "the title is $(xdotool getwindowname "$window")"
 save "saved"
-changed 56 "$1" "the resolution"
-changed 4 "$2" "the screen's layout"
-[ "$(field 164)" = 1 ] || fail "the unit of speed is $(field 164)"
-changed 232 "$4" "the place of use"
-changed 200 "$5" "voice recording"
+changed vid_enc_res "$1" "the resolution"
+changed disp_segment_mode "$2" "the screen's layout"
+[ "$(field speed_disp_unit)" = 1 ] || fail "the unit of speed is $(field speed_disp_unit)"
+[ "$(field checksum_ok)" = true ] || fail "the checksum does not fit"
+changed BrightnessFixed "$4" "the place of use"
+changed audio_mux_enable "$5" "voice recording"
 [ ! -e "$config.bak" ] || fail "a copy was kept of what was read"
 [ "$kilometres" != "$(region "$player" 130x130+540+400)" ] || fail "the player still shows kilometres"
 step "miles"
