@@ -62,7 +62,6 @@ void ZVKFormatWindowController::windowDidLoad()
     outlets->formatButton->setText(localized("setting.format.format"));
     outlets->cancelButton->setText(localized("cancel"));
     outlets->hintLabel->setText(localized("format.hint"));
-    outlets->usbDiskCombo->setPlaceholderText(localized("format.no_card"));
     outlets->usbDiskCombo->setAccessibleName(localized("setting.format.card"));
     outlets->pathField->setAccessibleName(localized("setting.format.device"));
     outlets->fileSystemField->setAccessibleName(localized("setting.format.filesystem"));
@@ -103,7 +102,7 @@ void ZVKFormatWindowController::connectControls()
     onKey(Qt::Key_Escape, [this] { cancel(); });
     onKey(Qt::Key_F5, [this] {
         if (!formatting)
-            loadUSBVolumes();
+            loadUSBVolumes([this, before = selectedUSBDisk()] { selectAgain(before); });
     });
 }
 
@@ -146,6 +145,8 @@ void ZVKFormatWindowController::showDisks(std::vector<TKUSBDiskEntity> disks)
     for (const TKUSBDiskEntity& disk : usbDiskArray)
         items.append(QString::fromStdString(disk.displayString()));
     setComboItems(*outlets->usbDiskCombo, items);
+    outlets->usbDiskCombo->setPlaceholderText(
+        localized(items.isEmpty() ? "format.no_card" : "format.choose_card"));
     outlets->usbDiskCombo->setCurrentIndex(items.isEmpty() ? -1 : 0);
     updateSelectedDiskInfo();
 }
@@ -167,6 +168,18 @@ std::optional<TKUSBDiskEntity> ZVKFormatWindowController::selectUSBByDevFile(
     outlets->usbDiskCombo->setCurrentIndex(static_cast<int>(found - usbDiskArray.begin()));
     updateSelectedDiskInfo();
     return *found;
+}
+
+/// Where that card is not any more nothing is selected: the next press of the button must not mean another.
+void ZVKFormatWindowController::selectAgain(const std::optional<TKUSBDiskEntity>& card)
+{
+    if (!card)
+        return;
+    const auto found = selectUSBByDevFile(card->deviceFilePath);
+    if (found && found->key == card->key && found->volumeSize == card->volumeSize)
+        return;
+    outlets->usbDiskCombo->setCurrentIndex(-1);
+    updateSelectedDiskInfo();
 }
 
 void ZVKFormatWindowController::updateSelectedDiskInfo()
@@ -220,7 +233,7 @@ void ZVKFormatWindowController::doFormat(const TKUSBDiskEntity& card)
 void ZVKFormatWindowController::formatDidFinished(const CardFormat::Outcome& outcome)
 {
     showDisks(outcome.disks);
-    selectUSBByDevFile(outcome.card.deviceFilePath);
+    selectAgain(outcome.card);
     setFormatting(false);
     hideProgressBar();
     const FormatReport report = formatReport(outcome);

@@ -59,6 +59,7 @@ private:
     void centre();
     void connectControls();
     void showDisks(std::vector<TKUSBDiskEntity> disks);
+    void selectAgain(const std::optional<TKUSBDiskEntity>& card);
     void setFormatting(bool on);
     void setBarVisible(bool visible);
     void scheduleTick(double seconds);

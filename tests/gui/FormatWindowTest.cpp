@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <filesystem>
 #include <functional>
@@ -114,8 +115,18 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     EXPECT_EQ(fields(), "sdc   " + root.path("card") + "|128 KB|FAT32");
     EXPECT_FALSE(controller.selectUSBByDevFile("sdd"));
     EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
-    outlet<QComboBox>("usbDiskCombo").setCurrentIndex(-1);
-    controller.changeDisk();
+    const auto searchAgain = [&] {
+        for (QShortcut* const shortcut : controller.window().findChildren<QShortcut*>()) {
+            if (shortcut->key() == QKeySequence(Qt::Key_F5))
+                emit shortcut->activated();
+        }
+        platform.dispatcher.runAll();
+    };
+    searchAgain();
+    EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
+    platform.disks.volumes[1].mediaPath = "another";
+    searchAgain();
+    EXPECT_FALSE(controller.selectedUSBDisk());
     EXPECT_EQ(fields(), "-|64KB|FAT32");
 
     controller.onFormat();
@@ -253,6 +264,7 @@ TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
             change(platform.disks.volumes[0]);
         };
         format();
+        EXPECT_FALSE(controller.selectedUSBDisk());
         EXPECT_TRUE(fs::is_empty(other.path()));
         ASSERT_EQ(platform.alerts.shown.size(), 1U);
         const std::string told = platform.alerts.shown[0];
