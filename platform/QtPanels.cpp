@@ -1,9 +1,11 @@
 #include "platform/QtPanels.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStandardPaths>
 
 #include <utility>
@@ -89,10 +91,13 @@ void QtAlerts::alertSheet(
     auto* box = new QMessageBox(&window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
-    box->setIcon(QMessageBox::Warning);
     box->setText(QString::fromStdString(title));
     box->setInformativeText(QString::fromStdString(message));
     box->setStandardButtons(QMessageBox::Ok);
+    box->button(QMessageBox::Ok)->setIcon({});
+    // Good and bad news come the same way, so the picture says only who speaks.
+    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(48, 48), window.devicePixelRatioF()));
+    box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_informativelabel { min-width: 20em; }"));
     QObject::connect(box, &QMessageBox::finished, box, [reply = std::move(dismissed)](int) {
         if (reply)
             reply();
