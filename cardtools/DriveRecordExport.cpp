@@ -51,7 +51,7 @@ void DriveRecordPage::onSaveCSVFile()
 void DriveRecordPage::openSavePanel()
 {
     platform::SavePanel panel;
-    panel.title = platform::localized("drivelog.export_title").toStdString();
+    panel.title = platform::localized("panel.export_csv").toStdString();
     panel.name = format.exportName;
     panel.type = "csv";
     panel.asksBeforeReplacing = true;

@@ -97,7 +97,7 @@ void DriveRecordPage::openFileDialog()
     if (!workTitle.isEmpty())
         return;
     const platform::OpenPanel panel{
-        platform::localized("drivelog.open_title").toStdString(), std::string(format.fileType)};
+        platform::localized("panel.open_record").toStdString(), std::string(format.fileType)};
     desktop.panels.chooseFile(
         *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
             if (!page || !path)

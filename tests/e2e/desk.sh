@@ -1,5 +1,5 @@
 # A virtual display for the real program: sourced by the tests beside it, after they have set
-# samplecard=PROGRAM and shots=FOLDER FOR SCREENSHOTS (or nothing). Gives: $work, $log and $work/card, the functions below.
+# sample=A SAMPLE CARD (it is copied) and shots=FOLDER FOR SCREENSHOTS (or nothing). Gives: $work, $log and $work/card, the functions below.
 for tool in Xvfb xdotool import ffmpeg; do
   command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
 done
@@ -15,7 +15,7 @@ await() { local what=$1; shift; for _ in $(seq 200); do "$@" && return 0; sleep 
 step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root "$shots/$shot-${1// /-}.png"; }
 shot=0
 
-"$samplecard" --seconds 14 "$work/card" >/dev/null
+cp -r "$sample" "$work/card"
 Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 for _ in $(seq 100); do [ "$(wc -l <"$work/display")" -gt 0 ] && break; sleep 0.1; done
 DISPLAY=:$(cat "$work/display")

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Starts the real program on a sample card under a virtual display and drives it with keys and mouse.
-# usage: player.sh ZAVIK SAMPLECARD [FOLDER FOR SCREENSHOTS]
+# usage: player.sh ZAVIK CARD [FOLDER FOR SCREENSHOTS]
 set -euo pipefail
-zavik=$1 samplecard=$2 shots=${3:-}
+zavik=$1 sample=$2 shots=${3:-}
 . "$(dirname "$0")/desk.sh"
 
 mkdir "$work/bin"

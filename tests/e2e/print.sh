@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # The real program prints the picture on screen: a print server of its own, a network printer behind it, the print
 # dialog driven with keys.
-# usage: print.sh ZAVIK SAMPLECARD [FOLDER FOR SCREENSHOTS]
+# usage: print.sh ZAVIK CARD [FOLDER FOR SCREENSHOTS]
 set -euo pipefail
 PATH=$PATH:/usr/sbin
-zavik=$1 samplecard=$2 shots=${3:-}
+zavik=$1 sample=$2 shots=${3:-}
 for tool in cupsd lpadmin lpoptions ippeveprinter dbus-daemon; do
   command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
 done

@@ -1,40 +1,15 @@
 #!/usr/bin/env bash
 # Opens the settings from the real program on a sample card, changes something on every page with the keyboard,
 # saves, and looks at the card's file and at the player.
-# usage: settings.sh ZAVIK SAMPLECARD ZAVIKCTL [FOLDER FOR SCREENSHOTS]
+# usage: settings.sh ZAVIK CARD ZAVIKCTL [FOLDER FOR SCREENSHOTS]
 set -euo pipefail
-zavik=$1 samplecard=$2 zavikctl=$3 shots=${4:-}
-for tool in Xvfb xdotool import ffmpeg; do
-  command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed"; exit 77; }
-done
+zavik=$1 sample=$2 zavikctl=$3 shots=${4:-}
+. "$(dirname "$0")/desk.sh"
+card=$work/card config=$work/card/config.bin
+rm "$config"
 
-work=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$work"' EXIT
-log=$work/zavik.log card=$work/card config=$work/card/config.bin
-
-fail() { echo "FAILED: $1" >&2; tail -n 15 "$log" >&2; import -window root "$work/failed.png" 2>/dev/null || true
-  [ -z "$shots" ] || cp "$work/failed.png" "$shots/"; exit 1; }
-# Waits until the command succeeds; says what it waited for when it never does.
-await() { local what=$1; shift; for _ in $(seq 200); do "$@" && return 0; sleep 0.1; done; fail "$what"; }
-shot=0
-step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root "$shots/$shot-${1// /-}.png"; }
-
-"$samplecard" --seconds 6 "$card" >/dev/null
-rm -f "$config"
-Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-for _ in $(seq 100); do [ "$(wc -l <"$work/display")" -gt 0 ] && break; sleep 0.1; done
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work/data HOME=$work
-export LIBGL_ALWAYS_SOFTWARE=1
-# The display's and the web engine's own libraries do not stand the strictest checks.
-export ASAN_OPTIONS=new_delete_type_mismatch=0
-export LSAN_OPTIONS=suppressions=$(dirname "$0")/../leaks.txt:print_suppressions=0
-# The page of the map cannot have its own sandbox when root runs this.
-[ "$(id -u)" -ne 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
-
-"$zavik" --card "$card" "$card" 2>"$log" &
-program=$!
-player=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZAVIK$' | head -n 1) || fail "no window"
+start "$zavik" --card "$card"
+player=$window
 key() { xdotool key --delay 60 "$@"; }
 region() { import -window "$1" -crop "$2" +repage rgb:- | md5sum; }
 changes() { local before; before=$(region "$@"); sleep 0.3; [ "$before" != "$(region "$@")" ]; }
