@@ -79,7 +79,7 @@ void addNMEASentences(SeedFolder folder)
 
 void addDriveLogs(SeedFolder folder)
 {
-    std::vector<std::byte> log = samplecard::driveLogOf({}, 3);
+    std::vector<std::byte> log = samplecard::driveLogOf({}, 15);
     const auto add = [&] { folder.add({reinterpret_cast<const char*>(log.data()), log.size()}); };
     add();
     log.resize(log.size() - 7);

@@ -77,10 +77,10 @@ protected:
     LogSink previous;
 };
 
-using FlashPage = PageTest<ZVKSettingForFlashDataViewController>;
-using ObdPage = PageTest<ZVKSettingForObdDriveInfoViewController>;
+using FlashLogPage = PageTest<ZVKSettingForFlashDataViewController>;
+using ObdLogPage = PageTest<ZVKSettingForObdDriveInfoViewController>;
 
-TEST_F(FlashPage, ReadsTheCardsLogOnceBehindTheSheet)
+TEST_F(FlashLogPage, ReadsTheCardsLogOnceBehindTheSheet)
 {
     page->setM_FlashDataFilePath(folder.file("zavik_000.drv", driveLogFile(std::vector(2, flashRecord()))));
     page->setMainController(nullptr);
@@ -98,7 +98,7 @@ TEST_F(FlashPage, ReadsTheCardsLogOnceBehindTheSheet)
     EXPECT_EQ(host.calls.size(), 2u);
 }
 
-TEST_F(FlashPage, ALogThatIsNotThereLeavesAHintWhatToDo)
+TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)
 {
     page->setM_FlashDataFilePath(folder.path("none.drv"));
     page->setFileData(&record);
@@ -113,7 +113,7 @@ TEST_F(FlashPage, ALogThatIsNotThereLeavesAHintWhatToDo)
     EXPECT_FALSE(child<QLabel>("emptyLabel").isVisible());
 }
 
-TEST_F(FlashPage, AnUnreadableLogIsToldAndTheRowsStay)
+TEST_F(FlashLogPage, AnUnreadableLogIsToldAndTheRowsStay)
 {
     open(std::vector(3, flashRecord()));
     EXPECT_EQ(desktop.panels.open.type, "drv");
@@ -135,7 +135,7 @@ TEST_F(FlashPage, AnUnreadableLogIsToldAndTheRowsStay)
     EXPECT_EQ(lines.front(), "fopen fail:" + folder.path("none"));
 }
 
-TEST_F(FlashPage, ACutLogShowsItsWholeRecordsAndSaysSo)
+TEST_F(FlashLogPage, ACutLogShowsItsWholeRecordsAndSaysSo)
 {
     std::vector<std::byte> file = driveLogFile(std::vector(3, flashRecord()));
     file.pop_back();
@@ -144,7 +144,7 @@ TEST_F(FlashPage, ACutLogShowsItsWholeRecordsAndSaysSo)
     EXPECT_EQ(child<QLabel>("stateLabel").text(), "The log ends early: 2 of 3 records could be read.");
 }
 
-TEST_F(FlashPage, DoubleClickAndEnterOpenTheMapAtTheRow)
+TEST_F(FlashLogPage, DoubleClickAndEnterOpenTheMapAtTheRow)
 {
     desktop.screens.frame = {100, 200, 500, 400};
     open(std::vector{flashRecord(), FlashDataRecord{.latWhole = 3734}});
@@ -172,7 +172,7 @@ TEST_F(FlashPage, DoubleClickAndEnterOpenTheMapAtTheRow)
     EXPECT_EQ(desktop.map.loads.size(), 2u);
 }
 
-TEST_F(FlashPage, ExportsInLogicalOrderOverALongerFile)
+TEST_F(FlashLogPage, ExportsInLogicalOrderOverALongerFile)
 {
     open(std::vector(2000, flashRecord()));
     table().horizontalHeader()->moveSection(14, 0);
@@ -213,7 +213,7 @@ private:
     rlimit before{};
 };
 
-TEST_F(FlashPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
+TEST_F(FlashLogPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
 {
     open(std::vector(2000, flashRecord()));
     const std::string path = folder.file("zavik_000.csv", std::as_bytes(std::span("old", 3)));
@@ -229,7 +229,7 @@ TEST_F(FlashPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST_F(FlashPage, AWorkUnderWayIsDroppedWithThePage)
+TEST_F(FlashLogPage, AWorkUnderWayIsDroppedWithThePage)
 {
     open(std::vector(2000, flashRecord()));
     const std::string csv = folder.path("late.csv");
@@ -250,7 +250,7 @@ TEST_F(FlashPage, AWorkUnderWayIsDroppedWithThePage)
     desktop.dispatcher.runAll();
 }
 
-TEST_F(ObdPage, ShowsAndExportsItsOwnColumns)
+TEST_F(ObdLogPage, ShowsAndExportsItsOwnColumns)
 {
     open(std::vector{obdRecord()});
     EXPECT_EQ(desktop.panels.open.type, "obd");

@@ -12,6 +12,7 @@ namespace samplecard {
 namespace {
 
 constexpr int kMinuteParts = 10000;
+constexpr int kEverySeconds = 5;
 
 struct NmeaParts {
     uint16_t whole;
@@ -74,16 +75,16 @@ FlashDataRecord recordAt(const Drive& drive, int second)
 
 std::vector<std::byte> driveLogOf(const Drive& drive, int seconds)
 {
-    const DriveRecordHeader header{.count = static_cast<uint32_t>(seconds)};
-    std::vector<std::byte> file(sizeof header + static_cast<size_t>(seconds) * sizeof(FlashDataRecord));
+    const size_t count = static_cast<size_t>((seconds + kEverySeconds - 1) / kEverySeconds);
+    const DriveRecordHeader header{.count = static_cast<uint32_t>(count)};
+    std::vector<std::byte> file(sizeof header + count * sizeof(FlashDataRecord));
     std::memcpy(file.data(), &header, sizeof header);
     uint16_t fastest = 0;
-    for (int second = 0; second < seconds; ++second) {
-        FlashDataRecord record = recordAt(drive, second);
+    for (size_t i = 0; i < count; ++i) {
+        FlashDataRecord record = recordAt(drive, static_cast<int>(i) * kEverySeconds);
         fastest = std::max(fastest, record.cur_speed);
         record.max_speed = fastest;
-        std::memcpy(file.data() + sizeof header + static_cast<size_t>(second) * sizeof record, &record,
-            sizeof record);
+        std::memcpy(file.data() + sizeof header + i * sizeof record, &record, sizeof record);
     }
     return file;
 }

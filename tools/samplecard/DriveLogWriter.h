@@ -7,8 +7,8 @@
 
 namespace samplecard {
 
-/// The ".drv" log of the drive's first seconds, one record a second in the camera's local time. Distances are
-/// in kilometres, speeds in km/h.
+/// The ".drv" log of the drive's first seconds in the camera's local time, a record every five seconds as the
+/// camera's defaults have it. Distances are in kilometres, speeds in km/h.
 std::vector<std::byte> driveLogOf(const Drive& drive, int seconds);
 
 } // namespace samplecard
