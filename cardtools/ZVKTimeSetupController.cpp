@@ -52,6 +52,8 @@ void ZVKTimeSetupController::windowDidLoad()
     setCalendarColors();
     onInitDIalog();
     connectOutlets();
+    // Return sets the clock to now; in the calendar it would only choose the day.
+    outlets->saveButton->setFocus();
     loaded->adjustSize();
     loaded->setFixedSize(loaded->size());
     const platform::Rect visible = desktop.screens.screenOf(*loaded).visibleFrame;
