@@ -1,5 +1,6 @@
 // Writes the fuzz targets' seeds into a folder: one folder for each target, named after it.
 
+#include "settings/FileData.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
 #include "tools/samplecard/DriveLogWriter.h"
@@ -97,6 +98,23 @@ void addRecordingNames(SeedFolder folder)
         folder.add(name);
 }
 
+void addSettings(SeedFolder folder)
+{
+    for (const bool isKorean : {false, true}) {
+        _FILEDATA record;
+        initFileDataForRegion(record, isKorean);
+        finishFileData(record);
+        for (const char* value : {"0", "-1", "4294967295", "12AB3456"})
+            folder.add(std::string(reinterpret_cast<const char*>(&record), sizeof record) + value);
+    }
+}
+
+void addNumbers(SeedFolder folder)
+{
+    for (const char* text : {"0.05", " +1.5 ", "0.5g", "-1e999", "abc", ".", "1e"})
+        folder.add(text);
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments)
@@ -111,5 +129,7 @@ int main(int argumentCount, char** arguments)
     addNMEASentences(SeedFolder(folder / "NMEASentence"));
     addDriveLogs(SeedFolder(folder / "DriveLog"));
     addRecordingNames(SeedFolder(folder / "RecordingName"));
+    addSettings(SeedFolder(folder / "SettingsRecord"));
+    addNumbers(SeedFolder(folder / "NumberReader"));
     return 0;
 }
