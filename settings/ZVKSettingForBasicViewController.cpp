@@ -127,6 +127,9 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
         for (ThresholdField* field : group.fields) {
             if (const auto message =
                     localizedMessage(ZVKValidator::validateGsensorThreshold(field->text().toStdString()))) {
+                // Impact detection may be off: what must be mended can be, also by choosing a preset.
+                group.segments->setEnabled(true);
+                field->setEnabled(true);
                 focus(*field);
                 return message;
             }

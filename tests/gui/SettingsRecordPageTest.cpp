@@ -303,6 +303,21 @@ TEST(SettingsBasicPage, ACustomThresholdIsCheckedBeforeAnythingIsStored)
     }
 }
 
+TEST(SettingsBasicPage, AnInvalidThresholdCanBeMendedWithDetectionOff)
+{
+    Basic basic;
+    basic.page.show();
+    QApplication::setActiveWindow(&basic.page);
+    basic.choose("gsensorSensitivityDrivingSeg", 5);
+    basic.driving('Z').setText("9");
+    basic.control<QCheckBox>("gsensorEnableChk").click();
+    ASSERT_TRUE(basic.page.validateUserInput());
+    basic.desktop.dispatcher.advance(std::chrono::milliseconds(0));
+    EXPECT_TRUE(basic.driving('Z').hasFocus());
+    basic.choose("gsensorSensitivityDrivingSeg", 2);
+    EXPECT_FALSE(basic.page.validateUserInput());
+}
+
 TEST(SettingsBasicPage, TypingIsLimitedAndMakesAPresetCustom)
 {
     Basic basic;
