@@ -40,9 +40,11 @@ LinuxPlatform::LinuxPlatform(const std::optional<std::string>& cardFolder)
 
 LinuxPlatform::~LinuxPlatform()
 {
-    // A job that hangs in a read keeps its dispatcher; the end of the process takes both.
-    if (!dispatcher->finish())
+    // A job that hangs in a read keeps what it works with; the end of the process takes them all.
+    if (!dispatcher->finish()) {
         (void)dispatcher.release();
+        (void)disks.release();
+    }
 }
 
 void initialiseLayer()

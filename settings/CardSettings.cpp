@@ -48,23 +48,25 @@ std::optional<std::string> contentsOf(const std::string& path)
     return contents;
 }
 
-/// True when nothing that is not known can be lost any more.
-bool keepOthers(const std::string& path, const std::optional<_FILEDATA>& known)
+enum class Previous { Known, Kept, CannotBeKept };
+
+Previous keepOthers(const std::string& path, const std::optional<_FILEDATA>& known)
 {
     std::error_code ignored;
     // What is neither a file nor missing is refused by the save itself.
     if (!fs::is_regular_file(path, ignored))
-        return true;
+        return Previous::Known;
     const auto contents = contentsOf(path);
     std::string failure = "it cannot be read or is too large";
     if (contents) {
         if (holds(*contents, known))
-            return true;
+            return Previous::Known;
         failure = platform::replaceFile(path + ".bak", *contents);
     }
-    if (!failure.empty())
-        logFormat("%s cannot be kept: %s", path.c_str(), failure.c_str());
-    return failure.empty();
+    if (failure.empty())
+        return Previous::Kept;
+    logFormat("%s cannot be kept: %s", path.c_str(), failure.c_str());
+    return Previous::CannotBeKept;
 }
 
 } // namespace
@@ -101,12 +103,13 @@ std::optional<std::string> settingsPathToWrite(
     return {};
 }
 
-std::optional<std::string> saveFileDataKeeping(
+SaveResult saveFileDataKeeping(
     const _FILEDATA& record, const std::string& path, const std::optional<_FILEDATA>& known)
 {
-    if (!keepOthers(path, known))
-        return "msg.file_open_fail";
-    return saveFileData(record, path);
+    const Previous previous = keepOthers(path, known);
+    if (previous == Previous::CannotBeKept)
+        return {"msg.file_open_fail"};
+    return {saveFileData(record, path), previous == Previous::Kept};
 }
 
 bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)

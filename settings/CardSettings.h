@@ -24,10 +24,15 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks);
 std::optional<std::string> settingsPathToWrite(
     const std::optional<TKUSBDiskEntity>& selectedUSBDisk, platform::DiskArbitration& disks);
 
+struct SaveResult {
+    std::optional<std::string> failure; // as saveFileData's; nothing on success
+    bool keptPrevious = false; // other contents than the known ones are in "config.bin.bak" now
+};
+
 /// Saves like saveFileData. Contents of the file other than the `known` record (what was read from it;
 /// nothing when it was not read) are kept beside it as "config.bin.bak" first; when they cannot be kept
-/// nothing is written and the text key "msg.file_open_fail" is returned.
-[[nodiscard]] std::optional<std::string> saveFileDataKeeping(
+/// nothing is written and the text key "msg.file_open_fail" is the failure.
+[[nodiscard]] SaveResult saveFileDataKeeping(
     const _FILEDATA& record, const std::string& path, const std::optional<_FILEDATA>& known);
 
 /// What speed_disp_unit of the card's settings says, or of the defaults when no card holds any.

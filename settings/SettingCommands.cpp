@@ -85,24 +85,24 @@ void ZVKSettingController::saveWhereTheUserSays()
     desktop.panels.chooseSaveFile(
         *view, panel, [this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
             if (path && !life.expired())
-                tellSaved(*path, saveFileData(m_FileData, *path));
+                tellSaved(*path, {saveFileData(m_FileData, *path)});
         });
 }
 
-void ZVKSettingController::tellSaved(const std::string& path, const std::optional<std::string>& failure)
+void ZVKSettingController::tellSaved(const std::string& path, const SaveResult& result)
 {
-    if (failure) {
+    if (result.failure) {
         showAlert(
             desktop.alerts, *view, "Warn", platform::localized("msg.write_protected_disk").toStdString());
         return;
     }
     if (path == m_SettingFilePath)
         fileDataRead = m_FileData;
-    showAlertSheet(desktop.alerts, *view, path, platform::localized("msg.saved").toStdString(),
-        [this, life = std::weak_ptr(alive)] {
-            if (!life.expired())
-                onCloseCmd();
-        });
+    const QString text = platform::localized(result.keptPrevious ? "msg.saved_previous_kept" : "msg.saved");
+    showAlertSheet(desktop.alerts, *view, path, text.toStdString(), [this, life = std::weak_ptr(alive)] {
+        if (!life.expired())
+            onCloseCmd();
+    });
     if (delegate)
         delegate->setDisplayMile(m_FileData.speed_disp_unit);
 }

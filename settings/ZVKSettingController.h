@@ -78,7 +78,7 @@ private:
     void putPageIntoTabOrder();
     void stepTab(int step);
     void saveWhereTheUserSays();
-    void tellSaved(const std::string& path, const std::optional<std::string>& failure);
+    void tellSaved(const std::string& path, const SaveResult& result);
 
     platform::Platform& desktop;
     std::string language;

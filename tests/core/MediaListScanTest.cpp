@@ -131,6 +131,20 @@ TEST_F(MediaListScan, StopsEarlyWhenItBecomesVoid)
     }
 }
 
+TEST_F(MediaListScan, OutlivesItsList)
+{
+    for (const bool hasWalked : {false, true}) {
+        list = ZVKMediaList::mediaList(dispatcher);
+        list->setDelegate(this);
+        list->setDirectoryPath(newCard.path());
+        if (hasWalked)
+            dispatcher.runBackground();
+        list.reset();
+        dispatcher.runAll();
+        EXPECT_TRUE(told.empty());
+    }
+}
+
 TEST_F(MediaListScan, ListsWhatWasFoundBeforeTheCardWasPulled)
 {
     for (int i = 10; i < 20; ++i)
