@@ -35,7 +35,8 @@ for (const layer of [baseMap, labels, routeLayer])
     layer.addTo(map);
 nearby.update();
 streets.turn(Streets.remembered());
-const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false, isNoteChanged: false };
+const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false, isNoteChanged: false,
+    isHome: true };
 
 /** Draws what has changed at the next frame; a page that is not seen draws nothing. */
 function schedule() {
@@ -52,7 +53,7 @@ function drawFrame() {
     } else {
         marker.show(route.last, route.course, state.isLost);
         if ((state.isFirst || !state.isLost) && follower.show([route.last.lat, route.last.lng], state.isFirst))
-            state.isFirst = false;
+            state.isFirst = state.isHome = false;
     }
     routeLayer.redraw();
     if (state.isNoteChanged)
@@ -128,9 +129,11 @@ window.zavikMapState = () => ({
     hasDetail: baseMap.fine !== null,
     streets: map.hasLayer(streets.tiles),
 });
-// A view that had no size could not show the car.
+// A view that had no size could not show the car, nor the whole of the country that it begins with.
 new ResizeObserver(() => {
     map.invalidateSize({ pan: false });
+    if (state.isHome && !follower.hasMoved)
+        map.fitBounds(home, { animate: false });
     schedule();
 }).observe(map.getContainer());
 schedule();
