@@ -9,7 +9,7 @@ trap 'kill $(jobs -p) 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$wo
 mkdir "$work/card"
 ffmpeg -v error -f lavfi -i testsrc2=size=1920x1080:rate=30:duration=30 -f lavfi -i sine=duration=30 -c:v libx264 -preset fast \
   -b:v 8M -g 30 -pix_fmt yuv420p -c:a pcm_s16le "$work/card/alwa_20150321_142530_F.avi"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+Xvfb -noreset -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 until [ "$(wc -l <"$work/display")" -gt 0 ]; do sleep 0.1; done
 DISPLAY=:$(cat "$work/display")
 export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work XDG_RUNTIME_DIR=$work QTWEBENGINE_DISABLE_SANDBOX=1 HOME=$work

@@ -5,7 +5,7 @@ set -euo pipefail
 zavik=$1 empty=$2 rounds=${3:-9}
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$work"' EXIT
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+Xvfb -noreset -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 until [ "$(wc -l <"$work/display")" -gt 0 ]; do sleep 0.1; done
 DISPLAY=:$(cat "$work/display")
 export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work XDG_RUNTIME_DIR=$work QTWEBENGINE_DISABLE_SANDBOX=1

@@ -16,7 +16,7 @@ step() { echo "- $1"; shot=$((shot + 1)); [ -z "$shots" ] || import -window root
 shot=0
 
 cp -r "$sample" "$work/card"
-Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+Xvfb -noreset -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 for _ in $(seq 100); do [ "$(wc -l <"$work/display")" -gt 0 ] && break; sleep 0.1; done
 DISPLAY=:$(cat "$work/display")
 export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work XDG_DATA_HOME=$work/data HOME=$work
