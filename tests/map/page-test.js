@@ -38,6 +38,17 @@ function fresh(...points) {
 }
 
 const tests = {
+    async "a page that was loaded without a size opens at home"() {
+        const before = state();
+        const page = document.body.style;
+        for (const size of ["0", ""]) {
+            page.display = size && "none";
+            await frames();
+        }
+        same("zoom", state().zoom, before.zoom);
+        same("centre", state().center, before.center);
+        check("home is near", !isKorean || state().zoom >= 5, String(state().zoom));
+    },
     async "garbage is no point"() {
         for (const [lng, lat] of [["", ""], ["abc", "37"], ["NaN", "NaN"], ["126,5", "37"], ["1e2", "37"], ["0x10", "1"],
             ["181", "37"], ["126", "90.5"], ["inf", "nan"], [undefined, null]])

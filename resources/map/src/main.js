@@ -7,6 +7,16 @@ const map = L.map("map", {
     zoomControl: false, attributionControl: false, minZoom: 1, maxZoom: plainZoom, worldCopyJump: true,
     maxBounds: [[-85, -Infinity], [85, Infinity]], maxBoundsViscosity: 1, wheelPxPerZoomLevel: 90,
 });
+let isAtHome;
+map.on("movestart", () => isAtHome = false);
+
+/** Shows the home country, whole at any size, until anybody moves the map. */
+function goHome() {
+    map.fitBounds(home, { animate: false });
+    isAtHome = true;
+}
+
+goHome();
 map.getContainer().setAttribute("aria-label", texts.window_title);
 map.createPane("names").style.zIndex = 150;
 map.createPane("land").style.zIndex = 140;
@@ -26,7 +36,6 @@ const streets = new Streets(map, settings.tiles, texts);
 const credits = L.control.attribution({ prefix: false }).addTo(map)
     .addAttribution(`<a href="https://www.naturalearthdata.com/">${texts.credit_shapes}</a>`);
 L.control.scale({ imperial: false, maxWidth: 90 }).addTo(map);
-map.fitBounds(home, { animate: false });
 addZoomButtons(map, bar, texts);
 const routeButton = bar.add(glyphs.route, texts.zoom_route, () => follower.showAll(route.bounds));
 const layerSwitch = new LayerSwitch(map, bar, texts, isStreets => streets.turn(isStreets));
@@ -35,8 +44,7 @@ for (const layer of [baseMap, labels, routeLayer])
     layer.addTo(map);
 nearby.update();
 streets.turn(Streets.remembered());
-const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false, isNoteChanged: false,
-    isHome: true };
+const state = { lng: "", lat: "", isLost: false, isFirst: true, isScheduled: false, isNoteChanged: false };
 
 /** Draws what has changed at the next frame; a page that is not seen draws nothing. */
 function schedule() {
@@ -53,7 +61,7 @@ function drawFrame() {
     } else {
         marker.show(route.last, route.course, state.isLost);
         if ((state.isFirst || !state.isLost) && follower.show([route.last.lat, route.last.lng], state.isFirst))
-            state.isFirst = state.isHome = false;
+            state.isFirst = false;
     }
     routeLayer.redraw();
     if (state.isNoteChanged)
@@ -129,11 +137,13 @@ window.zavikMapState = () => ({
     hasDetail: baseMap.fine !== null,
     streets: map.hasLayer(streets.tiles),
 });
-// A view that had no size could not show the car, nor the whole of the country that it begins with.
+// A view that had no size, or another one, could show neither the car nor the home country.
 new ResizeObserver(() => {
+    const wasAtHome = isAtHome;
     map.invalidateSize({ pan: false });
-    if (state.isHome && !follower.hasMoved)
-        map.fitBounds(home, { animate: false });
+    isAtHome = wasAtHome;
+    if (isAtHome && map.getSize().x && map.getSize().y)
+        goHome();
     schedule();
 }).observe(map.getContainer());
 schedule();

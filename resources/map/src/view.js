@@ -13,10 +13,6 @@ class Follower {
         map.getContainer().addEventListener("keydown", ({ key }) => key.startsWith("Arrow") && moved());
     }
 
-    get hasMoved() {
-        return this.movedAt > -Infinity;
-    }
-
     get isQuiet() {
         return performance.now() - this.movedAt < quietSeconds * 1000;
     }
