@@ -1,7 +1,13 @@
 #include "platform/LinuxPlatform.h"
 
+#include "platform/CupsPrintSession.h"
 #include "platform/FolderCard.h"
 #include "platform/MpvPlayer.h"
+#include "platform/QtDispatcher.h"
+#include "platform/QtPanels.h"
+#include "platform/QtScreens.h"
+#include "platform/QtScriptRunner.h"
+#include "platform/QtUserDefaults.h"
 #include "platform/QtWebView.h"
 #include "platform/UDisks2DiskArbitration.h"
 #include "platform/VideoView.h"
@@ -29,22 +35,44 @@ std::unique_ptr<DiskArbitration> volumes(const std::optional<std::string>& cardF
 
 } // namespace
 
+struct LinuxPlatform::Parts {
+    explicit Parts(const std::optional<std::string>& cardFolder)
+        : disks(volumes(cardFolder)),
+          pieces{dispatcher, panels, alerts, defaults, screens, printing, scripts, *disks,
+              [](VideoView& view) { return makeMpvPlayer(view); },
+              [engine = std::make_shared<WebEngine>()](
+                  QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
+    {
+    }
+
+    QtDispatcher dispatcher;
+    QtPanels panels;
+    QtAlerts alerts;
+    QtUserDefaults defaults;
+    QtScreens screens{defaults};
+    CupsPrintSession printing{dispatcher};
+    QtScriptRunner scripts;
+    std::unique_ptr<DiskArbitration> disks;
+    Platform pieces;
+};
+
 LinuxPlatform::LinuxPlatform(const std::optional<std::string>& cardFolder)
-    : disks(volumes(cardFolder)),
-      pieces{*dispatcher, panels, alerts, defaults, screens, printing, scripts, *disks,
-          [](VideoView& view) { return makeMpvPlayer(view); },
-          [engine = std::make_shared<WebEngine>()](
-              QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
+    : parts(std::make_unique<Parts>(cardFolder))
 {
 }
 
 LinuxPlatform::~LinuxPlatform()
 {
-    // A job that hangs in a read keeps what it works with; the end of the process takes them all.
-    if (!dispatcher->finish()) {
-        (void)dispatcher.release();
-        (void)disks.release();
-    }
+    // The web engine must end before the application object does.
+    parts->pieces.makeWebView = {};
+    // A job that hangs in a read may use any of the rest; the end of the process takes it all.
+    if (!parts->dispatcher.finish())
+        (void)parts.release();
+}
+
+Platform& LinuxPlatform::platform()
+{
+    return parts->pieces;
 }
 
 void initialiseLayer()

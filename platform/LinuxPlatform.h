@@ -1,12 +1,8 @@
 #pragma once
 
-#include "platform/CupsPrintSession.h"
 #include "platform/Platform.h"
-#include "platform/QtDispatcher.h"
-#include "platform/QtPanels.h"
-#include "platform/QtScreens.h"
-#include "platform/QtScriptRunner.h"
-#include "platform/QtUserDefaults.h"
+
+#include <optional>
 
 namespace platform {
 
@@ -17,18 +13,11 @@ public:
     explicit LinuxPlatform(const std::optional<std::string>& cardFolder = {});
     ~LinuxPlatform();
 
-    Platform& platform() { return pieces; }
+    Platform& platform();
 
 private:
-    std::unique_ptr<QtDispatcher> dispatcher = std::make_unique<QtDispatcher>();
-    QtPanels panels;
-    QtAlerts alerts;
-    QtUserDefaults defaults;
-    QtScreens screens{defaults};
-    CupsPrintSession printing{*dispatcher};
-    QtScriptRunner scripts;
-    std::unique_ptr<DiskArbitration> disks;
-    Platform pieces;
+    struct Parts;
+    std::unique_ptr<Parts> parts;
 };
 
 /// Prepares the process for the layer; before anything else of it is used, after the application object.

@@ -48,6 +48,14 @@ const tests = {
         same("zoom", state().zoom, before.zoom);
         same("centre", state().center, before.center);
         check("home is near", !isKorean || state().zoom >= 5, String(state().zoom));
+        button(0).click();
+        await until(() => state().zoom > before.zoom);
+        await settled();
+        page.display = "none";
+        await frames();
+        page.display = "";
+        await frames();
+        same("the user's zoom stays", state().zoom, before.zoom + 1);
     },
     async "garbage is no point"() {
         for (const [lng, lat] of [["", ""], ["abc", "37"], ["NaN", "NaN"], ["126,5", "37"], ["1e2", "37"], ["0x10", "1"],
