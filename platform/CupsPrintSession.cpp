@@ -51,6 +51,16 @@ void sayNoPrinter(QDialog& panel)
         buttons->button(QDialogButtonBox::Ok)->setEnabled(false);
 }
 
+/// The toolkit's panel in the program's look: whole button texts, no pictures of another family.
+void dressButtons(QDialog& panel)
+{
+    for (QPushButton* button : panel.findChildren<QPushButton*>()) {
+        button->setIcon({});
+        button->ensurePolished();
+        button->setMinimumWidth(button->sizeHint().width());
+    }
+}
+
 void openPanel(
     QWidget& window, const std::shared_ptr<Settings>& settings, bool hasPrinters, const PanelAnswer& answer)
 {
@@ -64,6 +74,7 @@ void openPanel(
     panel->setOption(QPrintDialog::PrintToFile, hasPrinters);
     if (!hasPrinters)
         sayNoPrinter(*panel);
+    dressButtons(*panel);
     QObject::connect(panel, &QDialog::finished, panel,
         [settings, answer](int result) { answer(result == QDialog::Accepted ? printPressed : cancelled); });
     panel->open();
