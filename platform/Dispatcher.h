@@ -24,7 +24,9 @@ public:
     /// Callable from any thread.
     virtual void onMain(Work work) = 0;
 
-    /// Runs the work on a background thread of default priority. Callable from any thread.
+    /// Runs the work on a background thread of default priority, at once: work that hangs holds up no other.
+    /// An exception that leaves the work is logged and ends only the work, so whoever waits for a result
+    /// catches it there. Callable from any thread.
     virtual void inBackground(Work work) = 0;
 
     /// Runs the work once on the main thread after the delay. Main thread only.

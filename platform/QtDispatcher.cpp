@@ -1,9 +1,13 @@
 #include "platform/QtDispatcher.h"
 
+#include "common/Log.h"
+
 #include <QCoreApplication>
 #include <QThreadPool>
 #include <QTimer>
 
+#include <exception>
+#include <limits>
 #include <mutex>
 #include <utility>
 
@@ -59,7 +63,8 @@ QtDispatcher::QtDispatcher()
     : hub(std::make_shared<Hub>(*this)),
       pool(std::make_unique<QThreadPool>())
 {
-    pool->setMaxThreadCount(4);
+    // A job that hangs on a dying card keeps its thread; whatever comes after it gets another one.
+    pool->setMaxThreadCount(std::numeric_limits<int>::max());
 }
 
 QtDispatcher::~QtDispatcher()
@@ -82,7 +87,13 @@ void QtDispatcher::onMain(Work work)
 
 void QtDispatcher::inBackground(Work work)
 {
-    pool->start(std::move(work));
+    pool->start([run = std::move(work)] {
+        try {
+            run();
+        } catch (const std::exception& error) {
+            logFormat("a job in the background failed: %s", error.what());
+        }
+    });
 }
 
 void QtDispatcher::after(std::chrono::milliseconds delay, Work work)

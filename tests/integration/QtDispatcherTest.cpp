@@ -1,0 +1,23 @@
+#include "platform/QtDispatcher.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <latch>
+#include <new>
+
+TEST(QtDispatcher, WorkThatHangsOrFailsHoldsUpNoOther)
+{
+    constexpr int hungJobs = 40;
+    std::latch isOver(1);
+    std::promise<void> ran;
+    auto hasRun = ran.get_future();
+    platform::QtDispatcher dispatcher;
+    dispatcher.inBackground([] { throw std::bad_alloc(); });
+    for (int i = 0; i < hungJobs; ++i)
+        dispatcher.inBackground([&isOver] { isOver.wait(); });
+    dispatcher.inBackground([&ran] { ran.set_value(); });
+    EXPECT_EQ(hasRun.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    isOver.count_down();
+    EXPECT_TRUE(dispatcher.finish());
+}
