@@ -1,13 +1,10 @@
 #include "platform/MpvFile.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <mpv/client.h>
 #include <string_view>
 
 namespace platform {
-
-namespace fs = std::filesystem;
 
 double MpvFile::seconds(const SeekTarget& place) const
 {
@@ -34,22 +31,6 @@ double MpvFile::currentFraction() const
     if (ended && !target)
         return 1;
     return duration > 0 ? std::clamp(currentTime() / duration, 0.0, 1.0) : 0;
-}
-
-std::string unplayableReason(const std::string& path)
-{
-    std::error_code error;
-    const auto status = fs::status(path, error);
-    if (!fs::exists(status))
-        return error ? error.message() : std::string("No such file");
-    if (fs::is_directory(status))
-        return "It is a folder";
-    if (!fs::is_regular_file(status))
-        return "It is not a plain file";
-    const auto size = fs::file_size(path, error);
-    if (error)
-        return error.message();
-    return size == 0 ? "The file is empty" : "";
 }
 
 std::string mpvFailureReason(int error)

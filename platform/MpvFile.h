@@ -50,8 +50,6 @@ struct MpvFile {
     double currentFraction() const;
 };
 
-/// Why the path can't be a recording, as far as that shows without opening it; empty if it may be one.
-std::string unplayableReason(const std::string& path);
 /// A reader's words for mpv's error number.
 std::string mpvFailureReason(int error);
 /// The numbers of the audio tracks in mpv's "track-list".

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <mpv/client.h>
 #include <utility>
 
@@ -31,6 +30,8 @@ MpvPlayer::MpvPlayer(VideoView& videoView)
       view(&videoView)
 {
     clock.start();
+    if (mpv && !streams.addTo(mpv.get()))
+        mpv.reset();
     if (mpv)
         mpv_set_wakeup_callback(mpv.get(), wakeUp, this);
 }
@@ -79,13 +80,9 @@ void MpvPlayer::stop()
 void MpvPlayer::load()
 {
     close();
-    const std::string& path = *current->url();
-    std::string reason = unplayableReason(path);
-    if (reason.empty() && !(mpv && view && view->attach(mpv.get())))
-        reason = "The player can't be started";
-    if (!reason.empty()) {
+    if (!(mpv && view && view->attach(mpv.get()))) {
         phase = Phase::failed;
-        post([this, reason] { fail(reason); });
+        post([this] { fail("The player can't be started"); });
         return;
     }
     view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "1"}); };
@@ -93,10 +90,8 @@ void MpvPlayer::load()
     phase = Phase::opening;
     fileRequest = ++lastRequest;
     setMpvFlag(mpv.get(), "pause", false);
-    // An absolute path is taken as it is, whatever it looks like.
-    std::error_code error;
-    const auto absolute = std::filesystem::absolute(path, error);
-    sendMpvCommand(mpv.get(), fileRequest, {"loadfile", error ? path.c_str() : absolute.c_str(), "replace"});
+    const std::string address = streams.announce(*current->url());
+    sendMpvCommand(mpv.get(), fileRequest, {"loadfile", address.c_str(), "replace"});
     postState();
 }
 
@@ -108,6 +103,7 @@ void MpvPlayer::close()
         mpv_unobserve_property(mpv.get(), fileRequest);
         mpv_unobserve_property(mpv.get(), endRequest);
         sendMpvCommand(mpv.get(), 0, {"stop"});
+        streams.giveUp();
     }
     fileRequest = seekRequest = endRequest = ++lastRequest;
     phase = Phase::closed;

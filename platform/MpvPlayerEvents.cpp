@@ -106,7 +106,7 @@ void MpvPlayer::handleFileEvent(const mpv_event& event)
     if (event.event_id == MPV_EVENT_END_FILE) {
         const auto& end = *static_cast<const mpv_event_end_file*>(event.data);
         if (file.entry == end.playlist_entry_id)
-            fail(mpvFailureReason(end.error));
+            fail(readFailureOr(mpvFailureReason(end.error)));
     } else if (event.event_id == MPV_EVENT_SEEK) {
         if (file.stage == SeekStage::accepted)
             file.stage = SeekStage::begun;
@@ -250,8 +250,19 @@ void MpvPlayer::reachEnd()
     // The end that is seen while a seek is on its way is left behind by it, or seen again after it.
     if (!isOpen() || file.stage != SeekStage::none || file.ended)
         return;
+    // Where the card fails is not where the recording ends.
+    if (const std::string why = readFailureOr({}); !why.empty()) {
+        fail(why);
+        return;
+    }
     restAtEnd();
     reportState();
+}
+
+std::string MpvPlayer::readFailureOr(const std::string& otherwise) const
+{
+    const std::string why = streams.failure();
+    return why.empty() ? otherwise : why;
 }
 
 void MpvPlayer::restAtEnd()

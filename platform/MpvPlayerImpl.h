@@ -3,6 +3,7 @@
 #include "platform/MediaPlayer.h"
 #include "platform/MpvFile.h"
 #include "platform/MpvHandle.h"
+#include "platform/MpvStream.h"
 #include "platform/VideoView.h"
 
 #include <QElapsedTimer>
@@ -75,6 +76,8 @@ private:
     void askBeforeOpen();
     void finishOpening();
     void seekArrived();
+    /// Why the file could not be read, or the other reason if it could.
+    std::string readFailureOr(const std::string& otherwise) const;
     void watchEnd();
     void reachEnd();
     void restAtEnd();
@@ -90,6 +93,7 @@ private:
     bool reportTime();
     bool report(const std::function<void(MediaPlayerDelegate&)>& call);
 
+    MpvStreams streams;
     MpvHandle mpv;
     QPointer<VideoView> view;
     MediaPlayerDelegate* listener = nullptr;

@@ -1,5 +1,6 @@
 #include "platform/MpvPlayer.h"
 #include "platform/VideoView.h"
+#include "tests/support/HungFile.h"
 #include "tests/support/TempFolder.h"
 
 #include <QCoreApplication>
@@ -134,6 +135,19 @@ protected:
     Recorder recorder;
     std::unique_ptr<MediaPlayer> player = makeMpvPlayer(*view);
 };
+
+TEST_F(MpvPlayerTest, ACardThatHangsHoldsUpNoOtherFile)
+{
+    const TempFolder card;
+    fs::copy_file(clip(), card.path("hung.avi"));
+    const HungFile hung(card.path("hung.avi"));
+    ASSERT_TRUE(hung.isHung);
+    open(card.path("hung.avi"));
+    ASSERT_TRUE(waitFor([this] { return !recorder.states.empty(); }));
+    EXPECT_EQ(player->state(), PlayerState::opening);
+    open(clip());
+    EXPECT_TRUE(waitFor([this] { return player->isPlaying() && view->pictures() > 0; }));
+}
 
 } // namespace
 
