@@ -86,6 +86,7 @@ const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
         {"tip.play", &Self::changeAndPlay, {Qt::Key_Return, Qt::Key_Enter}, {}},
         {"tip.previous", &Self::playPrevious, {Qt::Key_PageUp}, {}},
         {"tip.next", &Self::playFollowing, {Qt::Key_PageDown}, {}},
+        {"tip.give_up", &Self::giveUpStart, {Qt::Key_Escape}, {}},
         {"tip.list", &Self::clickMediaListViewButton, {}, {"recordButtonImageView"}},
         {"tip.map", &Self::clickMapViewButton, {}, {"informationButtonImageView"}},
     };

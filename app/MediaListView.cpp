@@ -50,9 +50,20 @@ void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
     rightViewMode = 0;
     updateSideViewButton();
     mediaTable->reload();
-    if (playsEntry(mediaIndex))
-        selectRow(mediaIndex);
+    findFileAtHand();
     showListState();
+}
+
+/// The player's file keeps its row, wherever that stands in a list that was read again.
+void ZVKAppDelegate::findFileAtHand()
+{
+    mediaIndex = -1;
+    const auto media = player1->media();
+    for (int64_t row = 0; media && row < mediaList->count() && mediaIndex < 0; ++row)
+        if (playsEntry(row))
+            mediaIndex = row;
+    if (mediaIndex >= 0)
+        selectRow(mediaIndex);
 }
 
 /// Says in plain text what the list is doing, or what to do, while there is nothing in it.

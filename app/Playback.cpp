@@ -45,105 +45,6 @@ bool ZVKAppDelegate::isPaused() const
     return player1->state() == platform::PlayerState::paused;
 }
 
-bool ZVKAppDelegate::playAtIndex(int64_t index)
-{
-    if (mediaList->count() == 0 || waitingForPlayStart)
-        return false;
-    index = std::clamp<int64_t>(index, 0, mediaList->count() - 1);
-    forgetPendingStart();
-    waitingForPlayStart = true;
-    player1->stop();
-    player1->setMedia(nullptr);
-    mediaIndex = index;
-    selectRow(index);
-    preparingPlayNext = false;
-    startTimerPlayNext();
-    updateVideoUI();
-    showLoading();
-    extractThenPlay();
-    return true;
-}
-
-/// Whether the row's file is the one that the player has.
-bool ZVKAppDelegate::playsEntry(int64_t row) const
-{
-    const auto media = player1->media();
-    const ZVKMedia* entry = mediaList->mediaAtIndex(row);
-    return media && entry && media->url() == entry->path();
-}
-
-/// Whether the player's file is open and its telemetry is the one on screen.
-bool ZVKAppDelegate::isPrepared() const
-{
-    using enum platform::PlayerState;
-    const auto state = player1->state();
-    return hasTelemetry && (state == opening || state == buffering || state == playing || state == paused);
-}
-
-/// Starts the player's file from its beginning, telemetry first, wherever the list is by now.
-void ZVKAppDelegate::restartMedia()
-{
-    forgetPendingStart();
-    waitingForPlayStart = true;
-    startTimerPlayNext();
-    showTitle();
-    showLoading();
-    extractThenPlay();
-}
-
-void ZVKAppDelegate::extractThenPlay()
-{
-    // Until its own telemetry is there, a file shows no readings; never those of the file before.
-    hasTelemetry = false;
-    outlets->videoStateLabel->clear();
-    blackBoxData.clear();
-    playInfo.setIsPlaying(false);
-    resetReadouts();
-    evaluateMapScript("zavikNewRecording()");
-    extractionStop = {};
-    desktop.dispatcher.inBackground([this, path = *player1->media()->url(), generation = fileGeneration,
-                                        stop = extractionStop.get_token(), &dispatcher = desktop.dispatcher,
-                                        life = std::weak_ptr(alive)] {
-        auto extracted = std::make_shared<ZVKBlackBoxData>();
-        extracted->ExtractStreamInformation(path.c_str(), stop);
-        dispatcher.onMain([this, life, generation, extracted] {
-            if (!life.expired() && generation == fileGeneration)
-                startExtracted(std::move(*extracted));
-        });
-    });
-}
-
-void ZVKAppDelegate::startExtracted(ZVKBlackBoxData extracted)
-{
-    blackBoxData = std::move(extracted);
-    hasTelemetry = true;
-    outlets->graphView->setGraphData(blackBoxData.m_GSensors);
-    initMediaControlView();
-    player1->play();
-}
-
-/// Whatever was begun for the file up to now (extraction, start, delayed seeks, the move on) is void.
-void ZVKAppDelegate::forgetPendingStart()
-{
-    ++fileGeneration;
-    extractionStop.request_stop();
-    waitingForPlayStart = false;
-    preparingPlayNext = false;
-    moving = false;
-}
-
-void ZVKAppDelegate::initMediaControlView()
-{
-    waitingForPlayStart = true;
-    outlets->videoPositionSlider->setDoubleValue(0);
-    setVideoScaleIndex(0);
-    updateSideViewButton();
-    playInfo.setSpeed(1);
-    player1->setRate(1);
-    playInfo.setPosition(0);
-    resetReadouts();
-}
-
 void ZVKAppDelegate::resetReadouts()
 {
     outlets->videoPositionSlider->setDoubleValue(0);
@@ -156,38 +57,6 @@ void ZVKAppDelegate::resetReadouts()
         field->clear();
     for (QLabel* field : {outlets->timeField, outlets->timeFieldForFullScreen})
         field->clear();
-}
-
-void ZVKAppDelegate::changeAndPlay()
-{
-    const int64_t row = selectedRow();
-    logFormat("selectedRow=%ld,mediaIndex=%ld,isPlaying=%d,count=%ld", long(row), long(mediaIndex),
-        int(player1->isPlaying()), long(mediaList->count()));
-    if (row < 0)
-        return;
-    // After another folder was opened, the same row can be another file; and a file that was stopped or could
-    // not be played is started anew.
-    if (row != mediaIndex || !playsEntry(row) || (!waitingForPlayStart && !isPrepared())) {
-        if (!playAtIndex(row))
-            selectRow(mediaIndex);
-        return;
-    }
-    if (waitingForPlayStart)
-        return;
-    if (isPaused())
-        player1->setPosition(0);
-    player1->play();
-}
-
-bool ZVKAppDelegate::playNext()
-{
-    return mediaIndex + 1 < mediaList->count() && playAtIndex(mediaIndex + 1);
-}
-
-void ZVKAppDelegate::playPrevious()
-{
-    if (mediaIndex > 0)
-        playAtIndex(mediaIndex - 1);
 }
 
 void ZVKAppDelegate::stopPlay()
@@ -203,16 +72,31 @@ void ZVKAppDelegate::startTimerPlayNext()
     playStopTimer = desktop.dispatcher.every(1000ms, [this] { timerPlayNext(); });
 }
 
+bool ZVKAppDelegate::isKnobHeld() const
+{
+    return outlets->videoPositionSlider->isSliderDown()
+        || outlets->videoPositionSliderForFullScreen->isSliderDown();
+}
+
 void ZVKAppDelegate::timerPlayNext()
 {
-    const bool isHeld = outlets->videoPositionSlider->isSliderDown()
-        || outlets->videoPositionSliderForFullScreen->isSliderDown();
-    if (preparingPlayNext || isHeld || !isPaused() || player1->position() < endOfFile)
-        return;
+    if (!preparingPlayNext && !isKnobHeld() && isPaused() && player1->position() >= endOfFile)
+        moveOn();
+}
+
+/// Plays the next file in a second, unless the user seeks, plays or stops meanwhile.
+void ZVKAppDelegate::moveOn()
+{
     preparingPlayNext = true;
     // A file of a folder that is no longer listed has no next one.
-    if (playsEntry(mediaIndex))
-        afterForThisFile(1.0, [this] { playNext(); });
+    if (!playsEntry(mediaIndex))
+        return;
+    afterForThisSeek(1.0, [this] {
+        if (isKnobHeld())
+            moveOn();
+        else
+            reachedByItself = playNext();
+    });
 }
 
 void ZVKAppDelegate::showOrHideVideo()
@@ -246,12 +130,15 @@ void ZVKAppDelegate::mediaPlayerTimeChanged(platform::MediaPlayer& player)
         chooseAudioAuto();
     }
     playInfo.setIsPlaying(isPlaying(player));
+    if (settleSeek())
+        return;
     if (moving) {
         timeReportCounter = -1;
         if (movingPosition > 0)
             playInfo.setPosition(movingPosition);
     } else if (&player == player1.get()) {
-        timeReportCounter = (timeReportCounter + 1) % 3;
+        // Reports come one by one while the picture stands, and none of them may be missed.
+        timeReportCounter = player.isPlaying() ? (timeReportCounter + 1) % 3 : 0;
         if (timeReportCounter == 0)
             playInfo.setPosition(double(player.position()));
     }
@@ -261,17 +148,20 @@ void ZVKAppDelegate::mediaPlayerFailed(platform::MediaPlayer& player, const std:
 {
     const auto media = player.media();
     logFormat("cannot play %s: %s", media && media->url() ? media->url()->c_str() : "", why.c_str());
-    waitingForPlayStart = false;
+    forgetPendingStart();
     hideLoading();
     playInfo.setIsPlaying(false);
     outlets->videoStateLabel->setText(platform::localized("msg.cannot_play"));
     showOrHideVideo();
+    if (reachedByItself)
+        moveOn();
 }
 
 void ZVKAppDelegate::didStartPlayer()
 {
     if (!player1->media())
         return;
+    outlets->videoStateLabel->clear();
     playInfo.setSpeed(double(player1->rate()));
     playInfo.setIsPlaying(isPlaying(*player1));
     chooseAudioAuto();
@@ -285,10 +175,44 @@ void ZVKAppDelegate::didFinishPlay()
     playInfo.setIsPlaying(isPlaying(*player1));
 }
 
+/// The user goes elsewhere: what is left of an earlier seek, and the move to the next file, are void.
+void ZVKAppDelegate::beginSeek()
+{
+    ++seekGeneration;
+    preparingPlayNext = false;
+    moving = false;
+    settlingTimeIsOver = false;
+}
+
 void ZVKAppDelegate::syncVideoPositionDelay(double seconds)
 {
-    if (player1->media())
-        afterForThisFile(seconds, [this] { moving = false; });
+    if (!player1->media())
+        return;
+    afterForThisSeek(seconds, [this] {
+        settlingTimeIsOver = true;
+        settleSeek();
+    });
+}
+
+/// Ends a seek whose settling time is over and whose picture is there: what is shown is the player's own
+/// position. False when there is none.
+bool ZVKAppDelegate::settleSeek()
+{
+    if (!settlingTimeIsOver || player1->isSeeking())
+        return false;
+    settlingTimeIsOver = false;
+    moving = false;
+    timeReportCounter = -1;
+    playInfo.setPosition(double(player1->position()));
+    return true;
+}
+
+void ZVKAppDelegate::afterForThisSeek(double seconds, std::function<void()> work)
+{
+    afterForThisFile(seconds, [this, generation = seekGeneration, work = std::move(work)] {
+        if (generation == seekGeneration)
+            work();
+    });
 }
 
 void ZVKAppDelegate::afterForThisFile(double seconds, std::function<void()> work)

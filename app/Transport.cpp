@@ -26,8 +26,10 @@ double lengthMs(const platform::MediaPlayer& player)
 
 void ZVKAppDelegate::clickPlayButton()
 {
-    if (!player1->media())
+    if (!player1->media()) {
+        playFirstChoice();
         return;
+    }
     if (playInfo.isPlaying()) {
         if (isPlaying(*player1))
             player1->pause();
@@ -44,6 +46,7 @@ void ZVKAppDelegate::clickPlayButton()
         player1->play();
         return;
     }
+    beginSeek();
     const double slider = outlets->videoPositionSlider->doubleValue();
     if (slider >= endOfFile && playsEntry(mediaIndex)) {
         player1->setMedia(nullptr);
@@ -52,7 +55,7 @@ void ZVKAppDelegate::clickPlayButton()
         restartMedia();
     } else {
         player1->setTime(platform::MediaTime::timeWithInt(int64_t(slider * lengthMs(*player1))));
-        afterForThisFile(0.1, [this] { player1->play(); });
+        afterForThisSeek(0.1, [this] { player1->play(); });
     }
 }
 
@@ -63,6 +66,7 @@ void ZVKAppDelegate::videoPositionSliderMoved()
     playInfo.setIsPlaying(isPlaying(*player1));
     if (!player1->media() || waitingForPlayStart)
         return;
+    beginSeek();
     if (target >= endOfFile) {
         player1->setTime(player1->media()->length());
         return;
@@ -70,22 +74,32 @@ void ZVKAppDelegate::videoPositionSliderMoved()
     const double before = double(player1->position());
     movingPosition = target;
     player1->setPosition(float(target));
+    // The graph's bar follows the player's own position, which is the new one only now.
+    updateGsensorUIByPlayPositon();
     if (before <= target) {
         syncVideoPositionDelay(0.3);
         return;
     }
-    afterForThisFile(0.1, [this] {
+    afterForThisSeek(0.1, [this] {
         player1->setPosition(float(movingPosition));
         syncVideoPositionDelay(0.2);
     });
+}
+
+/// A jump within the settling time of another is ignored; after that it goes on from where that one leads,
+/// however long its picture takes.
+bool ZVKAppDelegate::canJump() const
+{
+    return player1->media() && !waitingForPlayStart && (!moving || settlingTimeIsOver);
 }
 
 void ZVKAppDelegate::jumpForward()
 {
     logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ",
         player1->time().stringValue().c_str(), player1->remainingTime().stringValue().c_str());
-    if (moving || !player1->media() || waitingForPlayStart)
+    if (!canJump())
         return;
+    beginSeek();
     const double remainingSeconds = double(player1->remainingTime().intValue()) / 1000;
     if (remainingSeconds > -jumpMs / 1000) {
         player1->setTime(player1->media()->length());
@@ -93,20 +107,20 @@ void ZVKAppDelegate::jumpForward()
     }
     moving = true;
     movingPosition = double(player1->position()) + jumpMs / lengthMs(*player1);
-    outlets->videoPositionSlider->setDoubleValue(movingPosition);
-    outlets->videoPositionSliderForFullScreen->setDoubleValue(movingPosition);
     player1->jumpForward(int(jumpMs / 1000));
+    playInfo.setPosition(movingPosition);
     syncVideoPositionDelay(0.3);
 }
 
 void ZVKAppDelegate::jumpBackward()
 {
-    if (moving || !player1->media() || waitingForPlayStart)
+    if (!canJump())
         return;
+    beginSeek();
     if (double(player1->time().intValue()) < jumpMs) {
         player1->setTime(platform::MediaTime::nullTime());
         player1->setPosition(0);
-        afterForThisFile(0, [this] {
+        afterForThisSeek(0, [this] {
             player1->setPosition(0);
             syncVideoPositionDelay(0.1);
         });
@@ -115,7 +129,8 @@ void ZVKAppDelegate::jumpBackward()
     moving = true;
     movingPosition = std::max(double(player1->position()) - jumpMs / lengthMs(*player1), 0.0);
     player1->setPosition(float(movingPosition));
-    afterForThisFile(0.2, [this] {
+    playInfo.setPosition(movingPosition);
+    afterForThisSeek(0.2, [this] {
         player1->setPosition(float(movingPosition));
         syncVideoPositionDelay(0.1);
     });

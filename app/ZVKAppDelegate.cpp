@@ -179,8 +179,9 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
         {"volume", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
         {"playInfo.scale",
             [](ZVKAppDelegate& self) {
+                const double scale = self.playInfo.scale();
                 self.outlets->sizeTextButton->setText(
-                    QString::fromStdString(formatted("%.2fx", self.playInfo.scale())));
+                    scale > 0 ? QString::fromStdString(formatted("%.2fx", scale)) : QString());
             }},
         {"playInfo.isPlaying", [](ZVKAppDelegate& self) { self.playingChanged(); }},
         {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
@@ -195,8 +196,12 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
 void ZVKAppDelegate::playingChanged()
 {
     const bool isPlaying = playInfo.isPlaying();
+    const QString image = isPlaying ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n");
     for (TKImageButton* button : {outlets->playButton, outlets->playButtonForFullScreen}) {
-        button->setImageName(isPlaying ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n"));
+        // Reported with every time report, most of them without news.
+        if (button->imageName() == image)
+            continue;
+        button->setImageName(image);
         describe(*button, isPlaying ? "tip.pause" : "tip.play");
     }
 }
@@ -244,12 +249,18 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
         hideLoading();
     forgetPendingStart();
     player1->stop();
-    playInfo.setIsPlaying(false);
-    resetReadouts();
+    // Read again, a folder keeps the file at hand; of another one nothing stays.
+    if (mediaList->directoryPath() != path) {
+        player1->setMedia(nullptr);
+        mediaIndex = -1;
+    }
+    clearMoment();
+    playInfo.setScale(0);
     outlets->titleLabel->clear();
     showOrHideVideo();
     scanning = true;
     mediaList->setDirectoryPath(path);
+    mediaTable->reload();
     showListState();
 }
 

@@ -67,7 +67,9 @@ public:
     bool playAtIndex(int64_t index);
     bool playNext();
     void playPrevious();
-    void playFollowing() { playNext(); }
+    void playFollowing();
+    /// Gives up the file that is being prepared.
+    void giveUpStart();
     void changeAndPlay();
     void stopPlay();
     void mediaPlayerStateChanged(platform::MediaPlayer& player) override;
@@ -134,6 +136,10 @@ private:
 
     bool isPlaying(const platform::MediaPlayer& player) const;
     bool hasAudio(const platform::MediaPlayer& player) const;
+    bool playChosen(int64_t index);
+    void playFirstChoice();
+    void clearMoment();
+    void showPreparing();
     void extractThenPlay();
     void startExtracted(ZVKBlackBoxData extracted);
     void forgetPendingStart();
@@ -146,7 +152,12 @@ private:
     void didFinishPlay();
     void startTimerPlayNext();
     void timerPlayNext();
+    void moveOn();
+    bool isKnobHeld() const;
+    bool canJump() const;
+    void beginSeek();
     void syncVideoPositionDelay(double seconds);
+    bool settleSeek();
     void chooseAudioAuto();
     void updateAudioUI();
     void updateVideoUI();
@@ -157,12 +168,15 @@ private:
     bool isPaused() const;
     /// Runs the work after the delay unless another file was started or this one taken away meanwhile.
     void afterForThisFile(double seconds, std::function<void()> work);
+    /// The same, and unless the user has begun another seek or a replay.
+    void afterForThisSeek(double seconds, std::function<void()> work);
 
     platform::PrintInfo& loadPrintInfo();
     void printPanelDidEnd(int returnCode, const std::string& picture);
 
     void initMediaListTableView();
     void updateSideViewButton();
+    void findFileAtHand();
     void selectRow(int64_t row);
     int64_t selectedRow() const;
     void showListState();
@@ -197,9 +211,13 @@ private:
     bool waitingForPlayStart = false;
     /// What is on screen is the telemetry of the player's file.
     bool hasTelemetry = false;
+    /// The file was reached at the end of the one before it, not chosen.
+    bool reachedByItself = false;
     bool preparingPlayNext = false;
     bool moving = false;
     double movingPosition = 0;
+    /// A seek's least settling time has passed, its picture is still awaited.
+    bool settlingTimeIsOver = false;
     uint64_t volume = 0;
     int32_t rightViewMode = 0;
     bool m_bKorean = false;
@@ -216,6 +234,8 @@ private:
 
     /// Counts the files that were started or taken away; what was begun for an earlier one is void.
     uint64_t fileGeneration = 0;
+    /// Counts the user's seeks and replays; what was to follow an earlier one is void.
+    uint64_t seekGeneration = 0;
     std::stop_source extractionStop;
     std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 

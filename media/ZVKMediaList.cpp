@@ -54,6 +54,7 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
     scan.request_stop();
     if (!directory)
         return;
+    medias.clear();
     scan = std::stop_source();
     // A stop is requested on the main thread only: a scan that is not void there still has its list.
     dispatcher.inBackground(

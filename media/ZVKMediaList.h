@@ -23,8 +23,8 @@ public:
 /// The recordings of a folder and of all folders below it, oldest first; what compares equal (the front and
 /// the rear file of one recording) stays in the order of the walk.
 ///
-/// Main thread only. A scan runs in the background; its result replaces the entries on the main thread in one
-/// step, right before the delegate is told, and until then the old entries stay. A scan is void once a newer
+/// Main thread only. A scan runs in the background; its result becomes the entries on the main thread in one
+/// step, right before the delegate is told, and until then the list is empty. A scan is void once a newer
 /// path has been set or the list is gone: it stops early, and nobody is told. Destroying the list waits for
 /// nothing.
 class ZVKMediaList {

@@ -106,6 +106,9 @@ public:
     virtual void setRate(float rate) = 0;
     /// Jumps forward by whole seconds, at most to the end.
     virtual void jumpForward(int seconds) = 0;
+    /// Whether a seek is on its way: until then position and time are where it leads. When it has ended, the
+    /// new picture is there, they are the player's own, and a time report follows.
+    virtual bool isSeeking() const = 0;
 
     virtual bool hasVideoOut() const = 0;
     /// Width and height of the video as it is to be shown, in pixels; zeros before the first picture.

@@ -15,6 +15,7 @@ namespace platform {
 struct SeekTarget {
     enum class Unit { seconds, fraction } unit = Unit::seconds;
     double value = 0;
+    bool operator==(const SeekTarget&) const = default;
 };
 
 /// A seek on its way through mpv: sent, accepted (the command's reply), begun (the seek event), arrived

@@ -182,6 +182,9 @@ void MpvPlayer::seekTo(SeekTarget target)
 {
     if (phase != Phase::opening && !isOpen())
         return;
+    // A seek to the same place is on its way already.
+    if (isOpen() && file.target == target && !file.targetIsNewer)
+        return;
     file.target = target;
     file.targetIsNewer = true;
     if (isOpen() && file.stage == SeekStage::none)

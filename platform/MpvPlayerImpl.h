@@ -43,6 +43,7 @@ public:
     float rate() const override { return speed; }
     void setRate(float rate) override;
     void jumpForward(int seconds) override;
+    bool isSeeking() const override { return isOpen() && file.target.has_value(); }
 
     bool hasVideoOut() const override { return videoSize().width > 0; }
     VideoSize videoSize() const override;

@@ -88,17 +88,58 @@ TEST_F(Playback, ReadsTelemetryBeforeThePictureStarts)
     EXPECT_EQ(text("sateliteField"), "7");
 }
 
-TEST_F(Playback, RefusesAnotherStartWhileOneIsPending)
+TEST_F(Playback, OnlyWhatTheUserChoosesTakesThePlaceOfAPendingStart)
 {
     EXPECT_TRUE(app.controller->playAtIndex(0));
-    EXPECT_FALSE(app.controller->playAtIndex(1));
-    app.find<QTableView>("mediaListTableView").selectRow(1);
-    app.controller->changeAndPlay();
-    EXPECT_EQ(selectedRow(), 0) << "the row that starts stays selected";
+    EXPECT_FALSE(app.controller->playAtIndex(1)) << "a repeated report, a timer";
+    EXPECT_FALSE(app.controller->playNext());
+    const std::pair<std::function<void()>, int> choices[] = {
+        {[this] { app.controller->playFollowing(); }, 1},
+        {[this] { app.find<QTableView>("mediaListTableView").selectRow(2), app.controller->changeAndPlay(); },
+            2},
+        {[this] { app.controller->playPrevious(); }, 1},
+    };
+    for (const auto& [choose, expected] : choices) {
+        choose();
+        EXPECT_EQ(app.mediaIndex(), expected);
+        EXPECT_EQ(selectedRow(), expected);
+        const size_t started = app.player().calls.size();
+        app.controller->changeAndPlay(); // the same row again
+        EXPECT_EQ(app.player().calls.size(), started);
+    }
     app.desk.dispatcher.runAll();
-    EXPECT_EQ(app.mediaIndex(), 0);
-    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142530_F.avi"));
-    EXPECT_EQ(app.telemetry().m_GSensors.size(), 10u);
+    EXPECT_EQ(app.player().countOf("play"), 1u);
+    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142600_R.avi"));
+    EXPECT_EQ(app.telemetry().m_GSensors.size(), 20u);
+}
+
+TEST_F(Playback, SaysByNameWhatIsPreparedUntilItPlaysFailsOrIsGivenUp)
+{
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"", [this] { app.player().reportState(PlayerState::playing); }},
+        {"cannot be played", [this] { app.player().reportFailure("broken"); }},
+        {"was given up", [this] { app.controller->giveUpStart(); }},
+    };
+    for (const auto& [said, end] : endings) {
+        SCOPED_TRACE(said);
+        app.controller->playAtIndex(0);
+        app.desk.dispatcher.advance(499ms);
+        EXPECT_EQ(text("videoStateLabel"), "");
+        for (const auto wait : {1ms, 16000ms}) {
+            app.desk.dispatcher.advance(wait);
+            EXPECT_TRUE(text("videoStateLabel").contains("Preparing alwa_20150321_142530_F.avi"));
+        }
+        app.desk.dispatcher.runAll();
+        end();
+        app.desk.dispatcher.advance(1s);
+        EXPECT_TRUE(text("videoStateLabel").contains(said));
+        EXPECT_EQ(text("videoStateLabel").isEmpty(), !*said);
+        EXPECT_FALSE(app.isWaiting());
+    }
+    EXPECT_EQ(app.player().calls.back(), "stop");
+    EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
+    app.controller->clickPlayButton();
+    EXPECT_TRUE(app.isWaiting()) << "what was given up can be tried again";
 }
 
 TEST_F(Playback, ClampsTheIndexAndPlaysNothingFromAnEmptyList)
@@ -169,6 +210,8 @@ TEST_F(Playback, AFolderChosenMeanwhileVoidsWhatWasPending)
         const char* name;
         std::function<void()> before;
     };
+    TempFolder other;
+    other.file("alwa_20160101_000000_F.avi", recording(128, 3));
     const Case cases[] = {
         {"extraction", [this] { app.controller->playAtIndex(0); }},
         {"extracted", [this] { app.controller->playAtIndex(0), app.desk.dispatcher.runBackground(); }},
@@ -180,11 +223,15 @@ TEST_F(Playback, AFolderChosenMeanwhileVoidsWhatWasPending)
     for (const auto& [name, before] : cases) {
         SCOPED_TRACE(name);
         before();
-        app.controller->openMediaDirectory(folder.path());
+        app.controller->openMediaDirectory(other.path());
+        EXPECT_EQ(app.list().count(), 0);
+        app.controller->playFollowing();
         const size_t calls = app.player().calls.size();
         app.desk.dispatcher.runAll();
         app.desk.dispatcher.advance(20s);
         EXPECT_EQ(app.player().calls.size(), calls);
+        EXPECT_EQ(app.list().count(), 1);
+        app.open(folder.path());
         EXPECT_FALSE(app.isWaiting());
         EXPECT_FALSE(app.isMoving());
         EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
@@ -220,34 +267,75 @@ TEST_F(Playback, WhatWasStoppedOrFailedIsPreparedAnewNeverPlayedBare)
     }
 }
 
-TEST_F(Playback, AFileOfAnotherFolderPlaysAgainAndHasNoNext)
+TEST_F(Playback, NothingOfAFolderStaysWhenAnotherIsOpened)
 {
-    app.start(0);
     TempFolder other;
     other.file("alwa_20160101_000000_F.avi", recording(128, 3));
-    other.file("alwa_20160101_000100_F.avi", recording(128, 3));
-    app.open(other.path());
-    EXPECT_EQ(text("titleLabel"), "");
-    app.controller->clickPlayButton();
-    EXPECT_EQ(text("titleLabel"), "alwa_20150321_142530_F.avi");
-    app.desk.dispatcher.runAll();
-    app.player().reportState(PlayerState::playing);
-    app.player().reportEnd();
-    app.desk.dispatcher.advance(10s);
-    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142530_F.avi"));
-    EXPECT_EQ(app.telemetry().m_GSensors.size(), 10u);
+    other.file("alwa_20160101_000100_F.avi", recording(128, 4));
+    auto& graph = app.find<GraphView>("graphView");
+    const std::pair<std::function<void()>, int> roads[] = {
+        {[this] { app.controller->clickPlayButton(); }, 0},
+        {[this] { app.controller->changeAndPlay(); }, 0},
+        {[this] { app.controller->playFollowing(); }, 0},
+        {[this] {
+             app.find<QTableView>("mediaListTableView").selectRow(1), app.controller->clickPlayButton();
+         },
+            1},
+    };
+    for (const auto& [play, expected] : roads) {
+        app.open(folder.path());
+        app.start(1);
+        app.player().reportEnd();
+        ASSERT_EQ(graph.graphData().size(), 20u);
+        app.player().reportFailure("broken");
+        app.desk.map.scripts.clear();
+        app.controller->openMediaDirectory(other.path());
+        EXPECT_TRUE(graph.graphData().empty());
+        EXPECT_EQ(graph.timePosition(), 0);
+        EXPECT_EQ(app.desk.map.scripts, std::vector<std::string>{"zavikNewRecording()"});
+        for (const char* field : {"titleLabel", "sizeTextButton", "videoStateLabel", "timeField",
+                 "speedField", "latitudeField", "hdopField"})
+            EXPECT_EQ(text(field), "") << field;
+        app.desk.dispatcher.runAll();
+        EXPECT_EQ(selectedRow(), -1);
+        play();
+        EXPECT_EQ(app.player().current->url(), app.list().mediaAtIndex(expected)->path());
+        app.desk.dispatcher.runAll();
+        EXPECT_EQ(app.telemetry().m_GSensors.size(), size_t(3 + expected));
+    }
 }
 
-TEST_F(Playback, TheSameRowOfAnotherFolderIsAnotherFile)
+TEST_F(Playback, AFolderThatIsReadAgainKeepsTheFileAtHandInItsRow)
+{
+    app.start(1);
+    folder.file("alwa_20140101_000000_F.avi", recording(128, 3));
+    app.open(folder.path());
+    EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(selectedRow(), 2);
+    app.controller->clickPlayButton();
+    EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142600_R.avi"));
+}
+
+TEST_F(Playback, ADriveGoesOnPastAFileThatCannotBePlayed)
 {
     app.start(0);
-    TempFolder other;
-    other.file("alwa_20160101_000000_F.avi", recording(128, 3));
-    app.open(other.path());
-    EXPECT_EQ(selectedRow(), -1);
-    app.find<QTableView>("mediaListTableView").selectRow(0);
-    app.controller->changeAndPlay();
-    EXPECT_EQ(app.player().current->url(), other.path("alwa_20160101_000000_F.avi"));
+    app.player().reportEnd();
+    app.desk.dispatcher.advance(2s);
+    ASSERT_EQ(app.mediaIndex(), 1);
+    app.desk.dispatcher.runAll();
+    app.player().reportFailure("broken");
+    EXPECT_TRUE(text("videoStateLabel").contains("cannot be played"));
+    app.desk.dispatcher.advance(999ms);
+    EXPECT_EQ(app.mediaIndex(), 1);
+    app.desk.dispatcher.advance(1ms);
+    EXPECT_EQ(app.mediaIndex(), 2);
+
+    app.desk.dispatcher.runAll();
+    app.player().reportState(PlayerState::playing);
+    app.start(1); // chosen
+    app.player().reportFailure("broken");
+    app.desk.dispatcher.advance(10s);
+    EXPECT_EQ(app.mediaIndex(), 1);
 }
 
 TEST_F(Playback, DoubleClickOnThePlayingRowRestartsOnlyWhenPausedOrEnded)
@@ -276,6 +364,7 @@ TEST_F(Playback, PublishesEveryThirdTimeReportAndTheTargetWhileAJumpSettles)
     EXPECT_NEAR(app.playInfo().position(), target, 1e-6);
     app.desk.dispatcher.advance(300ms);
     EXPECT_FALSE(app.isMoving());
+    EXPECT_FLOAT_EQ(float(app.playInfo().position()), 0.52f) << "the player's own, at once";
     std::vector<double> published;
     for (const float position : {0.70f, 0.71f, 0.72f, 0.73f}) {
         app.player().reportTime(position);

@@ -123,6 +123,104 @@ TEST_F(Transport, JumpsGoTenSecondsAndStopAtTheEnds)
     }
 }
 
+TEST_F(Transport, WhatIsShownAfterASeekIsThePlayersOwnMoment)
+{
+    const std::pair<const char*, std::function<void()>> seeks[] = {
+        {"forward", [this] { controller.jumpForward(); }},
+        {"back", [this] { controller.jumpBackward(); }},
+        {"slider forward", [this] { drag(0.7); }},
+        {"slider back", [this] { drag(0.3); }},
+        {"two jumps",
+            [this] {
+                controller.jumpForward();
+                app.desk.dispatcher.advance(400ms);
+                controller.jumpBackward();
+            }},
+        {"to the end and back",
+            [this] {
+                drag(1);
+                drag(0.2);
+            }},
+    };
+    for (const auto state : {PlayerState::paused, PlayerState::playing}) {
+        for (const auto& [name, seek] : seeks) {
+            for (const auto arrival : {210ms, 350ms, 5000ms}) {
+                SCOPED_TRACE(std::string(name) + (state == PlayerState::paused ? " paused " : " playing ")
+                    + std::to_string(arrival.count()));
+                player.reportState(state);
+                player.seeking = false;
+                for (int i = 0; i < 3; ++i)
+                    player.reportTime(0.5f);
+                app.desk.dispatcher.advance(1s);
+                player.seeking = true;
+                seek();
+                app.desk.dispatcher.advance(arrival);
+                player.seeking = false;
+                player.reportTime(0.41f);
+                app.desk.dispatcher.advance(400ms);
+                EXPECT_FLOAT_EQ(float(app.playInfo().position()), 0.41f);
+                EXPECT_NEAR(slider().doubleValue(), 0.41, 1e-5);
+                EXPECT_EQ(app.find<QLabel>("timeField").text(), "00:24 / 01:00");
+                EXPECT_FALSE(app.isMoving());
+            }
+        }
+    }
+}
+
+TEST_F(Transport, ASlowSeekLastsUntilItsPictureIsThereAndTheNextJumpGoesOnFromItsTarget)
+{
+    player.reportState(PlayerState::paused);
+    player.reportTime(0.5f);
+    player.seeking = true;
+    controller.jumpForward();
+    player.fraction = 0.5f + 10.0f / 60; // where a seek leads is the player's position
+    app.desk.dispatcher.advance(299ms);
+    controller.jumpForward();
+    EXPECT_EQ(player.countOf("jumpForward 10"), 1u);
+    app.desk.dispatcher.advance(10s);
+    EXPECT_TRUE(app.isMoving());
+    controller.jumpForward();
+    EXPECT_EQ(player.countOf("jumpForward 10"), 2u);
+    EXPECT_NEAR(slider().doubleValue(), 0.5 + 20.0 / 60, 1e-5);
+}
+
+TEST_F(Transport, NothingOfAnEarlierSeekFollowsALaterOne)
+{
+    player.reportTime(0.5f);
+    drag(0.2); // its second half follows after 0.1 s
+    drag(1);
+    app.desk.dispatcher.advance(1s);
+    EXPECT_EQ(player.calls.back(), "setTime 60000");
+    controller.jumpBackward();
+    app.desk.dispatcher.advance(100ms);
+    drag(0.9);
+    app.desk.dispatcher.advance(1s);
+    EXPECT_EQ(player.calls.back(), "setPosition 0.90");
+}
+
+TEST_F(Transport, AMoveToTheNextFileIsVoidOnceTheUserGoesElsewhere)
+{
+    const std::pair<const char*, std::function<void()>> wishes[] = {
+        {"slider", [this] { drag(0.5); }},
+        {"jump back", [this] { controller.jumpBackward(); }},
+        {"replay by button", [this] { controller.clickPlayButton(); }},
+        {"replay by double click", [this] { controller.changeAndPlay(); }},
+        {"stop", [this] { controller.stopPlay(); }},
+        {"hold the knob", [this] { slider().setSliderDown(true); }},
+    };
+    for (const auto& [name, wish] : wishes) {
+        SCOPED_TRACE(name);
+        slider().setSliderDown(false);
+        app.start(0);
+        player.reportEnd();
+        app.desk.dispatcher.advance(1900ms);
+        wish();
+        app.desk.dispatcher.advance(5s);
+        EXPECT_EQ(app.mediaIndex(), 0);
+        app.desk.dispatcher.runAll();
+    }
+}
+
 TEST_F(Transport, ASecondSeekOfAnEarlierFileNeverReachesTheNext)
 {
     player.fraction = 0.5f;

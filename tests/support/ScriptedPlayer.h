@@ -46,6 +46,8 @@ public:
     platform::MediaTime remainingTime() const override;
     float rate() const override { return speed; }
     void setRate(float rate) override { speed = rate; }
+    bool seeking = false;
+    bool isSeeking() const override { return seeking; }
     void jumpForward(int seconds) override { calls.push_back("jumpForward " + std::to_string(seconds)); }
     bool hasVideoOut() const override { return size.width > 0; }
     platform::VideoSize videoSize() const override { return size; }
