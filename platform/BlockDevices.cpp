@@ -164,6 +164,7 @@ std::vector<VolumeDescription> describedVolumes(const BlockDevices& devices)
         volume.whole = block.table.empty();
         volume.label = block.label;
         volume.mediaPath = block.object;
+        volume.uuid = block.uuid;
         if (const Drive* drive = devices.driveOf(block)) {
             const bool isCard = isFlashCard(*drive, block) && !isBuiltIn(devices, block);
             volume.removable = (drive->mediaRemovable || isCard) && !holdsSystem(devices, block.device);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +27,14 @@ struct VolumeDescription {
     std::string label;
     /// The same for the same medium as long as it is plugged in; an identity only.
     std::string mediaPath;
+    /// Of the file system: the same wherever it is mounted and whatever its label. Empty when there is none.
+    std::string uuid = {};
+};
+
+/// Reports until it is destroyed.
+class MountWatch {
+public:
+    virtual ~MountWatch() = default;
 };
 
 /// The system's list of mounted volumes. Callable from any thread; a call may take as long as its time limit.
@@ -38,6 +48,10 @@ public:
 
     /// Changes the label of the volume that is mounted there. Empty on success, otherwise why not.
     virtual std::string setVolumeName(const std::string& mountPath, const std::string& name) = 0;
+
+    /// Calls `changed` on the main thread whenever a volume may have been mounted, unmounted or moved,
+    /// perhaps several times for one change. Main thread only. Null when the system does not tell.
+    [[nodiscard]] virtual std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) = 0;
 };
 
 } // namespace platform

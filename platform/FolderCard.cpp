@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -47,6 +48,11 @@ std::string FolderCard::setVolumeName(const std::string& mountPath, const std::s
     if (mountPath == path || !others)
         return mountPath + " is a folder, not a volume";
     return others->setVolumeName(mountPath, name);
+}
+
+std::unique_ptr<MountWatch> FolderCard::watchMounts(std::function<void()> changed)
+{
+    return others ? others->watchMounts(std::move(changed)) : nullptr;
 }
 
 } // namespace platform

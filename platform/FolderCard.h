@@ -20,6 +20,7 @@ public:
     std::vector<VolumeDescription> mountedVolumes() override;
     /// A folder keeps its name.
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
+    std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) override;
 
 private:
     std::string path;

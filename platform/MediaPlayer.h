@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -33,6 +34,8 @@ public:
 
     /// The file's path; nothing for a media without a location.
     const std::optional<std::string>& url() const { return location; }
+    /// The file is at another path now; a player that has it open goes on.
+    void moveTo(std::string path) { location = std::move(path); }
     /// Null until a player has opened the file.
     MediaTime length() const { return duration; }
     void setLength(MediaTime length) { duration = length; }

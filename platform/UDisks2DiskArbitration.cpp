@@ -1,11 +1,12 @@
 #include "platform/UDisks2DiskArbitration.h"
 
 #include "common/Log.h"
+#include "platform/UDisks2Bus.h"
+#include "platform/UDisks2MountWatch.h"
 #include "platform/UDisks2Objects.h"
 
 #include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include <QDBusError>
 
 #include <algorithm>
 #include <future>
@@ -19,51 +20,15 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr const char* service = "org.freedesktop.UDisks2";
 constexpr const char* filesystem = "org.freedesktop.UDisks2.Filesystem";
 
-/// A connection that nobody else uses, so that any thread may ask.
-class Bus {
-public:
-    explicit Bus(const std::string& address)
-        : name(QStringLiteral("zavik-volumes-%1").arg(++count)),
-          connection(address.empty() ? QDBusConnection::connectToBus(QDBusConnection::SystemBus, name)
-                                     : QDBusConnection::connectToBus(QString::fromStdString(address), name))
-    {
-    }
-    ~Bus() { QDBusConnection::disconnectFromBus(name); }
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-
-    bool isConnected() const { return connection.isConnected(); }
-    std::string trouble() const
-    {
-        const std::string reason = connection.lastError().message().toStdString();
-        return "no system bus" + (reason.empty() ? reason : ": " + reason);
-    }
-
-    QDBusMessage call(const std::string& path, const char* interface, const char* method,
-        const QVariantList& arguments, std::chrono::milliseconds limit) const
-    {
-        QDBusMessage message = QDBusMessage::createMethodCall(QLatin1String(service),
-            QString::fromStdString(path), QLatin1String(interface), QLatin1String(method));
-        message.setArguments(arguments);
-        return connection.call(message, QDBus::Block, int(limit.count()));
-    }
-
-private:
-    static inline std::atomic<unsigned> count;
-    QString name;
-    QDBusConnection connection;
-};
-
 /// Nothing when the bus takes the connection but says nothing before the limit. Qt itself would wait on.
-std::shared_ptr<Bus> openBus(const std::string& address, std::chrono::milliseconds limit)
+std::shared_ptr<UDisks2Bus> openBus(const std::string& address, std::chrono::milliseconds limit)
 {
-    std::promise<std::shared_ptr<Bus>> opened;
+    std::promise<std::shared_ptr<UDisks2Bus>> opened;
     auto bus = opened.get_future();
     std::thread([address, promise = std::move(opened)]() mutable {
-        promise.set_value(std::make_shared<Bus>(address));
+        promise.set_value(std::make_shared<UDisks2Bus>(address));
     }).detach();
     return bus.wait_for(limit) == std::future_status::ready ? bus.get() : nullptr;
 }
@@ -165,6 +130,11 @@ std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, 
     if (const std::string unmounted = act("Mount", {}); !unmounted.empty())
         trouble += (trouble.empty() ? "" : "; ") + unmounted;
     return trouble;
+}
+
+std::unique_ptr<MountWatch> UDisks2DiskArbitration::watchMounts(std::function<void()> changed)
+{
+    return std::make_unique<UDisks2MountWatch>(surroundings.busAddress, std::move(changed));
 }
 
 } // namespace platform

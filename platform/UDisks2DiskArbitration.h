@@ -36,6 +36,7 @@ public:
     /// memory. Refused for what is not removable or is in use. After a failure the volume is mounted again
     /// where that is possible.
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
+    std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) override;
 
 private:
     void report(const std::string& trouble);

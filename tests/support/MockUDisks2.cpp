@@ -7,6 +7,8 @@
 #include <QDBusVirtualObject>
 #include <QThread>
 
+#include <algorithm>
+
 namespace {
 
 using Interfaces = QMap<QString, QVariantMap>;
@@ -40,11 +42,10 @@ QDBusObjectPath drivePath(const std::string& device)
 Interfaces emptyBlock(const std::string& device)
 {
     return {{prefix + "Block",
-        {{"Device", bytes("/dev/" + device)}, {"PreferredDevice", bytes("/dev/" + device)},
-            {"DeviceNumber", qulonglong(0)}, {"Id", QString()}, {"IdLabel", QString()}, {"IdType", QString()},
-            {"IdUsage", QString()}, {"IdUUID", QString()}, {"Size", qulonglong(0)}, {"ReadOnly", false},
-            {"HintSystem", false}, {"HintIgnore", false}, {"Drive", object("/")}, {"MDRaid", object("/")},
-            {"MDRaidMember", object("/")}, {"CryptoBackingDevice", object("/")}}}};
+        {{"Device", bytes("/dev/" + device)}, {"IdLabel", QString()}, {"IdType", QString()},
+            {"IdUUID", QString()}, {"Size", qulonglong(0)}, {"ReadOnly", false}, {"HintSystem", false},
+            {"Drive", object("/")}, {"MDRaid", object("/")}, {"MDRaidMember", object("/")},
+            {"CryptoBackingDevice", object("/")}}}};
 }
 
 } // namespace
@@ -57,7 +58,6 @@ public:
         qDBusRegisterMetaType<QByteArrayList>();
         qDBusRegisterMetaType<Interfaces>();
         qDBusRegisterMetaType<Objects>();
-        objects[QDBusObjectPath(root + "/Manager")] = {{prefix + "Manager", {{"Version", "2.9.4"}}}};
         thread.start();
         QDBusConnection connection = QDBusConnection::connectToBus(address, name);
         connection.registerVirtualObject(root, this, QDBusConnection::SubPath);
@@ -76,15 +76,17 @@ public:
 
     mutable std::mutex mutex;
     Objects objects;
-    std::map<std::string, QByteArrayList> lastMountPoints;
+    std::map<std::string, QString> mountFolders; // where a device is mounted by its label
     QMap<QString, Answer> answers;
     QStringList calls;
-    std::function<QString(const QString&, const std::string&)> action;
+
+    /// Mounts a device, or unmounts it, and tells everybody.
+    void setMountPoints(const std::string& device, const QStringList& paths);
 
 private:
     QDBusMessage reply(const QDBusMessage& message);
     QDBusMessage filesystemReply(const QDBusMessage& message);
-    QDBusMessage propertiesReply(const QDBusMessage& message);
+    QString newMountPoint(const std::string& device) const;
 
     QString name;
     QThread thread;
@@ -112,57 +114,62 @@ QDBusMessage MockUDisks2::Service::reply(const QDBusMessage& message)
     }
     if (message.interface() == prefix + "Filesystem")
         return filesystemReply(message);
-    if (message.interface() == "org.freedesktop.DBus.Properties")
-        return propertiesReply(message);
     return message.createErrorReply(QDBusError::UnknownMethod, message.member());
-}
-
-QDBusMessage MockUDisks2::Service::propertiesReply(const QDBusMessage& message)
-{
-    const std::lock_guard lock(mutex);
-    const QString interface = message.arguments().value(0).toString();
-    const QVariantMap properties = objects.value(QDBusObjectPath(message.path())).value(interface);
-    if (message.member() == "GetAll")
-        return message.createReply(properties);
-    const QVariant value = properties.value(message.arguments().value(1).toString());
-    if (!value.isValid())
-        return message.createErrorReply(QDBusError::UnknownProperty, "no such property");
-    return message.createReply(QVariant::fromValue(QDBusVariant(value)));
 }
 
 QDBusMessage MockUDisks2::Service::filesystemReply(const QDBusMessage& message)
 {
     const QString method = message.member();
     const std::string device = message.path().section('/', -1).toStdString();
-    std::function<QString(const QString&, const std::string&)> before;
-    {
-        const std::lock_guard lock(mutex);
-        const QString label =
-            method == "SetLabel" ? ' ' + message.arguments().value(0).toString() : QString();
-        calls << method + ' ' + QString::fromStdString(device) + label;
-        if (!objects.contains(QDBusObjectPath(message.path())))
-            return message.createErrorReply(QDBusError::UnknownObject, "no such object");
-        before = method == "SetLabel" ? nullptr : action;
-    }
-    if (const QString trouble = before ? before(method, device) : QString(); !trouble.isEmpty())
-        return message.createErrorReply(prefix + "Error.Failed", trouble);
-
     const std::lock_guard lock(mutex);
+    calls << method + ' ' + QString::fromStdString(device)
+            + (method == "SetLabel" ? ' ' + message.arguments().value(0).toString() : QString());
     Interfaces& block = objects[QDBusObjectPath(message.path())];
-    QVariant& mountPoints = block[prefix + "Filesystem"]["MountPoints"];
+    const bool isMounted = !block[prefix + "Filesystem"]["MountPoints"].value<QByteArrayList>().isEmpty();
     if (method == "SetLabel") {
         block[prefix + "Block"]["IdLabel"] = message.arguments().value(0);
-    } else if (method == "Unmount" && mountPoints.value<QByteArrayList>().isEmpty()) {
-        return message.createErrorReply(prefix + "Error.NotMounted", "not mounted");
+    } else if (isMounted != (method == "Unmount")) {
+        return message.createErrorReply(prefix + "Error.Failed", method + " at the wrong time");
     } else if (method == "Unmount") {
-        lastMountPoints[device] = mountPoints.value<QByteArrayList>();
-        mountPoints = QVariant::fromValue(QByteArrayList());
-    } else if (method == "Mount") {
-        const QByteArrayList paths = lastMountPoints[device];
-        mountPoints = QVariant::fromValue(paths);
-        return message.createReply(QString::fromUtf8(paths.value(0).constData()));
+        setMountPoints(device, {});
+    } else {
+        setMountPoints(device, {newMountPoint(device)});
     }
     return message.createReply();
+}
+
+/// Named after the label, or after the UUID without one; with a number when that is taken.
+QString MockUDisks2::Service::newMountPoint(const std::string& device) const
+{
+    const QVariantMap block = objects.value(objectOf(device)).value(prefix + "Block");
+    const QString label = block["IdLabel"].toString();
+    const QString path =
+        mountFolders.at(device) + '/' + (label.isEmpty() ? block["IdUUID"].toString() : label);
+    const auto isTaken = [&](const QString& wanted) {
+        return std::ranges::any_of(objects, [&](const Interfaces& other) {
+            return other[prefix + "Filesystem"]["MountPoints"].value<QByteArrayList>().contains(
+                bytes(wanted.toStdString()));
+        });
+    };
+    QString free = path;
+    for (int number = 1; isTaken(free); ++number)
+        free = path + QString::number(number);
+    return free;
+}
+
+void MockUDisks2::Service::setMountPoints(const std::string& device, const QStringList& paths)
+{
+    QByteArrayList list;
+    for (const QString& path : paths)
+        list << bytes(path.toStdString());
+    if (!paths.isEmpty())
+        mountFolders[device] = paths.front().section('/', 0, -2);
+    const QVariant value = QVariant::fromValue(list);
+    objects[objectOf(device)][prefix + "Filesystem"]["MountPoints"] = value;
+    QDBusMessage signal = QDBusMessage::createSignal(
+        objectOf(device).path(), "org.freedesktop.DBus.Properties", "PropertiesChanged");
+    signal << prefix + "Filesystem" << QVariantMap{{"MountPoints", value}} << QStringList();
+    QDBusConnection(name).send(signal);
 }
 
 MockUDisks2::MockUDisks2()
@@ -203,9 +210,8 @@ void MockUDisks2::add(const Card& card)
         set(device, "Block", "Drive", QVariant::fromValue(drivePath(device)));
         set(device, "Block", "Size", qulonglong(card.size));
     }
-    set(card.device, "Block", "DeviceNumber", qulonglong(card.deviceNumber));
     set(card.device, "Block", "IdLabel", QString::fromStdString(card.label));
-    set(card.device, "Block", "IdUsage", "filesystem");
+    set(card.device, "Block", "IdUUID", QString::fromStdString(card.uuid));
     set(card.device, "Block", "IdType", "vfat");
     setMountPoints(card.device,
         card.mountPath.empty() ? QStringList() : QStringList(QString::fromStdString(card.mountPath)));
@@ -227,21 +233,10 @@ void MockUDisks2::set(
     service->objects[path][prefix + interface][property] = std::move(value);
 }
 
-QVariant MockUDisks2::get(const std::string& device, const QString& interface, const QString& property) const
-{
-    const std::lock_guard lock(service->mutex);
-    const QDBusObjectPath path = interface == "Drive" ? drivePath(device) : objectOf(device);
-    return service->objects.value(path).value(prefix + interface).value(property);
-}
-
 void MockUDisks2::setMountPoints(const std::string& device, const QStringList& paths)
 {
-    QByteArrayList list;
-    for (const QString& path : paths)
-        list << bytes(path.toStdString());
-    set(device, "Filesystem", "MountPoints", QVariant::fromValue(list));
     const std::lock_guard lock(service->mutex);
-    service->lastMountPoints[device] = list;
+    service->setMountPoints(device, paths);
 }
 
 void MockUDisks2::answer(const QString& method, Answer kind)
@@ -254,10 +249,4 @@ QStringList MockUDisks2::calls() const
 {
     const std::lock_guard lock(service->mutex);
     return service->calls;
-}
-
-void MockUDisks2::onAction(std::function<QString(const QString&, const std::string&)> action)
-{
-    const std::lock_guard lock(service->mutex);
-    service->action = std::move(action);
 }

@@ -7,16 +7,14 @@
 #include <QStringList>
 #include <QVariantMap>
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 
-/// UDisks2 as far as the program uses it, on a private bus. It answers from a thread of its own, so that a
-/// test may wait for an answer; every member may be called at any time.
-///
-/// For another process: run it with DBUS_SYSTEM_BUS_ADDRESS set to `busAddress()`.
+/// UDisks2 as far as the program uses it, on a private bus: a volume is mounted at its label, so that a new
+/// label moves it at the next mount, and every change of its mounts is told. It answers from a thread of its
+/// own, so that a test may wait for an answer; every member may be called at any time.
 class MockUDisks2 {
 public:
     /// What lies in one drive. A device whose name ends in "1" (and in "p1" for "mmcblk0p1") is the first
@@ -31,7 +29,7 @@ public:
         std::string vendor = "Generic";
         std::string model = "Card Reader";
         QStringList media = {};
-        uint64_t deviceNumber = 0; // dev_t, for UDisks2's own tools
+        std::string uuid = "5A41-5649";
     };
     enum class Answer { right, failure, none };
 
@@ -49,7 +47,6 @@ public:
     /// Interfaces without the prefix: "Block", "Partition", "Filesystem", "Swapspace"; of the device, or of
     /// its drive when the interface is "Drive".
     void set(const std::string& device, const QString& interface, const QString& property, QVariant value);
-    QVariant get(const std::string& device, const QString& interface, const QString& property) const;
     void setMountPoints(const std::string& device, const QStringList& paths);
     static QDBusObjectPath objectOf(const std::string& device);
 
@@ -57,10 +54,6 @@ public:
     void answer(const QString& method, Answer kind);
     /// "Unmount sdb1", "SetLabel sdb1 ZAVIK", "Mount sdb1", in the order of the calls.
     QStringList calls() const;
-
-    /// Called before Mount and Unmount of a device, on the service's thread; a text is the error that is
-    /// answered. Where to it is mounted stays as `setMountPoints` or the last mount said.
-    void onAction(std::function<QString(const QString& method, const std::string& device)> action);
 
 private:
     class Service;

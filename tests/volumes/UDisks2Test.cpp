@@ -4,6 +4,8 @@
 #include "tests/support/TempFolder.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -130,12 +132,36 @@ TEST_F(UDisks2Test, AContainerOnACardThatHoldsAHomeIsTheSystems)
     EXPECT_EQ(isRemovable("sdb1"), true);
 }
 
-TEST_F(UDisks2Test, NamesACardWhileItIsUnmounted)
+TEST_F(UDisks2Test, ACardThatIsNamedMovesAndThatIsTold)
 {
-    service.add({.label = "MUSIC"});
-    EXPECT_EQ(volumes()->setVolumeName("/run/media/driver/ZAVIK", "ZAVIK"), "");
+    service.add({.label = "MUSIC", .mountPath = "/run/media/driver/MUSIC"});
+    service.add({.device = "sdc1", .uuid = "other"});
+    const VolumeDescription old = volumes()->mountedVolumes().at(0);
+    int told = 0;
+    QEventLoop loop;
+    bool isLate = false;
+    QTimer::singleShot(20s, &loop, [&] { isLate = true; });
+    const auto awaitMore = [&](int count) {
+        while (told < count && !isLate)
+            loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        return told >= count;
+    };
+    auto disks = volumes();
+    auto watch = disks->watchMounts([&] { ++told; });
+    EXPECT_TRUE(awaitMore(1)) << "what changed before it listened";
+    EXPECT_EQ(disks->setVolumeName("/run/media/driver/MUSIC", "ZAVIK"), "");
+    EXPECT_TRUE(awaitMore(3)) << "unmounted and mounted";
     EXPECT_THAT(service.calls(), ElementsAre("Unmount sdb1", "SetLabel sdb1 ZAVIK", "Mount sdb1"));
-    EXPECT_EQ(volumes()->mountedVolumes().at(0).label, "ZAVIK");
+    const VolumeDescription after = disks->mountedVolumes().at(0);
+    EXPECT_EQ(after.label, "ZAVIK");
+    EXPECT_EQ(after.mountPath, "/run/media/driver/ZAVIK1") << "the other card has the name";
+    EXPECT_EQ(after.mediaPath, old.mediaPath);
+    EXPECT_EQ(after.uuid, "5A41-5649");
+    watch.reset();
+    service.setMountPoints("sdb1", {});
+    disks->mountedVolumes(); // the answer comes after the signal
+    loop.processEvents();
+    EXPECT_EQ(told, 3);
 }
 
 TEST_F(UDisks2Test, TellsWhyACardKeepsItsName)
@@ -145,18 +171,20 @@ TEST_F(UDisks2Test, TellsWhyACardKeepsItsName)
     service.answer("SetLabel", MockUDisks2::Answer::failure);
     EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("SetLabel went wrong"));
     EXPECT_EQ(service.calls().back(), "Mount sdb1");
-    EXPECT_EQ(volumes()->mountedVolumes().size(), 1u) << "it is mounted again";
+    ASSERT_EQ(volumes()->mountedVolumes().size(), 1u) << "it is mounted again";
+    const std::string again = volumes()->mountedVolumes().front().mountPath;
+    EXPECT_EQ(again, "/run/media/driver/MUSIC");
 
     service.answer("Unmount", MockUDisks2::Answer::failure);
     const qsizetype asked = service.calls().size();
-    EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("Unmount went wrong"));
+    EXPECT_THAT(volumes()->setVolumeName(again, "ZAVIK"), HasSubstr("Unmount went wrong"));
     EXPECT_EQ(service.calls().size(), asked) << "nothing is written to a card in use";
 
     service.answer("Unmount", MockUDisks2::Answer::none);
-    EXPECT_NE(volumes(200ms)->setVolumeName(path, "ZAVIK"), "");
+    EXPECT_NE(volumes(200ms)->setVolumeName(again, "ZAVIK"), "");
     EXPECT_NE(volumes()->setVolumeName("/nowhere", "ZAVIK"), "");
     service.set("sdb1", "Block", "HintSystem", true);
-    EXPECT_THAT(volumes()->setVolumeName(path, "ZAVIK"), HasSubstr("not removable"));
+    EXPECT_THAT(volumes()->setVolumeName(again, "ZAVIK"), HasSubstr("not removable"));
 }
 
 TEST_F(UDisks2Test, AServiceThatHangsIsWaitedForOnce)

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <atomic>
+#include <chrono>
+#include <string>
+
+namespace platform {
+
+/// A connection to the system bus, or to the bus at an address, that nobody else uses, so that any thread may
+/// ask. Making it waits for as long as the bus says nothing.
+class UDisks2Bus {
+public:
+    static constexpr const char* service = "org.freedesktop.UDisks2";
+
+    explicit UDisks2Bus(const std::string& address);
+    ~UDisks2Bus() { QDBusConnection::disconnectFromBus(name); }
+    UDisks2Bus(const UDisks2Bus&) = delete;
+    UDisks2Bus& operator=(const UDisks2Bus&) = delete;
+
+    bool isConnected() const { return connection.isConnected(); }
+    /// Why it is not connected.
+    std::string trouble() const;
+
+    QDBusMessage call(const std::string& path, const char* interface, const char* method,
+        const QVariantList& arguments, std::chrono::milliseconds limit) const;
+    /// Calls the slot, in the receiver's thread, after UDisks2 has told of a file system that came, went or
+    /// is mounted elsewhere.
+    void tellOfMounts(QObject& receiver, const char* slot);
+
+private:
+    static inline std::atomic<unsigned> count;
+    QString name;
+    QDBusConnection connection;
+};
+
+} // namespace platform
