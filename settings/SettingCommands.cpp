@@ -64,6 +64,9 @@ void ZVKSettingController::connectControls()
 
 void ZVKSettingController::onSave()
 {
+    // The card has no settings now: they would go to another card, or be overwritten by the ones from before.
+    if (isFormatting())
+        return onFormat();
     if (reading || refusesInput())
         return;
     populate();

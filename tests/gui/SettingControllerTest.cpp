@@ -6,7 +6,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QPushButton>
 #include <gmock/gmock.h>
 
@@ -347,6 +347,27 @@ TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
     window->onCloseCmd();
     EXPECT_FALSE(window->window().isVisible());
     EXPECT_EQ(contents(card.path("config.bin")), bytesOf(recordWith(5)));
+}
+
+TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
+{
+    const TempFolder other;
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    open();
+    insertCard(other);
+    window->onFormat();
+    desk.dispatcher.runAll();
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+        if (auto* const press = top->findChild<QPushButton*>("formatButton"))
+            press->click();
+    }
+    ASSERT_TRUE(window->isFormatting());
+    fs::remove(card.path("config.bin"));
+    save(7);
+    EXPECT_FALSE(fs::exists(other.path("config.bin")));
+    desk.dispatcher.runAll();
+    EXPECT_FALSE(window->isFormatting());
 }
 
 TEST_F(SettingWindow, TellsWhenThereIsNoDiskUtility)
