@@ -24,10 +24,12 @@ protected:
         if (!LoopDevice::isAvailable())
             GTEST_SKIP() << "loop devices need root: formatting from the window was not tested";
         program("pkexec", "exec \"$@\"\n");
+        // A lock that the process of a FUSE file system holds until it has written everything back and ended.
         program("udisksctl",
-            "case $1 in unmount) umount " + mountPoint + " 2>/dev/null || fusermount -u " + mountPoint
-                + ";;\nmount) mkdir -p " + mountPoint + "; mount -t vfat $3 " + mountPoint
-                + " 2>/dev/null || fusefat -o rw+ $3 " + mountPoint + " >/dev/null 2>&1;;\nesac\n");
+            "case $1 in unmount) { umount " + mountPoint + " 2>/dev/null || fusermount -u " + mountPoint
+                + "; } && flock " + lock + " true;;\nmount) mkdir -p " + mountPoint + "; exec 9>" + lock
+                + "; flock 9; mount -t vfat $3 " + mountPoint + " 2>/dev/null || fusefat -o rw+ $3 "
+                + mountPoint + " >/dev/null 2>&1;;\nesac\n");
         setenv("PATH", (folder.path() + ":" + path).c_str(), 1);
     }
     ~FormatLoopDevice() override
@@ -57,6 +59,7 @@ protected:
     const std::string path = getenv("PATH");
     TempFolder folder;
     const std::string mountPoint = folder.path("mounted");
+    const std::string lock = folder.path("mounted.lock");
     platform::QtScriptRunner runner{ZAVIK_LOOP_FORMAT_HELPER};
     TestPlatform desktop;
     platform::Platform pieces{desktop.dispatcher, desktop.panels, desktop.alerts, desktop.defaults,
