@@ -54,6 +54,8 @@ void ZVKAppDelegate::awakeFromNib()
     layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
     player1 = desktop.makePlayer(*video1View);
     mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
+    folderFollower = std::make_unique<PathFollower>(desktop.dispatcher, desktop.disks,
+        [this](const std::string& from, const std::string& to) { folderMoved(from, to); });
     if (desktop.makeWebView) {
         mapWebView = desktop.makeWebView(*outlets->mapContainerTopView);
         mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
@@ -261,6 +263,7 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
     scanning = true;
     mediaList->setDirectoryPath(path);
     mediaTable->reload();
+    folderFollower->follow(path);
     showListState();
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/CustomWindow.h"
 #include "app/ZVKPlayInfo.h"
+#include "cardtools/PathFollower.h"
 #include "common/WindowController.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Platform.h"
@@ -52,6 +53,7 @@ public:
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
     void setDisplayMile(uint32_t value) override;
+    bool isInUse(const std::string& mountPath) const override;
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel();
@@ -118,6 +120,7 @@ private:
     void releaseHiddenFocus();
     bool isFormatting();
     void readDisplayMile();
+    void folderMoved(const std::string& from, const std::string& to);
     void showSpeedsInMiles(bool isMile);
     void loadMapPage();
     void windowWillClose();
@@ -200,6 +203,7 @@ private:
     std::unique_ptr<Layouts> layouts;
 
     std::unique_ptr<ZVKMediaList> mediaList;
+    std::unique_ptr<PathFollower> folderFollower; // of the list's folder
     ZVKPlayInfo playInfo;
     platform::VideoView* video1View = nullptr;
     std::unique_ptr<platform::MediaPlayer> player1;

@@ -69,6 +69,16 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
         });
 }
 
+void ZVKMediaList::movedTo(const std::string& path)
+{
+    const std::string from = standardizedPath(directory.value_or("")) + "/";
+    directory = path;
+    for (ZVKMedia& media : medias) {
+        if (media.path().starts_with(from))
+            media = ZVKMedia::mediaWithPath(path + "/" + media.path().substr(from.size()));
+    }
+}
+
 void ZVKMediaList::replaceMedias(std::vector<ZVKMedia> scanned, bool isWhole)
 {
     medias = std::move(scanned);

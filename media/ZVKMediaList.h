@@ -45,6 +45,9 @@ public:
     /// As it was set.
     const std::optional<std::string>& directoryPath() const { return directory; }
 
+    /// The folder is at another path now, and the entries with it, in one step; nobody is told.
+    void movedTo(const std::string& path);
+
     /// Not owned; null for none.
     void setDelegate(ZVKMediaListDelegate* listener) { delegate = listener; }
 

@@ -4,6 +4,7 @@
 #include "common/Log.h"
 #include "platform/ReplaceFile.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -77,30 +78,43 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
         logLine("no removable devices");
         return {};
     }
-    auto disk = preferredUSBDisk(disks);
+    const auto disk = preferredUSBDisk(disks);
     if (!disk)
         return {};
     std::error_code error;
     if (fs::file_size(settingsPathOn(*disk), error) != sizeof(_FILEDATA) || error)
         return {};
-    if (disk->volumeName != cardName) {
-        const std::string failure = disks.setVolumeName(disk->mountedURL, cardName);
-        if (!failure.empty())
-            logFormat("error=%s", failure.c_str());
-        else if (disk = preferredUSBDisk(disks); !disk)
-            return {};
-    }
     return {settingsPathOn(*disk), disk};
 }
 
-std::optional<std::string> settingsPathToWrite(
-    const std::optional<TKUSBDiskEntity>& selectedUSBDisk, platform::DiskArbitration& disks)
+bool isNamedAsCard(const CardSettings& card)
 {
-    if (selectedUSBDisk && isThere(settingsPathOn(*selectedUSBDisk)))
-        return settingsPathOn(*selectedUSBDisk);
-    if (const auto disk = preferredUSBDisk(disks))
-        return settingsPathOn(*disk);
-    return {};
+    return !card.disk || card.disk->volumeName == cardName;
+}
+
+CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks)
+{
+    const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardName);
+    if (failure.empty())
+        return findUSBVolume(disks);
+    logFormat("error=%s", failure.c_str());
+    return card;
+}
+
+std::optional<std::string> settingsPathToWrite(CardSettings& card, platform::DiskArbitration& disks)
+{
+    if (card.disk && isThere(settingsPathOn(*card.disk)))
+        return settingsPathOn(*card.disk);
+    const std::vector<TKUSBDiskEntity> present = usbDiskEntities(disks);
+    const auto isTheCard = [&](const TKUSBDiskEntity& disk) {
+        return card.disk && disk.key == card.disk->key;
+    };
+    auto disk = preferredUSBDisk(present);
+    if (const auto same = std::ranges::find_if(present, isTheCard); same != present.end()) {
+        disk = *same;
+        card = {card.path.empty() ? std::string() : settingsPathOn(*same), disk};
+    }
+    return disk ? std::optional(settingsPathOn(*disk)) : std::nullopt;
 }
 
 SaveResult saveFileDataKeeping(

@@ -15,14 +15,19 @@ struct CardSettings {
     std::optional<TKUSBDiskEntity> disk;
 };
 
-/// The preferred card, when its config.bin has a record's size. A card of another name is named "ZAVIK"; when
-/// that fails the reason is logged and the card is used all the same.
+/// The preferred card, when its config.bin has a record's size.
 CardSettings findUSBVolume(platform::DiskArbitration& disks);
 
-/// The config.bin to write: the one of the card that was selected while it is still there, otherwise that of
-/// the preferred card, there or not. Nothing without a card.
-std::optional<std::string> settingsPathToWrite(
-    const std::optional<TKUSBDiskEntity>& selectedUSBDisk, platform::DiskArbitration& disks);
+/// Whether there is no card, or it has the camera's name for it, "ZAVIK".
+bool isNamedAsCard(const CardSettings& card);
+/// Names the card that was found "ZAVIK", for which it is unmounted: nothing on it may be in use. Where it is
+/// then; when it cannot be named the reason is logged and the card is as it was.
+CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks);
+
+/// The config.bin to write: the one of the card that was found while it is still there, also when it is
+/// mounted elsewhere by now (then `card` tells where), otherwise that of the preferred card, there or not.
+/// Nothing without a card.
+std::optional<std::string> settingsPathToWrite(CardSettings& card, platform::DiskArbitration& disks);
 
 struct SaveResult {
     std::optional<std::string> failure; // as saveFileData's; nothing on success
@@ -35,5 +40,5 @@ struct SaveResult {
 [[nodiscard]] SaveResult saveFileDataKeeping(
     const _FILEDATA& record, const std::string& path, const std::optional<_FILEDATA>& known);
 
-/// What speed_disp_unit of the card's settings says, or of the defaults when no card holds any.
+/// What speed_disp_unit of the card's settings says, or of the defaults when no card holds any. Only reads.
 bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean);

@@ -71,7 +71,9 @@ void ZVKSettingController::onSave()
         return;
     populate();
     finishFileData(m_FileData);
-    if (const auto path = settingsPathToWrite(selectedUSBDisk, desktop.disks)) {
+    CardSettings card{m_SettingFilePath, selectedUSBDisk};
+    if (const auto path = settingsPathToWrite(card, desktop.disks)) {
+        showCard(card);
         // What was read from another file is not what this one held.
         const bool wasRead = *path == m_SettingFilePath;
         tellSaved(*path, saveFileDataKeeping(m_FileData, *path, wasRead ? fileDataRead : std::nullopt));

@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace {
@@ -39,7 +40,9 @@ ZVKSettingController::ZVKSettingController(
     : desktop(layer),
       language(std::move(interfaceLanguage)),
       tabs(std::move(pages)),
-      m_bKorean(language == "ko")
+      m_bKorean(language == "ko"),
+      cardFollower(desktop.dispatcher, desktop.disks,
+          [this](const std::string&, const std::string& path) { cardMoved(path); })
 {
     initFileDataForRegion(m_FileData, m_bKorean);
 }
@@ -125,11 +128,40 @@ void ZVKSettingController::loadSettingFile()
     });
 }
 
-void ZVKSettingController::cardFound(CardSettings found)
+/// A card is named before it is read, unless it is in use.
+void ZVKSettingController::cardFound(const CardSettings& found)
 {
-    m_SettingFilePath = std::move(found.path);
-    selectedUSBDisk = std::move(found.disk);
+    if (isNamedAsCard(found) || (delegate && delegate->isInUse(found.disk->mountedURL))) {
+        readCard(found);
+        return;
+    }
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, found, life = std::weak_ptr(alive)] {
+        dispatcher.onMain([this, life, named = nameAsCard(found, disks)] {
+            if (!life.expired())
+                readCard(named);
+        });
+    });
+}
+
+void ZVKSettingController::showCard(const CardSettings& card)
+{
+    m_SettingFilePath = card.path;
+    selectedUSBDisk = card.disk;
     showTitle();
+}
+
+void ZVKSettingController::cardMoved(const std::string& path)
+{
+    CardSettings card{path, selectedUSBDisk};
+    card.disk->mountedURL = std::filesystem::path(path).parent_path().native();
+    showCard(card);
+}
+
+void ZVKSettingController::readCard(const CardSettings& card)
+{
+    showCard(card);
+    cardFollower.follow(m_SettingFilePath);
     if (m_SettingFilePath.empty()) {
         setReading(false);
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cardtools/PathFollower.h"
 #include "common/WindowController.h"
 #include "settings/CardSettings.h"
 #include "settings/SettingPages.h"
@@ -15,19 +16,22 @@ namespace Ui {
 class ZVKSettingController;
 }
 
-/// Whom the settings window tells about the unit of speed.
+/// Whom the settings window tells about the unit of speed and asks about its card.
 class viewControllerForZVKSettingDelegate {
 public:
     virtual ~viewControllerForZVKSettingDelegate() = default;
 
     /// The speed_disp_unit that was saved.
     virtual void setDisplayMile(uint32_t value) = 0;
+    /// Whether something of the volume that is mounted there is open: it must not be unmounted.
+    virtual bool isInUse(const std::string&) const { return false; }
 };
 
 /// The window in which the user edits the camera's settings: one page at a time under a row of tabs, and the
 /// card tools. It holds the one live record, which begins with the defaults; the card is looked for and read
-/// in the background when the window opens, and what was read is shown in one step. Until then nothing can be
-/// edited or saved. Closing the window drops what was not saved. Main thread only.
+/// in the background when the window opens, and what was read is shown in one step. A card that nobody uses
+/// gets the camera's name then. When the card moves to another path, the window saves there. Until then
+/// nothing can be edited or saved. Closing the window drops what was not saved. Main thread only.
 class ZVKSettingController final : public WindowController, public SettingPageHost {
 public:
     /// `language` as the main controller's: "ko" chooses the Korean defaults.
@@ -64,7 +68,10 @@ private:
     void centre();
     void onInitDIalog();
     void loadSettingFile();
-    void cardFound(CardSettings found);
+    void cardFound(const CardSettings& found);
+    void showCard(const CardSettings& card);
+    void cardMoved(const std::string& path);
+    void readCard(const CardSettings& card);
     void settingsRead(const std::optional<_FILEDATA>& record);
     void setReading(bool isReading);
     void showTitle();
@@ -99,5 +106,6 @@ private:
     SettingPage* driveInfoController = nullptr;
     std::unique_ptr<ZVKFormatWindowController> lastDialogController;
     viewControllerForZVKSettingDelegate* delegate = nullptr;
+    PathFollower cardFollower; // of config.bin
     std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };

@@ -80,6 +80,7 @@ TEST_F(CliVolumesTest, TellsNoCardFromASystemThatCannotSay)
             return {};
         }
         std::string setVolumeName(const std::string&, const std::string&) override { return {}; }
+        std::unique_ptr<platform::MountWatch> watchMounts(std::function<void()>) override { return {}; }
     };
     cli::setVolumesSource([] { return std::make_unique<Silent>(); });
     const Outcome silent = zavikctl({"volumes"});

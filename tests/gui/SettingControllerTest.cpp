@@ -22,7 +22,9 @@ using ::testing::IsEmpty;
 
 struct UnitReceiver final : viewControllerForZVKSettingDelegate {
     std::vector<uint32_t> units;
+    std::string busyPath;
     void setDisplayMile(uint32_t value) override { units.push_back(value); }
+    bool isInUse(const std::string& mountPath) const override { return mountPath == busyPath; }
 };
 
 std::string bytesOf(const _FILEDATA& record)
@@ -184,18 +186,54 @@ TEST_F(SettingWindow, AFileOfAnotherSizeIsIgnored)
     }
 }
 
-TEST_F(SettingWindow, ACardOfAnotherNameIsNamed)
+TEST_F(SettingWindow, ACardOfAnotherNameIsNamedUnlessItIsInUse)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card, "블랙박스");
-    desk.disks.nameFailure = "busy";
-    open();
-    EXPECT_THAT(log, HasSubstr("error=busy"));
-    EXPECT_EQ(script.shown, 5);
-    desk.disks.nameFailure.clear();
-    open();
-    EXPECT_EQ(desk.disks.volumes[0].label, "ZAVIK");
-    EXPECT_EQ(script.shown, 5);
+    const std::string path = card.path("MUSIC");
+    fs::create_directory(path);
+    for (const char* const expected : {"in use", "busy", "named"}) {
+        SCOPED_TRACE(expected);
+        writeConfig(card, recordWith(5));
+        fs::rename(card.path("config.bin"), path + "/config.bin");
+        desk.disks.volumes = {TestDiskArbitration::card(path, "MUSIC")};
+        desk.disks.nameFailure = expected == std::string("busy") ? expected : "";
+        receiver.busyPath = expected == std::string("in use") ? path : "";
+        log.clear();
+        open();
+        EXPECT_EQ(script.shown, 5);
+        EXPECT_EQ(log.find("error=busy") != std::string::npos, expected == std::string("busy"));
+        const bool isNamed = expected == std::string("named");
+        EXPECT_EQ(desk.disks.volumes[0].label, isNamed ? "ZAVIK" : "MUSIC");
+        save(7);
+        EXPECT_EQ(zoneIn((isNamed ? card.path("ZAVIK") : path) + "/config.bin"), 7);
+    }
+}
+
+TEST_F(SettingWindow, SavesToItsCardWhereThatIsMountedNow)
+{
+    const TempFolder other;
+    for (const bool isTold : {true, false}) {
+        SCOPED_TRACE(isTold);
+        fs::create_directories(card.path("old"));
+        writeConfig(card, recordWith(5));
+        fs::rename(card.path("config.bin"), card.path("old/config.bin"));
+        writeConfig(other, recordWith(9));
+        desk.disks.volumes = {TestDiskArbitration::card(card.path("old"))};
+        open();
+        insertCard(other);
+        std::swap(desk.disks.volumes[0], desk.disks.volumes[1]);
+        desk.disks.volumes[0].mediaPath = "usb-2";
+        desk.disks.move(desk.disks.volumes[1], card.path("new"));
+        if (isTold) {
+            desk.dispatcher.runAll();
+            EXPECT_THAT(window->window().windowTitle().toStdString(), HasSubstr(card.path("new/config.bin")));
+        }
+        save(7);
+        EXPECT_EQ(zoneIn(card.path("new/config.bin")), 7);
+        EXPECT_EQ(zoneIn(other.path("config.bin")), 9);
+        EXPECT_FALSE(fs::exists(card.path("new/config.bin.bak"))) << "it holds what was read";
+        window.reset();
+        fs::remove_all(card.path("new"));
+    }
 }
 
 TEST_F(SettingWindow, SavesToTheCard)

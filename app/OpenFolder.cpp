@@ -1,0 +1,30 @@
+// The folder whose recordings are listed, on a volume that may move.
+
+#include "app/ZVKAppDelegate.h"
+
+#include "media/MediaPath.h"
+#include "ui_ZVKAppDelegate.h"
+
+bool ZVKAppDelegate::isInUse(const std::string& mountPath) const
+{
+    return folderFollower->mayLieOn(mountPath);
+}
+
+/// The list and its selection stay, and what plays goes on. What has not begun, or failed because its card
+/// was away, begins at the new path.
+void ZVKAppDelegate::folderMoved(const std::string& from, const std::string& to)
+{
+    const std::string before = standardizedPath(from) + "/";
+    mediaList->movedTo(to);
+    // What is read at the old path is not there.
+    if (scanning || !mediaList->isReadable())
+        mediaList->setDirectoryPath(to);
+    const auto media = player1->media();
+    if (!media || !media->url().value_or("").starts_with(before))
+        return;
+    media->moveTo(to + "/" + media->url()->substr(before.size()));
+    if (!waitingForPlayStart && outlets->videoStateLabel->text().isEmpty())
+        return;
+    player1->stop();
+    restartMedia();
+}

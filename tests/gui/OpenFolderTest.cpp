@@ -1,0 +1,119 @@
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+
+#include <QLabel>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using platform::PlayerState;
+
+namespace {
+
+/// Recordings and settings on a card that is mounted at its label, "MUSIC".
+class OpenFolder : public testing::Test {
+protected:
+    OpenFolder()
+    {
+        std::filesystem::create_directories(root.path("MUSIC/Movie"));
+        for (const char* name : {"MUSIC/Movie/alwa_20150321_142530_F.avi",
+                 "MUSIC/Movie/alwa_20150321_142600_F.avi", "MUSIC/Movie/alwa_20150321_142630_F.avi"})
+            root.file(name);
+        _FILEDATA record;
+        initFileData(record);
+        record.speed_disp_unit = 1;
+        root.file("MUSIC/config.bin", std::as_bytes(std::span(&record, 1)));
+        app.desk.disks.tellOfMounts(); // as the system does once it is listened to
+        app.desk.dispatcher.runAll();
+    }
+
+    void move()
+    {
+        app.desk.disks.move(app.desk.disks.volumes[0], root.path("MUSIC1"));
+        app.desk.dispatcher.runAll();
+    }
+    int selectedRow()
+    {
+        const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
+        return rows.size() == 1 ? rows.first().row() : -1;
+    }
+    QString failure() { return app.find<QLabel>("videoStateLabel").text(); }
+    std::string playersFile() { return app.player().current->url().value(); }
+    const std::string& label() { return app.desk.disks.volumes[0].label; }
+
+    TempFolder root;
+    AppDelegateProbe app{"en", {TestDiskArbitration::card(root.path("MUSIC"), "MUSIC")}};
+    const std::string firstMoved = root.path("MUSIC1/Movie/alwa_20150321_142530_F.avi");
+};
+
+TEST_F(OpenFolder, GoesAlongWhenItsVolumeMoves)
+{
+    app.open(root.path("MUSIC/Movie/"));
+    app.start(0);
+    app.find<QTableView>("mediaListTableView").selectRow(2);
+    const auto calls = app.player().calls;
+    move();
+    EXPECT_EQ(app.list().directoryPath(), root.path("MUSIC1/Movie"));
+    ASSERT_EQ(app.list().count(), 3);
+    EXPECT_EQ(app.list().mediaAtIndex(0)->path(), firstMoved);
+    EXPECT_EQ(selectedRow(), 2);
+    EXPECT_EQ(playersFile(), firstMoved);
+    EXPECT_EQ(app.player().calls, calls) << "what plays goes on";
+    EXPECT_EQ(app.mediaIndex(), 0);
+
+    app.player().reportEnd();
+    app.desk.dispatcher.advance(3s);
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.mediaIndex(), 1);
+    EXPECT_EQ(playersFile(), app.list().mediaAtIndex(1)->path());
+}
+
+TEST_F(OpenFolder, WhatTheMoveBrokeBeginsAgain)
+{
+    app.controller->openMediaDirectory(root.path("MUSIC"));
+    app.desk.dispatcher.runOneBackground(); // the scan is done, its result still on the way
+    app.desk.disks.move(app.desk.disks.volumes[0], root.path("away"));
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.list().count(), 3);
+    EXPECT_TRUE(app.list().isReadable());
+
+    for (const bool hasFailed : {false, true}) {
+        app.desk.disks.move(app.desk.disks.volumes[0], root.path("MUSIC"));
+        app.desk.dispatcher.runAll();
+        app.controller->playAtIndex(0);
+        app.desk.dispatcher.runAll();
+        if (hasFailed)
+            app.player().reportFailure("not there");
+        EXPECT_EQ(!failure().isEmpty(), hasFailed);
+        const size_t starts = app.player().countOf("play");
+        move();
+        EXPECT_EQ(playersFile(), firstMoved);
+        EXPECT_TRUE(failure().isEmpty());
+        EXPECT_EQ(app.player().countOf("play"), starts + 1);
+        app.player().reportState(PlayerState::playing);
+        EXPECT_FALSE(app.isWaiting());
+    }
+}
+
+TEST_F(OpenFolder, KeepsItsCardFromBeingNamed)
+{
+    EXPECT_TRUE(app.showsMiles());
+    EXPECT_EQ(label(), "MUSIC") << "the start only reads";
+    const auto openSettings = [&] {
+        app.controller->showSettingPanel();
+        app.desk.dispatcher.runAll();
+    };
+    app.open(root.path("MUSIC/Movie"));
+    openSettings();
+    EXPECT_EQ(label(), "MUSIC");
+
+    const TempFolder other;
+    app.open(other.path());
+    openSettings();
+    EXPECT_EQ(label(), "ZAVIK");
+    EXPECT_EQ(app.desk.disks.volumes[0].mountPath, root.path("ZAVIK"));
+    app.open(root.path("ZAVIK/Movie"));
+    EXPECT_EQ(app.list().count(), 3);
+}
+
+} // namespace
