@@ -36,7 +36,7 @@ public:
     const std::optional<std::string>& url() const { return location; }
     /// The file is at another path now; a player that has it open goes on.
     void moveTo(std::string path) { location = std::move(path); }
-    /// Null until a player has opened the file.
+    /// Null until a player has opened the file, and for a length that cannot be.
     MediaTime length() const { return duration; }
     void setLength(MediaTime length) { duration = length; }
 
@@ -103,7 +103,7 @@ public:
     virtual MediaTime time() const = 0;
     /// The null time seeks to the start; a time at or beyond the length to the end.
     virtual void setTime(MediaTime time) = 0;
-    /// Time left, negative or 0; the null time without an open file.
+    /// Time left, negative or 0; the null time without an open file or when its length is not known.
     virtual MediaTime remainingTime() const = 0;
     virtual float rate() const = 0;
     virtual void setRate(float rate) = 0;

@@ -6,6 +6,12 @@
 
 namespace platform {
 
+double plausibleSeconds(double claimed)
+{
+    constexpr double longestRecording = 24 * 60 * 60;
+    return claimed > 0 && claimed <= longestRecording ? claimed : 0;
+}
+
 double MpvFile::seconds(const SeekTarget& place) const
 {
     return place.unit == SeekTarget::Unit::fraction ? place.value * duration : place.value;
@@ -42,7 +48,7 @@ std::string mpvFailureReason(int error)
         return "It is no AVI file, or too damaged to be opened";
     case 0:
     case MPV_ERROR_NOTHING_TO_PLAY:
-        return "It holds no picture or sound that can be played";
+        return "It holds no picture or sound in a form that cameras record, or its picture is too large";
     default:
         return mpv_error_string(error);
     }

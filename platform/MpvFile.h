@@ -11,6 +11,10 @@ struct mpv_node;
 
 namespace platform {
 
+/// Seconds as a file or mpv claims them; 0 for what no recording can have: less than nothing, more than a
+/// day, no number.
+double plausibleSeconds(double claimed);
+
 /// A place in the file to go to.
 struct SeekTarget {
     enum class Unit { seconds, fraction } unit = Unit::seconds;
@@ -30,6 +34,7 @@ struct MpvFile {
     /// Answers that are still missing before the file counts as open; none are asked for at first.
     std::optional<int> missingAnswers;
 
+    /// 0 while it is not known.
     double duration = 0;
     double time = 0;
     VideoSize size;

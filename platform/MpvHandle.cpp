@@ -15,6 +15,12 @@ struct Option {
     const char* value;
 };
 
+/// What cameras record, by the names of its decoders; nothing else is ever decoded. "-" ends a list.
+constexpr const char* pictureDecoders = "h264,hevc,mpeg4,mjpeg,-";
+constexpr const char* soundDecoders = "pcm_s16le,pcm_s24le,pcm_s32le,pcm_u8,pcm_alaw,pcm_mulaw,adpcm_ima_wav,"
+                                      "adpcm_ms,aac,mp2float,mp3float,ac3,-";
+static_assert(largestPicture.width * largestPicture.height == 35389440);
+
 constexpr Option options[] = {
     // Nothing from outside the program.
     {"config", "no"},
@@ -35,7 +41,14 @@ constexpr Option options[] = {
     // The one file, and only as an AVI file: a list of files or addresses named ".avi" must not be followed.
     {"demuxer", "lavf"},
     {"demuxer-lavf-format", "avi"},
-    {"demuxer-lavf-o", "protocol_whitelist=file,format_whitelist=avi"},
+    {"demuxer-lavf-o", "protocol_whitelist=file,format_whitelist=avi,max_streams=32"},
+    // Probing would decode with whatever decoder the file asks for, before any of the bounds below holds;
+    // what
+    // an AVI file's headers say is enough.
+    {"demuxer-lavf-probe-info", "no"},
+    {"vd", pictureDecoders},
+    {"ad", soundDecoders},
+    {"vd-lavc-o", "max_pixels=35389440"},
     {"load-unsafe-playlists", "no"},
     {"access-references", "no"},
     {"autoload-files", "no"},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/MediaPlayer.h"
+
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
@@ -13,9 +15,12 @@ struct MpvHandleDeleter {
 };
 using MpvHandle = std::unique_ptr<mpv_handle, MpvHandleDeleter>;
 
+/// No decoder makes a picture of more pixels than this.
+constexpr VideoSize largestPicture{8192, 4320};
+
 /// A running mpv core that plays local AVI files into a render context and does nothing else: no
-/// configuration files, scripts, playlists, neighbouring files or network. Sets LC_NUMERIC to "C".
-/// Null when mpv can't be started.
+/// configuration files, scripts, playlists, neighbouring files or network, and only the few decoders of what
+/// cameras record. Sets LC_NUMERIC to "C". Null when mpv can't be started.
 MpvHandle makeMpvHandle();
 
 /// Queue a command or a property change in the core and return at once. The main thread draws the pictures

@@ -1,6 +1,7 @@
 #include "platform/MpvPlayer.h"
 
 #include "platform/MpvPlayerImpl.h"
+#include "platform/OwnMemory.h"
 #include "platform/TimeLimit.h"
 #include "platform/VideoSnapshot.h"
 
@@ -20,16 +21,20 @@ MediaTime milliseconds(double seconds)
 
 } // namespace
 
-std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view)
+std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view, size_t memoryBound)
 {
-    return std::make_unique<MpvPlayer>(view);
+    return std::make_unique<MpvPlayer>(view, memoryBound);
 }
 
-MpvPlayer::MpvPlayer(VideoView& videoView)
+MpvPlayer::MpvPlayer(VideoView& videoView, size_t bound)
     : mpv(makeMpvHandle()),
-      view(&videoView)
+      view(&videoView),
+      memoryBound(bound)
 {
+    constexpr auto memoryWatchInterval = std::chrono::milliseconds(100);
     clock.start();
+    memoryWatch.setInterval(memoryWatchInterval);
+    connect(&memoryWatch, &QTimer::timeout, this, [this] { watchMemory(); });
     if (mpv && !streams.addTo(mpv.get()))
         mpv.reset();
     if (mpv)
@@ -88,6 +93,8 @@ void MpvPlayer::load()
     view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "1"}); };
     picturesBefore = view->pictures();
     phase = Phase::opening;
+    memoryBefore = ownMemory();
+    memoryWatch.start();
     fileRequest = ++lastRequest;
     setMpvFlag(mpv.get(), "pause", false);
     const std::string address = streams.announce(*current->url());
@@ -107,11 +114,19 @@ void MpvPlayer::close()
     }
     fileRequest = seekRequest = endRequest = ++lastRequest;
     phase = Phase::closed;
+    memoryWatch.stop();
     file = {};
     paused = false;
     nextTimeReport = 0;
     reported.reset();
     postState();
+}
+
+/// Decoders and demuxers have bounds of their own; this one holds for whatever a file makes of them together.
+void MpvPlayer::watchMemory()
+{
+    if (ownMemory() > memoryBefore + memoryBound)
+        fail("It takes too much memory");
 }
 
 void MpvPlayer::setPaused(bool pause)
@@ -159,7 +174,7 @@ void MpvPlayer::setTime(MediaTime time)
 
 MediaTime MpvPlayer::remainingTime() const
 {
-    if (!isOpen())
+    if (!isOpen() || file.duration <= 0)
         return MediaTime::nullTime();
     return milliseconds(std::min(file.currentTime() - file.duration, 0.0));
 }

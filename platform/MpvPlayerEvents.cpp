@@ -174,10 +174,11 @@ void MpvPlayer::takeAnswer(const mpv_event_property& property)
 {
     const std::string_view name = property.name;
     if (name == "duration") {
-        file.duration = number(property);
-        current->setLength(MediaTime::timeWithInt(std::llround(file.duration * 1000)));
+        file.duration = plausibleSeconds(number(property));
+        current->setLength(file.duration > 0 ? MediaTime::timeWithInt(std::llround(file.duration * 1000))
+                                             : MediaTime::nullTime());
     } else if (name == "time-pos") {
-        file.time = number(property);
+        file.time = plausibleSeconds(number(property));
     } else if (name == "video-params/dw") {
         file.size.width = number(property);
     } else if (name == "video-params/dh") {
@@ -276,7 +277,7 @@ void MpvPlayer::restAtEnd()
 
 void MpvPlayer::timeChanged(double seconds)
 {
-    file.time = seconds;
+    file.time = plausibleSeconds(seconds);
     const int64_t now = clock.elapsed();
     if (!isPlaying() || file.stage != SeekStage::none || now < nextTimeReport)
         return;

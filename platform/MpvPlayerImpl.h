@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <atomic>
 #include <cstdint>
 #include <functional>
@@ -24,7 +25,7 @@ namespace platform {
 /// concerns an older one is dropped.
 class MpvPlayer final : public QObject, public MediaPlayer {
 public:
-    explicit MpvPlayer(VideoView& view);
+    MpvPlayer(VideoView& view, size_t memoryBound);
     ~MpvPlayer() override;
 
     void setMedia(std::shared_ptr<Media> media) override;
@@ -62,6 +63,7 @@ private:
     void setPaused(bool pause);
     void seekTo(SeekTarget target);
     void sendSeek();
+    void watchMemory();
     bool isOpen() const { return phase == Phase::open; }
 
     // mpv's events.
@@ -109,6 +111,9 @@ private:
     QElapsedTimer clock;
     int64_t nextTimeReport = 0;
     uint64_t picturesBefore = 0;
+    const size_t memoryBound;
+    size_t memoryBefore = 0;
+    QTimer memoryWatch;
 
     // Numbers of requests to mpv, each used once; 0 marks those whose answer doesn't matter.
     uint64_t lastRequest = 1;

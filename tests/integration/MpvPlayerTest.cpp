@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTimer>
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -54,24 +55,30 @@ bool waitFor(const std::function<bool()>& condition)
     return condition();
 }
 
-/// Two seconds of a moving test card, 30 pictures and one key frame a second, with a tone.
+/// Two seconds of a moving test card with a tone.
+void film(const std::string& path, const QString& size, const QStringList& options)
+{
+    const QStringList input = {"-v", "error", "-y", "-f", "lavfi", "-i",
+        "testsrc=size=" + size + ":rate=30:duration=2", "-f", "lavfi", "-i", "sine=440:duration=2", "-g",
+        "30"};
+    QProcess::execute("ffmpeg", input + options + QStringList{QString::fromStdString(path)});
+}
+
+/// 30 pictures and one key frame a second.
 const std::string& clip()
 {
     static const TempFolder folder;
     static const std::string path = [] {
-        const QString file = QString::fromStdString(folder.path("clip.avi"));
-        QProcess::execute("ffmpeg",
-            {"-v", "error", "-f", "lavfi", "-i", "testsrc=size=160x120:rate=30:duration=2", "-f", "lavfi",
-                "-i", "sine=440:duration=2", "-c:v", "mpeg4", "-g", "30", "-c:a", "pcm_s16le", file});
+        film(folder.path("clip.avi"), "160x120", {"-c:v", "mpeg4", "-c:a", "pcm_s16le"});
         return folder.path("clip.avi");
     }();
     return path;
 }
 
-std::string clipBytes()
+/// Overwrites a number of the first header of that kind.
+void claim(std::string& avi, const char* header, size_t offset, uint32_t value)
 {
-    std::ifstream file(clip(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::memcpy(&avi[avi.find(header) + 8 + offset], &value, sizeof value);
 }
 
 bool isBlack(const QImage& image)
@@ -250,7 +257,7 @@ TEST_F(MpvPlayerTest, RemembersASeekMadeWhileOpening)
 
 TEST_F(MpvPlayerTest, ReportsWhatCannotBePlayedAndPlaysTheNextFile)
 {
-    const std::string whole = clipBytes();
+    const std::string whole = contents(clip());
     const auto data = whole.find("movi") + 4;
     const std::pair<const char*, std::string> files[] = {
         {"empty.avi", ""},
@@ -276,6 +283,81 @@ TEST_F(MpvPlayerTest, ReportsWhatCannotBePlayedAndPlaysTheNextFile)
     }
     open(clip());
     EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
+}
+
+TEST_F(MpvPlayerTest, DecodesOnlyWhatCamerasRecord)
+{
+    const std::string path = folder.path("film.avi");
+    for (const auto& [codec, sound] :
+        {std::pair("libx264", "aac"), std::pair("mpeg4", "mp3"), std::pair("mjpeg", "ac3"),
+            std::pair("mjpeg", "pcm_mulaw"), std::pair("mjpeg", "adpcm_ima_wav")}) {
+        SCOPED_TRACE(std::string(codec) + " " + sound);
+        film(path, "160x120", {"-c:v", codec, "-c:a", sound});
+        open(path);
+        ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+        EXPECT_EQ(player->videoSize().width, 160);
+        EXPECT_EQ(player->audioTrackIndexes().size(), 1U);
+    }
+    for (const auto& [codec, pixels] : {std::pair("png", "rgb24"), std::pair("rawvideo", "bgr24"),
+             std::pair("ffv1", "yuv420p"), std::pair("cinepak", "rgb24")}) {
+        SCOPED_TRACE(codec);
+        film(path, "160x120", {"-t", "0.2", "-c:v", codec, "-pix_fmt", pixels, "-an"});
+        ASSERT_GT(fs::file_size(path), 10'000U);
+        recorder.failures.clear();
+        open(path);
+        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+    }
+}
+
+/// The header tells the truth, or a small size.
+TEST_F(MpvPlayerTest, RefusesPicturesThatAreTooLargeWhateverTheHeaderSays)
+{
+    const std::string path = folder.path("large.avi");
+    film(path, "8256x4352", {"-t", "0.1", "-c:v", "mjpeg", "-an"});
+    std::string large = contents(path);
+    ASSERT_GT(large.size(), 100'000U);
+    for (const bool lies : {false, true}) {
+        SCOPED_TRACE(lies);
+        for (const auto& [header, offset] : {std::pair("avih", 32U), std::pair("strf", 4U)}) {
+            claim(large, header, offset, lies ? 160 : 8256);
+            claim(large, header, offset + 4, lies ? 120 : 4352);
+        }
+        std::ofstream(path, std::ios::binary) << large;
+        recorder.failures.clear();
+        open(path);
+        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        EXPECT_EQ(view->pictures(), 0U);
+    }
+}
+
+TEST_F(MpvPlayerTest, GivesUpAFileThatTakesTooMuchMemory)
+{
+    player.reset();
+    player = makeMpvPlayer(*view, 1);
+    player->setDelegate(&recorder);
+    open(clip());
+    ASSERT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+    EXPECT_EQ(recorder.failures.front(), "It takes too much memory");
+    EXPECT_EQ(player->state(), PlayerState::error);
+}
+
+TEST_F(MpvPlayerTest, ShowsNoLengthThatCannotBe)
+{
+    const std::string path = folder.path("years.avi");
+    for (const uint32_t secondsAPicture : {1U, 0xFFFF'FFFFU}) {
+        SCOPED_TRACE(secondsAPicture);
+        std::string bytes = contents(clip());
+        for (const auto& [offset, value] : {std::pair(20U, secondsAPicture), std::pair(24U, 1U),
+                 std::pair(32U, 0xFFFF'FFFFU)}) // dwScale, dwRate, dwLength
+            claim(bytes, "strh", offset, value);
+        std::ofstream(path, std::ios::binary) << bytes;
+        open(path);
+        ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+        EXPECT_TRUE(player->media()->length().isNull());
+        EXPECT_TRUE(player->remainingTime().isNull());
+        EXPECT_EQ(player->position(), 0);
+        EXPECT_LT(player->time().intValue(), 86'400'001);
+    }
 }
 
 TEST_F(MpvPlayerTest, TakesPathsLiterally)
