@@ -4,12 +4,22 @@
 
 #include "common/Alerts.h"
 #include "common/Log.h"
+#include "lib/TKImageButton.h"
 #include "platform/NewFile.h"
+#include "platform/PrivateFolder.h"
 #include "platform/Texts.h"
+#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+
+/// A frame as a picture: the file that it went through, and what that held.
+struct CapturedFrame {
+    std::string path;
+    std::string contents;
+};
 
 namespace {
 
@@ -33,33 +43,33 @@ std::optional<std::string> contentsOf(const std::string& path)
     return contents;
 }
 
-/// The frame's bytes; nothing when it could not be written, whatever an earlier one has left there.
-std::optional<std::string> writtenFrame(platform::MediaPlayer& player, const std::string& path)
+/// Nothing when the frame could not be written, whatever an earlier one has left there.
+std::optional<CapturedFrame> frameWrittenTo(platform::MediaPlayer& player, const std::string& path)
 {
-    return player.saveVideoSnapshotAt(path, 0, 0) ? contentsOf(path) : std::nullopt;
+    auto contents = player.saveVideoSnapshotAt(path, 0, 0) ? contentsOf(path) : std::nullopt;
+    if (!contents)
+        return {};
+    return CapturedFrame{path, std::move(*contents)};
 }
 
-void openInViewer(platform::Platform& desktop, QWidget& window)
+void openInViewer(platform::Platform& desktop, QWidget& window, const std::string& path)
 {
     std::string command = "open %@ > /dev/null &";
-    command.replace(command.find("%@"), 2, desktop.frameFile);
+    command.replace(command.find("%@"), 2, path);
     if (desktop.scripts.system(command) != 0)
         tell(desktop, window, "capture.saved");
 }
 
-void frameCopied(platform::Platform& desktop, QWidget& window, platform::NewFile outcome)
+/// The panel after a refused choice: where the user was, if that is a folder, with a name that is free.
+platform::SavePanel nextPanel(platform::SavePanel panel, const std::string& refused)
 {
-    switch (outcome) {
-    case platform::NewFile::written:
-        openInViewer(desktop, window);
-        break;
-    case platform::NewFile::exists:
-        tell(desktop, window, "capture.exists");
-        break;
-    case platform::NewFile::failed:
-        tell(desktop, window, "capture.failed");
-        break;
+    const std::filesystem::path free = platform::freePath(refused);
+    std::error_code error;
+    if (std::filesystem::is_directory(free.parent_path(), error)) {
+        panel.folder = free.parent_path().native();
+        panel.name = free.filename().native();
     }
+    return panel;
 }
 
 bool acceptsPictures(platform::Platform& desktop, QWidget& window, const Session::Types& types)
@@ -90,37 +100,88 @@ void ZVKAppDelegate::captureVideo()
 {
     if (!player1->isPlaying())
         return;
-    const auto frame = writtenFrame(*player1, desktop.frameFile);
+    auto frame = writtenFrame();
     if (!frame) {
         tell(desktop, *window, "capture.failed");
         return;
     }
-    const platform::SavePanel panel{"Save Settings", "zavik_capture.png", {}};
-    auto outcome = std::make_shared<platform::NewFile>();
-    auto copied = guarded([this, outcome] { frameCopied(desktop, *window, *outcome); });
     // The film goes on, and another window of the program may write its frame: what is saved are these bytes.
+    saveFrame(std::make_shared<CapturedFrame>(std::move(*frame)), {"Save Settings", "zavik_capture.png", {}});
+}
+
+std::optional<CapturedFrame> ZVKAppDelegate::writtenFrame()
+{
+    auto frame = frameWrittenTo(*player1, desktop.frameFile);
+    if (frame || !player1->hasVideoOut())
+        return frame;
+    // Somebody else's file, link or folder has that name. A file that is this user's alone stays there, too,
+    // as the viewer may still show it.
+    std::string why;
+    if (privateFrameFolder.empty())
+        privateFrameFolder = platform::makePrivateFolder(why);
+    if (privateFrameFolder.empty()) {
+        logFormat("no private folder for the picture: %s", why.c_str());
+        return {};
+    }
+    return frameWrittenTo(*player1, privateFrameFolder + "/zavik_capture.jpg");
+}
+
+/// Asks where to, and again after a choice that was refused: the frame is not lost by it.
+void ZVKAppDelegate::saveFrame(
+    const std::shared_ptr<const CapturedFrame>& frame, const platform::SavePanel& panel)
+{
+    auto outcome = std::make_shared<platform::NewFile>();
+    auto next = std::make_shared<platform::SavePanel>(panel);
+    auto done = guarded([this, frame, outcome, next] {
+        if (*outcome == platform::NewFile::written) {
+            openInViewer(desktop, *window, frame->path);
+            return;
+        }
+        const char* why = *outcome == platform::NewFile::exists ? "capture.exists" : "capture.failed";
+        showAlertSheet(desktop.alerts, *window, "ZAVIK", platform::localized(why).toStdString(),
+            guarded([this, frame, next] { saveFrame(frame, *next); }));
+    });
     desktop.panels.chooseSaveFile(*window, panel,
-        [&dispatcher = desktop.dispatcher, frame, outcome, copied](std::optional<std::string> path) {
+        [&dispatcher = desktop.dispatcher, frame, outcome, next, done](
+            const std::optional<std::string>& path) {
             if (!path)
                 return;
-            dispatcher.inBackground([&dispatcher, frame, outcome, copied, path] {
-                *outcome = platform::writeNewFile(*path, *frame);
-                dispatcher.onMain(copied);
+            dispatcher.inBackground([&dispatcher, frame, outcome, next, done, path] {
+                *outcome = platform::writeNewFile(*path, frame->contents);
+                if (*outcome != platform::NewFile::written)
+                    *next = nextPanel(std::move(*next), *path);
+                dispatcher.onMain(done);
             });
         });
+}
+
+/// The buttons of what cannot be done now are grey and say why.
+void ZVKAppDelegate::updateFrameButtons()
+{
+    const bool hasPicture = (reportsPlaying() || isPaused()) && player1->hasVideoOut();
+    const auto set = [this](TKImageButton& button, const char* textKey, bool isPossible, const char* whyNot) {
+        const QString reason = isPossible ? QString() : platform::localized(whyNot);
+        button.setEnabled(isPossible);
+        describe(button, textKey);
+        button.setAccessibleDescription(reason);
+        if (!isPossible)
+            button.setToolTip(button.toolTip() + u'\n' + reason);
+    };
+    set(*outlets->captureButton, "tip.capture", hasPicture && reportsPlaying(), "tip.capture_needs_playing");
+    set(*outlets->printButton, "tip.print", hasPicture, "tip.print_needs_picture");
 }
 
 void ZVKAppDelegate::print()
 {
     if (!player1->media())
         return;
-    auto frame = writtenFrame(*player1, desktop.frameFile);
+    auto frame = writtenFrame();
     if (!frame) {
         tell(desktop, *window, "print.failed");
         return;
     }
     desktop.printing.showPanel(*window, loadPrintInfo(),
-        [this, life = std::weak_ptr(alive), picture = std::move(*frame)](int returnCode) {
+        [this, life = std::weak_ptr(alive), picture = std::move(frame->contents)](int returnCode) {
             if (!life.expired())
                 printPanelDidEnd(returnCode, picture);
         });

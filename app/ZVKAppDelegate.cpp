@@ -206,6 +206,7 @@ void ZVKAppDelegate::playingChanged()
         button->setImageName(image);
         describe(*button, isPlaying ? "tip.pause" : "tip.play");
     }
+    updateFrameButtons();
 }
 
 /// Time played and length beside the sliders.

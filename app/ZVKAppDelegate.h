@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+struct CapturedFrame;
 class MediaTableModel;
 class QKeyEvent;
 class QTableView;
@@ -174,6 +175,9 @@ private:
     /// The same, and unless the user has begun another seek or a replay.
     void afterForThisSeek(double seconds, std::function<void()> work);
 
+    std::optional<CapturedFrame> writtenFrame();
+    void saveFrame(const std::shared_ptr<const CapturedFrame>& frame, const platform::SavePanel& panel);
+    void updateFrameButtons();
     platform::PrintInfo& loadPrintInfo();
     void printPanelDidEnd(int returnCode, const std::string& picture);
 
@@ -235,6 +239,8 @@ private:
     std::unique_ptr<platform::Timer> playStopTimer;
     /// Made on first use and kept, so that the choices of one print stay for the next.
     std::unique_ptr<platform::PrintInfo> printInfo;
+    /// Made when somebody else holds the name of the frame's file.
+    std::string privateFrameFolder;
 
     /// Counts the files that were started or taken away; what was begun for an earlier one is void.
     uint64_t fileGeneration = 0;

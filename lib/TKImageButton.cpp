@@ -15,7 +15,8 @@ void TKImageButton::setImageName(const QString& name)
 {
     image = platform::imageNamed(name);
     activeImage = image;
-    inactiveImage = image;
+    const platform::Image disabled = buttonImageNameWithSuffix(QStringLiteral("_d"));
+    inactiveImage = disabled.isNull() ? image : disabled;
     rolloverImage = buttonImageNameWithSuffix(QStringLiteral("_f"));
     alternateImage = buttonImageNameWithSuffix(QStringLiteral("_p"));
     updateRollOverImage();

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
@@ -56,7 +57,24 @@ void syncFolderOf(const std::string& path)
     ::close(descriptor);
 }
 
+bool isFree(const std::string& path)
+{
+    struct stat there = {};
+    return ::lstat(path.c_str(), &there) != 0;
+}
+
 } // namespace
+
+std::string freePath(const std::string& path)
+{
+    constexpr int mostTries = 10'000;
+    const std::filesystem::path wanted(path);
+    std::string candidate = path;
+    for (int number = 2; number < mostTries && !isFree(candidate); ++number)
+        candidate = (wanted.parent_path() / wanted.stem()).native() + " " + std::to_string(number)
+            + wanted.extension().native();
+    return candidate;
+}
 
 NewFile writeNewFile(const std::string& path, std::string_view contents)
 {

@@ -12,4 +12,7 @@ enum class NewFile { written, exists, failed };
 /// nothing behind. Callable from any thread.
 NewFile writeNewFile(const std::string& path, std::string_view contents);
 
+/// The path when nothing is there, else the first free one of "name 2.png", "name 3.png", ...
+std::string freePath(const std::string& path);
+
 } // namespace platform

@@ -1,3 +1,4 @@
+#include "lib/TKImageButton.h"
 #include "platform/NewFile.h"
 #include "platform/QtPanels.h"
 #include "platform/QtScriptRunner.h"
@@ -10,6 +11,7 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <gmock/gmock.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -118,29 +120,95 @@ TEST_F(FrameCapture, NeedsAPlayingPlayer)
     EXPECT_THAT(empty.desk.printing.calls, IsEmpty());
 }
 
-TEST_F(FrameCapture, TellsWhenNothingCouldBeSaved)
+TEST_F(FrameCapture, ARefusedChoiceIsToldAndTheSameFrameIsAskedForAgain)
 {
     write(folder.path("taken.png"), "mine");
+    write(folder.path("taken 2.png"), "mine, too");
     fs::create_symlink(folder.path("nowhere"), folder.path("link.png"));
     const struct {
         std::string path;
         const char* told;
+        std::string folder;
+        std::string name;
     } cases[] = {
-        {folder.path("taken.png"), "capture.exists"},
-        {folder.path("link.png"), "capture.exists"},
-        {folder.path("card"), "capture.exists"},
-        {folder.path("taken.png/below.png"), "capture.failed"},
-        {folder.path("missing/picture.png"), "capture.failed"},
+        {folder.path("taken.png"), "capture.exists", folder.path(), "taken 3.png"},
+        {folder.path("link.png"), "capture.exists", folder.path(), "link 2.png"},
+        {folder.path("card"), "capture.exists", folder.path(), "card 2"},
+        {folder.path("missing/picture.png"), "capture.failed", folder.path(), "card 2"},
+        {folder.path("full/picture.png"), "capture.failed", folder.path("full"), "picture.png"},
     };
-    for (const auto& [path, told] : cases) {
+    // A disk without room.
+    fs::create_directory(folder.path("full"));
+    const bool hasDisk =
+        ::mount("tmpfs", folder.path("full").c_str(), "tmpfs", 0, "size=4k,nr_inodes=1") == 0;
+    app.controller->captureVideo();
+    write(frame, "the frame of another window of the program");
+    for (const auto& [path, told, next, name] : cases) {
         SCOPED_TRACE(path);
+        if (!hasDisk && path.starts_with(folder.path("full")))
+            continue;
         alerts.clear();
-        captureTo(path);
+        ASSERT_TRUE(panels.saveAnswer);
+        std::exchange(panels.saveAnswer, {})(path);
+        app.desk.dispatcher.runAll();
         EXPECT_THAT(alerts, ElementsAre(alert(told)));
+        EXPECT_EQ(panels.save.folder, next);
+        EXPECT_EQ(panels.save.name, name);
     }
+    if (hasDisk)
+        ::umount(folder.path("full").c_str());
+    EXPECT_THAT(commands, IsEmpty());
+    panels.saveAnswer(folder.path("taken 3.png"));
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(contents(folder.path("taken 3.png")), "picture");
     EXPECT_EQ(contents(folder.path("taken.png")), "mine");
     EXPECT_FALSE(fs::exists(folder.path("nowhere")));
-    EXPECT_THAT(commands, IsEmpty());
+    EXPECT_THAT(commands, ElementsAre("open " + frame + " > /dev/null &"));
+}
+
+/// A folder sits on the name of the frame's file, as any file of another user would.
+TEST_F(FrameCapture, AForeignFileInTheWayDoesNotStopCaptureOrPrint)
+{
+    const QByteArray before = qgetenv("TMPDIR");
+    const auto restore =
+        qScopeGuard([&] { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); });
+    qputenv("TMPDIR", QByteArray::fromStdString(folder.path("card")));
+    fs::create_directory(frame);
+    captureTo(folder.path("saved.png"));
+    printAndPress(1);
+    EXPECT_EQ(contents(folder.path("saved.png")), "picture");
+    EXPECT_THAT(printing.calls, testing::Contains("printFile office image/jpeg picture"));
+    EXPECT_THAT(alerts, IsEmpty());
+    EXPECT_TRUE(fs::is_empty(frame));
+    ASSERT_EQ(commands.size(), 1u);
+    EXPECT_TRUE(commands[0].starts_with("open " + folder.path("card/zavik-"))) << commands[0];
+}
+
+TEST_F(FrameCapture, TheButtonsOfWhatCannotBeDoneSayWhy)
+{
+    auto& capture = app.find<TKImageButton>("captureButton");
+    auto& print = app.find<TKImageButton>("printButton");
+    const auto shows = [](TKImageButton& button, const char* whyNot) {
+        const QString reason = whyNot ? platform::localized(whyNot) : QString();
+        return button.isEnabled() == !whyNot && button.accessibleDescription() == reason
+            && button.toolTip().contains(reason) && button.toolTip().contains("Ctrl+")
+            && button.toolTip().contains('\n') == !button.isEnabled()
+            && button.shownImage().name().endsWith(whyNot ? "_d" : "_n");
+    };
+    const char* const needsPlaying = "tip.capture_needs_playing";
+    const char* const needsPicture = "tip.print_needs_picture";
+    EXPECT_TRUE(shows(capture, nullptr) && shows(print, nullptr)) << "while it plays";
+    app.player().reportState(PlayerState::paused);
+    EXPECT_TRUE(shows(capture, needsPlaying) && shows(print, nullptr)) << "paused";
+    app.player().reportState(PlayerState::playing);
+    app.player().reportTime(0.5F);
+    EXPECT_TRUE(shows(capture, nullptr) && shows(print, nullptr)) << "goes on";
+    app.player().reportFailure("damaged");
+    EXPECT_TRUE(shows(capture, needsPlaying) && shows(print, needsPicture)) << "failed";
+    AppDelegateProbe fresh("ko");
+    EXPECT_FALSE(fresh.find<TKImageButton>("captureButton").isEnabled());
+    EXPECT_TRUE(shows(fresh.find<TKImageButton>("printButton"), needsPicture)) << "before the first file";
+    platform::setTextLanguage("en");
 }
 
 TEST_F(FrameCapture, NeverSavesOrPrintsAnOlderFrame)
@@ -280,6 +348,10 @@ TEST(VideoSnapshotTest, SharedFolderNeverLeadsToAnotherFile)
     EXPECT_TRUE(platform::writeVideoSnapshot(picture, path));
     EXPECT_FALSE(fs::is_symlink(path));
     EXPECT_EQ(contents(folder.path("victim")), "mine");
+
+    fs::remove(path);
+    ::mkfifo(path.c_str(), 0600);
+    EXPECT_FALSE(platform::writeVideoSnapshot(picture, path)) << "nobody would read it";
 
     if (::geteuid() != 0)
         GTEST_SKIP() << "another user's file can be made by root only";
