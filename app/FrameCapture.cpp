@@ -159,6 +159,10 @@ void ZVKAppDelegate::saveFrame(
 void ZVKAppDelegate::updateFrameButtons()
 {
     const bool hasPicture = (reportsPlaying() || isPaused()) && player1->hasVideoOut();
+    const std::pair possible(hasPicture && reportsPlaying(), hasPicture);
+    // Reported with every time report, most of them without news.
+    if (std::exchange(possibleWithFrame, possible) == possible)
+        return;
     const auto set = [this](TKImageButton& button, const char* textKey, bool isPossible, const char* whyNot) {
         const QString reason = isPossible ? QString() : platform::localized(whyNot);
         button.setEnabled(isPossible);
@@ -167,8 +171,8 @@ void ZVKAppDelegate::updateFrameButtons()
         if (!isPossible)
             button.setToolTip(button.toolTip() + u'\n' + reason);
     };
-    set(*outlets->captureButton, "tip.capture", hasPicture && reportsPlaying(), "tip.capture_needs_playing");
-    set(*outlets->printButton, "tip.print", hasPicture, "tip.print_needs_picture");
+    set(*outlets->captureButton, "tip.capture", possible.first, "tip.capture_needs_playing");
+    set(*outlets->printButton, "tip.print", possible.second, "tip.print_needs_picture");
 }
 
 void ZVKAppDelegate::print()

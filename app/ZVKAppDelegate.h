@@ -239,6 +239,8 @@ private:
     std::unique_ptr<platform::Timer> playStopTimer;
     /// Made on first use and kept, so that the choices of one print stay for the next.
     std::unique_ptr<platform::PrintInfo> printInfo;
+    /// Whether the frame can be saved and printed, as the buttons show it.
+    std::optional<std::pair<bool, bool>> possibleWithFrame;
     /// Made when somebody else holds the name of the frame's file.
     std::string privateFrameFolder;
 

@@ -9,8 +9,9 @@
 #include <memory>
 
 /// A borderless button that is a picture: the normal one, a roll-over one while the pointer is inside, a
-/// pressed one while it is held down, another one while it is disabled. The pictures are found from the normal picture's name, whose last two
-/// characters name the state: "icon_play_n", "icon_play_f" (roll-over), "icon_play_p" (pressed), "icon_play_d" (disabled).
+/// pressed one while it is held down, another one while it is disabled. The pictures are found from the
+/// normal picture's name, whose last two characters name the state: "icon_play_n", "icon_play_f" (roll-over),
+/// "icon_play_p" (pressed), "icon_play_d" (disabled).
 /// A picture that does not exist is simply not shown; the normal one stays.
 class TKImageButton : public QAbstractButton {
     Q_OBJECT

@@ -42,9 +42,8 @@ constexpr Option options[] = {
     {"demuxer", "lavf"},
     {"demuxer-lavf-format", "avi"},
     {"demuxer-lavf-o", "protocol_whitelist=file,format_whitelist=avi,max_streams=32"},
-    // Probing would decode with whatever decoder the file asks for, before any of the bounds below holds;
-    // what
-    // an AVI file's headers say is enough.
+    // Probing would decode with whatever decoder the file asks for, before any of the bounds below holds.
+    // What an AVI file's headers say is enough.
     {"demuxer-lavf-probe-info", "no"},
     {"vd", pictureDecoders},
     {"ad", soundDecoders},

@@ -127,11 +127,14 @@ void MpvPlayer::watchMemory()
 {
     if (ownMemory() > memoryBefore + memoryBound)
         fail("It takes too much memory");
+    else if (isOpen() && paused && !file.target)
+        memoryWatch.stop();
 }
 
 void MpvPlayer::setPaused(bool pause)
 {
     paused = pause;
+    memoryWatch.start();
     setMpvFlag(mpv.get(), "pause", pause);
     postState();
 }
@@ -202,6 +205,7 @@ void MpvPlayer::seekTo(SeekTarget target)
         return;
     file.target = target;
     file.targetIsNewer = true;
+    memoryWatch.start();
     if (isOpen() && file.stage == SeekStage::none)
         sendSeek();
 }

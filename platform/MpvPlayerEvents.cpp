@@ -213,7 +213,9 @@ void MpvPlayer::askBeforeOpen()
 
 void MpvPlayer::finishOpening()
 {
-    if (file.size.width <= 0 && !file.hasSound) {
+    const bool isTooLarge =
+        file.size.width > largestPicture.width || file.size.height > largestPicture.height;
+    if (isTooLarge || (file.size.width <= 0 && !file.hasSound)) {
         fail(mpvFailureReason(MPV_ERROR_NOTHING_TO_PLAY));
         return;
     }
