@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "common/Text.h"
+
 #include <string_view>
 
 namespace {
@@ -48,7 +50,7 @@ CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::str
                 return ending(2, help);
             result.card = arguments[++i];
         } else if (!onlyPaths && argument.starts_with("-") && argument.size() > 1) {
-            return ending(2, "zavik: unknown option " + std::string(argument) + "\n" + help);
+            return ending(2, "zavik: unknown option " + visibleText(argument) + "\n" + help);
         } else if (result.folder) {
             return ending(2, help);
         } else {

@@ -51,8 +51,7 @@ struct Command {
     std::span<const Option> options = {};
 };
 
-/// Writes the one line that goes with `ExitCode::Failure`, and returns that. Control characters in the
-/// subject (a path) are shown as "?".
+/// Writes the one line that goes with `ExitCode::Failure`, and returns that.
 ExitCode failure(Streams streams, std::string_view subject, std::string_view reason);
 
 } // namespace cli

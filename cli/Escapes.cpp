@@ -82,11 +82,4 @@ std::string xmlText(std::string_view bytes)
     return escaped(bytes, xmlCharacter);
 }
 
-std::string printable(std::string text)
-{
-    std::ranges::replace_if(
-        text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
-    return text;
-}
-
 } // namespace cli

@@ -12,7 +12,4 @@ std::string jsonString(std::string_view bytes);
 /// The bytes as the text of an XML element or attribute; what XML 1.0 cannot hold becomes U+FFFD.
 std::string xmlText(std::string_view bytes);
 
-/// The bytes with "?" for control characters: a row stays a row, and nothing commands the terminal.
-std::string printable(std::string text);
-
 } // namespace cli

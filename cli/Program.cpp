@@ -1,6 +1,7 @@
 #include "cli/Program.h"
 
 #include "cli/Commands.h"
+#include "common/Text.h"
 
 #include <algorithm>
 #include <ostream>
@@ -108,7 +109,7 @@ ExitCode runCommand(const Command& command, Words words, Streams streams)
     }
     const auto arguments = sorted(command, words);
     if (const auto* problem = std::get_if<std::string>(&arguments)) {
-        streams.err << "zavikctl: " << *problem << '\n';
+        streams.err << "zavikctl: " << visibleText(*problem) << '\n';
         writeUsage(streams.err, command);
         return ExitCode::WrongUsage;
     }
@@ -129,7 +130,7 @@ ExitCode dispatch(Words words, Streams streams)
     const auto command = std::ranges::find(all, words.front(), &Command::name);
     if (command != all.end())
         return runCommand(**command, words.subspan(1), streams);
-    streams.err << "zavikctl: unknown command " << words.front() << '\n';
+    streams.err << "zavikctl: unknown command " << visibleText(words.front()) << '\n';
     writeUsage(streams.err);
     return ExitCode::WrongUsage;
 }
@@ -148,10 +149,7 @@ std::optional<std::string_view> Arguments::value(std::string_view option) const
 
 ExitCode failure(Streams streams, std::string_view subject, std::string_view reason)
 {
-    std::string line = "zavikctl: " + std::string(subject) + ": " + std::string(reason);
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; };
-    std::ranges::replace_if(line, isControl, '?');
-    streams.err << line << '\n';
+    streams.err << "zavikctl: " << visibleText(std::string(subject) + ": " + std::string(reason)) << '\n';
     return ExitCode::Failure;
 }
 

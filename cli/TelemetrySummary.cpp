@@ -2,6 +2,7 @@
 #include "cli/Numbers.h"
 #include "cli/TelemetryFormats.h"
 #include "common/Log.h"
+#include "common/Text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,7 +93,8 @@ void writeTrack(std::ostream& out, const ZVKBlackBoxData& data)
 
 void writeTelemetrySummary(std::ostream& out, const ZVKBlackBoxData& data, std::string_view name)
 {
-    out << "recording:    " << name << "\nside data:    " << sideDataText(data.walkEnd()) << '\n';
+    out << "recording:    " << visibleText(name) << "\nside data:    " << sideDataText(data.walkEnd())
+        << '\n';
     writeSamples(out, data);
     writeTrack(out, data);
 }

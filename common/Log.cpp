@@ -1,5 +1,7 @@
 #include "common/Log.h"
 
+#include "common/Text.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <mutex>
@@ -37,7 +39,7 @@ void logLine(std::string_view line)
 {
     const std::lock_guard lock(sinkMutex);
     if (currentSink)
-        currentSink(line);
+        currentSink(visibleText(line));
 }
 
 void logFormat(const char* format, ...)

@@ -4,8 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// The program's log: free-form lines, no levels. Callable from any thread.
-/// Lines go to standard error unless another sink is set.
+/// The program's log: free-form lines, no levels. Callable from any thread. What a name could do to a
+/// terminal is made visible (`visibleText`), so that a line stays a line. Lines go to standard error unless
+/// another sink is set.
 using LogSink = std::function<void(std::string_view line)>;
 
 /// Replaces the sink; an empty one silences the log. Returns the sink that was set before

@@ -33,6 +33,19 @@ Decoded decodeFirst(std::string_view bytes)
     return {codePoint, length};
 }
 
+bool isControl(char32_t c)
+{
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x202A && c <= 0x202E)
+        || (c >= 0x2066 && c <= 0x2069);
+}
+
+void appendEscape(std::string& text, char kind, uint32_t value, int digits)
+{
+    (text += '\\') += kind;
+    while (digits-- > 0)
+        text += "0123456789abcdef"[value >> (4 * digits) & 0xF];
+}
+
 } // namespace
 
 bool isValidUtf8(std::string_view bytes)
@@ -72,4 +85,22 @@ std::string asciiLower(std::string_view text)
         if (c >= 'A' && c <= 'Z')
             c = static_cast<char>(c - 'A' + 'a');
     return lower;
+}
+
+std::string visibleText(std::string_view bytes)
+{
+    std::string text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const Decoded decoded = decodeFirst(bytes);
+        const size_t length = std::max<size_t>(decoded.length, 1);
+        if (decoded.length == 0)
+            appendEscape(text, 'x', static_cast<uint8_t>(bytes.front()), 2);
+        else if (isControl(decoded.codePoint))
+            appendEscape(text, length == 1 ? 'x' : 'u', decoded.codePoint, length == 1 ? 2 : 4);
+        else
+            text += bytes.substr(0, length);
+        bytes.remove_prefix(length);
+    }
+    return text;
 }

@@ -1,3 +1,4 @@
+#include "common/Text.h"
 #include "tools/samplecard/CardMaker.h"
 
 #include <charconv>
@@ -55,12 +56,12 @@ int main(int count, char** values)
     std::signal(SIGTERM, stop);
     std::signal(SIGPIPE, SIG_IGN);
     const auto tell = [](const std::string& line) {
-        std::printf("%s\n", line.c_str());
+        std::printf("%s\n", visibleText(line).c_str());
         std::fflush(stdout);
     };
     const auto trouble = samplecard::makeCard(options, stopped, tell);
     if (!trouble)
         return 0;
-    std::fprintf(stderr, "samplecard: %s\n", trouble->c_str());
+    std::fprintf(stderr, "samplecard: %s\n", visibleText(*trouble).c_str());
     return 1;
 }
