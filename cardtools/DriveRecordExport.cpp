@@ -10,6 +10,8 @@
 
 #include <QPointer>
 
+#include <new>
+
 namespace {
 
 struct Job {
@@ -21,7 +23,7 @@ struct Job {
 
 /// Empty on success; otherwise why not. `report` gets the percentage whenever it changes.
 std::string writeExport(const Job& job, const std::function<void(int)>& report)
-{
+try {
     platform::StreamedFile file(job.path);
     int reported = 0;
     const bool isWritten =
@@ -36,6 +38,8 @@ std::string writeExport(const Job& job, const std::function<void(int)>& report)
         return "stopped";
     const std::string trouble = file.finish();
     return isWritten || !trouble.empty() ? trouble : "not written";
+} catch (const std::bad_alloc&) {
+    return "not enough memory";
 }
 
 } // namespace

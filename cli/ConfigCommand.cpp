@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
-#include "cli/Escapes.h"
 #include "cli/JsonWriter.h"
 #include "cli/LogCapture.h"
+#include "common/Text.h"
 #include "settings/FileDataFields.h"
 
 #include <algorithm>
@@ -60,12 +60,12 @@ ExitCode show(const std::string& path, bool asJson, Streams streams)
     const auto record = loaded(path, streams);
     if (!record)
         return ExitCode::Failure;
-    JsonWriter json;
+    JsonWriter json(streams.out);
     json.beginObject();
     for (const FileDataField& field : fileDataFields()) {
         const std::string value = fieldText(*record, field);
         if (!asJson)
-            streams.out << field.name << '=' << printable(value) << '\n';
+            streams.out << field.name << '=' << visibleText(value) << '\n';
         else if (field.type == FileDataField::Type::Text8)
             json.key(field.name).string(value);
         else
@@ -75,7 +75,7 @@ ExitCode show(const std::string& path, bool asJson, Streams streams)
     json.key("checksum_ok").boolean(fits);
     json.endObject();
     if (asJson)
-        streams.out << json.document() << '\n';
+        json.finish();
     else
         streams.out << "checksum_ok=" << (fits ? "true" : "false") << '\n';
     return ExitCode::Success;

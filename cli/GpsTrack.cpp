@@ -31,9 +31,9 @@ std::optional<TrackPoint> trackPoint(const ZVKGpsRecord& record)
     // Also false for a NaN.
     if (!(std::fabs(point.latitude) <= 90 && std::fabs(point.longitude) <= 180))
         return {};
-    if (record.fix.NS == 'S')
+    if (record.NS == 'S')
         point.latitude = -point.latitude;
-    if (record.fix.EW == 'W')
+    if (record.EW == 'W')
         point.longitude = -point.longitude;
     point.nTimestamp = header.nTimestamp;
     point.speed = speedInKmh(header.fSpeed, header.KM);

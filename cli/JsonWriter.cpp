@@ -17,6 +17,10 @@ JsonWriter& JsonWriter::beginObject()
 {
     if (place == Place::AfterValue)
         separated() += '\n';
+    if (constexpr size_t pieceSize = 65536; text.size() > pieceSize) {
+        out << text;
+        text.clear();
+    }
     text += '{';
     place = Place::AtStart;
     return *this;
@@ -78,6 +82,12 @@ JsonWriter& JsonWriter::null()
 {
     separated() += "null";
     return *this;
+}
+
+void JsonWriter::finish()
+{
+    out << text << '\n';
+    text.clear();
 }
 
 } // namespace cli

@@ -1,15 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <string_view>
 
 namespace cli {
 
-/// Builds one JSON document; every object of an array begins a line.
-/// The caller calls the begin and end operations in pairs and `key` before every value of an object.
+/// Writes one JSON document; every object of an array begins a line. A long one is handed on in pieces.
+/// The caller calls the begin and end operations in pairs, `key` before every value of an object, and
+/// `finish` at the end.
 class JsonWriter {
 public:
+    explicit JsonWriter(std::ostream& output)
+        : out(output)
+    {
+    }
+
     JsonWriter& beginObject();
     JsonWriter& endObject();
     JsonWriter& beginArray();
@@ -24,15 +31,16 @@ public:
     JsonWriter& boolean(bool value);
     JsonWriter& null();
 
-    /// What has been written so far.
-    const std::string& document() const { return text; }
+    /// Ends the document with a line feed.
+    void finish();
 
 private:
     std::string& separated();
 
     enum class Place { AtStart, AfterKey, AfterValue };
 
-    std::string text;
+    std::ostream& out;
+    std::string text; // what has not been handed on yet
     Place place = Place::AtStart;
 };
 

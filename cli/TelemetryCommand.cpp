@@ -18,6 +18,8 @@ std::string_view problem(WalkEnd end)
         return "is no AVI recording";
     case WalkEnd::ReadError:
         return "could not be read";
+    case WalkEnd::NoMemory:
+        return "needs more memory than there is";
     default:
         return {};
     }

@@ -54,7 +54,7 @@ void write(JsonWriter& json, const ZVKGpsData& fix)
 
 void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
 {
-    JsonWriter json;
+    JsonWriter json(out);
     json.beginObject();
     json.key("result").boolean(isSuccess(data.walkEnd()));
     json.key("gsensor").beginArray();
@@ -62,15 +62,15 @@ void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
         write(json, data.m_GSensors[i], data.m_vGSensorData[i].data);
     json.endArray();
     json.key("gps").beginArray();
-    for (const ZVKAviGpsData& header : data.m_vGpsData)
-        write(json, header.data);
+    for (size_t i = 0; i < data.m_vGpsData.size(); ++i)
+        write(json, data.m_vGpsData[i].data);
     json.endArray();
     json.key("fixes").beginArray();
-    for (const ZVKGpsData& fix : data.m_NMEAs)
-        write(json, fix);
+    for (size_t i = 0; i < data.m_NMEAs.size(); ++i)
+        write(json, data.m_NMEAs[i]);
     json.endArray();
     json.endObject();
-    out << json.document() << '\n';
+    json.finish();
 }
 
 } // namespace cli

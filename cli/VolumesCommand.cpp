@@ -1,9 +1,9 @@
 #include "cardtools/Volumes.h"
 #include "cli/Commands.h"
-#include "cli/Escapes.h"
 #include "cli/JsonWriter.h"
 #include "cli/LogCapture.h"
 #include "cli/VolumesSource.h"
+#include "common/Text.h"
 #include "platform/FolderCard.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ std::vector<TKUSBDiskEntity> cards(platform::DiskArbitration& disks)
 
 void writeJson(std::ostream& out, const std::vector<TKUSBDiskEntity>& found)
 {
-    JsonWriter json;
+    JsonWriter json(out);
     json.beginArray();
     for (const TKUSBDiskEntity& card : found) {
         json.beginObject();
@@ -49,18 +49,18 @@ void writeJson(std::ostream& out, const std::vector<TKUSBDiskEntity>& found)
         json.endObject();
     }
     json.endArray();
-    out << json.document() << '\n';
+    json.finish();
 }
 
 void writeLines(std::ostream& out, const std::vector<TKUSBDiskEntity>& found)
 {
     for (const TKUSBDiskEntity& card : found) {
-        out << printable(card.displayString()) << '\n'
-            << "    " << printable(card.mountedURL) << '\n'
-            << "    " << card.deviceFilePath << ", " << card.volumeSize << " bytes, "
+        out << visibleText(card.displayString()) << '\n'
+            << "    " << visibleText(card.mountedURL) << '\n'
+            << "    " << visibleText(card.deviceFilePath) << ", " << card.volumeSize << " bytes, "
             << (card.writable ? "writable" : "write-protected") << ", "
             << (card.mediaWhole ? "whole medium" : "partition") << '\n'
-            << "    " << printable(card.key) << '\n';
+            << "    " << visibleText(card.key) << '\n';
     }
 }
 

@@ -136,7 +136,8 @@ SideDataWalk::Step SideDataWalk::readText(const _AVI_GPS_DATA_T& header)
     m_into.ParseNMEA(text.data(), static_cast<uint32_t>(length));
     m_into.m_GpsRecords.push_back({
         .header = header,
-        .fix = m_into.m_NMEAParser.m_Current.duplicate(),
+        .NS = m_into.m_NMEAParser.m_Current.NS,
+        .EW = m_into.m_NMEAParser.m_Current.EW,
         .firstSnapshot = firstSnapshot,
         .snapshotCount = m_into.m_NMEAs.size() - firstSnapshot,
         .samplesBefore = m_into.m_GSensors.size(),
@@ -164,7 +165,7 @@ SideDataWalk::Step SideDataWalk::finishGpsRecord(const _AVI_GPS_DATA_T& header)
 void SideDataWalk::pairWithWaitingSamples(const _AVI_GPS_DATA_T& header)
 {
     // Every paired sample has exactly one header, so the list's length is the place of the first one waiting.
-    std::vector<ZVKAviGpsData>& paired = m_into.m_vGpsData;
+    RunList<ZVKAviGpsData>& paired = m_into.m_vGpsData;
     bool hasReachedFix = false;
     while (!hasReachedFix && paired.size() < m_into.m_vGSensorData.size()) {
         const int64_t sampleTime = m_into.m_vGSensorData[paired.size()].data.nTimestamp;

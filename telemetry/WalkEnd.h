@@ -14,6 +14,7 @@ enum class WalkEnd {
     CutGSensorRecord, ///< the file ended inside a G-sensor record
     ReadError, ///< the device failed
     Stopped, ///< somebody asked for it
+    NoMemory, ///< nothing stays
 };
 
 constexpr bool isSuccess(WalkEnd end)

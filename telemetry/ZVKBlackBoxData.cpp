@@ -5,6 +5,7 @@
 #include "telemetry/SideDataWalk.h"
 
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace {
@@ -62,7 +63,13 @@ bool ZVKBlackBoxData::ExtractStreamInformation(ByteSource& source, std::stop_tok
 {
     logLine(startLine);
     clear();
-    m_walkEnd = SideDataWalk(*this, source, std::move(stop)).run();
+    try {
+        m_walkEnd = SideDataWalk(*this, source, std::move(stop)).run();
+    } catch (const std::bad_alloc&) {
+        clear();
+        logLine("telemetry: not enough memory for the side data");
+        m_walkEnd = WalkEnd::NoMemory;
+    }
     return isSuccess(m_walkEnd);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "telemetry/ByteSource.h"
+#include "telemetry/KeptFix.h"
+#include "telemetry/RunList.h"
 #include "telemetry/WalkEnd.h"
 #include "telemetry/ZVKAviGSensorData.h"
 #include "telemetry/ZVKAviGpsData.h"
@@ -25,6 +27,7 @@
 /// Trailer: with `KM` '1' or '9' 7 bytes, otherwise one byte back; then a 0x00 byte belongs to the record and
 /// any other byte to what follows.
 ///
+/// Memory: a small multiple of the bytes that the records take in the file, however small or many they are.
 /// A value: it can be filled on one thread and moved to another. One thread at a time.
 class ZVKBlackBoxData {
 public:
@@ -33,7 +36,7 @@ public:
     uint8_t m_udatRecPark = 0; ///< byte 6
     uint32_t m_LastTimeEventType = 0;
     ZVKZAVIKNMEASentenceParser m_NMEAParser;
-    std::vector<ZVKGpsData> m_NMEAs; ///< the current fix after each "$G" sentence, in text order
+    RunList<ZVKGpsData, KeptFix> m_NMEAs; ///< the current fix after each "$G" sentence, in text order
     std::vector<ZVKGSensor> m_GSensors; ///< one per G-sensor record, in file order, in g
     std::vector<int32_t> m_Times; ///< seconds since 1970 of the time records
     std::vector<ZVKTimeEvent> m_TimeEvents;
@@ -41,7 +44,7 @@ public:
     /// GPS headers, one per paired sample: element i belongs to `m_GSensors[i]`. A header is paired with the
     /// samples that wait before it in the file, up to and including the first of its own tenth of a second
     /// or later; the samples after the last header have none.
-    std::vector<ZVKAviGpsData> m_vGpsData;
+    RunList<ZVKAviGpsData> m_vGpsData;
     /// The GPS records in file order, except those whose text was stepped over.
     std::vector<ZVKGpsRecord> m_GpsRecords;
 
@@ -51,7 +54,8 @@ public:
     /// Reads one recording's side data, after `clear`. False when the file (a UTF-8 path) cannot be opened,
     /// is no AVI, has no side data or ends inside a G-sensor record, when the device fails and when a stop
     /// was requested; whatever was gathered before stays readable. `walkEnd` tells why. One sequential pass;
-    /// the video is skipped by seeking.
+    /// the video is skipped by seeking. When there is not enough memory everything is given back, the log
+    /// says so, and the result is false.
     ///
     /// A text longer than `largestText` is stepped over together with its record; one that cannot be in the
     /// file ends the walk. A text that the end of the file cuts is used as far as it goes.

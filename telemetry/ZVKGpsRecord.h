@@ -1,7 +1,6 @@
 #pragma once
 
 #include "telemetry/AviRecords.h"
-#include "telemetry/ZVKGpsData.h"
 
 #include <cstddef>
 
@@ -9,7 +8,8 @@
 /// has no hemisphere, and the lists of headers and of snapshots do not tell which of them belong together.
 struct ZVKGpsRecord {
     _AVI_GPS_DATA_T header;
-    ZVKGpsData fix; ///< as it stood after the record's sentences
+    char NS = 'N'; ///< the hemispheres as they stood after the record's sentences
+    char EW = 'E';
     size_t firstSnapshot = 0; ///< index in `m_NMEAs` of the first snapshot that the record added
     size_t snapshotCount = 0; ///< how many it added, possibly none
     size_t samplesBefore = 0; ///< G-sensor samples that stand before it in the file

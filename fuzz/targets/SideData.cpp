@@ -44,7 +44,7 @@ void requireSound(const ZVKBlackBoxData& data)
     for (const ZVKGpsRecord& record : data.m_GpsRecords) {
         require(record.firstSnapshot == snapshots);
         snapshots += record.snapshotCount;
-        require(record.snapshotCount == 0 || record.fix.Now == data.m_NMEAs[snapshots - 1].Now);
+        require(record.snapshotCount == 0 || record.NS == data.m_NMEAs[snapshots - 1].NS);
         require(record.samplesBefore >= samples && record.samplesBefore <= data.m_GSensors.size());
         samples = record.samplesBefore;
     }

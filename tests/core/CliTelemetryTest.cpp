@@ -188,7 +188,7 @@ TEST(CliTelemetry, BeginsATrackSegmentAtEveryGap)
 TEST(CliTelemetry, GivesPlacesInDegreesAndSpeedsInKmh)
 {
     ZVKGpsRecord south = record(7, 3730.6, 12715, '1');
-    south.fix.NS = 'S';
+    south.NS = 'S';
     const auto point = cli::trackPoint(south);
     ASSERT_TRUE(point);
     EXPECT_EQ(point->nTimestamp, 7);
