@@ -3,7 +3,6 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "common/Coordinates.h"
-#include "common/Log.h"
 #include "telemetry/GraphView.h"
 #include "telemetry/Readouts.h"
 #include "ui_ZVKAppDelegate.h"
@@ -49,7 +48,7 @@ void ZVKAppDelegate::updateGpsUIByPlayPosition()
             evaluateMapScript("ZVKDebug('GPS Data Count=Zero')");
     } else {
         const size_t i = proportionalIndex(playInfo.position(), headers.size());
-        const _AVI_GPS_DATA_T& header = headers[i].data;
+        const _AVI_GPS_DATA_T header = headers[i].data;
         if (i < fixes.size()) {
             isSouth = isSouth || fixes[i].NS != 'N';
             isWest = isWest || fixes[i].EW != 'E';
@@ -59,14 +58,14 @@ void ZVKAppDelegate::updateGpsUIByPlayPosition()
         nmeaCoordinateToDegrees(&latitude, &longitude, isSouth ? -header.fLatitude : header.fLatitude,
             isWest ? -header.fLongitude : header.fLongitude);
         evaluateMapScript(setLatLagScript(longitude, latitude));
-        outlets->longitudeField->setText(text(formatted("%.4f", longitude)));
-        outlets->latitudeField->setText(text(formatted("%.4f", latitude)));
+        outlets->longitudeField->setText(text(degreesText(longitude, 180)));
+        outlets->latitudeField->setText(text(degreesText(latitude, 90)));
         outlets->speedField->setText(
             text(speedText(header.fSpeed, static_cast<uint8_t>(header.KM), m_bMileDisplay)));
     }
     if (fixes.empty())
         return;
-    const ZVKGpsData& fix = fixes[proportionalIndex(playInfo.position(), fixes.size())];
-    outlets->hdopField->setText(text(formatted("%.1f", fix.HDOP)));
-    outlets->sateliteField->setText(text(formatted("%d", int32_t(fix.SatelliteUsedCount))));
+    const ZVKGpsData fix = fixes[proportionalIndex(playInfo.position(), fixes.size())];
+    outlets->hdopField->setText(text(hdopText(fix.HDOP)));
+    outlets->sateliteField->setText(text(satelliteText(fix.SatelliteUsedCount)));
 }

@@ -27,13 +27,32 @@ template <typename Record> Record driveRecordAt(const std::byte* bytes)
     return record;
 }
 
+// Whether a record's value can be.
+inline constexpr auto alwaysPossible = [](const auto&) { return true; };
+inline constexpr auto possibleDate = [](const auto& record) {
+    return record.month >= 1 && record.month <= 12 && record.day >= 1 && record.day <= 31;
+};
+inline constexpr auto possibleTime = [](const auto& record) {
+    return record.hour <= 24 && record.minute <= 60 && record.second <= 60;
+};
+inline constexpr auto possibleLat = [](const auto& record) {
+    return drivePlace(record.latWhole, record.latFraction, 0, 0).latitude <= 90;
+};
+inline constexpr auto possibleLon = [](const auto& record) {
+    return drivePlace(0, 0, record.lonWhole, record.lonFraction).longitude <= 180;
+};
+template <auto field>
+inline constexpr auto possibleSpeed = [](const auto& record) { return record.*field <= 1000; };
+
 /// A column whose cell is what `cell(text, record)` appends.
-template <typename Record, typename Cell>
-constexpr DriveLogColumn driveColumn(std::string_view title, int width, Cell)
+template <typename Record, typename Cell, typename Possible = decltype(alwaysPossible)>
+constexpr DriveLogColumn driveColumn(std::string_view title, int width, Cell, Possible = {})
 {
-    return {title, width, [](std::string& text, const std::byte* bytes, int64_t) {
-                Cell{}(text, driveRecordAt<Record>(bytes));
-            }};
+    return {title, width,
+        [](std::string& text, const std::byte* bytes, int64_t) {
+            Cell{}(text, driveRecordAt<Record>(bytes));
+        },
+        [](const std::byte* bytes) { return Possible{}(driveRecordAt<Record>(bytes)); }};
 }
 
 constexpr DriveLogColumn rowNumberColumn(std::string_view title, int width)

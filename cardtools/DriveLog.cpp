@@ -14,9 +14,17 @@ std::string DriveLog::stringForColumnIndex(int64_t column, int64_t row) const
     return text;
 }
 
+std::string DriveLog::shownText(int64_t column, int64_t row) const
+{
+    const bool isThere = hasRow(row) && column >= 0 && static_cast<size_t>(column) < kind->columns.size();
+    const auto isPossible = isThere ? kind->columns[static_cast<size_t>(column)].isPossible : nullptr;
+    return isPossible && !isPossible(recordAt(row)) ? std::string() : stringForColumnIndex(column, row);
+}
+
 DrivePlace DriveLog::placeAt(int64_t row) const
 {
-    return hasRow(row) ? kind->placeOf(recordAt(row)) : DrivePlace();
+    const DrivePlace place = hasRow(row) ? kind->placeOf(recordAt(row)) : DrivePlace();
+    return place.latitude <= 90 && place.longitude <= 180 ? place : DrivePlace();
 }
 
 DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop)

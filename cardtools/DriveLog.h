@@ -21,12 +21,14 @@ public:
 
     /// The cell's text; empty for a column or row that is not there.
     std::string stringForColumnIndex(int64_t column, int64_t row) const;
+    /// The cell as a window shows it: nothing for a value that cannot be, which only a damaged record holds.
+    std::string shownText(int64_t column, int64_t row) const;
     /// The bytes of a row that is there.
     const std::byte* recordAt(int64_t row) const
     {
         return bytes.get() + static_cast<size_t>(row) * kind->recordSize;
     }
-    /// The row's place; 0, 0 for a row that is not there.
+    /// The row's place; 0, 0 for a row that is not there and for a place that cannot be.
     DrivePlace placeAt(int64_t row) const;
 
     friend DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop);

@@ -31,8 +31,7 @@ QVariant DriveRecordModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole: // for a column that is too narrow
-        return shown ? QString::fromStdString(shown->stringForColumnIndex(index.column(), index.row()))
-                     : QVariant();
+        return shown ? QString::fromStdString(shown->shownText(index.column(), index.row())) : QVariant();
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     default:

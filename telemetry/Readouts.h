@@ -8,12 +8,23 @@
 /// whole number; whatever lies outside the list, a negative position too, gives the last entry.
 size_t proportionalIndex(double position, size_t n);
 
-/// "X=+1.23", "X=-0.50", "X=0.00": a "+" before every value above zero.
+// A damaged record can hold any number. What cannot be is shown as nothing: it gives an empty text.
+
+/// "X=+1.23", "X=-0.50", "X=0.00": a "+" before every value above zero. "X=" beyond 200 g.
 std::string gsensorText(char axis, float value);
 
 /// "62 Km/h" or "100 Mi/h": the record's speed by its `KM` marker ('1', '9' or any other), cut to a whole
-/// number.
+/// number. Nothing below 0 and above 1000 km/h.
 std::string speedText(double fSpeed, uint8_t KM, bool showMiles);
 
-/// "setLatLag('%lf','%lf')" for the map page; decimal degrees.
+/// Decimal degrees, "37.5125"; nothing beyond the largest that there can be (90 or 180).
+std::string degreesText(double degrees, double largest);
+
+/// "0.9"; nothing below 0 and from 1000 on.
+std::string hdopText(double hdop);
+
+/// Nothing above the two digits that a sentence has for it.
+std::string satelliteText(uint32_t count);
+
+/// "setLatLag('%lf','%lf')" for the map page; decimal degrees. A place that cannot be is no fix: 0, 0.
 std::string setLatLagScript(double longitude, double latitude);

@@ -90,6 +90,30 @@ TEST(DriveLogCells, OfWholeRows)
     EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(0, 1), "");
 }
 
+TEST(DriveLogCells, ShowNothingForWhatCannotBe)
+{
+    const auto shown = [](const DriveLog& log) {
+        std::string text;
+        for (const int64_t column : {2, 3, 5, 6, 7, 8, 9})
+            text += log.shownText(column, 0) + '|';
+        return text;
+    };
+    EXPECT_EQ(shown(logOf(flashRecord())), "2015/03/21|07:05:09|3734.1234|12702.5000|123.4|61|99|");
+    FlashDataRecord flash = flashRecord();
+    ObdDriveRecord obd = obdRecord();
+    flash.month = obd.month = 13;
+    flash.hour = obd.hour = 25;
+    flash.latWhole = obd.latWhole = 9001;
+    flash.lonWhole = obd.lonWhole = 18001;
+    flash.cur_speed = flash.max_speed = 65535;
+    obd.cur_speed = obd.gps_speed = 1001;
+    EXPECT_EQ(shown(logOf(flash)), "||||123.4|||");
+    EXPECT_EQ(shown(logOf(obd)), "||||||2500|");
+    EXPECT_EQ(logOf(flash).stringForColumnIndex(8, 0), "65535") << "the export has what the file has";
+    EXPECT_EQ(logOf(flash).placeAt(0).latitude, 0);
+    EXPECT_EQ(logOf(flashRecord()).shownText(15, 0), "");
+}
+
 TEST(DriveLogCells, HandOverDecimalDegrees)
 {
     const DrivePlace place = logOf(flashRecord()).placeAt(0);

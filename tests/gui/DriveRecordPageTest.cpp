@@ -144,6 +144,15 @@ TEST_F(FlashLogPage, ACutLogShowsItsWholeRecordsAndSaysSo)
     EXPECT_EQ(child<QLabel>("stateLabel").text(), "The log ends early: 2 of 3 records could be read.");
 }
 
+TEST_F(FlashLogPage, AValueThatCannotBeIsAnEmptyCell)
+{
+    FlashDataRecord damaged = flashRecord();
+    damaged.cur_speed = 65535;
+    open(std::vector{damaged});
+    EXPECT_EQ(table().model()->index(0, 8).data().toString(), "");
+    EXPECT_EQ(table().model()->index(0, 9).data().toString(), "99");
+}
+
 TEST_F(FlashLogPage, DoubleClickAndEnterOpenTheMapAtTheRow)
 {
     desktop.screens.frame = {100, 200, 500, 400};
