@@ -3,10 +3,12 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "app/MediaTableModel.h"
+#include "common/Text.h"
 #include "platform/Texts.h"
 #include "ui_ZVKAppDelegate.h"
 
 #include <QHeaderView>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -14,6 +16,14 @@ namespace {
 
 constexpr int cellPadding = 15;
 constexpr int iconGap = 8;
+
+/// A name or a path as a line of the panel can hold it.
+QString shownPath(std::string_view path)
+{
+    const QString text = QString::fromStdString(visibleText(path));
+    constexpr qsizetype longest = 40;
+    return text.size() <= longest ? text : QChar(0x2026) + text.right(longest - 1);
+}
 
 } // namespace
 
@@ -66,19 +76,44 @@ void ZVKAppDelegate::findFileAtHand()
         selectRow(mediaIndex);
 }
 
-/// Says in plain text what the list is doing, or what to do, while there is nothing in it.
+/// Says in plain text what the list is doing, or what to do, while there is nothing in it; below its rows,
+/// what is not among them.
 void ZVKAppDelegate::showListState()
 {
-    const char* key = "list.nothing_found";
+    const MediaScanState& state = mediaList->scanState();
+    QStringList lines;
     if (scanning)
-        key = "list.scanning";
+        lines += platform::localized("list.scanning");
     else if (!mediaList->directoryPath())
-        key = "list.empty";
-    else if (!mediaList->isReadable())
-        key = "list.failed";
-    outlets->listStateLabel->setText(platform::localized(key));
-    outlets->listStateLabel->setVisible(scanning || !mediaList->isReadable() || mediaList->count() == 0);
+        lines += platform::localized("list.empty");
+    else if (!state.isReadable)
+        lines += platform::localized("list.failed");
+    else
+        lines = scanRemarks();
+    outlets->listStateLabel->setTextFormat(Qt::PlainText);
+    outlets->listStateLabel->setText(lines.join('\n'));
+    outlets->listStateLabel->setVisible(!lines.isEmpty());
     outlets->mediaListTableView->setVisible(mediaList->count() > 0);
+}
+
+/// What there is to say about the list that a scan has given.
+QStringList ZVKAppDelegate::scanRemarks() const
+{
+    const MediaScanState& state = mediaList->scanState();
+    const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
+    QStringList lines;
+    if (mediaList->count() == 0)
+        lines += platform::localized("list.nothing_found");
+    if (state.isCut)
+        lines +=
+            platform::localized("list.cut")
+                .arg(numbers.toString(qlonglong(mediaList->count())), shownPath(*mediaList->directoryPath()));
+    if (state.unreadCount == 1)
+        lines += platform::localized("list.unread").arg(shownPath(state.unread));
+    else if (state.unreadCount > 1)
+        lines += platform::localized("list.unread_more")
+                     .arg(shownPath(state.unread), numbers.toString(qlonglong(state.unreadCount - 1)));
+    return lines;
 }
 
 void ZVKAppDelegate::selectRow(int64_t row)

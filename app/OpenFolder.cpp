@@ -17,8 +17,9 @@ void ZVKAppDelegate::folderMoved(const std::string& from, const std::string& to)
     const std::string before = standardizedPath(from) + "/";
     mediaList->movedTo(to);
     // What is read at the old path is not there.
-    if (scanning || !mediaList->isReadable())
+    if (scanning || !mediaList->scanState().failure.empty())
         mediaList->setDirectoryPath(to);
+    showListState();
     const auto media = player1->media();
     if (!media || !media->url().value_or("").starts_with(before))
         return;

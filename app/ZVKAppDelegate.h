@@ -187,6 +187,7 @@ private:
     void selectRow(int64_t row);
     int64_t selectedRow() const;
     void showListState();
+    QStringList scanRemarks() const;
 
     void layoutWindow();
     void layoutBodyBox();

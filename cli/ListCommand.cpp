@@ -1,7 +1,6 @@
 #include "cli/Commands.h"
-#include "cli/Escapes.h"
 #include "cli/JsonWriter.h"
-#include "cli/LogCapture.h"
+#include "common/Text.h"
 #include "media/MediaDirection.h"
 #include "media/MediaPath.h"
 #include "media/ZVKMediaList.h"
@@ -35,7 +34,7 @@ struct StartText {
 
 void writeJson(std::ostream& out, const std::vector<ZVKMedia>& medias)
 {
-    JsonWriter json;
+    JsonWriter json(out);
     json.beginArray();
     for (const ZVKMedia& media : medias) {
         const StartText start(media);
@@ -49,7 +48,7 @@ void writeJson(std::ostream& out, const std::vector<ZVKMedia>& medias)
         json.endObject();
     }
     json.endArray();
-    out << json.document() << '\n';
+    json.finish();
 }
 
 void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
@@ -63,7 +62,7 @@ void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
         else
             out << start.date << ' ' << start.time << ' ';
         out << kinds[static_cast<size_t>(media.mediaDivision())]
-            << directions[static_cast<size_t>(mediaDirection(media.path()))] << printable(media.path())
+            << directions[static_cast<size_t>(mediaDirection(media.path()))] << visibleText(media.path())
             << '\n';
     }
 }
@@ -75,14 +74,16 @@ ExitCode runList(const Arguments& arguments, Streams streams)
     const std::filesystem::directory_iterator listing(folder, error);
     if (error)
         return failure(streams, arguments.operands.front(), error.message());
-    const LogCapture trouble;
-    const std::vector<ZVKMedia> medias = ZVKMediaList::sortedMedias(folder);
+    const auto [medias, state] = ZVKMediaList::scan(folder);
     if (arguments.flag == "--json")
         writeJson(streams.out, medias);
     else
         writeColumns(streams.out, medias);
-    if (!trouble.text.empty())
-        return failure(streams, arguments.operands.front(), trouble.text);
+    if (state.isCut)
+        streams.err << "zavikctl: " << visibleText(folder) << ": only the first " << medias.size()
+                    << " recordings that were found are listed\n";
+    if (!state.failure.empty())
+        return failure(streams, arguments.operands.front(), "could not read " + state.failure);
     return ExitCode::Success;
 }
 
@@ -96,10 +97,13 @@ const Command listCommand = {
     .summary = "Lists the recordings in a folder and all folders below it, oldest first.",
     .details =
         "Columns: date, time, kind (always, motion, event), camera (front, rear, -), path; \"-\" where the\n"
-        "file name tells no date, \"?\" for control characters.\n"
+        "file name tells no date; control characters of a path are written as \\x1b or \\u202e.\n"
         "--json: an array of {\"path\", \"file\", \"kind\" (0 always, 1 motion, 2 event), \"date\", "
         "\"time\",\n"
         "\"direction\" (0 front, 1 rear, 2 unknown)}; date and time are empty where they are unknown.\n"
+        "Folders on other file systems are passed over, and so are links that lead outside. Of more than "
+        "15000\n"
+        "recordings those are listed that were found first, and a line on the error stream says so.\n"
         "A folder that cannot be read to its end: what was found is listed, and the exit code is 1.\n",
     .fewestOperands = 1,
     .mostOperands = 1,

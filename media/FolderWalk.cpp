@@ -1,86 +1,112 @@
 #include "media/FolderWalk.h"
 
+#include "common/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
 #include <utility>
 
 namespace fs = std::filesystem;
+using platform::FolderListing;
 
 namespace {
 
-bool leadsNowhere(const std::error_code& errorOfLink)
+bool isForbidden(std::error_code error)
 {
-    return errorOfLink == std::errc::no_such_file_or_directory
-        || errorOfLink == std::errc::too_many_symbolic_link_levels;
+    return error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
+}
+
+/// Folders that a file system, a desktop or another system makes for itself on whatever it writes to.
+bool isKeptBySystem(const std::string& folder)
+{
+    constexpr std::array names{"lost+found", "system volume information", "$recycle.bin", "recycler",
+        ".trashes", ".spotlight-v100", ".fseventsd", ".temporaryitems", ".documentrevisions-v100"};
+    const std::string name = asciiLower(folder.substr(folder.rfind('/') + 1));
+    return std::ranges::find(names, name) != names.end() || name.starts_with(".trash-");
 }
 
 } // namespace
 
-FolderWalk::FolderWalk(Visitor visitor, std::stop_token stop)
-    : visit(std::move(visitor)),
+FolderWalk::FolderWalk(Filter filter, Visitor visitor, std::stop_token stop)
+    : isWanted(std::move(filter)),
+      visit(std::move(visitor)),
       stopToken(std::move(stop))
 {
 }
 
-void FolderWalk::enter(const std::string& folder)
+void FolderWalk::run(const std::string& folder)
 {
-    if (!isFirstVisit(folder))
-        return;
-    // The whole listing is read before any folder below is entered, so that only one folder is open at a
-    // time.
-    for (Entry& entry : entriesOf(folder)) {
-        if (stopToken.stop_requested())
-            return;
-        if (entry.isFolder)
-            enter(entry.path);
-        else if (!visit(std::move(entry.path)))
-            return;
+    root = folder;
+    std::error_code error;
+    canonicalRoot = fs::canonical(folder, error).native();
+    enter(folder);
+    // Of a card that was pulled meanwhile, a folder inside is not what failed.
+    if (failed > 0 && !errorOfRoot) {
+        FolderListing again(root, FolderListing::Links::follow);
+        again.next();
+        errorOfRoot = again.error();
     }
 }
 
-bool FolderWalk::isFirstVisit(const std::string& folder)
+void FolderWalk::enter(const std::string& folder)
 {
-    std::error_code error;
-    const fs::path canonical = fs::canonical(folder, error);
-    if (error)
-        noteFailure(folder, error);
-    return !error && visitedFolders.insert(canonical.native()).second;
+    // The whole listing is read before any folder below is entered, so that only one folder is open at a
+    // time.
+    std::vector<Entry> entries = entriesOf(folder);
+    for (auto entry = entries.begin(); entry != entries.end() && !stopToken.stop_requested(); ++entry) {
+        if (entry->isFolder) {
+            enter(entry->path);
+        } else if (!visit(std::move(entry->path))) {
+            passedOver = passedOver || entry + 1 != entries.end();
+            return;
+        }
+    }
 }
 
 std::vector<FolderWalk::Entry> FolderWalk::entriesOf(const std::string& folder)
 {
+    const bool isRoot = folder == root;
+    FolderListing listing(folder, isRoot ? FolderListing::Links::follow : FolderListing::Links::refuse);
     std::vector<Entry> entries;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    if (isRoot)
+        volume = listing.volume();
+    else if (listing.volume() != 0 && listing.volume() != volume)
+        return entries;
+    const std::string beginning = folder.ends_with('/') ? folder : folder + '/';
+    while (const auto entry = listing.next()) {
         if (stopToken.stop_requested())
             return {};
-        addEntry(entries, *entry);
+        const bool isFolder = entry->kind == FolderListing::Kind::folder;
+        if (!isFolder && (entry->kind == FolderListing::Kind::other || !isWanted(entry->name)))
+            continue;
+        std::string path;
+        path.reserve(beginning.size() + entry->name.size());
+        path.append(beginning).append(entry->name);
+        if (entry->kind != FolderListing::Kind::link || leadsToFileInside(path))
+            entries.push_back({std::move(path), isFolder});
     }
-    if (error)
-        noteFailure(folder, error);
+    if (listing.error())
+        noteFailure(folder, listing.error());
     return entries;
 }
 
-void FolderWalk::addEntry(std::vector<Entry>& entries, const fs::directory_entry& entry)
+bool FolderWalk::leadsToFileInside(const std::string& link)
 {
-    // Both questions are answered from the listing itself, without a further look at the disk, except for
-    // links and on file systems whose listings carry no types.
     std::error_code error;
-    const bool isFolder = entry.is_directory(error);
-    const bool isFile = !isFolder && !error && entry.is_regular_file(error);
-    if (isFolder || isFile)
-        entries.push_back({entry.path().native(), isFolder});
-    else if (error && !leadsNowhere(error))
-        noteFailure(entry.path().native(), error);
+    const std::string target = fs::canonical(link, error).native();
+    const std::string beginning = canonicalRoot.ends_with('/') ? canonicalRoot : canonicalRoot + '/';
+    return !error && target.starts_with(beginning) && FolderListing::isFile(target, volume);
 }
 
-void FolderWalk::noteFailure(const std::string& path, const std::error_code& error)
+void FolderWalk::noteFailure(const std::string& path, std::error_code error)
 {
-    if (failureCount++ == 0)
-        firstFailure = path + ": " + error.message();
-}
-
-std::string FolderWalk::failures() const
-{
-    if (failureCount < 2)
-        return firstFailure;
-    return firstFailure + " (and " + std::to_string(failureCount - 1) + " more)";
+    if (path == root) {
+        errorOfRoot = error;
+    } else if (!isForbidden(error) || !isKeptBySystem(path)) {
+        if (failed++ == 0) {
+            firstFailed = path;
+            errorOfFirst = error;
+        }
+    }
 }

@@ -1,5 +1,6 @@
 #include "media/ZVKMedia.h"
 
+#include "common/Text.h"
 #include "media/MediaPath.h"
 #include "media/RecordingName.h"
 
@@ -27,6 +28,11 @@ int32_t lenientNumber(std::string_view text)
 
 ZVKMedia ZVKMedia::mediaWithPath(std::string path)
 {
+    return mediaWithStandardizedPath(standardizedPath(std::move(path)));
+}
+
+ZVKMedia ZVKMedia::mediaWithStandardizedPath(std::string path)
+{
     ZVKMedia media;
     media.parsePath(std::move(path));
     return media;
@@ -34,7 +40,7 @@ ZVKMedia ZVKMedia::mediaWithPath(std::string path)
 
 void ZVKMedia::parsePath(std::string path)
 {
-    wholePath = standardizedPath(std::move(path));
+    wholePath = std::move(path);
 
     const RecordingNameUnits units(mediaName());
     if (!hasRecordingNameLength(units))
@@ -115,6 +121,15 @@ int64_t ZVKMedia::startNumber() const
     for (const int32_t field : {start.month, start.day, start.hour, start.minute, start.second})
         number = number * 100 + field;
     return number;
+}
+
+bool ZVKMedia::standsBefore(const ZVKMedia& other) const
+{
+    const auto lowerName = [](const ZVKMedia& media) {
+        return asciiLower(std::string_view(media.wholePath).substr(media.wholePath.rfind('/') + 1));
+    };
+    const int byName = lowerName(*this).compare(lowerName(other));
+    return byName != 0 ? byName < 0 : wholePath < other.wholePath;
 }
 
 int64_t ZVKMedia::sortKey() const

@@ -13,6 +13,8 @@
 class ZVKMedia {
 public:
     static ZVKMedia mediaWithPath(std::string path);
+    /// The same of a path that is absolute and lexically normal already.
+    static ZVKMedia mediaWithStandardizedPath(std::string path);
 
     /// Absolute and lexically normal.
     const std::string& path() const { return wholePath; }
@@ -48,6 +50,8 @@ public:
     int64_t compareDate(const ZVKMedia& other) const { return sortKey() - other.sortKey(); }
     /// Numbers whose order is that of `compareDate`.
     int64_t sortKey() const;
+    /// The order among recordings that compare equal: by file name in any letter case, then by path.
+    bool standsBefore(const ZVKMedia& other) const;
 
 private:
     struct Start {

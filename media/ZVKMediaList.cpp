@@ -7,6 +7,7 @@
 #include "media/RecordingName.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
@@ -22,13 +23,43 @@ std::vector<ZVKMedia> sortedByDate(std::vector<ZVKMedia> found)
     places.reserve(found.size());
     for (ZVKMedia& media : found)
         places.push_back({media.sortKey(), &media});
-    std::ranges::stable_sort(places, {}, &Place::sortKey);
+    std::ranges::sort(places, [](const Place& one, const Place& other) {
+        return one.sortKey != other.sortKey ? one.sortKey < other.sortKey
+                                            : one.media->standsBefore(*other.media);
+    });
 
     std::vector<ZVKMedia> sorted;
     sorted.reserve(found.size());
     for (const Place& place : places)
         sorted.push_back(std::move(*place.media));
     return sorted;
+}
+
+/// Whether a file of that name (without its extension) is listed.
+bool isRecordingName(std::string_view name)
+{
+    const RecordingNameUnits units(name);
+    if (!hasRecordingNameLength(units))
+        return false;
+    const RecordingNameTemplate* known = recordingNameTemplate(units);
+    return !known || ZVKMediaList::_checkTimeByName(units, known->datePosition());
+}
+
+MediaScanState stateOf(const FolderWalk& walk, const std::string& root)
+{
+    MediaScanState state;
+    state.isReadable = !walk.rootError();
+    state.isCut = walk.hasPassedOver();
+    state.unreadCount = walk.failureCount();
+    if (walk.failureCount() > 0)
+        state.unread = walk.firstFailure().substr(root == "/" ? 1 : root.size() + 1);
+    if (walk.rootError())
+        state.failure = root + ": " + walk.rootError().message();
+    else if (walk.failureCount() > 0)
+        state.failure = walk.firstFailure() + ": " + walk.firstError().message();
+    if (walk.failureCount() > 1)
+        state.failure += " (and " + std::to_string(walk.failureCount() - 1) + " more)";
+    return state;
 }
 
 } // namespace
@@ -40,7 +71,7 @@ ZVKMediaList::ZVKMediaList(platform::Dispatcher& queues)
 
 ZVKMediaList::~ZVKMediaList()
 {
-    scan.request_stop();
+    newestScan.request_stop();
 }
 
 std::unique_ptr<ZVKMediaList> ZVKMediaList::mediaList(platform::Dispatcher& queues)
@@ -51,20 +82,19 @@ std::unique_ptr<ZVKMediaList> ZVKMediaList::mediaList(platform::Dispatcher& queu
 void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
 {
     directory = std::move(path);
-    scan.request_stop();
+    newestScan.request_stop();
     if (!directory)
         return;
     medias.clear();
-    scan = std::stop_source();
+    state = {};
+    newestScan = std::stop_source();
     // A stop is requested on the main thread only: a scan that is not void there still has its list.
     dispatcher.inBackground(
-        [this, &queues = dispatcher, folder = standardizedPath(*directory), token = scan.get_token()] {
-            auto found = std::make_shared<std::vector<ZVKMedia>>();
-            const bool isWhole = eachDir(folder, *found, token);
-            *found = sortedByDate(std::move(*found));
-            queues.onMain([this, token, found, isWhole] {
+        [this, &queues = dispatcher, folder = standardizedPath(*directory), token = newestScan.get_token()] {
+            auto found = std::make_shared<MediaScan>(scan(folder, token));
+            queues.onMain([this, token, found] {
                 if (!token.stop_requested())
-                    replaceMedias(std::move(*found), isWhole);
+                    replaceMedias(*found);
             });
         });
 }
@@ -79,10 +109,10 @@ void ZVKMediaList::movedTo(const std::string& path)
     }
 }
 
-void ZVKMediaList::replaceMedias(std::vector<ZVKMedia> scanned, bool isWhole)
+void ZVKMediaList::replaceMedias(MediaScan& scanned)
 {
-    medias = std::move(scanned);
-    readable = isWhole;
+    medias = std::move(scanned.medias);
+    state = std::move(scanned.state);
     if (delegate)
         delegate->mediaListChanged(*this);
 }
@@ -100,13 +130,9 @@ void ZVKMediaList::addMedia(ZVKMedia media)
 std::optional<ZVKMedia> ZVKMediaList::createMediaByPath(std::string path)
 {
     path = standardizedPath(std::move(path));
-    const RecordingNameUnits units(piecesOfPath(path).name);
-    if (!hasRecordingNameLength(units))
+    if (!isRecordingName(piecesOfPath(path).name))
         return {};
-    const RecordingNameTemplate* known = recordingNameTemplate(units);
-    if (known && !_checkTimeByName(units, known->datePosition()))
-        return {};
-    return ZVKMedia::mediaWithPath(std::move(path));
+    return ZVKMedia::mediaWithStandardizedPath(std::move(path));
 }
 
 bool ZVKMediaList::_checkTimeByName(std::string_view units, int64_t position)
@@ -115,28 +141,40 @@ bool ZVKMediaList::_checkTimeByName(std::string_view units, int64_t position)
         >= static_cast<int64_t>(recordingDateTemplate.size()) + position;
 }
 
-bool ZVKMediaList::eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop)
+MediaScanState ZVKMediaList::eachDir(
+    const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop)
 {
+    const auto isRecording = [](std::string_view name) {
+        constexpr std::string_view extension = ".avi";
+        return name.size() > extension.size()
+            && asciiLower(name.substr(name.size() - extension.size())) == extension
+            && isRecordingName(name.substr(0, name.size() - extension.size()));
+    };
     const auto addRecording = [&](std::string path) {
-        if (asciiLower(piecesOfPath(path).extension) != "avi")
-            return true;
-        auto media = createMediaByPath(std::move(path));
-        if (!media)
-            return true;
-        array.push_back(std::move(*media));
+        array.push_back(ZVKMedia::mediaWithStandardizedPath(std::move(path)));
         return array.size() < maximumCount;
     };
-    FolderWalk walk(addRecording, std::move(stop));
-    walk.enter(standardizedPath(folder));
-    const std::string failures = walk.failures();
-    if (!failures.empty())
-        logFormat("could not read %s", failures.c_str());
-    return failures.empty();
+    FolderWalk walk(isRecording, addRecording, std::move(stop));
+    const std::string root = standardizedPath(folder);
+    walk.run(root);
+    MediaScanState state = stateOf(walk, root);
+    if (!state.failure.empty())
+        logFormat("could not read %s", state.failure.c_str());
+    return state;
 }
 
-std::vector<ZVKMedia> ZVKMediaList::sortedMedias(const std::string& folder, std::stop_token stop)
+MediaScan ZVKMediaList::scan(const std::string& folder, std::stop_token stop)
 {
-    std::vector<ZVKMedia> found;
-    eachDir(folder, found, std::move(stop));
-    return sortedByDate(std::move(found));
+    try {
+        MediaScan found;
+        found.state = eachDir(folder, found.medias, std::move(stop));
+        found.medias = sortedByDate(std::move(found.medias));
+        return found;
+    } catch (const std::bad_alloc&) {
+        logLine("not enough memory for the list of recordings");
+        MediaScan none;
+        none.state.isReadable = false;
+        none.state.failure = "the list of recordings: not enough memory";
+        return none;
+    }
 }

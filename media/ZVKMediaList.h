@@ -20,8 +20,23 @@ public:
     virtual void mediaListChanged(ZVKMediaList& list) = 0;
 };
 
-/// The recordings of a folder and of all folders below it, oldest first; what compares equal (the front and
-/// the rear file of one recording) stays in the order of the walk.
+/// How the walk through a folder went.
+struct MediaScanState {
+    bool isReadable = true; ///< the folder itself; false as well when the scan failed as a whole
+    std::string unread; ///< what below it could not be read first: a path below it; empty when all could
+    size_t unreadCount = 0;
+    /// There may be more recordings than the list takes.
+    bool isCut = false;
+    std::string failure; ///< what could not be read, and why, for the log; empty when all could
+};
+
+struct MediaScan {
+    std::vector<ZVKMedia> medias;
+    MediaScanState state;
+};
+
+/// The recordings of a folder and of all folders below it, oldest first; at the same second event before
+/// motion before always, then by file name in any letter case (front before rear), then by path.
 ///
 /// Main thread only. A scan runs in the background; its result becomes the entries on the main thread in one
 /// step, right before the delegate is told, and until then the list is empty. A scan is void once a newer
@@ -51,8 +66,8 @@ public:
     /// Not owned; null for none.
     void setDelegate(ZVKMediaListDelegate* listener) { delegate = listener; }
 
-    /// Whether the last scan could read the folder and all folders below it; true before the first.
-    bool isReadable() const { return readable; }
+    /// How the last scan went.
+    const MediaScanState& scanState() const { return state; }
     int64_t count() const { return static_cast<int64_t>(medias.size()); }
     /// Null when the index is negative or not below `count`. Valid until the entries change.
     const ZVKMedia* mediaAtIndex(int64_t index) const;
@@ -65,18 +80,20 @@ public:
     /// Whether the name, a character for each UTF-16 code unit, has room for a date at the position.
     static bool _checkTimeByName(std::string_view units, int64_t position);
     /// Appends the recordings below the folder (.avi in any letter case) in the order of the walk. What
-    /// cannot be read contributes nothing; one log line tells of it, and the result is false.
-    static bool eachDir(const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
-    /// What a scan of the folder gives: `eachDir`, sorted. Callable from any thread.
-    static std::vector<ZVKMedia> sortedMedias(const std::string& folder, std::stop_token stop = {});
+    /// cannot be read contributes nothing; one log line tells of it.
+    static MediaScanState eachDir(
+        const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
+    /// `eachDir`, sorted. Callable from any thread. Never throws: a scan for which there is not enough memory
+    /// is empty and not readable.
+    static MediaScan scan(const std::string& folder, std::stop_token stop = {});
 
 private:
-    void replaceMedias(std::vector<ZVKMedia> scanned, bool isWhole);
+    void replaceMedias(MediaScan& scanned);
 
     platform::Dispatcher& dispatcher;
     ZVKMediaListDelegate* delegate = nullptr;
     std::optional<std::string> directory;
     std::vector<ZVKMedia> medias;
-    bool readable = true;
-    std::stop_source scan; // of the newest scan
+    MediaScanState state;
+    std::stop_source newestScan;
 };

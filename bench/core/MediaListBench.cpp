@@ -32,7 +32,7 @@ void listFullCard(benchmark::State& state)
     const std::string folder = fullCard().path();
     size_t count = 0;
     for (auto _ : state)
-        count = ZVKMediaList::sortedMedias(folder).size();
+        count = ZVKMediaList::scan(folder).medias.size();
     state.counters["recordings"] = static_cast<double>(count);
 }
 BENCHMARK(listFullCard)->Unit(benchmark::kMillisecond)->UseRealTime();

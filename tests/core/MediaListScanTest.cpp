@@ -10,15 +10,21 @@
 #include <dlfcn.h>
 
 #include <cerrno>
+#include <map>
+#include <new>
 
 namespace {
 
-/// Called before every entry that a folder gives; false makes the read fail.
-std::function<bool()> beforeReaddir;
+/// Called before every entry that a folder gives, with the folder's name; anything but 0 is the error with
+/// which the read fails.
+std::function<int(const std::string& folder)> beforeReaddir;
 
 /// Sets the hook for as long as it lives.
 struct ReaddirHook {
-    explicit ReaddirHook(std::function<bool()> hook) { beforeReaddir = std::move(hook); }
+    explicit ReaddirHook(std::function<int(const std::string& folder)> hook)
+    {
+        beforeReaddir = std::move(hook);
+    }
     ~ReaddirHook() { beforeReaddir = {}; }
 };
 
@@ -29,11 +35,12 @@ struct ReaddirHook {
 extern "C" dirent* readdir(DIR* folder)
 {
     static const auto real = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
-    if (beforeReaddir && !beforeReaddir()) {
-        errno = EIO;
-        return nullptr;
-    }
-    return real(folder);
+    if (!beforeReaddir)
+        return real(folder);
+    const auto path = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(dirfd(folder)));
+    const int error = beforeReaddir(path.filename());
+    errno = error;
+    return error == 0 ? real(folder) : nullptr;
 }
 
 namespace {
@@ -120,10 +127,10 @@ TEST_F(MediaListScan, StopsEarlyWhenItBecomesVoid)
         SCOPED_TRACE(isDestroyed);
         list->setDirectoryPath(oldCard.path());
         int reads = 0;
-        const ReaddirHook hook([&] {
+        const ReaddirHook hook([&](const std::string&) {
             if (++reads == 10)
                 isDestroyed ? list.reset() : list->setDirectoryPath(std::nullopt);
-            return true;
+            return 0;
         });
         dispatcher.runAll();
         EXPECT_EQ(reads, 10);
@@ -151,14 +158,14 @@ TEST_F(MediaListScan, ListsWhatWasFoundBeforeTheCardWasPulled)
         newCard.file("Movie" + std::to_string(i) + "/event_20160101_0000" + std::to_string(i) + ".avi");
     int readsOfAll = 0;
     {
-        const ReaddirHook hook([&] { return ++readsOfAll; });
-        ASSERT_EQ(ZVKMediaList::sortedMedias(newCard.path()).size(), 12u);
+        const ReaddirHook hook([&](const std::string&) { return ++readsOfAll, 0; });
+        ASSERT_EQ(ZVKMediaList::scan(newCard.path()).medias.size(), 12u);
     }
     size_t most = 0;
     for (int pulledAt = 1; pulledAt <= readsOfAll; ++pulledAt) {
         SCOPED_TRACE(pulledAt);
         int reads = 0;
-        const ReaddirHook hook([&] { return ++reads < pulledAt; });
+        const ReaddirHook hook([&](const std::string&) { return ++reads < pulledAt ? 0 : EIO; });
         std::vector<std::string> log;
         const LogSink before = setLogSink([&](std::string_view line) { log.emplace_back(line); });
         list->setDirectoryPath(newCard.path());
@@ -169,8 +176,48 @@ TEST_F(MediaListScan, ListsWhatWasFoundBeforeTheCardWasPulled)
         EXPECT_GE(told.back().size(), most)
             << "what was found once stays found when the card holds out longer";
         most = told.back().size();
+        EXPECT_FALSE(list->scanState().isReadable) << "in a folder inside, too";
     }
     EXPECT_EQ(most, 12u);
+}
+
+TEST_F(MediaListScan, NamesWhatCouldNotBeRead)
+{
+    for (const char* folder : {"a/Private", "lost+found", "$Recycle.Bin", ".Trash-1000", "b"})
+        newCard.file(std::string(folder) + "/alwa_20160101_000009.avi");
+    const struct {
+        std::map<std::string, int> errors; // by folder
+        size_t count;
+        std::string first;
+    } cases[] = {
+        {{}, 0, ""},
+        {{{"lost+found", EACCES}, {"$Recycle.Bin", EPERM}, {".Trash-1000", EACCES}}, 0, ""},
+        {{{"lost+found", EIO}}, 1, "lost+found"},
+        {{{"Private", EACCES}, {".Trash-1000", EACCES}}, 1, "a/Private"},
+        {{{"Private", EACCES}, {"b", EIO}}, 2, ""},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(testing::PrintToString(expected.errors));
+        const ReaddirHook hook([&](const std::string& folder) {
+            const auto found = expected.errors.find(folder);
+            return found == expected.errors.end() ? 0 : found->second;
+        });
+        const auto [medias, state] = ZVKMediaList::scan(newCard.path());
+        EXPECT_TRUE(state.isReadable);
+        EXPECT_EQ(state.unreadCount, expected.count);
+        EXPECT_EQ(expected.count < 2 ? state.unread : "", expected.first);
+        EXPECT_EQ(state.failure.empty(), expected.count == 0);
+        EXPECT_EQ(medias.size(), 7 - expected.errors.size());
+    }
+}
+
+TEST_F(MediaListScan, TellsWhenThereIsNotEnoughMemory)
+{
+    const ReaddirHook hook([](const std::string&) -> int { throw std::bad_alloc(); });
+    list->setDirectoryPath(newCard.path());
+    dispatcher.runAll();
+    EXPECT_THAT(told, ElementsAre(testing::IsEmpty()));
+    EXPECT_FALSE(list->scanState().isReadable);
 }
 
 } // namespace

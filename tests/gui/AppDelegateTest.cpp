@@ -9,6 +9,10 @@
 #include <QTableView>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr const char* first = "alwa_20150321_142530_F.avi";
@@ -125,6 +129,36 @@ TEST(Folder, ListSaysWhatItDoesAndWhatWentWrong)
     EXPECT_EQ(said(), "There");
 }
 
+TEST(Folder, ListSaysWhatIsNotInIt)
+{
+    TempFolder folder;
+    const std::string path = folder.file(first);
+    int deep = open(folder.path().c_str(), O_DIRECTORY);
+    for (int i = 0; i < 20; ++i) { // a path that is too long for any program to read
+        const std::string name(250, i ? 'x' : '<');
+        ASSERT_EQ(mkdirat(deep, name.c_str(), 0700), 0);
+        const int next = openat(deep, name.c_str(), O_DIRECTORY);
+        close(std::exchange(deep, next));
+    }
+    close(deep);
+    AppDelegateProbe app;
+    app.open(folder.path());
+    const auto& label = app.find<QLabel>("listStateLabel");
+    EXPECT_TRUE(label.isVisible());
+    EXPECT_EQ(label.text(), "The folder “…" + QString(39, 'x') + "” could not be read.");
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    EXPECT_TRUE(app.find<QTableView>("mediaListTableView").isVisible());
+
+    TempFolder full;
+    for (int i = 0; i < 15001; ++i)
+        std::filesystem::create_hard_link(
+            path, full.path("alwa_20150321_" + std::to_string(100000 + i) + ".avi"));
+    app.open(full.path());
+    EXPECT_TRUE(label.text().startsWith("The list holds the first 15,000 recordings that were found in “"));
+    EXPECT_TRUE(label.text().contains(QString::fromStdString(full.path()).right(20) + "”."));
+    EXPECT_EQ(app.list().count(), 15000);
+}
+
 TEST(Folder, ListShowsKindDateTimeAndName)
 {
     TempFolder folder;
@@ -199,6 +233,8 @@ TEST(CommandLineArguments, AreRefusedWithUsageWhenWrong)
     for (const auto& wrong : {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"},
              {"--card"}, {"--card", "a", "--card", "b"}})
         EXPECT_EQ(CommandLine::parsed(wrong, "en").exitCode, 2);
+    EXPECT_TRUE(
+        parse({"--\x1B[2J\xE2\x80\xAE"}).message.starts_with("zavik: unknown option --\\x1b[2J\\u202e\n"));
 }
 
 } // namespace
