@@ -50,7 +50,7 @@ TEST_F(CliVolumesTest, ListsTheCardToUseFirst)
 )");
     const Outcome text = zavikctl({"volumes"});
     EXPECT_THAT(
-        text.out, StartsWith("[1.9 GB] ZAVIK <Card Reader>\n    /media/a?b\n    sdb1, 1977614336 bytes"));
+        text.out, StartsWith("[1.9 GB] ZAVIK <Card Reader>\n    /media/a\\x0ab\n    sdb1, 1977614336 bytes"));
     EXPECT_THAT(text.out, HasSubstr("sdc, 1977614336 bytes, write-protected, whole medium\n"));
     EXPECT_EQ(text.code, 0);
 }

@@ -6,7 +6,8 @@
 
 #include <new>
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizer's allocator; g++ comes without the header.
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 using testing::IsEmpty;
