@@ -2,6 +2,7 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/MediaTableModel.h"
 #include "media/MediaPath.h"
 #include "ui_ZVKAppDelegate.h"
 
@@ -17,8 +18,11 @@ void ZVKAppDelegate::folderMoved(const std::string& from, const std::string& to)
     const std::string before = standardizedPath(from) + "/";
     mediaList->movedTo(to);
     // What is read at the old path is not there.
-    if (scanning || !mediaList->scanState().failure.empty())
+    if (scanning || !mediaList->scanState().failure.empty()) {
+        scanning = true;
         mediaList->setDirectoryPath(to);
+        mediaTable->reload();
+    }
     showListState();
     const auto media = player1->media();
     if (!media || !media->url().value_or("").starts_with(before))
