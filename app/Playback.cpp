@@ -165,8 +165,7 @@ void ZVKAppDelegate::didStartPlayer()
     playInfo.setSpeed(double(player1->rate()));
     playInfo.setIsPlaying(isPlaying(*player1));
     chooseAudioAuto();
-    if (playInfo.scale() == 0 && player1->hasVideoOut() && player1->videoSize().width > 0)
-        updatePlayInfoScale();
+    updatePlayInfoScale();
 }
 
 void ZVKAppDelegate::didFinishPlay()
@@ -254,6 +253,6 @@ void ZVKAppDelegate::showTitle()
 
 void ZVKAppDelegate::updatePlayInfoScale()
 {
-    if (player1->isPlaying() && player1->hasVideoOut() && player1->videoSize().height > 0)
+    if (player1->hasVideoOut() && player1->videoSize().height > 0)
         playInfo.setScale(outlets->videoContainerView->height() / player1->videoSize().height);
 }

@@ -376,15 +376,21 @@ TEST_F(Playback, PublishesEveryThirdTimeReportAndTheTargetWhileAJumpSettles)
     EXPECT_FLOAT_EQ(float(published[3]), 0.73f);
 }
 
-TEST_F(Playback, LaterFilesKeepTheScaleUntilTheWindowChangesSize)
+TEST_F(Playback, TheScaleIsTheShownHeightOverTheOneOfTheFileThatPlays)
 {
+    const auto label = [this] { return app.find<QLabel>("sizeTextButton").text().toStdString(); };
     app.start(0);
-    const double scale = app.playInfo().scale();
+    EXPECT_EQ(label(), "0.52x"); // 372 of 720
     app.player().size = {640, 480};
     app.start(1);
-    EXPECT_EQ(app.playInfo().scale(), scale);
+    EXPECT_EQ(label(), "0.78x");
     app.controller->sizeUp();
-    EXPECT_NE(app.playInfo().scale(), scale);
+    EXPECT_EQ(label(), "1.04x");
+    app.player().reportState(PlayerState::paused);
+    app.controller->toggleFullScreen();
+    EXPECT_EQ(label(), "2.17x") << "paused as well";
+    app.controller->toggleFullScreen();
+    EXPECT_EQ(label(), "0.78x");
 }
 
 } // namespace
