@@ -45,9 +45,10 @@ void CustomWindow::dropEvent(QDropEvent* event)
     emit folderDropped(folder);
 }
 
-void CustomWindow::setMinimumWindowSize(platform::Size size)
+platform::Size CustomWindow::minimumOn(const platform::Screen& screen) const
 {
-    setMinimumSize(int(size.width), int(size.height));
+    return {std::min(wantedMinimum.width, screen.visibleFrame.width),
+        std::min(wantedMinimum.height, screen.visibleFrame.height)};
 }
 
 platform::Rect CustomWindow::frame() const
@@ -57,15 +58,11 @@ platform::Rect CustomWindow::frame() const
 
 void CustomWindow::setFrame(const platform::Rect& frame, bool animated)
 {
+    // Full screen has the screen's size, also where that is smaller than the window otherwise may be.
+    const auto [width, height] =
+        fullScreen ? platform::Size() : minimumOn(screenHoldingMost(screens->all(), frame));
+    setMinimumSize(int(width), int(height));
     screens->setFrameOf(*this, frame, animated);
-}
-
-platform::Rect CustomWindow::reachable(platform::Rect frame) const
-{
-    const platform::Rect visible = currentScreen().visibleFrame;
-    frame.y = std::min(frame.y, visible.maxY() - frame.height);
-    frame.x = std::max(frame.x, visible.x);
-    return frame;
 }
 
 platform::Screen CustomWindow::currentScreen() const
@@ -84,9 +81,6 @@ void CustomWindow::enterFullscreen()
 {
     if (fullScreen)
         return;
-    // Full screen has the screen's size, also where that is smaller than the window otherwise may be.
-    normalMinimum = minimumSize();
-    setMinimumSize(0, 0);
     setIsFullScreen(true);
     if (initialFrame.width == 0 || initialFrame.height == 0)
         initialFrame = frame();
@@ -103,8 +97,8 @@ void CustomWindow::leaveFullscreen()
     setIsFullScreen(false);
     screens->setPresentationOptions(
         *this, currentScreen().nonFullscreenPresentationOptions(screens->presentationOptions()));
-    setMinimumSize(normalMinimum);
-    setFrame(initialFrame, true);
+    // Its screen may be gone by now.
+    setFrame(fittedInto(screenHoldingMost(screens->all(), initialFrame).visibleFrame, initialFrame), true);
 }
 
 void CustomWindow::keyPressEvent(QKeyEvent* event)
@@ -134,8 +128,12 @@ void CustomWindow::mouseMoveEvent(QMouseEvent* event)
     platform::Rect target = frame();
     target.x += moved.x();
     target.y -= moved.y();
-    const platform::Rect visible = screens->all().front().visibleFrame;
-    target.y = std::min(target.y, visible.maxY() - target.height);
+    const platform::Rect visible = screenHoldingMost(screens->all(), target).visibleFrame;
+    const double top = std::min(target.maxY(), visible.maxY());
+    // On a smaller screen the controls at its lower edge would never come into sight.
+    target.width = std::min(target.width, visible.width);
+    target.height = std::min(target.height, visible.height);
+    target.y = top - target.height;
     setFrame(target);
 }
 

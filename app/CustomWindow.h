@@ -18,13 +18,13 @@ public:
 
     /// Must be called before any frame or mode is used.
     void setScreens(platform::Screens& desktop) { screens = &desktop; }
-    void setMinimumWindowSize(platform::Size size);
+    /// The least size outside full screen, on a screen that has room for it; elsewhere it is what fits.
+    void setMinimumWindowSize(platform::Size size) { wantedMinimum = size; }
+    /// On the window's screen.
+    platform::Size minimumWindowSize() const { return minimumOn(currentScreen()); }
 
     platform::Rect frame() const;
     void setFrame(const platform::Rect& frame, bool animated = false);
-    /// The frame, moved so that its top is not above and its left edge not beside the visible area of the
-    /// window's screen.
-    platform::Rect reachable(platform::Rect frame) const;
     platform::Screen currentScreen() const;
 
     /// The frame to return to when full screen ends.
@@ -56,10 +56,11 @@ protected:
 
 private:
     void setIsFullScreen(bool value);
+    platform::Size minimumOn(const platform::Screen& screen) const;
 
     platform::Screens* screens = nullptr;
     bool fullScreen = false;
-    QSize normalMinimum;
+    platform::Size wantedMinimum;
     platform::Rect initialFrame;
     std::optional<QPointF> initialLocation;
     std::function<void()> observer;

@@ -181,15 +181,16 @@ void ZVKAppDelegate::sizeDown()
 
 void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
 {
-    const platform::Rect screen = window->currentScreen().frame;
-    platform::Rect frame = window->frame();
-    const auto [minWidth, minHeight] = minWindowSize();
-    frame.width += double(step) * sizeStep * minWidth;
-    frame.height += double(step) * sizeStep * minHeight;
+    const platform::Screen screen = window->currentScreen();
+    const platform::Rect before = window->frame();
+    const auto [minWidth, minHeight] = window->minimumWindowSize();
+    platform::Rect frame = before;
+    frame.width += double(step) * sizeStep * minWindowSize().width;
+    frame.height += double(step) * sizeStep * minWindowSize().height;
     if (step > 0) {
         if (window->isFullScreen())
             return;
-        if (frame.width > screen.width || frame.height > screen.height - 100) {
+        if (frame.width > screen.frame.width || frame.height > screen.frame.height - 100) {
             window->enterFullscreen();
             return;
         }
@@ -201,7 +202,9 @@ void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
         frame.width = minWidth;
         frame.height = minHeight;
     }
-    window->setFrame(window->reachable(frame), true);
+    // A window that keeps its size stays where the user has put it.
+    if (frame != before)
+        window->setFrame(fittedInto(screen.visibleFrame, frame), true);
 }
 
 void ZVKAppDelegate::toggleFullScreen()

@@ -106,7 +106,7 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
         m_bKorean = false;
     }
     window->setMinimumWindowSize(minWindowSize());
-    const platform::Rect frame = window->reachable(minWindowFrame());
+    const platform::Rect frame = minWindowFrame();
     window->setFrame(frame);
     window->setInitialFrame(frame);
     window->show();
@@ -142,7 +142,7 @@ void ZVKAppDelegate::loadMapPage()
 platform::Rect ZVKAppDelegate::minWindowFrame() const
 {
     const platform::Rect visible = window->currentScreen().visibleFrame;
-    const auto [width, height] = minWindowSize();
+    const auto [width, height] = window->minimumWindowSize();
     return {
         visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
 }

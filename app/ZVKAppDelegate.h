@@ -50,6 +50,7 @@ public:
 
     CustomWindow& mainWindow() { return *window; }
     platform::Size minWindowSize() const { return {1020, 640}; }
+    /// Centred on the window's screen; smaller than the minimum where that does not fit.
     platform::Rect minWindowFrame() const;
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.

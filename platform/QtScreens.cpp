@@ -67,6 +67,9 @@ QtScreens::QtScreens(const UserDefaults& defaults)
 
 Screen QtScreens::screenOf(const QWidget& window) const
 {
+    // The desktop alone knows where its own placement has put a window; a hidden one is nowhere yet.
+    if (placesWindows() && window.isVisible())
+        return screenHoldingMost(all(), frameOf(window));
     QScreen* screen = window.screen();
     return described(screen ? *screen : *QGuiApplication::primaryScreen(), spansAllDisplays);
 }

@@ -31,12 +31,18 @@ struct Screen {
     uint32_t nonFullscreenPresentationOptions(uint32_t present) const;
 };
 
+/// The screen that holds most of the frame; the first one where none holds any of it. At least one is given.
+const Screen& screenHoldingMost(const std::vector<Screen>& screens, const Rect& frame);
+
+/// The frame, moved no further than it takes to lie wholly in the area, and no larger than that.
+Rect fittedInto(const Rect& area, Rect frame);
+
 /// The desktop's screens and the frames of windows on them, in the same y-up coordinates.
 class Screens {
 public:
     virtual ~Screens() = default;
 
-    /// The screen that shows the window (the first one for a window that is nowhere yet).
+    /// The screen that holds most of the window (the first one for a window that is nowhere yet).
     virtual Screen screenOf(const QWidget& window) const = 0;
     /// At least one; the first is the main screen.
     virtual std::vector<Screen> all() const = 0;

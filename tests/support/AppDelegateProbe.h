@@ -9,10 +9,12 @@
 /// The main controller on the test desktop, and what a test needs to see of it.
 class AppDelegateProbe {
 public:
-    explicit AppDelegateProbe(
-        const std::string& language = "en", std::vector<platform::VolumeDescription> cards = {})
+    explicit AppDelegateProbe(const std::string& language = "en",
+        std::vector<platform::VolumeDescription> cards = {}, std::vector<platform::Screen> screens = {})
     {
         desk.disks.volumes = std::move(cards);
+        if (!screens.empty())
+            desk.screens.screens = std::move(screens);
         controller = std::make_unique<ZVKAppDelegate>(desk.pieces, language);
         controller->awakeFromNib();
         controller->applicationDidFinishLaunching();

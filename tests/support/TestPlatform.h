@@ -76,10 +76,13 @@ public:
 
     /// Frames are kept by the window's name; the window really gets the size.
     struct TestScreens final : platform::Screens {
-        platform::Screen screen{1, {0, 0, 1920, 1080}, {0, 0, 1920, 1050}};
+        std::vector<platform::Screen> screens{{1, {0, 0, 1920, 1080}, {0, 0, 1920, 1050}}};
         platform::Rect frame;
-        platform::Screen screenOf(const QWidget&) const override { return screen; }
-        std::vector<platform::Screen> all() const override { return {screen}; }
+        platform::Screen screenOf(const QWidget&) const override
+        {
+            return platform::screenHoldingMost(screens, frame);
+        }
+        std::vector<platform::Screen> all() const override { return screens; }
         platform::Rect frameOf(const QWidget&) const override { return frame; }
         bool wasAnimated = false; // the latest change of a frame
         void setFrameOf(QWidget& window, const platform::Rect& wanted, bool animated) override
