@@ -186,6 +186,8 @@ void DriveRecordPage::doubleClickTableRow(int64_t clickedRow)
     }
     if (place.latitude != 0 && place.longitude != 0)
         mapWindowController->updateMapLat(place.latitude, place.longitude);
+    else
+        mapWindowController->removeMarker();
 }
 
 void DriveRecordPage::beginWork(const char* titleKey)

@@ -48,7 +48,15 @@ void ZVKMapWindowController::showWindow()
 void ZVKMapWindowController::moveWindowRightBy(const platform::Rect& rect)
 {
     const auto [width, height] = desktop.screens.frameOf(window()).size();
-    desktop.screens.setFrameOf(window(), {rect.maxX(), rect.maxY() - height, width, height});
+    const platform::Rect visible = screenHoldingMost(desktop.screens.all(), rect).visibleFrame;
+    desktop.screens.setFrameOf(
+        window(), fittedInto(visible, {rect.maxX(), rect.maxY() - height, width, height}));
+}
+
+void ZVKMapWindowController::removeMarker()
+{
+    window();
+    mapWebView->evaluateWebScript("zavikNewRecording()");
 }
 
 void ZVKMapWindowController::updateMapLat(double lat, double lng)

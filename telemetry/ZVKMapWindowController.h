@@ -23,10 +23,13 @@ public:
     /// Brings the window forward.
     void showWindow();
     /// Puts the window's upper left corner on the upper right corner of the rectangle (screen coordinates, y
-    /// up).
+    /// up), then moves it until it is wholly on the screen that holds most of the rectangle.
     void moveWindowRightBy(const platform::Rect& rect);
     /// Moves the page's marker; decimal degrees, negative for south and west.
     void updateMapLat(double lat, double lng);
+
+    /// Takes the page's marker away.
+    void removeMarker();
 
     /// The window, loaded on first use.
     QWidget& window();

@@ -65,6 +65,12 @@ TEST_F(MapWindow, MovesBesideAWindowAndKeepsItsSize)
     ZVKMapWindowController controller(desktop.pieces, "en");
     controller.moveWindowRightBy({100, 200, 500, 400});
     EXPECT_EQ(desktop.screens.frame, (platform::Rect{600, 300, 480, 300}));
+    desktop.screens.screens.push_back({2, {1920, 0, 1280, 1024}, {1920, 40, 1280, 984}});
+    for (const auto& [owner, x, y] : {std::tuple{platform::Rect{1300, 600, 500, 400}, 1440, 700},
+             {{1500, -200, 1000, 400}, 2500, 40}, {{3000, 900, 500, 400}, 2720, 724}, {{}, 0, 0}}) {
+        controller.moveWindowRightBy(owner);
+        EXPECT_EQ(desktop.screens.frame, (platform::Rect{double(x), double(y), 480, 300}));
+    }
 }
 
 TEST_F(MapWindow, SendsTheLongitudeFirst)

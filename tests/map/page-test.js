@@ -235,6 +235,10 @@ const placeTests = {
             check("shown", await until(() => Math.abs(state().center.lat - home[1] - north * metre) < 1e-3));
             document.getElementById("map").dispatchEvent(new KeyboardEvent("keydown", { key: "ArrowLeft", bubbles: true }));
         }
+        check("a pin", document.querySelector(".vehicle"));
+        zavikNewRecording();
+        await frames();
+        check("no pin", !document.querySelector(".vehicle"));
     },
 };
 
