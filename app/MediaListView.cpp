@@ -2,6 +2,7 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/MediaNameDelegate.h"
 #include "app/MediaTableModel.h"
 #include "common/Text.h"
 #include "platform/Texts.h"
@@ -14,8 +15,9 @@
 
 namespace {
 
-constexpr int cellPadding = 15;
-constexpr int iconGap = 8;
+constexpr int cellPadding = 10;
+constexpr int iconGap = 6;
+constexpr int rowHeight = 36; // two lines of a name
 
 /// A name or a path as a line of the panel can hold it.
 QString shownPath(std::string_view path)
@@ -37,20 +39,24 @@ void ZVKAppDelegate::initMediaListTableView()
     table.setFont(font);
     table.setIconSize({18, 18});
     table.verticalHeader()->hide();
-    table.verticalHeader()->setDefaultSectionSize(24);
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
     table.horizontalHeader()->setHighlightSections(false);
     table.horizontalHeader()->setSectionsClickable(false);
     const QFontMetrics metrics(font);
     for (int i = 0; i < int(MediaTableModel::columns.size()); ++i) {
         const auto& column = MediaTableModel::columns[size_t(i)];
-        const QString title = mediaTable->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
-        const int text = std::max(
-            metrics.horizontalAdvance(QLatin1String(column.widest)), metrics.horizontalAdvance(title));
-        if (*column.widest)
-            table.setColumnWidth(
-                i, text + cellPadding + (column.hasIcon ? table.iconSize().width() + iconGap : 0));
-        else
+        if (!*column.widest && column.textKeys.empty()) {
             table.horizontalHeader()->setSectionResizeMode(i, QHeaderView::Stretch);
+            table.setItemDelegateForColumn(i, new MediaNameDelegate(&table));
+            continue;
+        }
+        const int icon = column.hasIcon ? table.iconSize().width() + iconGap : 0;
+        const QString title = mediaTable->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+        int text = std::max(
+            metrics.horizontalAdvance(title), metrics.horizontalAdvance(QLatin1String(column.widest)) + icon);
+        for (const char* key : column.textKeys)
+            text = std::max(text, metrics.horizontalAdvance(platform::localized(key)) + icon);
+        table.setColumnWidth(i, text + cellPadding);
     }
 }
 

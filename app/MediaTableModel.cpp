@@ -47,10 +47,10 @@ QIcon cellIcon(const ZVKMedia& media)
 } // namespace
 
 const std::array<MediaTableModel::Column, 4> MediaTableModel::columns = {{
-    {"saveMode", "filelist.mode", Qt::AlignCenter, "Motion", true},
-    {"date", "filelist.date", Qt::AlignCenter, "2000-00-00", false},
-    {"time", "filelist.time", Qt::AlignCenter, "00:00:00", false},
-    {"file", "filelist.file", Qt::AlignLeft | Qt::AlignVCenter, "", false},
+    {"saveMode", "filelist.mode", Qt::AlignCenter, "", {"media.always", "media.motion", "media.event"}, true},
+    {"date", "filelist.date", Qt::AlignCenter, "2000-00-00", {}, false},
+    {"time", "filelist.time", Qt::AlignCenter, "00:00:00", {}, false},
+    {"file", "filelist.file", Qt::AlignLeft | Qt::AlignVCenter, "", {}, false},
 }};
 
 MediaTableModel::MediaTableModel(const ZVKMediaList& list, QObject* parent)
@@ -91,8 +91,7 @@ QVariant MediaTableModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(column.alignment);
     case Qt::ToolTipRole:
-        return column.identifier == "file" ? QVariant(QString::fromStdString(media->path()).toHtmlEscaped())
-                                           : QVariant();
+        return column.identifier == "file" ? QVariant(QString::fromStdString(media->path())) : QVariant();
     default:
         return {};
     }

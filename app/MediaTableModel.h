@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 class ZVKMediaList;
 
@@ -14,8 +15,10 @@ public:
         std::string_view identifier;
         std::string_view titleKey;
         Qt::Alignment alignment;
-        /// The widest text that the column must hold; empty: it takes the rest of the width.
+        /// The widest text that the column must hold, or the keys of all its texts; none: it takes the rest
+        /// of the width.
         const char* widest;
+        std::vector<const char*> textKeys;
         bool hasIcon;
     };
     static const std::array<Column, 4> columns;
