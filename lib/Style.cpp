@@ -1,6 +1,7 @@
 #include "lib/Style.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -13,7 +14,7 @@ constexpr const char* sheet = R"(
 QWidget[role="header"] { background: @header; }
 QWidget[role="panel"] { background: @inset; border-radius: 6px; }
 QWidget[role="graph"] { background: @videoBackdrop; border-radius: 6px; }
-QLabel { color: @text; background: transparent; }
+QLabel { color: @text; background: transparent; qproperty-textFormat: PlainText; }
 QLabel[role="readout"] { font-size: 13px; font-weight: 600; }
 QLabel[role="axisX"], QLabel[role="axisY"], QLabel[role="axisZ"] { font-size: 13px; font-weight: 600;
     border-right: 4px solid #FF0000; padding-right: 8px; }
@@ -29,6 +30,7 @@ QLabel[role="hint"] { font-size: 13px; color: @textDim; }
 QTableView { font-size: 11px; background: @inset; alternate-background-color: #413936; color: @text; border: 1px solid @inset;
     border-radius: 6px; selection-background-color: @panel; selection-color: @accent; outline: none; }
 QTableView::item { padding: 0 3px; border: none; }
+QTableView#mediaListTableView::item { padding: 0; }
 QTableView:focus { border-color: @accent; }
 QHeaderView { background: transparent; }
 QHeaderView::section { background: @header; color: @textDim; border: none; border-bottom: 1px solid @panel;
@@ -51,7 +53,8 @@ QScrollBar:horizontal { height: 10px; background: transparent; margin: 0; }
 QScrollBar::handle:horizontal { background: @line; border-radius: 4px; min-width: 28px; margin: 1px; }
 QScrollBar::handle:horizontal:hover { background: @textDim; }
 
-QToolTip { background: @header; color: @text; border: 1px solid @line; padding: 3px 5px; }
+QToolTip { background: @header; color: @text; border: 1px solid @line; padding: 3px 5px;
+    qproperty-textFormat: PlainText; }
 )";
 
 /// What only secondary windows have. The order matters: later rules win among equals.
@@ -175,6 +178,10 @@ void apply(QApplication& application)
     palette.setColor(QPalette::Disabled, QPalette::Highlight, line);
     palette.setColor(QPalette::Disabled, QPalette::HighlightedText, videoBackdrop);
     application.setPalette(palette);
+    QFont font = QApplication::font();
+    font.setFamilies({QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans CJK KR"),
+        QStringLiteral("Noto Sans KR"), QStringLiteral("NanumGothic")});
+    QApplication::setFont(font);
 
     QString rules = QLatin1String(sheet) + QLatin1String(controls);
     const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header},

@@ -28,10 +28,12 @@ inline constexpr int pageMargin = 16;
 inline constexpr int boxSpacing = 12;
 inline constexpr int lineSpacing = 8;
 
-/// Gives the application its palette, font and style sheet. Widgets choose a look by their dynamic property
-/// "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step; in secondary windows also
-/// hint (guide texts, word-wrapped), warning (a label that tells of something wrong), bar (the row of buttons
-/// at the bottom), link (a button without a frame).
+/// Gives the application its palette, fonts and style sheet, so that it looks the same whatever else is
+/// installed. Every label, those of tool tips and message boxes among them, shows plain text, whatever it
+/// looks like: names of files, cards and devices come from outside. Widgets choose a look by their dynamic
+/// property "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step; in secondary windows
+/// also hint (guide texts, word-wrapped), warning (a label that tells of something wrong), bar (the row of
+/// buttons at the bottom), link (a button without a frame).
 void apply(QApplication& application);
 
 } // namespace style
