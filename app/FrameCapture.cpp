@@ -106,7 +106,8 @@ void ZVKAppDelegate::captureVideo()
         return;
     }
     // The film goes on, and another window of the program may write its frame: what is saved are these bytes.
-    saveFrame(std::make_shared<CapturedFrame>(std::move(*frame)), {"Save Settings", "zavik_capture.png", {}});
+    saveFrame(std::make_shared<CapturedFrame>(std::move(*frame)),
+        {platform::localized("panel.save_frame").toStdString(), "zavik_capture.png", {}});
 }
 
 std::optional<CapturedFrame> ZVKAppDelegate::writtenFrame()

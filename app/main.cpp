@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/ZVKAppDelegate.h"
 #include "cardtools/PMProgressIndicatorController.h"
+#include "cardtools/Volumes.h"
 #include "lib/Style.h"
 #include "platform/Images.h"
 #include "platform/LinuxPlatform.h"
@@ -28,6 +29,10 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
 
     platform::LinuxPlatform layer(command.card);
+    layer.setCardFinder([](platform::DiskArbitration& disks) {
+        const auto card = preferredUSBDisk(disks);
+        return card ? std::optional(card->mountedURL) : std::nullopt;
+    });
     PMProgressIndicatorController::sharedInstance().setDispatcher(&layer.platform().dispatcher, [] {
         return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
     });

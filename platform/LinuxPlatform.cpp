@@ -46,9 +46,9 @@ struct LinuxPlatform::Parts {
     }
 
     QtDispatcher dispatcher;
-    QtPanels panels;
-    QtAlerts alerts;
     QtUserDefaults defaults;
+    QtPanels panels{dispatcher, defaults};
+    QtAlerts alerts;
     QtScreens screens{defaults};
     CupsPrintSession printing{dispatcher};
     QtScriptRunner scripts;
@@ -68,6 +68,11 @@ LinuxPlatform::~LinuxPlatform()
     // A job that hangs in a read may use any of the rest; the end of the process takes it all.
     if (!parts->dispatcher.finish())
         (void)parts.release();
+}
+
+void LinuxPlatform::setCardFinder(CardFinder finder)
+{
+    parts->panels.setCardFinder([&disks = *parts->disks, find = std::move(finder)] { return find(disks); });
 }
 
 Platform& LinuxPlatform::platform()

@@ -13,6 +13,10 @@ public:
     explicit LinuxPlatform(const std::optional<std::string>& cardFolder = {});
     ~LinuxPlatform();
 
+    /// How the camera's card is found among the volumes, the path of its root; the panels start there.
+    using CardFinder = std::function<std::optional<std::string>(DiskArbitration&)>;
+    void setCardFinder(CardFinder finder);
+
     Platform& platform();
 
 private:

@@ -1,18 +1,29 @@
 #include "platform/QtPanels.h"
 
+#include "platform/Dispatcher.h"
+#include "platform/UserDefaults.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QStandardPaths>
 
+#include <filesystem>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace platform {
 
 namespace {
+
+constexpr const char* lastFolderKey = "LastPanelFolder";
+/// A card that has not been found by then does not hold the panel up.
+constexpr auto patience = 500ms;
 
 /// The home folder where there is no documents folder.
 QString documentsFolder()
@@ -26,6 +37,9 @@ QFileDialog& madePanel(QWidget& window, const std::string& title)
     auto* dialog = new QFileDialog(&window, QString::fromStdString(title));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
+    // A desktop's own panel speaks the desktop's language, and may ask about replacing or hide hidden files
+    // whatever it is told.
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
     return *dialog;
 }
 
@@ -39,17 +53,16 @@ void setType(QFileDialog& dialog, const std::string& type)
     dialog.setDefaultSuffix(ending);
 }
 
-void openPanel(QFileDialog& dialog, Panels::Answer answer)
+void start(QFileDialog& dialog, const QString& folder)
 {
-    QObject::connect(
-        &dialog, &QFileDialog::finished, &dialog, [&dialog, reply = std::move(answer)](int result) {
-            const QStringList chosen = dialog.selectedFiles();
-            if (result == QDialog::Accepted && !chosen.isEmpty())
-                reply(QFile::encodeName(chosen.first()).toStdString());
-            else
-                reply(std::nullopt);
-        });
+    // The proposed name is one of the folder that the panel is in.
+    const QString name = dialog.property("proposedName").toString();
+    dialog.setDirectory(folder);
+    if (!name.isEmpty())
+        dialog.selectFile(name);
     dialog.open();
+    for (QPushButton* button : dialog.findChildren<QPushButton*>())
+        button->setIcon({});
 }
 
 } // namespace
@@ -59,7 +72,8 @@ void QtPanels::chooseFolder(QWidget& window, const std::string& title, Answer an
     QFileDialog& dialog = madePanel(window, title);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
-    openPanel(dialog, std::move(answer));
+    connectAnswer(dialog, std::move(answer));
+    openWhereThingsAre(dialog);
 }
 
 void QtPanels::chooseFile(QWidget& window, const OpenPanel& panel, Answer answer)
@@ -67,7 +81,8 @@ void QtPanels::chooseFile(QWidget& window, const OpenPanel& panel, Answer answer
     QFileDialog& dialog = madePanel(window, panel.title);
     dialog.setFileMode(QFileDialog::ExistingFile);
     setType(dialog, panel.type);
-    openPanel(dialog, std::move(answer));
+    connectAnswer(dialog, std::move(answer));
+    openWhereThingsAre(dialog);
 }
 
 void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer)
@@ -75,14 +90,59 @@ void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer an
     QFileDialog& dialog = madePanel(window, panel.title);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    // A desktop's own dialog may ask about replacing, or hide hidden files, whatever it is told.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !panel.asksBeforeReplacing);
     dialog.setFilter(dialog.filter().setFlag(QDir::Hidden, !panel.hidesHiddenFiles));
-    dialog.setDirectory(panel.folder ? QFile::decodeName(panel.folder->c_str()) : documentsFolder());
     setType(dialog, panel.type);
-    dialog.selectFile(QFile::decodeName(panel.name.c_str()));
-    openPanel(dialog, std::move(answer));
+    dialog.setProperty("proposedName", QFile::decodeName(panel.name.c_str()));
+    connectAnswer(dialog, std::move(answer));
+    if (panel.folder)
+        start(dialog, QFile::decodeName(panel.folder->c_str()));
+    else
+        openWhereThingsAre(dialog);
+}
+
+void QtPanels::connectAnswer(QFileDialog& dialog, Answer answer)
+{
+    QObject::connect(
+        &dialog, &QFileDialog::finished, &dialog, [this, &dialog, reply = std::move(answer)](int result) {
+            const QStringList chosen = dialog.selectedFiles();
+            if (result != QDialog::Accepted || chosen.isEmpty()) {
+                reply(std::nullopt);
+                return;
+            }
+            const std::string path = QFile::encodeName(chosen.first()).toStdString();
+            const bool isFolder = dialog.fileMode() == QFileDialog::Directory;
+            defaults.setStringList(
+                lastFolderKey, {isFolder ? path : std::filesystem::path(path).parent_path().native()});
+            reply(path);
+        });
+}
+
+/// The folders are looked at in the background: a card may hang.
+void QtPanels::openWhereThingsAre(QFileDialog& dialog)
+{
+    // Whoever asks twice means one panel.
+    if (waiting) {
+        waiting->reject();
+        waiting->deleteLater();
+    }
+    waiting = &dialog;
+    const auto once = [this, panel = QPointer(&dialog)](const QString& folder) {
+        if (!panel || panel != waiting)
+            return;
+        waiting.clear();
+        start(*panel, folder);
+    };
+    dispatcher.inBackground(
+        [&queues = dispatcher, once, find = findCard, used = defaults.stringList(lastFolderKey)] {
+            std::optional<std::string> folder = find();
+            std::error_code ignored;
+            if (!folder && !used.empty() && std::filesystem::is_directory(used.front(), ignored))
+                folder = used.front();
+            queues.onMain(
+                [once, folder] { once(folder ? QFile::decodeName(folder->c_str()) : documentsFolder()); });
+        });
+    dispatcher.after(patience, [once] { once(documentsFolder()); });
 }
 
 void QtAlerts::alertSheet(

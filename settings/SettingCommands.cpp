@@ -9,16 +9,6 @@
 
 #include <QKeySequence>
 #include <QShortcut>
-#include <QStandardPaths>
-
-namespace {
-
-std::string desktopFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation).toStdString();
-}
-
-} // namespace
 
 void ZVKSettingController::connectControls()
 {
@@ -84,7 +74,7 @@ void ZVKSettingController::onSave()
 
 void ZVKSettingController::saveWhereTheUserSays()
 {
-    platform::SavePanel panel{"Save Settings", "config.bin", desktopFolder()};
+    platform::SavePanel panel{platform::localized("panel.save_settings").toStdString(), "config.bin", {}};
     panel.hidesHiddenFiles = true;
     panel.asksBeforeReplacing = true;
     desktop.panels.chooseSaveFile(

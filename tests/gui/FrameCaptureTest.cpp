@@ -92,7 +92,7 @@ TEST_F(FrameCapture, SavesTheFrameThatWasOnScreenAndOpensIt)
     EXPECT_THAT(app.player().calls, ElementsAre("saveVideoSnapshotAt 0x0"));
     EXPECT_EQ(panels.save.title, "Save Settings");
     EXPECT_EQ(panels.save.name, "zavik_capture.png");
-    EXPECT_FALSE(panels.save.folder) << "the documents folder";
+    EXPECT_FALSE(panels.save.folder) << "where the user's things are";
     write(frame, "the frame of another window of the program");
     panels.saveAnswer(folder.path("saved.png"));
     app.desk.dispatcher.runAll();
@@ -299,7 +299,8 @@ TEST(SavePanelTest, KeepsTheProposedNameAndDoesNotAskAboutAFileThatIsThere)
     write(folder.path("zavik_capture.png"), "mine");
     QWidget window;
     window.show();
-    platform::QtPanels panels;
+    TestPlatform desktop;
+    platform::QtPanels panels{desktop.dispatcher, desktop.defaults};
     std::vector<std::optional<std::string>> answers;
     const auto open = [&]() -> QFileDialog& {
         panels.chooseSaveFile(window, {"Save Settings", "zavik_capture.png", folder.path()},

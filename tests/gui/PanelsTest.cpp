@@ -1,0 +1,127 @@
+#include "platform/QtPanels.h"
+#include "platform/Texts.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/TestPlatform.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QToolTip>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class Panels : public testing::Test {
+protected:
+    Panels()
+    {
+        window.show();
+        panels.setCardFinder([this] { return card; });
+    }
+
+    QFileDialog* panel() const
+    {
+        const auto found = window.findChildren<QFileDialog*>();
+        const auto shown = std::ranges::find_if(found, [](QFileDialog* each) { return each->isVisible(); });
+        return shown == found.end() ? nullptr : *shown;
+    }
+
+    std::string folderOfPanel(const platform::OpenPanel& wanted = {"Open", "drv"})
+    {
+        panels.chooseFile(window, wanted, [](const auto&) {});
+        EXPECT_FALSE(panel()) << "nothing is looked at before the background has its turn";
+        desktop.dispatcher.runAll();
+        const QString start = panel()->directory().path();
+        panel()->reject();
+        return start.toStdString();
+    }
+
+    TempFolder folder;
+    TestPlatform desktop;
+    platform::QtPanels panels{desktop.dispatcher, desktop.defaults};
+    std::optional<std::string> card;
+    QWidget window;
+};
+
+TEST_F(Panels, StartOnTheCardElseInTheLastFolderElseInTheDocuments)
+{
+    folder.file("last/track.drv");
+    folder.file("card/config.bin");
+    const std::string documents = folderOfPanel();
+    EXPECT_NE(documents, QDir::currentPath().toStdString());
+
+    std::vector<std::optional<std::string>> answers;
+    panels.chooseSaveFile(window, {"Save", "a.csv", folder.path("last"), "csv"},
+        [&](const auto& path) { answers.push_back(path); });
+    QMetaObject::invokeMethod(panel(), "accept");
+    ASSERT_EQ(answers.size(), 1u);
+    EXPECT_EQ(answers[0], folder.path("last/a.csv"));
+    EXPECT_EQ(folderOfPanel(), folder.path("last"));
+    card = folder.path("card");
+    EXPECT_EQ(folderOfPanel(), folder.path("card"));
+    card.reset();
+    std::filesystem::remove_all(folder.path("last"));
+    EXPECT_EQ(folderOfPanel(), documents);
+}
+
+TEST_F(Panels, DoNotWaitForACardThatHangsAndOpenOnce)
+{
+    int answers = 0;
+    for (int i = 0; i < 2; ++i)
+        panels.chooseFolder(window, "Open", [&](const auto& path) { answers += path ? 0 : 1; });
+    EXPECT_EQ(answers, 1) << "asked twice before anything was there to see";
+    desktop.dispatcher.advance(499ms);
+    EXPECT_FALSE(panel());
+    desktop.dispatcher.advance(1ms);
+    ASSERT_TRUE(panel());
+    panel()->reject();
+    card = folder.path();
+    desktop.dispatcher.runAll();
+    EXPECT_FALSE(panel()) << "the answer that came late";
+    EXPECT_EQ(answers, 2);
+}
+
+TEST_F(Panels, SpeakTheLanguageOfTheProgram)
+{
+    platform::setTextLanguage("ko");
+    panels.chooseSaveFile(window, {"저장", "a.csv", folder.path()}, [](const auto&) {});
+    for (const auto* button : panel()->findChildren<QPushButton*>()) {
+        EXPECT_FALSE(button->text().contains(QRegularExpression("[A-Za-z]{2}")))
+            << button->text().toStdString();
+    }
+    for (const auto* label : panel()->findChildren<QLabel*>())
+        EXPECT_FALSE(label->text().contains(QRegularExpression("[A-Za-z]{2}")))
+            << label->text().toStdString();
+    panel()->reject();
+    platform::setTextLanguage("en");
+}
+
+TEST(PlainText, IsWhatLabelsAlertsAndTipsShow)
+{
+    const QString hostile = QStringLiteral("<b>x</b> & <img src='/tmp/x.png'>");
+    QWidget window;
+    QLabel label(hostile, &window);
+    window.show();
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    platform::QtAlerts().alertSheet(window, hostile.toStdString(), hostile.toStdString(), {});
+    int shown = 0;
+    for (const auto* each : window.findChild<QMessageBox*>()->findChildren<QLabel*>()) {
+        EXPECT_EQ(each->textFormat(), Qt::PlainText) << each->objectName().toStdString();
+        shown += each->text() == hostile;
+    }
+    EXPECT_EQ(shown, 2) << "title and message";
+    QToolTip::showText({10, 10}, hostile, &window);
+    const auto tips = QApplication::topLevelWidgets();
+    const auto tip = std::ranges::find_if(tips, [](QWidget* each) { return each->inherits("QTipLabel"); });
+    ASSERT_NE(tip, tips.end());
+    EXPECT_EQ(static_cast<QLabel*>(*tip)->textFormat(), Qt::PlainText);
+    QToolTip::hideText();
+}
+
+} // namespace
