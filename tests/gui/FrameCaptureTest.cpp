@@ -347,12 +347,19 @@ TEST(VideoSnapshotTest, SharedFolderNeverLeadsToAnotherFile)
     write(folder.path("victim"), "mine");
     fs::create_symlink(folder.path("victim"), path);
     EXPECT_TRUE(platform::writeVideoSnapshot(picture, path));
-    EXPECT_FALSE(fs::is_symlink(path));
+    struct stat written = {};
+    ASSERT_EQ(::lstat(path.c_str(), &written), 0);
+    EXPECT_EQ(written.st_mode, S_IFREG | 0600U);
     EXPECT_EQ(contents(folder.path("victim")), "mine");
 
     fs::remove(path);
     ::mkfifo(path.c_str(), 0600);
     EXPECT_FALSE(platform::writeVideoSnapshot(picture, path)) << "nobody would read it";
+    fs::create_directory(folder.path("folder.png"));
+    for (const char* name : {"folder.png", "no-format", "missing/deep.png"})
+        EXPECT_FALSE(platform::writeVideoSnapshot(picture, folder.path(name))) << name;
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3)
+        << "no temporary file stays behind";
 
     if (::geteuid() != 0)
         GTEST_SKIP() << "another user's file can be made by root only";

@@ -14,7 +14,6 @@
 #include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 using namespace platform;
@@ -471,25 +470,4 @@ TEST_F(MpvPlayerTest, WritesThePictureOnScreen)
     player->stop();
     EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path("late.png"), 0, 0));
     EXPECT_FALSE(fs::exists(folder.path("late.png")));
-}
-
-TEST_F(MpvPlayerTest, WritesAPrivateFileAndFollowsNoLink)
-{
-    openPaused();
-    const std::string target = folder.path("precious.txt");
-    std::ofstream(target) << "precious";
-    const std::string link = folder.path("link.png");
-    fs::create_symlink(target, link);
-    ASSERT_TRUE(player->saveVideoSnapshotAt(link, 0, 0));
-    EXPECT_FALSE(fs::is_symlink(link));
-    EXPECT_EQ(fs::file_size(target), 8U);
-    struct stat written = {};
-    ASSERT_EQ(::stat(link.c_str(), &written), 0);
-    EXPECT_EQ(written.st_mode & 0777, 0600U);
-
-    fs::create_directory(folder.path("folder.png"));
-    for (const char* name : {"folder.png", "no-format", "missing/deep.png"})
-        EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path(name), 0, 0)) << name;
-    const auto entries = std::distance(fs::directory_iterator(folder.path()), {});
-    EXPECT_EQ(entries, 3) << "no temporary file stays behind";
 }

@@ -160,19 +160,6 @@ TEST_F(PrintSessionTest, TheBytesAndTheSettingsReachAPrinter)
     EXPECT_THAT(printer.attributes().filter("IPP_MEDIA=").toVector(), IsEmpty());
 }
 
-TEST_F(PrintSessionTest, APrinterThatTakesNoPicturesSaysSo)
-{
-    if (QStandardPaths::findExecutable("ippeveprinter").isEmpty())
-        GTEST_SKIP() << "ippeveprinter is not installed";
-    const IppPrinter printer("application/pdf");
-    if (!printer.isReady)
-        GTEST_SKIP() << "ippeveprinter does not run here";
-    const auto accepted = types(printer.address());
-    ASSERT_TRUE(accepted);
-    EXPECT_THAT(*accepted, testing::Not(Contains("image/jpeg")));
-    EXPECT_NE(print(printer.address(), "picture").value_or(0), 0);
-}
-
 TEST_F(PrintSessionTest, PrintersThatAreNotThereFail)
 {
     for (const std::string& printer : {std::string("no-such-queue"), addressOf(freePort()), std::string()}) {
