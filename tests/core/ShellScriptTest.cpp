@@ -1,5 +1,6 @@
 #include "cardtools/RunShellScript.h"
 #include "platform/DiskCommand.h"
+#include "tests/support/CollectedLog.h"
 #include "tests/support/TestPrinting.h"
 
 #include <gtest/gtest.h>
@@ -7,17 +8,14 @@
 TEST(ShellScript, ErrorHoldsNumberAndMessageAndIsLogged)
 {
     TestScriptRunner runner;
-    std::vector<std::string> lines;
-    const LogSink before = setLogSink([&](std::string_view line) { lines.emplace_back(line); });
+    const CollectedLog log;
     EXPECT_TRUE(runShellScript(runner, "true", false).empty());
     runner.script = [](const std::string&, bool) { return platform::ScriptResult{1, "no card"}; };
     const ErrorDictionary error = runShellScript(runner, "false", true);
-    setLogSink(before);
-
     EXPECT_EQ(std::get<int>(error.at("NSAppleScriptErrorNumber")), 1);
     EXPECT_EQ(std::get<std::string>(error.at("NSAppleScriptErrorMessage")), "no card");
     EXPECT_EQ(runner.commands, (std::vector<std::string>{"true", "false as administrator"}));
-    EXPECT_EQ(lines,
+    EXPECT_EQ(log.lines,
         (std::vector<std::string>{
             "ERROR={}", "ERROR={NSAppleScriptErrorNumber = 1; NSAppleScriptErrorMessage = no card}"}));
 }

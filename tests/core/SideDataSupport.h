@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/Log.h"
 #include "telemetry/MemoryByteSource.h"
 #include "telemetry/ZVKBlackBoxData.h"
+#include "tests/support/CollectedLog.h"
 
 #include <algorithm>
 #include <functional>
@@ -44,23 +44,6 @@ public:
 
 private:
     uint64_t m_place = 0;
-};
-
-/// Collects the log's lines for as long as it lives.
-class CollectedLog {
-public:
-    CollectedLog()
-        : m_before(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
-    {
-    }
-    ~CollectedLog() { setLogSink(std::move(m_before)); }
-    CollectedLog(const CollectedLog&) = delete;
-    CollectedLog& operator=(const CollectedLog&) = delete;
-
-    std::vector<std::string> lines;
-
-private:
-    LogSink m_before;
 };
 
 struct Extraction {

@@ -1,20 +1,13 @@
 #include "common/InterfaceHelpers.h"
 #include "platform/ButtonMatrix.h"
 #include "platform/SegmentedControl.h"
+#include "tests/support/KeyPress.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
-#include <QKeyEvent>
 #include <gtest/gtest.h>
 
 namespace {
-
-void press(QWidget& widget, int key)
-{
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
 
 TEST(SegmentedControl, KeysMoveTheSelectionAndStopAtTheEnds)
 {

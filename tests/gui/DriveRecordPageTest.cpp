@@ -1,8 +1,8 @@
 #include "cardtools/ZVKSettingForFlashDataViewController.h"
 #include "cardtools/ZVKSettingForObdDriveInfoViewController.h"
-#include "common/Log.h"
 #include "platform/Texts.h"
 #include "settings/FileData.h"
+#include "tests/support/CollectedLog.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
@@ -32,7 +32,6 @@ struct Host final : SettingPageHost {
 template <typename Page> class PageTest : public ::testing::Test {
 protected:
     PageTest()
-        : previous(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
     {
         page->setMainController(&host);
         window.resize(940, 520);
@@ -40,8 +39,6 @@ protected:
         page->setParent(&window);
         window.show();
     }
-    ~PageTest() override { setLogSink(previous); }
-
     template <typename Child> Child& child(const char* name)
     {
         return *page->template findChild<Child*>(name);
@@ -73,8 +70,8 @@ protected:
     QWidget window;
     _FILEDATA record{};
     std::unique_ptr<Page> page = std::make_unique<Page>(desktop.pieces, "en");
-    Texts lines;
-    LogSink previous;
+    CollectedLog log;
+    Texts& lines = log.lines;
 };
 
 using FlashLogPage = PageTest<ZVKSettingForFlashDataViewController>;

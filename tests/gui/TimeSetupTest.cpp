@@ -1,13 +1,13 @@
 #include "cardtools/ZVKTimeSetupController.h"
 #include "platform/ClockFace.h"
 #include "platform/Texts.h"
+#include "tests/support/KeyPress.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -61,12 +61,6 @@ void drag(platform::ClockFace& face, QPointF from, QPointF to)
     send(QEvent::MouseButtonPress, from);
     send(QEvent::MouseMove, to);
     send(QEvent::MouseButtonRelease, to);
-}
-
-void press(QWidget& widget, Qt::Key key)
-{
-    QKeyEvent event(QEvent::KeyPress, key, {});
-    QApplication::sendEvent(&widget, &event);
 }
 
 TEST_F(TimeSetupWithCard, SavesOnTheCardOverALongerFileAndCloses)

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QApplication>
+#include <QKeyEvent>
+
+/// Sends one key press to the widget, whether it has the focus or not.
+inline void press(QWidget& widget, int key, const QString& text = {})
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(&widget, &event);
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "settings/FileData.h"
+
+#include <string>
+
+inline std::string bytesOf(const _FILEDATA& record)
+{
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
