@@ -127,18 +127,6 @@ void VirtualDispatcher::advance(Milliseconds duration)
     clock = end;
 }
 
-size_t VirtualDispatcher::pendingMain() const
-{
-    const std::lock_guard lock(mutex);
-    return mainQueue.size();
-}
-
-size_t VirtualDispatcher::pendingBackground() const
-{
-    const std::lock_guard lock(mutex);
-    return backgroundQueue.size();
-}
-
 size_t VirtualDispatcher::pendingTimers() const
 {
     return static_cast<size_t>(

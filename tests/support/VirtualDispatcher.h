@@ -11,10 +11,8 @@
 #include <mutex>
 #include <utility>
 
-/// A dispatcher whose queues and clock move only when the test moves them. The test's thread is the
-/// main thread; it also runs the background work, when the test says so.
-/// Posting is allowed from any thread and from inside work; the run and advance operations are called by the
-/// test only, never from inside work.
+/// A dispatcher whose queues and clock move only when the test moves them, on the test's thread, which is the
+/// main thread. Posting is allowed from any thread; the run and advance operations are the test's only.
 class VirtualDispatcher : public platform::Dispatcher {
 public:
     using Milliseconds = std::chrono::milliseconds;
@@ -24,28 +22,20 @@ public:
     void after(Milliseconds delay, Work work) override;
     [[nodiscard]] std::unique_ptr<platform::Timer> every(Milliseconds interval, Work work) override;
 
-    /// Runs the posted main work and what is due at the present moment, until nothing is left,
-    /// what that work posts included. Returns how many pieces of work ran.
+    /// Each runs what is posted and what that posts, and returns how many pieces of work ran; `runMain` also
+    /// what is due at the present moment. The clock stands still.
     size_t runMain();
-
-    /// Runs the oldest piece of background work; false when there is none.
     bool runOneBackground();
-    /// Runs background work until none is left. Returns how many pieces ran.
     size_t runBackground();
-
-    /// Runs main and background work in turns until both are done. The clock stands still.
     size_t runAll();
 
-    /// Moves the clock. Delayed work and timers run in the order of their time (at the same time, in the
-    /// order in which they were set), each at its own moment, and the main work that they post right after
-    /// each. Background work stays where it is.
+    /// Moves the clock: delayed work and timers run in the order of their time, each at its own moment, and
+    /// the main work that they post right after each. Background work stays where it is.
     void advance(Milliseconds duration);
 
     /// Time since the dispatcher was made.
     Milliseconds now() const { return clock; }
 
-    size_t pendingMain() const;
-    size_t pendingBackground() const;
     /// Delayed work and timers that are still to fire.
     size_t pendingTimers() const;
 
