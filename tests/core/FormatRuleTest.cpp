@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
+#include <utility>
 
 namespace {
 
@@ -21,50 +21,33 @@ FormatFacts cardThatMayBeFormatted()
     return facts;
 }
 
-struct Refusal {
-    FormatStatus status;
-    std::function<void(FormatFacts&)> change;
-};
-
-const Refusal refusals[] = {
-    {FormatStatus::notADevice, [](FormatFacts& f) { f.device = false; }},
-    {FormatStatus::systemDisk, [](FormatFacts& f) { f.systemDisk = true; }},
-    {FormatStatus::swapSpace, [](FormatFacts& f) { f.swapSpace = true; }},
-    {FormatStatus::heldByOthers, [](FormatFacts& f) { f.held = true; }},
-    {FormatStatus::notACard, [](FormatFacts& f) { f.card = false; }},
-    {FormatStatus::otherSize, [](FormatFacts& f) { f.size += 512; }},
-    {FormatStatus::otherSize, [](FormatFacts& f) { f.size = f.sizeSeen = 0; }},
-    {FormatStatus::otherMedium, [](FormatFacts& f) { f.medium = "18"; }},
-    {FormatStatus::otherMedium, [](FormatFacts& f) { f.medium = f.mediumSeen = ""; }},
-    {FormatStatus::stillMounted, [](FormatFacts& f) { f.mounted = true; }},
-    {FormatStatus::tooLarge, [](FormatFacts& f) { f.size = f.sizeSeen = 2048 * gib; }},
-    {FormatStatus::wrongCluster, [](FormatFacts& f) { f.cluster = 128; }},
-    {FormatStatus::writeProtected, [](FormatFacts& f) { f.writable = false; }},
-};
-
 } // namespace
 
-TEST(FormatRule, RefusesWhateverIsNotTheCardThatTheUserChose)
+TEST(FormatRule, RefusesACardOfAnotherSizeOrMediumThanTheUserChose)
 {
-    for (const Refusal& refusal : refusals) {
-        SCOPED_TRACE(static_cast<int>(refusal.status));
+    const std::pair<FormatStatus, std::function<void(FormatFacts&)>> refusals[] = {
+        {FormatStatus::otherSize, [](FormatFacts& f) { f.size += 512; }},
+        {FormatStatus::otherSize, [](FormatFacts& f) { f.size = f.sizeSeen = 0; }},
+        {FormatStatus::otherMedium, [](FormatFacts& f) { f.medium = f.mediumSeen = ""; }},
+        {FormatStatus::tooLarge, [](FormatFacts& f) { f.size = f.sizeSeen = 2048 * gib; }},
+        {FormatStatus::wrongCluster, [](FormatFacts& f) { f.cluster = 128; }},
+        // No other reason hides that it is the system's disk.
+        {FormatStatus::systemDisk,
+            [](FormatFacts& f) {
+                f.systemDisk = f.swapSpace = f.held = f.mounted = true;
+                f.card = f.writable = false;
+                f.medium = "18";
+            }},
+    };
+    for (const auto& [status, change] : refusals) {
+        SCOPED_TRACE(static_cast<int>(status));
         FormatFacts facts = cardThatMayBeFormatted();
-        refusal.change(facts);
-        EXPECT_EQ(mayFormat(facts), refusal.status);
-        EXPECT_NE(formatStatusKey(static_cast<int>(refusal.status)), "");
+        change(facts);
+        EXPECT_EQ(mayFormat(facts), status);
+        EXPECT_NE(formatStatusKey(static_cast<int>(status)), "");
     }
     EXPECT_EQ(mayFormat(FormatFacts()), FormatStatus::notADevice);
     EXPECT_EQ(mayFormat(cardThatMayBeFormatted()), FormatStatus::ok);
-}
-
-TEST(FormatRule, NoReasonHidesThatItIsTheSystemsDisk)
-{
-    FormatFacts facts = cardThatMayBeFormatted();
-    for (const Refusal& refusal : refusals) {
-        if (refusal.status != FormatStatus::notADevice)
-            refusal.change(facts);
-    }
-    EXPECT_EQ(mayFormat(facts), FormatStatus::systemDisk);
 }
 
 TEST(FormatRule, ClusterFollowsWholeGibibytes)

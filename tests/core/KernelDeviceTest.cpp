@@ -93,8 +93,6 @@ const Case cases[] = {
             m.mount("253:7", "/", "/dev/mapper/root");
         }},
     {"LUKS or LVM on it", FormatStatus::heldByOthers, [](const Machine& m) { m.hold("sdb1", "dm-0"); }},
-    {"an array on a partition of the whole", FormatStatus::heldByOthers,
-        [](const Machine& m) { m.hold("sdb2", "md0"); }, "sdb"},
     {"a loop device on it", FormatStatus::heldByOthers,
         [](const Machine& m) {
             m.device("devices/virtual/block/loop3", "7:3", 80'000);

@@ -6,8 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
@@ -69,16 +67,17 @@ protected:
         return answer == answers.end() ? platform::ScriptResult{} : answer->second;
     }
 
-    ZVKFormatWindowController& opened()
+    void loadVolumes()
     {
         controller.window();
+        controller.loadUSBVolumes();
         platform.dispatcher.runAll();
-        return controller;
     }
     void format()
     {
-        opened().loadUSBVolumes();
-        platform.dispatcher.runAll();
+        platform.alerts.shown.clear();
+        platform.scripts.commands.clear();
+        loadVolumes();
         controller.onFormat();
         platform.dispatcher.runAll();
     }
@@ -109,35 +108,28 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     platform.disks.volumes.push_back(card());
     platform.disks.volumes[1].deviceName = "sdc";
     platform.disks.volumes[1].size = 7 * gib;
-    opened();
+    loadVolumes();
     EXPECT_EQ(fields(), "sdb1   " + root.path("card") + "|32 KB|FAT32");
     EXPECT_TRUE(controller.selectUSBByDevFile("sdc"));
     EXPECT_EQ(fields(), "sdc   " + root.path("card") + "|128 KB|FAT32");
     EXPECT_FALSE(controller.selectUSBByDevFile("sdd"));
     EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
-    const auto searchAgain = [&] {
-        for (QShortcut* const shortcut : controller.window().findChildren<QShortcut*>()) {
-            if (shortcut->key() == QKeySequence(Qt::Key_F5))
-                emit shortcut->activated();
-        }
-        platform.dispatcher.runAll();
-    };
-    searchAgain();
-    EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
     platform.disks.volumes[1].mediaPath = "another";
-    searchAgain();
+    for (QShortcut* const shortcut : controller.window().findChildren<QShortcut*>()) {
+        if (shortcut->key() == QKeySequence(Qt::Key_F5))
+            emit shortcut->activated();
+    }
+    platform.dispatcher.runAll();
     EXPECT_FALSE(controller.selectedUSBDisk());
     EXPECT_EQ(fields(), "-|64KB|FAT32");
 
     controller.onFormat();
     platform.disks.volumes.clear();
-    controller.loadUSBVolumes();
-    platform.dispatcher.runAll();
+    loadVolumes();
     controller.onFormat();
     platform.disks.volumes = {card()};
     platform.disks.volumes[0].writable = false;
-    controller.loadUSBVolumes();
-    platform.dispatcher.runAll();
+    loadVolumes();
     controller.onFormat();
     EXPECT_THAT(platform.alerts.shown,
         ElementsAre("ZAVIK|Please select USB drive.", "ZAVIK|There is no USB drive.",
@@ -181,8 +173,6 @@ TEST_F(FormatWindow, FailuresLeaveTheCardListedAndItsSettingsSafe)
     for (const Row& row : {Row{{1, "x"}, "\nThe card is write-protected or cannot be written to."},
              Row{{-128, "The password entry was cancelled."}, "\nError:The password entry was cancelled."},
              Row{{25, "/x"}, "\nError:Another card is in the reader now. Choose the card again.\n/x"}}) {
-        platform.alerts.shown.clear();
-        platform.scripts.commands.clear();
         formatAnswer = row.answer;
         format();
         EXPECT_THAT(platform.alerts.shown,
@@ -210,8 +200,7 @@ TEST_F(FormatWindow, NothingIsUnmountedForACardThatIsNotTheOneShownOrCannotBeSav
     };
     for (const auto& change : changes) {
         platform.disks.volumes = {card()};
-        opened().loadUSBVolumes();
-        platform.dispatcher.runAll();
+        loadVolumes();
         platform.alerts.shown.clear();
         change();
         controller.onFormat();
@@ -240,7 +229,6 @@ TEST_F(FormatWindow, CardThatCannotBeUnmountedIsLeftAlone)
     EXPECT_THAT(platform.alerts.shown,
         ElementsAre(testing::AllOf(HasSubstr("still in use"), HasSubstr("target is busy"))));
     // One that is not mounted any more is formatted.
-    platform.scripts.commands.clear();
     events["diskutil umount"] = [this] { platform.disks.volumes.clear(); };
     events["diskutil mount"] = [this] { platform.disks.volumes = {card()}; };
     format();
@@ -258,7 +246,6 @@ TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
     for (const auto& change : changes) {
         put("config.bin", settings);
         platform.disks.volumes = {card()};
-        platform.alerts.shown.clear();
         events["diskutil mount"] = [&] {
             platform.disks.volumes[0].mountPath = other.path();
             change(platform.disks.volumes[0]);
@@ -285,13 +272,11 @@ TEST_F(FormatWindow, AnotherCardBetweenChoiceAndFormatIsNotTakenForTheOneChosen)
     EXPECT_FALSE(platform.scripts.chosen);
 
     // The two cards have changed places since the list was made.
-    const std::string others(272, 'o');
     put("config.bin", settings);
     root.file("elsewhere/config.bin", std::as_bytes(std::span(settings)));
     platform.disks.volumes = {card()};
-    opened().loadUSBVolumes();
-    platform.dispatcher.runAll();
-    put("config.bin", others);
+    loadVolumes();
+    put("config.bin", std::string(272, 'o'));
     platform.disks.volumes[0].mountPath = root.path("elsewhere");
     events.clear();
     controller.onFormat();
@@ -305,7 +290,6 @@ TEST_F(FormatWindow, CardThatIsPulledAtAnyStepIsToldAndKeepsNoOneWaiting)
         SCOPED_TRACE(step);
         put("config.bin", settings);
         platform.disks.volumes = {card()};
-        platform.alerts.shown.clear();
         formatAnswer = {step == "diskutil mount" ? 0 : 8, ""};
         events.clear();
         events[step] = [this] {
@@ -333,14 +317,13 @@ TEST_F(FormatWindow, SettingsThatCannotBePutBackAreKeptAndNamed)
     put("AlwaysMovie", "a file");
     fs::remove_all(root.path("card/config.bin"));
     events["diskutil mount"] = [this] { put("EventMovie", "a file where a folder belongs"); };
-    platform.alerts.shown.clear();
     format();
     EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("its folders could not be made")));
 }
 
 TEST_F(FormatWindow, NothingClosesOrQuitsWhileItFormats)
 {
-    opened();
+    loadVolumes();
     controller.showWindow();
     QWidget other;
     other.show();
@@ -373,21 +356,4 @@ TEST_F(FormatWindow, ControllerThatGoesAwayLeavesTheCardWhole)
     platform.dispatcher.advance(std::chrono::seconds(2));
     EXPECT_EQ(onCard("config.bin"), settings);
     EXPECT_TRUE(fs::is_directory(root.path("card/MotionMovie")));
-}
-
-TEST_F(FormatWindow, ProgressEndsByItselfAndWithTheSearch)
-{
-    controller.showWindow();
-    platform.dispatcher.runMain();
-    EXPECT_TRUE(outlet<QWidget>("progressBar").isVisible());
-    EXPECT_EQ(outlet<QLabel>("progressMessageField").text(), "Disk searching...");
-    platform.dispatcher.runAll();
-    EXPECT_FALSE(outlet<QWidget>("progressBar").isVisible());
-
-    controller.showProgressBar("x");
-    platform.dispatcher.advance(std::chrono::seconds(999));
-    EXPECT_TRUE(outlet<QWidget>("progressBar").isVisible());
-    platform.dispatcher.advance(std::chrono::seconds(2));
-    EXPECT_FALSE(outlet<QWidget>("progressBar").isVisible());
-    EXPECT_EQ(platform.dispatcher.pendingTimers(), 0U);
 }
