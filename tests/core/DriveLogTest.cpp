@@ -1,12 +1,11 @@
 #include "cardtools/DriveCells.h"
-#include "cardtools/DriveLogCsv.h"
-#include "telemetry/MemoryByteSource.h"
+#include "cardtools/DriveLog.h"
+#include "tests/core/SideDataSupport.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -151,32 +150,12 @@ TEST(DriveLogFile, ShowsTheWholeRecordsThatWereReadWhateverTheHeaderSays)
     }
 }
 
-/// A card that is pulled after some bytes.
-class PulledCard : public MemoryByteSource {
-public:
-    PulledCard(std::span<const std::byte> bytes, size_t failsAfter)
-        : MemoryByteSource(bytes),
-          left(failsAfter)
-    {
-    }
-    std::optional<size_t> read(std::span<std::byte> into) override
-    {
-        if (left == 0)
-            return {};
-        const auto count = MemoryByteSource::read(into.first(std::min(into.size(), left)));
-        left -= *count;
-        return count;
-    }
-
-private:
-    size_t left;
-};
-
 TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
 {
     const std::vector<std::byte> file = driveLogFile(std::vector(3, obdRecord()));
     for (size_t good = 0; good < file.size(); ++good) {
-        PulledCard card(file, good);
+        UnreliableSource card(file);
+        card.failsAt = good;
         const DriveLog log = readDriveLog(card, obdDriveFormat);
         ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::NoHeader : DriveLogEnd::DeviceFailed) << good;
         ASSERT_EQ(log.count(), good < 12 ? 0 : static_cast<int64_t>((good - 12) / 68)) << good;
@@ -186,41 +165,6 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
     MemoryByteSource source(file);
     EXPECT_EQ(readDriveLog(source, obdDriveFormat, stopped.get_token()).end(), DriveLogEnd::Stopped);
     EXPECT_EQ(readDriveLog(TempFolder().path(), obdDriveFormat).end(), DriveLogEnd::CannotOpen);
-}
-
-TEST(DriveLogFile, IsKnownByItsEnding)
-{
-    EXPECT_EQ(driveLogFormatOf("/card/zavik_000.drv"), &flashDataFormat);
-    EXPECT_EQ(driveLogFormatOf("LOG.OBD"), &obdDriveFormat);
-    for (const char* path : {"log.csv", "drv", ".drv", ""})
-        EXPECT_EQ(driveLogFormatOf(path), nullptr) << path;
-}
-
-TEST(DriveLogCsvFile, HasATitleLineAndALineForEachRecord)
-{
-    const std::vector<std::byte> file = driveLogFile(std::vector(5000, flashRecord()));
-    MemoryByteSource source(file);
-    const DriveLog log = readDriveLog(source, flashDataFormat);
-    const std::vector<std::string> titles(15, "요일");
-    std::string csv;
-    size_t longestPiece = 0;
-    const auto collect = [&](std::string_view lines, int64_t) {
-        EXPECT_EQ(lines.back(), '\n');
-        longestPiece = std::max(longestPiece, lines.size());
-        csv += lines;
-        return true;
-    };
-    ASSERT_TRUE(writeDriveLogCsv(log, titles, collect));
-    EXPECT_EQ(std::ranges::count(csv, '\n'), 5001);
-    EXPECT_EQ(std::ranges::count(csv, ','), 5001 * 14);
-    EXPECT_TRUE(csv.starts_with("요일,요일,"));
-    EXPECT_TRUE(csv.ends_with("\n5000,65535,2015/03/21,07:05:09,SAT,3734.1234,12702.5000,123.4,61,99,A,-0.50,"
-                              "+1.00,+0.00,12.5\n"));
-    EXPECT_LT(longestPiece, 70000u);
-
-    int pieces = 0;
-    EXPECT_FALSE(writeDriveLogCsv(log, titles, [&](std::string_view, int64_t) { return ++pieces < 2; }));
-    EXPECT_EQ(pieces, 2);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "cardtools/DriveRecords.h"
 
+#include <array>
+#include <bit>
 #include <cstring>
 #include <vector>
 
@@ -16,61 +18,20 @@ template <typename Record> std::vector<std::byte> driveLogFile(const std::vector
     return bytes;
 }
 
+/// Saturday, 2015-03-21 07:05:09, 3734.1234 N 12702.5000 E with a fix, 61 (at most 99), 12.5 V; the bytes as
+/// a camera writes them, so that the structs have to lie right.
 inline FlashDataRecord flashRecord()
 {
-    return {.seq = 65535,
-        .yoil = 6,
-        .value = 1,
-        .year = 115,
-        .month = 3,
-        .day = 21,
-        .hour = 7,
-        .minute = 5,
-        .second = 9,
-        .latWhole = 3734,
-        .latFraction = 1234,
-        .lonWhole = 12702,
-        .lonFraction = 5000,
-        .cur_speed = 61,
-        .driving_distance = 1234,
-        .max_speed = 99,
-        .x = -128,
-        .y = 256,
-        .z = 0,
-        .battery = 125};
+    return std::bit_cast<FlashDataRecord>(std::to_array<unsigned char>(
+        {0xFF, 0xFF, 6, 1, 0x73, 3, 0x15, 7, 5, 9, 0x96, 0x0E, 0xD2, 4, 0x9E, 0x31, 0x88, 0x13, 0x3D, 0, 0xD2,
+            4, 0, 0, 0, 0, 0, 0, 0x63, 0, 0, 0, 0x80, 0xFF, 0, 1, 0, 0, 0x7D, 0}));
 }
 
+/// The same place and time, with the car's own values: 60, 2500 turns, gear D.
 inline ObdDriveRecord obdRecord()
 {
-    return {.seq = 70000,
-        .year = 115,
-        .month = 3,
-        .day = 21,
-        .hour = 7,
-        .minute = 5,
-        .second = 9,
-        .yoil = 0,
-        .latWhole = 3734,
-        .latFraction = 1234,
-        .lonWhole = 12702,
-        .lonFraction = 5000,
-        .gps_speed = 61,
-        .cur_speed = 60,
-        .rpm = 2500,
-        .driving_distance = 123456,
-        .battery = 12600,
-        .acp = 30,
-        .fbk = 0,
-        .rll = 1,
-        .lll = 2,
-        .swa = -30,
-        .sbt = 0,
-        .gel = 3,
-        .gep = 4,
-        .sbk = 1,
-        .tpa = 17,
-        .abt = 2534,
-        .x = -128,
-        .y = 256,
-        .z = 0};
+    return std::bit_cast<ObdDriveRecord>(std::to_array<unsigned char>(
+        {0x70, 0x11, 1, 0, 0, 0x73, 3, 0x15, 7, 5, 9, 0, 0x96, 0x0E, 0xD2, 4, 0x9E, 0x31, 0x88, 0x13, 0x3D, 0,
+            0, 0, 0x3C, 0, 0xC4, 9, 0x40, 0xE2, 1, 0, 0x38, 0x31, 0x1E, 0, 0, 0, 1, 0, 2, 0, 0xE2, 0xFF, 0, 0,
+            3, 0, 4, 0, 1, 0, 0x11, 0, 0xE6, 9, 0, 0, 0, 0, 0x80, 0xFF, 0, 1, 0, 0, 0, 0}));
 }
