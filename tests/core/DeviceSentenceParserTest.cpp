@@ -26,16 +26,6 @@ const DeviceFix fix{
 
 }
 
-TEST(DeviceSentence, CarriesItsChecksum)
-{
-    EXPECT_EQ(sentenceWithChecksum("GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,"),
-        "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47");
-    EXPECT_EQ(gaSentence(fix).substr(0, 53),
-        "$GA,235958,A,3723.4567,12701.2500,61.5,S,W*" + gaSentence(fix).substr(43));
-    EXPECT_EQ(
-        gcSentence(fix).substr(0, 43), "$GC,235958,310715,,,09,1.5,61.5,270.5*" + gcSentence(fix).substr(38));
-}
-
 TEST(DeviceSentenceParser, TheDateComesFromWhicheverSentenceWasLast)
 {
     ZVKZAVIKNMEASentenceParser parser;

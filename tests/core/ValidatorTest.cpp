@@ -18,20 +18,3 @@ TEST(Validator, ThresholdsOfTheGSensor)
         EXPECT_EQ(message && message->range.has_value(), key == range);
     }
 }
-
-TEST(Validator, NumbersAndWhatIsLeftOfThem)
-{
-    EXPECT_TRUE(ZVKValidator::stringIsNumber("  0.5 \n"));
-    EXPECT_FALSE(ZVKValidator::stringIsNumber("0.5g"));
-    EXPECT_FALSE(ZVKValidator::stringIsNumber(""));
-    EXPECT_EQ(ZVKValidator::numericStringFromString("0.75xy"), "0.75");
-    EXPECT_EQ(ZVKValidator::numericStringFromString("12가"), "12");
-    EXPECT_EQ(ZVKValidator::numericStringFromString("abc"), "");
-}
-
-TEST(Validator, EveryKindOfRecordingNeedsATenthOfTheCard)
-{
-    EXPECT_TRUE(ZVKValidator::validateSDCardSizeRatio(9));
-    EXPECT_TRUE(ZVKValidator::validateSDCardSizeRatio(-5));
-    EXPECT_FALSE(ZVKValidator::validateSDCardSizeRatio(10));
-}
