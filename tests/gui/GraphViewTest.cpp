@@ -45,7 +45,7 @@ TEST_F(Graph, PicksTheSampleOfEachTenthOfAPoint)
     EXPECT_DOUBLE_EQ(line.front().x, 21);
     EXPECT_DOUBLE_EQ(line.front().y, 58);
     EXPECT_NEAR(line.back().x, 21 + 400, 1e-9);
-    EXPECT_DOUBLE_EQ(line.back().y, 58 + 99 * 25);
+    EXPECT_DOUBLE_EQ(line.back().y, 58 + 99 * 25); // 2 g are on the outer lines
     // Sample s begins at the first point k with k * 100 / 4001 >= s.
     const auto step = std::ranges::find_if(line, [](const auto& point) { return point.y == 58 + 50 * 25; });
     ASSERT_NE(step, line.end());
@@ -63,12 +63,13 @@ TEST_F(Graph, LeavesOutOnlyPointsBetweenEqualNeighbours)
     EXPECT_EQ(graph.polyline(&ZVKGSensor::x).size(), 4001u);
 }
 
-TEST_F(Graph, PutsTwoGOnTheOuterLines)
+TEST_F(Graph, DrawsXRedYGreenAndZBlue)
 {
-    graph.setGraphData({{2, -2, 0}});
-    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::x).front().y, 108);
-    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::y).front().y, 8);
-    EXPECT_DOUBLE_EQ(graph.polyline(&ZVKGSensor::z).front().y, 58);
+    graph.setGraphData({{1.5f, 0.5f, -0.5f}}); // between the lines of the grid
+    const QImage image = drawn(graph);
+    EXPECT_EQ(image.pixelColor(300, 20), Qt::red);
+    EXPECT_EQ(image.pixelColor(300, 45), Qt::green);
+    EXPECT_EQ(image.pixelColor(300, 70), Qt::blue);
 }
 
 TEST_F(Graph, DrawsGridAloneWithoutSamplesAndFollowsNewOnes)

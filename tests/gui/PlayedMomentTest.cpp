@@ -1,0 +1,130 @@
+#include "lib/LoadingIndicator.h"
+#include "tests/support/AppDelegateProbe.h"
+#include "tests/support/TempFolder.h"
+#include "tools/samplecard/AviWriter.h"
+
+#include <QLabel>
+#include <QTableView>
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using platform::PlayerState;
+using testing::EndsWith;
+
+namespace {
+
+/// Ten samples paired with one place; three fixes: north-east, south-east, south-west.
+std::vector<std::byte> crossingTheEquator()
+{
+    SideDataWriter sideData;
+    for (int i = 0; i < 10; ++i)
+        sideData.gsensor(i * 100, 0, 0, 0);
+    sideData.gps({.timestamp = 900,
+        .latitude = 3723.4567,
+        .longitude = 12701.5,
+        .speed = 21,
+        .km = '9',
+        .text = "$GA,,,,,,N,E*00\n$GA,,,,,,S,E*00\n$GA,,A,,,,S,W*00\n"});
+    return AviWriter().junk(sideData).bytes();
+}
+
+/// A front recording with places and a rear one without.
+class PlayedMoment : public testing::Test {
+protected:
+    PlayedMoment()
+    {
+        folder.file("alwa_20150321_142530_F.avi", crossingTheEquator());
+        folder.file("alwa_20150321_142600_R.avi", AviWriter().junk(SideDataWriter()).bytes());
+        app.open(folder.path());
+    }
+    /// What the map is told at a position.
+    std::string toldAt(double position)
+    {
+        app.desk.map.scripts.clear();
+        app.playInfo().setPosition(position);
+        return app.desk.map.scripts.empty() ? "" : app.desk.map.scripts.back();
+    }
+
+    TempFolder folder;
+    AppDelegateProbe app;
+};
+
+TEST_F(PlayedMoment, SouthAndWestComeFromTheFixOfThePlacesIndexAndStay)
+{
+    // In a process of its own: the hemisphere stays for the rest of the run.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto walk = [this] {
+        app.start(0);
+        EXPECT_EQ(toldAt(0.95), "setLatLag('127.025000','37.390945')") << "there is no tenth fix";
+        EXPECT_EQ(toldAt(0.05), "setLatLag('127.025000','37.390945')");
+        EXPECT_EQ(toldAt(0.15), "setLatLag('127.025000','-37.390945')");
+        EXPECT_EQ(toldAt(0.25), "setLatLag('-127.025000','-37.390945')");
+        EXPECT_EQ(toldAt(0.05), "setLatLag('-127.025000','-37.390945')");
+        EXPECT_EQ(app.find<QLabel>("latitudeField").text(), "-37.3909");
+        EXPECT_EQ(app.find<QLabel>("longitudeField").text(), "-127.0250");
+        std::fflush(stdout);
+        std::_Exit(HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(walk(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(PlayedMoment, ARecordingWithoutPlacesTellsTheMapSo)
+{
+    app.start(1);
+    for (const double position : {0.1, 0.1})
+        EXPECT_EQ(toldAt(position), "ZVKDebug('GPS Data Count=Zero')");
+}
+
+TEST_F(PlayedMoment, TheUnitOfSpeedChangesAlsoWhileNothingMoves)
+{
+    app.start(0);
+    app.controller->setDisplayMile(1);
+    EXPECT_EQ(app.find<QLabel>("speedField").text(), "33 Mi/h");
+}
+
+TEST_F(PlayedMoment, TheDirectionIsTheCamerasOnlyWithAudio)
+{
+    for (const auto& [tracks, direction] : {std::pair{std::vector{1}, 1}, {{}, 2}}) {
+        app.desk.player->tracks = tracks;
+        app.start(1);
+        EXPECT_EQ(app.playInfo().audioMediaDirection(), direction);
+    }
+}
+
+TEST_F(PlayedMoment, TheMapsPageFollowsTheLanguage)
+{
+    EXPECT_THAT(app.desk.map.loads.back(), EndsWith("map2_eng.htm"));
+    EXPECT_THAT(AppDelegateProbe("ko").desk.map.loads.back(), EndsWith("map2.htm"));
+}
+
+TEST_F(PlayedMoment, AFailureTakesTheLoadingBarAway)
+{
+    app.controller->playAtIndex(1);
+    app.desk.dispatcher.runAll();
+    app.player().reportFailure("damaged");
+    app.desk.dispatcher.advance(300ms);
+    EXPECT_FALSE(app.find<LoadingIndicator>("progressIndicator").isVisible());
+    EXPECT_FALSE(app.find<QLabel>("videoStateLabel").text().isEmpty());
+}
+
+TEST_F(PlayedMoment, TheRowThatPlaysIsMarkedAgainWhenItsFolderWasReadAnew)
+{
+    app.start(1);
+    app.open(folder.path());
+    const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows.first().row(), 1);
+}
+
+TEST_F(PlayedMoment, EveryFileBeginsAtItsOwnSpeed)
+{
+    app.start(0);
+    app.controller->increaseSpeed();
+    ASSERT_EQ(app.player().speed, 2);
+    app.start(1);
+    EXPECT_EQ(app.player().speed, 1);
+    EXPECT_EQ(app.playInfo().speed(), 1);
+    EXPECT_EQ(app.find<QLabel>("speedTextButton").text(), "1.0x");
+}
+
+} // namespace
