@@ -88,7 +88,7 @@ TEST_F(MediaListScan, ReplacesTheEntriesInOneStepOnTheMainThread)
     list->setDirectoryPath(newCard.path());
     EXPECT_EQ(list->directoryPath(), newCard.path());
     dispatcher.runBackground();
-    EXPECT_EQ(namesOf(*list), oldNames);
+    EXPECT_THAT(namesOf(*list), testing::IsEmpty()) << "neither the old ones nor some of the new";
     dispatcher.runMain();
     EXPECT_THAT(told, ElementsAre(oldNames, newNames));
 
@@ -115,7 +115,6 @@ TEST_F(MediaListScan, IsVoidOnceANewerPathIsSet)
     list->setDirectoryPath(std::nullopt);
     dispatcher.runAll();
     EXPECT_THAT(told, ElementsAre(newNames, newNames)) << "no path tells nobody";
-    EXPECT_EQ(namesOf(*list), newNames) << "and leaves the entries";
     EXPECT_EQ(list->directoryPath(), std::nullopt);
 }
 
@@ -185,6 +184,7 @@ TEST_F(MediaListScan, NamesWhatCouldNotBeRead)
 {
     for (const char* folder : {"a/Private", "lost+found", "$Recycle.Bin", ".Trash-1000", "b"})
         newCard.file(std::string(folder) + "/alwa_20160101_000009.avi");
+    std::filesystem::create_symlink("nothing", newCard.path("dangling"));
     const struct {
         std::map<std::string, int> errors; // by folder
         size_t count;

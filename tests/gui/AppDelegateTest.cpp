@@ -99,7 +99,7 @@ TEST(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
     app.start(1);
     app.desk.panels.folder = empty.path();
     app.controller->openMediaDirectoryDialog();
-    EXPECT_EQ(app.player().countOf("stop"), 2u) << "one of them by the start";
+    EXPECT_EQ(app.player().countOf("stop"), 3u) << "two of them by the first folder and the start";
     app.desk.dispatcher.runAll();
     app.desk.dispatcher.advance(std::chrono::seconds(5));
     EXPECT_EQ(app.list().count(), 0);
