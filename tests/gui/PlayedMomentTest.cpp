@@ -1,4 +1,5 @@
 #include "lib/LoadingIndicator.h"
+#include "lib/PositionSlider.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tests/support/TempFolder.h"
 #include "tools/samplecard/AviWriter.h"
@@ -114,6 +115,15 @@ TEST_F(PlayedMoment, TheRowThatPlaysIsMarkedAgainWhenItsFolderWasReadAnew)
     const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows.first().row(), 1);
+}
+
+TEST_F(PlayedMoment, TheSliderSeeksNothingWhileAFileIsPrepared)
+{
+    app.start(0);
+    app.controller->playAtIndex(1);
+    app.player().calls.clear();
+    app.find<PositionSlider>("videoPositionSlider").setValue(500);
+    EXPECT_TRUE(app.player().calls.empty());
 }
 
 TEST_F(PlayedMoment, EveryFileBeginsAtItsOwnSpeed)
