@@ -93,6 +93,7 @@ void ZVKAppDelegate::startExtracted(ZVKBlackBoxData extracted)
 {
     blackBoxData = std::move(extracted);
     hasTelemetry = true;
+    showListState();
     outlets->graphView->setGraphData(blackBoxData.m_GSensors);
     initMediaControlView();
     player1->play();
@@ -109,14 +110,14 @@ void ZVKAppDelegate::clearMoment()
     playInfo.setIsPlaying(false);
     resetReadouts();
     evaluateMapScript("zavikNewRecording()");
+    showListState();
 }
 
 /// Says which file is awaited, until it plays, fails or is given up.
 void ZVKAppDelegate::showPreparing()
 {
     if (waitingForPlayStart)
-        outlets->videoStateLabel->setText(
-            platform::localized("msg.preparing").arg(outlets->titleLabel->text()));
+        outlets->videoStateLabel->setText(platform::localized("msg.preparing").arg(nameAtHand()));
 }
 
 void ZVKAppDelegate::giveUpStart()
@@ -126,7 +127,7 @@ void ZVKAppDelegate::giveUpStart()
     forgetPendingStart();
     hideLoading();
     player1->stop();
-    outlets->videoStateLabel->setText(platform::localized("msg.given_up").arg(outlets->titleLabel->text()));
+    outlets->videoStateLabel->setText(platform::localized("msg.given_up").arg(nameAtHand()));
 }
 
 /// Whatever was begun for the file up to now (extraction, start, delayed seeks, the move on) is void.

@@ -27,6 +27,12 @@ QString shownPath(std::string_view path)
     return text.size() <= longest ? text : QChar(0x2026) + text.right(longest - 1);
 }
 
+/// Whether the file may hold readings that are not shown.
+bool areReadingsMissing(WalkEnd end)
+{
+    return end == WalkEnd::NoMemory || end == WalkEnd::ReadError || end == WalkEnd::CannotOpen;
+}
+
 } // namespace
 
 void ZVKAppDelegate::initMediaListTableView()
@@ -119,6 +125,13 @@ QStringList ZVKAppDelegate::scanRemarks() const
     else if (state.unreadCount > 1)
         lines += platform::localized("list.unread_more")
                      .arg(shownPath(state.unread), numbers.toString(qlonglong(state.unreadCount - 1)));
+    if (passedOver.size() == 1)
+        lines += platform::localized("list.passed_over").arg(passedOver.back());
+    else if (passedOver.size() > 1)
+        lines += platform::localized("list.passed_over_more")
+                     .arg(passedOver.back(), numbers.toString(qlonglong(passedOver.size() - 1)));
+    if (hasTelemetry && areReadingsMissing(blackBoxData.walkEnd()))
+        lines += platform::localized("list.no_readings").arg(nameAtHand());
     return lines;
 }
 

@@ -28,7 +28,7 @@ void ZVKAppDelegate::folderMoved(const std::string& from, const std::string& to)
     if (!media || !media->url().value_or("").starts_with(before))
         return;
     media->moveTo(to + "/" + media->url()->substr(before.size()));
-    if (!waitingForPlayStart && outlets->videoStateLabel->text().isEmpty())
+    if (!waitingForPlayStart && player1->state() != platform::PlayerState::error)
         return;
     player1->stop();
     restartMedia();

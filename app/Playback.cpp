@@ -3,6 +3,7 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "common/Log.h"
+#include "common/Text.h"
 #include "lib/PositionSlider.h"
 #include "lib/TKVideoBackgroundImageView.h"
 #include "media/MediaDirection.h"
@@ -153,8 +154,11 @@ void ZVKAppDelegate::mediaPlayerFailed(platform::MediaPlayer& player, const std:
     playInfo.setIsPlaying(false);
     outlets->videoStateLabel->setText(platform::localized("msg.cannot_play"));
     showOrHideVideo();
-    if (reachedByItself)
+    if (reachedByItself) {
+        passedOver += nameAtHand();
+        showListState();
         moveOn();
+    }
 }
 
 void ZVKAppDelegate::didStartPlayer()
@@ -244,11 +248,16 @@ void ZVKAppDelegate::updateVideoUI()
     showTitle();
 }
 
-/// The name of the player's file.
 void ZVKAppDelegate::showTitle()
 {
-    const std::string path = player1->media()->url().value_or("");
-    outlets->titleLabel->setText(QString::fromStdString(path.substr(path.rfind('/') + 1)));
+    outlets->titleLabel->setText(nameAtHand());
+}
+
+QString ZVKAppDelegate::nameAtHand() const
+{
+    const auto media = player1->media();
+    const std::string path = media ? media->url().value_or("") : "";
+    return QString::fromStdString(visibleText(std::string_view(path).substr(path.rfind('/') + 1)));
 }
 
 void ZVKAppDelegate::updatePlayInfoScale()

@@ -258,6 +258,7 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
         mediaIndex = -1;
     }
     clearMoment();
+    passedOver.clear();
     playInfo.setScale(0);
     outlets->titleLabel->clear();
     showOrHideVideo();

@@ -11,6 +11,8 @@
 #include "settings/ZVKSettingController.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <memory>
 #include <stop_token>
@@ -167,6 +169,8 @@ private:
     void updateAudioUI();
     void updateVideoUI();
     void showTitle();
+    /// The name of the player's file.
+    QString nameAtHand() const;
     void updatePlayInfoScale();
     void showOrHideVideo();
     bool reportsPlaying() const;
@@ -221,6 +225,8 @@ private:
     bool waitingForPlayStart = false;
     /// What is on screen is the telemetry of the player's file.
     bool hasTelemetry = false;
+    /// Names of the folder's recordings that a drive went past, as they could not be played.
+    QStringList passedOver;
     /// The file was reached at the end of the one before it, not chosen.
     bool reachedByItself = false;
     bool preparingPlayNext = false;

@@ -123,7 +123,7 @@ TEST(Folder, ListSaysWhatItDoesAndWhatWentWrong)
     app.desk.dispatcher.runAll();
     EXPECT_EQ(said(), "");
     app.open(folder.path("gone"));
-    EXPECT_EQ(said(), "Not");
+    EXPECT_EQ(said(), "Nothing");
     TempFolder empty;
     app.open(empty.path());
     EXPECT_EQ(said(), "There");

@@ -316,6 +316,15 @@ TEST_F(Playback, AFolderThatIsReadAgainKeepsTheFileAtHandInItsRow)
     EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142600_R.avi"));
 }
 
+TEST_F(Playback, SaysWhoseReadingsCouldNotBeRead)
+{
+    std::filesystem::remove(folder.path("alwa_20150321_142600_R.avi"));
+    app.start(1);
+    EXPECT_TRUE(text("listStateLabel").contains("readings of “alwa_20150321_142600_R.avi”"));
+    app.start(0);
+    EXPECT_EQ(text("listStateLabel"), "");
+}
+
 TEST_F(Playback, ADriveGoesOnPastAFileThatCannotBePlayed)
 {
     app.start(0);
@@ -329,6 +338,8 @@ TEST_F(Playback, ADriveGoesOnPastAFileThatCannotBePlayed)
     EXPECT_EQ(app.mediaIndex(), 1);
     app.desk.dispatcher.advance(1ms);
     EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(
+        text("listStateLabel"), "“alwa_20150321_142600_R.avi” could not be played and was passed over.");
 
     app.desk.dispatcher.runAll();
     app.player().reportState(PlayerState::playing);
