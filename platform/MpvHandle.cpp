@@ -77,6 +77,8 @@ constexpr Option options[] = {
     {"sws-fast", "yes"},
     {"sws-scaler", "bilinear"},
     {"zimg-scaler", "bilinear"},
+    // Handing slices to other threads costs more than it saves at the sizes of a window.
+    {"zimg-threads", "1"},
 };
 
 /// ALSA writes complaints to standard error on a machine without a sound card, so it is asked only where

@@ -21,7 +21,8 @@ constexpr int recoverySeconds = 60;
 
 } // namespace
 
-/// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen.
+/// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen,
+/// and every time that it comes into sight itself.
 class QtWebView::Stage final : public QWidget {
 public:
     Stage(QWidget& parent, std::function<void()> appeared)
@@ -39,7 +40,16 @@ public:
 
     void put(QWidget& content) { layout()->addWidget(&content); }
 
+    std::function<void()> shown;
+
 protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QWidget::showEvent(event);
+        if (shown)
+            shown();
+    }
+
     bool eventFilter(QObject* object, QEvent* event) override
     {
         if (object == watched && event->type() == QEvent::Show)
@@ -72,6 +82,11 @@ QtWebView::QtWebView(QWidget& parent, std::shared_ptr<WebEngine> sharedEngine)
     : engine(std::move(sharedEngine)),
       stage(new Stage(parent, [this] { start(); }))
 {
+    constexpr auto gatheringTime = std::chrono::seconds(1);
+    gathering.setSingleShot(true);
+    gathering.setInterval(gatheringTime);
+    QObject::connect(&gathering, &QTimer::timeout, &gathering, [this] { runWaiting(); });
+    stage->shown = [this] { runWaiting(); };
 }
 
 QtWebView::~QtWebView()
@@ -104,6 +119,8 @@ void QtWebView::start()
         content, &QWebEnginePage::renderProcessTerminated, stage, [this] { pageDied(); },
         Qt::QueuedConnection);
     view->setPage(content);
+    // Until it is shown for the first time the engine takes it for visible.
+    content->setVisible(view->isVisible());
     stage->put(*view);
     load();
 }
@@ -129,8 +146,22 @@ void QtWebView::load()
 void QtWebView::evaluateWebScript(const std::string& script)
 {
     latestScript = script;
-    if (isLoaded && view)
-        view->page()->runJavaScript(QString::fromStdString(script));
+    if (!isLoaded)
+        return;
+    waiting.push_back(script);
+    if (stage->isVisible())
+        runWaiting();
+    else if (!gathering.isActive())
+        gathering.start();
+}
+
+void QtWebView::runWaiting()
+{
+    gathering.stop();
+    for (const std::string& script : std::exchange(waiting, {})) {
+        if (isLoaded && view)
+            view->page()->runJavaScript(QString::fromStdString(script));
+    }
 }
 
 void QtWebView::ask(const QString& script, std::function<void(const QVariant&)> answer) const
@@ -142,6 +173,7 @@ void QtWebView::ask(const QString& script, std::function<void(const QVariant&)> 
 void QtWebView::pageLoaded(bool isComplete)
 {
     isLoaded = isComplete;
+    waiting.clear();
     if (isLoaded && !latestScript.empty())
         view->page()->runJavaScript(QString::fromStdString(latestScript));
 }

@@ -5,9 +5,12 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 class QWebEngineView;
 
@@ -17,7 +20,8 @@ class WebEngine;
 
 /// A web view on Qt WebEngine. Cheap to make: the engine starts only after the window that holds the parent
 /// is on screen. Where the engine cannot run, or its page has died twice within a minute, a plain text takes
-/// the page's place until the next load.
+/// the page's place until the next load. Out of sight the page gets its scripts once a second, together, so
+/// that it costs little; when it comes into sight it has all of them.
 class QtWebView final : public WebView {
 public:
     QtWebView(QWidget& parent, std::shared_ptr<WebEngine> engine);
@@ -40,6 +44,7 @@ private:
     void pageLoaded(bool isComplete);
     void pageDied();
     void showUnavailable();
+    void runWaiting();
 
     std::shared_ptr<WebEngine> engine;
     QPointer<Stage> stage;
@@ -47,6 +52,8 @@ private:
     QPointer<QLabel> unavailable;
     std::string page;
     std::string latestScript;
+    std::vector<std::string> waiting; // for a page out of sight
+    QTimer gathering;
     bool isLoaded = false;
     bool isOnScreen = false;
     QElapsedTimer lastDeath;

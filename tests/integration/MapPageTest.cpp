@@ -115,6 +115,18 @@ TEST_F(MapPage, StartsOnlyWhenItsWindowIsOnScreenAndShowsTheLatestPoint)
     EXPECT_TRUE(until([&] { return state()["noGps"].toBool(); }));
 }
 
+TEST_F(MapPage, OutOfSightItGetsEveryScriptAllTheSame)
+{
+    openWithCarAt("setLatLag('127.000000','37.000000')");
+    view.widget().hide();
+    for (int i = 0; i < 3; ++i)
+        view.evaluateWebScript("window.calls = (window.calls || 0) + 1");
+    EXPECT_TRUE(until([&] { return evaluate("window.calls").toInt() == 3; }));
+    view.evaluateWebScript("window.calls = 9");
+    view.widget().show();
+    EXPECT_EQ(evaluate("window.calls").toInt(), 9) << "nothing is missing when it comes into sight";
+}
+
 TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
 {
     QTextBrowser browser; // remembers the address that it is given
