@@ -142,8 +142,8 @@ void ZVKAppDelegate::connectControls()
     o.mediaListTableView->setAccessibleName(platform::localized("tip.recordings"));
     o.graphView->setAccessibleName(platform::localized("tip.graph"));
     QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });
-    QObject::connect(window.get(), &CustomWindow::folderDropped, window.get(),
-        [this](const std::string& path) { openMediaDirectory(path); });
+    QObject::connect(window.get(), &CustomWindow::pathDropped, window.get(),
+        [this](const std::string& path) { openIfFolder(path); });
     QObject::connect(window.get(), &CustomWindow::keyPressed, window.get(), [this](QKeyEvent* event) {
         if (pressKey(*event))
             event->accept();

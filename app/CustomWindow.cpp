@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFileInfo>
+#include <QFile>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -12,14 +12,14 @@
 
 namespace {
 
-/// The one folder that is dragged; empty when it is anything else.
-std::string draggedFolder(const QMimeData& data)
+/// The one path that is dragged; empty when it is anything else. Whether it is a folder is not asked here:
+/// a card may take its time to tell.
+std::string draggedPath(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
-    const QString path = urls.first().toLocalFile();
-    return QFileInfo(path).isDir() ? QFile::encodeName(path).toStdString() : std::string();
+    return QFile::encodeName(urls.first().toLocalFile()).toStdString();
 }
 
 } // namespace
@@ -32,17 +32,17 @@ CustomWindow::CustomWindow(QWidget* parent)
 
 void CustomWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!draggedFolder(*event->mimeData()).empty())
+    if (!draggedPath(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void CustomWindow::dropEvent(QDropEvent* event)
 {
-    const std::string folder = draggedFolder(*event->mimeData());
-    if (folder.empty())
+    const std::string path = draggedPath(*event->mimeData());
+    if (path.empty())
         return;
     event->acceptProposedAction();
-    emit folderDropped(folder);
+    emit pathDropped(path);
 }
 
 platform::Size CustomWindow::minimumOn(const platform::Screen& screen) const

@@ -42,8 +42,8 @@ signals:
     void closed();
     /// A key that neither the focused control nor the window itself has used; accept it when it is used.
     void keyPressed(QKeyEvent* event);
-    /// A folder was dropped on the window; its path in the file system's bytes.
-    void folderDropped(const std::string& path);
+    /// A file or a folder was dropped on the window; its path in the file system's bytes.
+    void pathDropped(const std::string& path);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -6,9 +6,23 @@
 #include "media/MediaPath.h"
 #include "ui_ZVKAppDelegate.h"
 
+#include <filesystem>
+#include <system_error>
+
 bool ZVKAppDelegate::isInUse(const std::string& mountPath) const
 {
     return folderFollower->mayLieOn(mountPath);
+}
+
+/// What was dropped may lie on a card that takes its time.
+void ZVKAppDelegate::openIfFolder(const std::string& path)
+{
+    auto open = guarded([this, path] { openMediaDirectory(path); });
+    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, path, open] {
+        std::error_code missing;
+        if (std::filesystem::is_directory(path, missing))
+            dispatcher.onMain(open);
+    });
 }
 
 /// The list and its selection stay, and what plays goes on. What has not begun, or failed because its card

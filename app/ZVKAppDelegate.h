@@ -124,6 +124,7 @@ private:
     void releaseHiddenFocus();
     bool isFormatting();
     void readDisplayMile();
+    void openIfFolder(const std::string& path);
     void folderMoved(const std::string& from, const std::string& to);
     void showSpeedsInMiles(bool isMile);
     void loadMapPage();

@@ -102,7 +102,8 @@ TEST_F(MainWindow, ADroppedFolderIsOpenedAndNothingElseIsTaken)
     const auto url = [](const std::string& path) {
         return QUrl::fromLocalFile(QString::fromStdString(path));
     };
-    EXPECT_FALSE(drop({url(other.path("notes.txt"))}));
+    drop({url(other.path("notes.txt"))});
+    EXPECT_EQ(app.list().directoryPath(), folder.path());
     EXPECT_FALSE(drop({url(other.path()), url(folder.path())}));
     EXPECT_FALSE(drop({QUrl("https://example.org/")}));
     EXPECT_EQ(app.list().count(), 4);
