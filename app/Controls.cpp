@@ -175,6 +175,9 @@ void ZVKAppDelegate::describe(QWidget& button, const char* textKey)
 
 bool ZVKAppDelegate::pressKey(const QKeyEvent& event)
 {
+    // Where there is nothing to give up, it leaves full screen.
+    if (event.key() == Qt::Key_Escape && (window->isFullScreen() || !waitingForPlayStart))
+        return false;
     for (const Command& command : commands()) {
         if (std::ranges::find(command.keys, combined(event)) != command.keys.end()) {
             (this->*command.action)();

@@ -11,13 +11,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// A wait that is longer is named on screen.
-constexpr double patienceSeconds = 0.5;
-
-} // namespace
-
 bool ZVKAppDelegate::playAtIndex(int64_t index)
 {
     if (mediaList->count() == 0 || waitingForPlayStart)
@@ -65,6 +58,7 @@ void ZVKAppDelegate::restartMedia()
 {
     forgetPendingStart();
     waitingForPlayStart = true;
+    reachedByItself = false;
     startTimerPlayNext();
     showTitle();
     showLoading();
@@ -108,6 +102,7 @@ void ZVKAppDelegate::clearMoment()
     outlets->graphView->setGraphData({});
     outlets->graphView->updateTimePosition(0);
     playInfo.setIsPlaying(false);
+    playInfo.setScale(0);
     resetReadouts();
     evaluateMapScript("zavikNewRecording()");
     showListState();

@@ -23,6 +23,7 @@ namespace {
 int32_t timeReportCounter = -1;
 
 constexpr double endOfFile = 0.998;
+constexpr int seekLabelMargin = 24;
 
 } // namespace
 
@@ -102,7 +103,8 @@ void ZVKAppDelegate::moveOn()
 
 void ZVKAppDelegate::showOrHideVideo()
 {
-    video1View->setVisible(reportsPlaying() || isPaused());
+    // Of a file that has only sound there is nothing to see, least of all the last picture of another one.
+    video1View->setVisible((reportsPlaying() || isPaused()) && player1->hasVideoOut());
 }
 
 void ZVKAppDelegate::mediaPlayerStateChanged(platform::MediaPlayer& player)
@@ -131,6 +133,8 @@ void ZVKAppDelegate::mediaPlayerTimeChanged(platform::MediaPlayer& player)
         chooseAudioAuto();
     }
     playInfo.setIsPlaying(isPlaying(player));
+    if (!player.isSeeking())
+        seekLabel->hide();
     if (settleSeek())
         return;
     if (moving) {
@@ -185,6 +189,24 @@ void ZVKAppDelegate::beginSeek()
     preparingPlayNext = false;
     moving = false;
     settlingTimeIsOver = false;
+    seekLabel->hide();
+    afterForThisSeek(patienceSeconds, [this] { showSeeking(); });
+}
+
+/// Says where a seek leads whose picture takes its time.
+void ZVKAppDelegate::showSeeking()
+{
+    const auto media = player1 ? player1->media() : nullptr;
+    if (!media || !player1->isSeeking())
+        return;
+    seekLabel->setText(
+        platform::localized("msg.seeking").arg(QString::fromStdString(player1->time().stringValue())));
+    seekLabel->adjustSize();
+    const QSize room = seekLabel->parentWidget()->size();
+    seekLabel->move(
+        (room.width() - seekLabel->width()) / 2, room.height() - seekLabel->height() - seekLabelMargin);
+    seekLabel->show();
+    seekLabel->raise();
 }
 
 void ZVKAppDelegate::syncVideoPositionDelay(double seconds)

@@ -50,6 +50,10 @@ void ZVKAppDelegate::awakeFromNib()
     video1View = new platform::VideoView(outlets->videoContainerView);
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
+    seekLabel = new QLabel(outlets->videoContainerView);
+    seekLabel->setObjectName(QStringLiteral("seekLabel"));
+    seekLabel->setProperty("role", QStringLiteral("wait"));
+    seekLabel->hide();
     layouts->views.insert(QStringLiteral("_video1View"), video1View);
     layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
     player1 = desktop.makePlayer(*video1View);
@@ -259,7 +263,6 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
     }
     clearMoment();
     passedOver.clear();
-    playInfo.setScale(0);
     outlets->titleLabel->clear();
     showOrHideVideo();
     scanning = true;

@@ -22,6 +22,7 @@
 struct CapturedFrame;
 class MediaTableModel;
 class QKeyEvent;
+class QLabel;
 class QTableView;
 
 namespace Ui {
@@ -114,6 +115,9 @@ private:
         std::vector<const char*> buttons;
     };
 
+    /// A wait that is longer is named on screen.
+    static constexpr double patienceSeconds = 0.5;
+
     void setupInitialValues();
     const std::vector<Command>& commands() const;
     void connectControls();
@@ -166,6 +170,7 @@ private:
     void beginSeek();
     void syncVideoPositionDelay(double seconds);
     bool settleSeek();
+    void showSeeking();
     void chooseAudioAuto();
     void updateAudioUI();
     void updateVideoUI();
@@ -217,6 +222,7 @@ private:
     std::unique_ptr<PathFollower> folderFollower; // of the list's folder
     ZVKPlayInfo playInfo;
     platform::VideoView* video1View = nullptr;
+    QLabel* seekLabel = nullptr; // over the picture
     std::unique_ptr<platform::MediaPlayer> player1;
     std::unique_ptr<platform::WebView> mapWebView;
     ZVKBlackBoxData blackBoxData;

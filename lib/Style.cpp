@@ -20,6 +20,7 @@ QLabel[role="axisX"], QLabel[role="axisY"], QLabel[role="axisZ"] { font-size: 13
     border-right: 4px solid #FF0000; padding-right: 8px; }
 QLabel[role="axisY"] { border-right-color: #00FF00; }
 QLabel[role="axisZ"] { border-right-color: #0000FF; }
+QLabel[role="wait"] { background: rgba(0, 0, 0, 180); border-radius: 6px; padding: 6px 12px; font-size: 13px; }
 QLabel[role="speed"] { font-size: 20px; font-weight: 600; }
 QLabel[role="caption"] { font-size: 11px; color: @textDim; }
 QLabel[role="title"] { font-size: 13px; color: @textDim; }

@@ -47,6 +47,7 @@ std::string mpvFailureReason(int error)
     case MPV_ERROR_UNKNOWN_FORMAT:
         return "It is no AVI file, or too damaged to be opened";
     case 0:
+    case MPV_ERROR_GENERIC:
     case MPV_ERROR_NOTHING_TO_PLAY:
         return "It holds no picture or sound in a form that cameras record, or its picture is too large";
     default:

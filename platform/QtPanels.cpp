@@ -24,6 +24,7 @@ namespace {
 constexpr const char* lastFolderKey = "LastPanelFolder";
 /// A card that has not been found by then does not hold the panel up.
 constexpr auto patience = 500ms;
+constexpr int placesWidth = 140;
 
 /// The home folder where there is no documents folder.
 QString documentsFolder()
@@ -34,13 +35,24 @@ QString documentsFolder()
 
 QFileDialog& madePanel(QWidget& window, const std::string& title)
 {
-    auto* dialog = new QFileDialog(&window, QString::fromStdString(title));
+    // Without a folder it would look into the last one, on a card that may hang.
+    auto* dialog = new QFileDialog(&window, QString::fromStdString(title), documentsFolder());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowModality(Qt::WindowModal);
     // A desktop's own panel speaks the desktop's language, and may ask about replacing or hide hidden files
     // whatever it is told.
     dialog->setOption(QFileDialog::DontUseNativeDialog);
+    // Names alone: the details would be cut off, and their words are the system's.
+    dialog->setViewMode(QFileDialog::List);
     return *dialog;
+}
+
+/// Whether the folder can be listed; waits for a card that hangs.
+bool isAtHand(const std::string& folder)
+{
+    std::error_code error;
+    const std::filesystem::directory_iterator entries(folder, error);
+    return !error;
 }
 
 /// Both cases of the ending, as cards carry either.
@@ -60,6 +72,8 @@ void start(QFileDialog& dialog, const QString& folder)
     dialog.setDirectory(folder);
     if (!name.isEmpty())
         dialog.selectFile(name);
+    if (auto* places = dialog.findChild<QWidget*>(QStringLiteral("sidebar")))
+        places->setMinimumWidth(placesWidth);
     dialog.open();
     for (QPushButton* button : dialog.findChildren<QPushButton*>())
         button->setIcon({});
@@ -136,8 +150,9 @@ void QtPanels::openWhereThingsAre(QFileDialog& dialog)
     dispatcher.inBackground(
         [&queues = dispatcher, once, find = findCard, used = defaults.stringList(lastFolderKey)] {
             std::optional<std::string> folder = find();
-            std::error_code ignored;
-            if (!folder && !used.empty() && std::filesystem::is_directory(used.front(), ignored))
+            if (folder && !isAtHand(*folder))
+                folder.reset();
+            if (!folder && !used.empty() && isAtHand(used.front()))
                 folder = used.front();
             queues.onMain(
                 [once, folder] { once(folder ? QFile::decodeName(folder->c_str()) : documentsFolder()); });

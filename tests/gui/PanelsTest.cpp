@@ -65,6 +65,8 @@ TEST_F(Panels, StartOnTheCardElseInTheLastFolderElseInTheDocuments)
     EXPECT_EQ(folderOfPanel(), folder.path("last"));
     card = folder.path("card");
     EXPECT_EQ(folderOfPanel(), folder.path("card"));
+    card = folder.path("pulled");
+    EXPECT_EQ(folderOfPanel(), folder.path("last")) << "a card that cannot be looked into";
     card.reset();
     std::filesystem::remove_all(folder.path("last"));
     EXPECT_EQ(folderOfPanel(), documents);

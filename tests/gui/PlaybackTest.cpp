@@ -316,6 +316,20 @@ TEST_F(Playback, AFolderThatIsReadAgainKeepsTheFileAtHandInItsRow)
     EXPECT_EQ(app.player().current->url(), folder.path("alwa_20150321_142600_R.avi"));
 }
 
+TEST_F(Playback, ShowsNoPictureOfAnotherFileWhereThereIsOnlySound)
+{
+    app.start(0);
+    EXPECT_TRUE(app.find<QWidget>("video1View").isVisible());
+    app.controller->playAtIndex(1);
+    EXPECT_EQ(text("sizeTextButton"), "");
+    app.desk.dispatcher.runAll();
+    app.player().size = {};
+    app.player().reportState(PlayerState::playing);
+    app.player().reportTime(0.1f);
+    EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());
+    EXPECT_EQ(text("sizeTextButton"), "");
+}
+
 TEST_F(Playback, SaysWhoseReadingsCouldNotBeRead)
 {
     std::filesystem::remove(folder.path("alwa_20150321_142600_R.avi"));

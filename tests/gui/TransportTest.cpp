@@ -177,11 +177,21 @@ TEST_F(Transport, ASlowSeekLastsUntilItsPictureIsThereAndTheNextJumpGoesOnFromIt
     app.desk.dispatcher.advance(299ms);
     controller.jumpForward();
     EXPECT_EQ(player.countOf("jumpForward 10"), 1u);
+    auto& wait = app.find<QLabel>("seekLabel");
+    app.desk.dispatcher.advance(200ms);
+    EXPECT_FALSE(wait.isVisible());
     app.desk.dispatcher.advance(10s);
+    EXPECT_TRUE(wait.isVisible());
+    EXPECT_EQ(wait.text(), "Going to 00:40…");
     EXPECT_TRUE(app.isMoving());
     controller.jumpForward();
     EXPECT_EQ(player.countOf("jumpForward 10"), 2u);
     EXPECT_NEAR(slider().doubleValue(), 0.5 + 20.0 / 60, 1e-5);
+    app.desk.dispatcher.advance(1s);
+    EXPECT_TRUE(wait.isVisible());
+    player.seeking = false;
+    player.reportTime(0.8f);
+    EXPECT_FALSE(wait.isVisible());
 }
 
 TEST_F(Transport, NothingOfAnEarlierSeekFollowsALaterOne)
@@ -317,6 +327,9 @@ TEST_F(Transport, KeysReachThePlayerFromEveryControlAndFromFullScreen)
         press(Qt::Key_Up, {}, &app.find<QWidget>(control));
         EXPECT_EQ(app.volume(), std::min<uint64_t>(volume + 10, 200));
     }
+    press(Qt::Key_F);
+    press(Qt::Key_Escape, {}, &app.find<QWidget>("playButtonForFullScreen"));
+    EXPECT_FALSE(window().isFullScreen());
     app.find<QTableView>("mediaListTableView").setFocus();
     press(Qt::Key_F);
     const QWidget* focused = window().focusWidget();
