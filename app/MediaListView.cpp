@@ -125,11 +125,15 @@ QStringList ZVKAppDelegate::scanRemarks() const
     else if (state.unreadCount > 1)
         lines += platform::localized("list.unread_more")
                      .arg(shownPath(state.unread), numbers.toString(qlonglong(state.unreadCount - 1)));
-    if (passedOver.size() == 1)
-        lines += platform::localized("list.passed_over").arg(passedOver.back());
-    else if (passedOver.size() > 1)
-        lines += platform::localized("list.passed_over_more")
-                     .arg(passedOver.back(), numbers.toString(qlonglong(passedOver.size() - 1)));
+    const auto tellOf = [&](const QStringList& names, const char* one, const char* more) {
+        if (names.size() == 1)
+            lines += platform::localized(one).arg(names.back());
+        else if (names.size() > 1)
+            lines +=
+                platform::localized(more).arg(names.back(), numbers.toString(qlonglong(names.size() - 1)));
+    };
+    tellOf(passedOver, "list.passed_over", "list.passed_over_more");
+    tellOf(brokenOff, "list.broken_off", "list.broken_off_more");
     if (hasTelemetry && areReadingsMissing(blackBoxData.walkEnd()))
         lines += platform::localized("list.no_readings").arg(nameAtHand());
     return lines;

@@ -82,7 +82,8 @@ bool ZVKAppDelegate::isKnobHeld() const
 
 void ZVKAppDelegate::timerPlayNext()
 {
-    if (!preparingPlayNext && !isKnobHeld() && isPaused() && player1->position() >= endOfFile)
+    const bool isAtEnd = player1->breaksOff() || player1->position() >= endOfFile;
+    if (!preparingPlayNext && !isKnobHeld() && isPaused() && isAtEnd)
         moveOn();
 }
 
@@ -180,6 +181,10 @@ void ZVKAppDelegate::didFinishPlay()
 {
     playInfo.setPosition(double(player1->position()));
     playInfo.setIsPlaying(isPlaying(*player1));
+    if (player1->breaksOff() && !brokenOff.contains(nameAtHand())) {
+        brokenOff += nameAtHand();
+        showListState();
+    }
 }
 
 /// The user goes elsewhere: what is left of an earlier seek, and the move to the next file, are void.

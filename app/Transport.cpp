@@ -42,16 +42,18 @@ void ZVKAppDelegate::clickPlayButton()
         restartMedia();
         return;
     }
-    if (double(player1->position()) < endOfFile) {
+    const bool breaksOff = player1->breaksOff();
+    if (double(player1->position()) < endOfFile && !breaksOff) {
         player1->play();
         return;
     }
     beginSeek();
     const double slider = outlets->videoPositionSlider->doubleValue();
-    if (slider >= endOfFile && playsEntry(mediaIndex)) {
+    const bool isReplay = breaksOff || slider >= endOfFile;
+    if (isReplay && playsEntry(mediaIndex)) {
         player1->setMedia(nullptr);
         playAtIndex(mediaIndex);
-    } else if (slider >= endOfFile) {
+    } else if (isReplay) {
         restartMedia();
     } else {
         player1->setTime(platform::MediaTime::timeWithInt(int64_t(slider * lengthMs(*player1))));

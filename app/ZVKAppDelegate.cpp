@@ -263,6 +263,7 @@ void ZVKAppDelegate::openMediaDirectory(const std::string& path)
     }
     clearMoment();
     passedOver.clear();
+    brokenOff.clear();
     outlets->titleLabel->clear();
     showOrHideVideo();
     scanning = true;

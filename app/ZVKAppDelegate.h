@@ -234,6 +234,8 @@ private:
     bool hasTelemetry = false;
     /// Names of the folder's recordings that a drive went past, as they could not be played.
     QStringList passedOver;
+    /// Those that ended long before their length.
+    QStringList brokenOff;
     /// The file was reached at the end of the one before it, not chosen.
     bool reachedByItself = false;
     bool preparingPlayNext = false;

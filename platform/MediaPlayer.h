@@ -112,6 +112,9 @@ public:
     /// Whether a seek is on its way: until then position and time are where it leads. When it has ended, the
     /// new picture is there, they are the player's own, and a time report follows.
     virtual bool isSeeking() const = 0;
+    /// Whether the file has ended long before its length, as a recording does that was cut off: the player
+    /// rests at the last picture, and position and time are that picture's.
+    virtual bool breaksOff() const = 0;
 
     virtual bool hasVideoOut() const = 0;
     /// Width and height of the video as it is to be shown, in pixels; zeros before the first picture.

@@ -27,14 +27,14 @@ double MpvFile::currentTime() const
 {
     if (target)
         return duration > 0 ? std::min(seconds(*target), duration) : seconds(*target);
-    return ended ? std::max(duration, time) : time;
+    return ended && !breaksOff ? std::max(duration, time) : time;
 }
 
 double MpvFile::currentFraction() const
 {
     if (target && target->unit == SeekTarget::Unit::fraction)
         return target->value;
-    if (ended && !target)
+    if (ended && !breaksOff && !target)
         return 1;
     return duration > 0 ? std::clamp(currentTime() / duration, 0.0, 1.0) : 0;
 }

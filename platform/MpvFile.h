@@ -41,6 +41,9 @@ struct MpvFile {
     bool hasSound = false;
     std::vector<int> audioTracks;
     bool ended = false;
+    /// It ended where a recording of its length does not.
+    bool breaksOff = false;
+    bool isTimeKnown = false; // of the picture that is shown
 
     /// Where the newest seek leads; gone when it has arrived.
     std::optional<SeekTarget> target;

@@ -179,6 +179,7 @@ void MpvPlayer::takeAnswer(const mpv_event_property& property)
                                              : MediaTime::nullTime());
     } else if (name == "time-pos") {
         file.time = plausibleSeconds(number(property));
+        file.isTimeKnown = true;
     } else if (name == "video-params/dw") {
         file.size.width = number(property);
     } else if (name == "video-params/dh") {
@@ -196,6 +197,7 @@ void MpvPlayer::playbackRestarted()
         askBeforeOpen();
     } else if (file.stage == SeekStage::begun) {
         file.stage = SeekStage::arrived;
+        file.isTimeKnown = false;
         mpv_get_property_async(mpv.get(), seekRequest, "time-pos", MPV_FORMAT_DOUBLE);
     }
 }
@@ -235,6 +237,7 @@ void MpvPlayer::seekArrived()
         return;
     }
     file.ended = false;
+    file.breaksOff = false;
     const bool toEnd = file.target && file.leadsToEnd(*file.target);
     file.target.reset();
     watchEnd();
@@ -270,7 +273,10 @@ std::string MpvPlayer::readFailureOr(const std::string& otherwise) const
 
 void MpvPlayer::restAtEnd()
 {
+    // Sound and picture may differ by this much.
+    constexpr double tolerance = 2;
     file.ended = true;
+    file.breaksOff = file.isTimeKnown && file.time < file.duration - tolerance;
     paused = true;
     setMpvFlag(mpv.get(), "pause", true);
     // Also news when the file was paused before.
@@ -280,6 +286,7 @@ void MpvPlayer::restAtEnd()
 void MpvPlayer::timeChanged(double seconds)
 {
     file.time = plausibleSeconds(seconds);
+    file.isTimeKnown = true;
     const int64_t now = clock.elapsed();
     if (!isPlaying() || file.stage != SeekStage::none || now < nextTimeReport)
         return;

@@ -45,6 +45,7 @@ public:
     void setRate(float rate) override;
     void jumpForward(int seconds) override;
     bool isSeeking() const override { return isOpen() && file.target.has_value(); }
+    bool breaksOff() const override { return isOpen() && !file.target && file.breaksOff; }
 
     bool hasVideoOut() const override { return videoSize().width > 0; }
     VideoSize videoSize() const override;

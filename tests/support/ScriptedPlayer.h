@@ -48,6 +48,8 @@ public:
     void setRate(float rate) override { speed = rate; }
     bool seeking = false;
     bool isSeeking() const override { return seeking; }
+    bool brokenOff = false;
+    bool breaksOff() const override { return brokenOff; }
     void jumpForward(int seconds) override { calls.push_back("jumpForward " + std::to_string(seconds)); }
     bool hasVideoOut() const override { return size.width > 0; }
     platform::VideoSize videoSize() const override { return size; }
