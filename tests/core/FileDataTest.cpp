@@ -141,8 +141,7 @@ TEST(CliConfig, RefusesWhatIsNoRecord)
         EXPECT_EQ(std::filesystem::file_size(file), size);
     }
     std::string wrong = bytesOf(defaults(false));
-    EXPECT_NE(zavikctl({"config", "show", folder.file("wrong.bin", std::as_bytes(std::span(wrong)))})
-                  .out.find("checksum_ok=false"),
+    EXPECT_NE(zavikctl({"config", "show", folder.file("wrong.bin", wrong)}).out.find("checksum_ok=false"),
         std::string::npos);
     EXPECT_EQ(zavikctl({"config", "defaults", "--region", "fr", folder.path("x")}).code, 2);
     EXPECT_EQ(zavikctl({"size", "1977614336"}).out, "1.9 GB\n");

@@ -4,10 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <functional>
-#include <string>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -28,10 +24,7 @@ public:
             put("sys/devices/pci0/usb1/1-2/block/sdb/" + std::string(part) + "/partition", "1\n");
     }
 
-    void put(const std::string& name, const std::string& text) const
-    {
-        folder.file(name, std::as_bytes(std::span(text)));
-    }
+    void put(const std::string& name, const std::string& text) const { folder.file(name, text); }
     void mount(const std::string& number, const std::string& place, const std::string& source) const
     {
         put("proc/self/mountinfo",

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <vector>
 
 namespace {
 
@@ -32,15 +31,6 @@ std::vector<std::byte> start(const std::string& path)
     std::ifstream(path, std::ios::binary)
         .read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return bytes;
-}
-
-/// A tool that is a shell script.
-std::string script(const TempFolder& folder, const std::string& text)
-{
-    const std::string whole = "#!/bin/sh\n" + text;
-    const std::string path = folder.file("tool", std::as_bytes(std::span(whole)));
-    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-    return path;
 }
 
 class LoopFormat : public testing::Test {
@@ -83,7 +73,7 @@ TEST_F(LoopFormat, ToolsThatAreMissingFailHangOrLieAreTold)
     const TempFolder folder;
     const auto with = [&](const std::string& text) {
         FormatPolicy policy = loopPolicy();
-        policy.mkfs = text.empty() ? folder.path("nothing") : script(folder, text);
+        policy.mkfs = text.empty() ? folder.path("nothing") : folder.program("tool", text);
         policy.mkfsLimit = std::chrono::milliseconds(text.find("sleep") == std::string::npos ? 60'000 : 100);
         return formatCard(request(card, size), policy).status;
     };
@@ -95,7 +85,7 @@ TEST_F(LoopFormat, ToolsThatAreMissingFailHangOrLieAreTold)
     EXPECT_EQ(with("truncate -s 0 " + card.image() + "; exit 1\n"), FormatStatus::cardGone);
     // The check of the file system.
     FormatPolicy policy = loopPolicy();
-    policy.fsck = script(folder, "echo bad; exit 1\n");
+    policy.fsck = folder.program("tool", "echo bad; exit 1\n");
     const LoopDevice second(size);
     const FormatResult unclean = formatCard(request(second, size), policy);
     EXPECT_EQ(unclean.status, FormatStatus::notClean);

@@ -15,9 +15,7 @@ class SampleCardFolder : public testing::Test {
 protected:
     SampleCardFolder()
     {
-        const std::string text = "#!/bin/sh\ncat > /dev/null\necho no such codec >&2\nexit 1\n";
-        const std::string program = root.file("bin/ffmpeg", std::as_bytes(std::span(text)));
-        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        root.program("bin/ffmpeg", "cat > /dev/null\necho no such codec >&2\nexit 1\n");
         setenv("PATH", (root.path("bin") + ":" + path).c_str(), 1);
         root.file("card/holiday.avi");
     }
@@ -34,17 +32,14 @@ protected:
     TempFolder root;
 };
 
-TEST_F(SampleCardFolder, RefusesFoldersOfOthers)
+TEST_F(SampleCardFolder, RefusesFoldersOfOthersAndAsksBeforeItDropsWhatSomebodyAdded)
 {
     EXPECT_THAT(make(false), HasSubstr("is no sample card"));
     EXPECT_THAT(make(true), HasSubstr("is no sample card"));
-    root.file("card/.samplecard", std::as_bytes(std::span("some other text\n")));
+    root.file("card/.samplecard", "some other text\n");
     EXPECT_THAT(make(true), HasSubstr("is no sample card"));
     EXPECT_TRUE(std::filesystem::exists(root.path("card/holiday.avi")));
-}
 
-TEST_F(SampleCardFolder, AsksBeforeItDropsWhatSomebodyAdded)
-{
     std::filesystem::remove(root.path("card/holiday.avi"));
     root.file("card/AlwaysMovie/a.avi");
     ASSERT_TRUE(samplecard::CardStamp::write(root.path("card"), "samplecard 0 of before"));

@@ -41,6 +41,16 @@ public:
             throw std::runtime_error("cannot write " + path(name));
         return path(name);
     }
+    std::string file(std::string_view name, std::string_view text) const
+    {
+        return file(name, std::as_bytes(std::span(text)));
+    }
+    /// A program that is a shell script.
+    std::string program(std::string_view name, const std::string& script) const
+    {
+        std::filesystem::permissions(file(name, "#!/bin/sh\n" + script), std::filesystem::perms::owner_all);
+        return path(name);
+    }
 
 private:
     std::filesystem::path root;
