@@ -69,15 +69,6 @@ void addDeviceSentences(SeedFolder folder)
     folder.add("$GA,,V,,,,,*00\n$GC,,,,,,,,*00\n");
 }
 
-void addNMEASentences(SeedFolder folder)
-{
-    folder.add(sentenceWithChecksum("GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,"));
-    folder.add(sentenceWithChecksum("GPRMC,123519.250,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W"));
-    folder.add(sentenceWithChecksum("GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1"));
-    folder.add(sentenceWithChecksum("GPGSV,2,1,05,01,40,083,46,02,17,308,41,12,07,344,39,14,22,228,45") + "\n"
-        + sentenceWithChecksum("GPGSV,2,2,05,15,40,083,46"));
-}
-
 void addDriveLogs(SeedFolder folder)
 {
     std::vector<std::byte> log = samplecard::driveLogOf({}, 15);
@@ -126,7 +117,6 @@ int main(int argumentCount, char** arguments)
     const std::filesystem::path folder = arguments[1];
     addRecordings(SeedFolder(folder / "SideData"));
     addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
-    addNMEASentences(SeedFolder(folder / "NMEASentence"));
     addDriveLogs(SeedFolder(folder / "DriveLog"));
     addRecordingNames(SeedFolder(folder / "RecordingName"));
     addSettings(SeedFolder(folder / "SettingsRecord"));

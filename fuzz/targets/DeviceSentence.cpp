@@ -1,7 +1,16 @@
-#include "fuzz/SentenceFuzzing.h"
+#include "fuzz/Require.h"
 #include "telemetry/ZVKZAVIKNMEASentenceParser.h"
 
+/// Feeds the lines of the input to one parser, so that fields persist from sentence to sentence.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
 {
-    return fuzzSentences<ZVKZAVIKNMEASentenceParser>(input, size, [](std::string_view) { return false; });
+    std::string_view rest(reinterpret_cast<const char*>(input), size);
+    ZVKZAVIKNMEASentenceParser parser;
+    while (!rest.empty()) {
+        const std::string_view sentence = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(sentence.size() == rest.size() ? rest.size() : sentence.size() + 1);
+        const auto before = parser.m_Current.duplicate();
+        require(parser.parse(sentence) || parser.m_Current == before);
+    }
+    return 0;
 }

@@ -1,39 +1,8 @@
 #include "fuzz/Require.h"
-#include "telemetry/MemoryByteSource.h"
 #include "telemetry/ZVKBlackBoxData.h"
-
-#include <algorithm>
+#include "tests/support/UnreliableSource.h"
 
 namespace {
-
-/// Gives a few bytes at a time and fails at a place.
-class SlowSource : public MemoryByteSource {
-public:
-    SlowSource(std::span<const std::byte> bytes, uint64_t failsAt)
-        : MemoryByteSource(bytes),
-          m_failsAt(failsAt)
-    {
-    }
-
-    std::optional<size_t> read(std::span<std::byte> into) override
-    {
-        if (m_place >= m_failsAt)
-            return {};
-        const auto count = MemoryByteSource::read(into.first(std::min<size_t>(into.size(), 13)));
-        m_place += *count;
-        return count;
-    }
-
-    bool seek(uint64_t offset) override
-    {
-        m_place = offset;
-        return MemoryByteSource::seek(offset);
-    }
-
-private:
-    uint64_t m_failsAt;
-    uint64_t m_place = 0;
-};
 
 void requireSound(const ZVKBlackBoxData& data)
 {
@@ -63,7 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     require(atOnce.walkEnd() != WalkEnd::ReadError);
 
     ZVKBlackBoxData inPortions;
-    SlowSource slow(bytes, UINT64_MAX);
+    UnreliableSource slow(bytes);
+    slow.portion = 13;
     require(inPortions.ExtractStreamInformation(slow) == result);
     require(inPortions.walkEnd() == atOnce.walkEnd());
     require(inPortions.m_GSensors.size() == atOnce.m_GSensors.size());
@@ -71,7 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     require(inPortions.m_NMEAs.size() == atOnce.m_NMEAs.size());
 
     ZVKBlackBoxData failed;
-    SlowSource failing(bytes, size / 2);
+    UnreliableSource failing(bytes);
+    failing.failsAt = size / 2;
     failed.ExtractStreamInformation(failing);
     requireSound(failed);
     require(failed.m_GSensors.size() <= atOnce.m_GSensors.size());

@@ -51,27 +51,28 @@ struct Recording {
 
     size_t sampleCount(size_t cut) const
     {
-        return static_cast<size_t>(std::count_if(places.begin(), places.end(),
-            [&](const Place& place) { return place.textEnd == 0 && place.end <= cut; }));
+        return count([&](const Place& place) { return place.textEnd == 0 && place.end <= cut; });
     }
     size_t gpsHeaderCount(size_t cut) const
     {
-        return static_cast<size_t>(std::count_if(places.begin(), places.end(),
-            [&](const Place& place) { return place.textEnd != 0 && place.begin + 4 + 41 <= cut; }));
+        return count([&](const Place& place) { return place.textEnd != 0 && place.begin + 4 + 41 <= cut; });
     }
     size_t gpsTextCount(size_t cut) const
     {
-        return static_cast<size_t>(std::count_if(places.begin(), places.end(),
-            [&](const Place& place) { return place.textEnd != 0 && place.textEnd <= cut; }));
+        return count([&](const Place& place) { return place.textEnd != 0 && place.textEnd <= cut; });
     }
     bool cutsSample(size_t cut) const
     {
-        return std::any_of(places.begin(), places.end(), [&](const Place& place) {
+        return 0 != count([&](const Place& place) {
             return place.textEnd == 0 && place.begin + 4 <= cut && cut < place.end;
         });
     }
 
 private:
+    template <typename Rule> size_t count(Rule rule) const
+    {
+        return static_cast<size_t>(std::ranges::count_if(places, rule));
+    }
     /// Where the text of the GPS record at that place ends; 0 for a sample.
     size_t textEnd(size_t begin) const
     {

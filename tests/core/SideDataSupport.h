@@ -1,50 +1,12 @@
 #pragma once
 
-#include "telemetry/MemoryByteSource.h"
 #include "telemetry/ZVKBlackBoxData.h"
 #include "tests/support/CollectedLog.h"
+#include "tests/support/UnreliableSource.h"
 
-#include <algorithm>
-#include <functional>
-#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
-
-/// A device with faults: it gives bytes in small portions and fails at a place.
-class UnreliableSource : public MemoryByteSource {
-public:
-    using MemoryByteSource::MemoryByteSource;
-
-    uint64_t failsAt = std::numeric_limits<uint64_t>::max();
-    size_t portion = std::numeric_limits<size_t>::max();
-    bool canSeek = true;
-    std::function<void()> beforeRead = [] {};
-    size_t readCount = 0;
-    size_t largestRead = 0;
-
-    std::optional<size_t> read(std::span<std::byte> into) override
-    {
-        ++readCount;
-        largestRead = std::max(largestRead, into.size());
-        beforeRead();
-        if (m_place >= failsAt)
-            return {};
-        const uint64_t allowed = std::min<uint64_t>({into.size(), portion, failsAt - m_place});
-        const auto count = MemoryByteSource::read(into.first(static_cast<size_t>(allowed)));
-        m_place += *count;
-        return count;
-    }
-
-    bool seek(uint64_t offset) override
-    {
-        m_place = offset;
-        return canSeek && MemoryByteSource::seek(offset);
-    }
-
-private:
-    uint64_t m_place = 0;
-};
 
 struct Extraction {
     bool result = false;
