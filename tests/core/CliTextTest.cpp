@@ -7,19 +7,14 @@
 #include <cmath>
 #include <limits>
 
-namespace {
-
 TEST(CliText, WritesAnyBytesAsAJsonString)
 {
     const struct {
         std::string_view bytes;
         std::string json;
     } cases[] = {
-        {"", R"("")"},
         {"앞 \U0001F697", "\"앞 \U0001F697\""},
-        {"\"\\/", R"("\"\\/")"},
         {std::string_view("\0\n\x1F\x7F", 4), R"("\u0000\u000a\u001f\u007f")"},
-        {"\x80\xFF", R"("\udc80\udcff")"},
         {"\xED\xB3\xBF", R"("\udced\udcb3\udcbf")"}, // an encoded surrogate is no UTF-8
         {"\xF0\x9F\x9A", R"("\udcf0\udc9f\udc9a")"},
         {"\xEC\x95x", R"("\udcec\udc95x")"},
@@ -59,10 +54,8 @@ TEST(CliText, WritesMomentsInUtc)
         int64_t milliseconds;
         std::optional<std::string> text;
     } cases[] = {
-        {0, "1970-01-01T00:00:00Z"},
         {1426947930250, "2015-03-21T14:25:30.250Z"},
         {-1, "1969-12-31T23:59:59.999Z"},
-        {951782400000, "2000-02-29T00:00:00Z"},
         {-62135596800000, "0001-01-01T00:00:00Z"},
         {-62135596800001, std::nullopt},
         {253402300799999, "9999-12-31T23:59:59.999Z"},
@@ -73,5 +66,3 @@ TEST(CliText, WritesMomentsInUtc)
     for (const auto& expected : cases)
         EXPECT_EQ(cli::utcText(expected.milliseconds), expected.text) << expected.milliseconds;
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(TimeSet, OneLineOfNineteenCharacters)
 {
     const TimeSet moment{2016, 5, 3, 14, 22, 1};
@@ -23,7 +21,7 @@ TEST(TimeSet, CommandWritesOverALongerFileAndReadsItBack)
 {
     const TempFolder folder;
     const std::string before = "2011/11/11 11:11:11\nsomething that is much longer than a line\n";
-    const std::string path = folder.file("timeset.cfg", std::as_bytes(std::span(before)));
+    const std::string path = folder.file("timeset.cfg", before);
     EXPECT_EQ(zavikctl({"clock", path}).code, 1);
     EXPECT_EQ(zavikctl({"clock", path, "2016/02/30 00:00:00"}).code, 1);
     EXPECT_EQ(contents(path), before);
@@ -41,9 +39,7 @@ TEST(TimeSet, ForgivesOneLineEnd)
         {"2016/05/03 14:22:01\r\n", true}, {"2016/05/03 14:22:01\n\n", false},
         {"2016/05/03 14:22:01\n2", false}, {"2016/05/03 14:22:0", false}, {"", false}};
     for (const auto& [text, isRead] : cases) {
-        const std::string path = folder.file("timeset.cfg", std::as_bytes(std::span(text)));
+        const std::string path = folder.file("timeset.cfg", text);
         EXPECT_EQ(loadTimeSet(path).has_value(), isRead) << text;
     }
 }
-
-} // namespace

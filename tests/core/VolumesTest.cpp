@@ -4,7 +4,6 @@
 #include "tests/support/TestDiskArbitration.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -39,17 +38,8 @@ TEST_F(VolumesTest, OnlyRemovableUsbVolumesWithADeviceAreCards)
         ElementsAre(folder.path("disc"), folder.path("lower"), folder.path("mapped"), folder.path("card")));
     EXPECT_THAT(usbVolumeURLs(disks), ElementsAre(folder.path("mapped"), folder.path("card")));
 
-    const std::vector<TKUSBDiskEntity> entities = usbDiskEntities(disks);
-    ASSERT_EQ(entities.size(), 1u);
-    const TKUSBDiskEntity& card = entities.front();
-    EXPECT_EQ(card.volumeName, "ZAVIK");
-    EXPECT_EQ(card.mountedURL, folder.path("card"));
-    EXPECT_EQ(card.deviceFilePath, "card");
-    EXPECT_EQ(card.deviceModel, "Card Reader");
-    EXPECT_EQ(card.volumeSize, 1'977'614'336u);
-    EXPECT_TRUE(card.writable);
-    EXPECT_FALSE(card.mediaWhole);
-    EXPECT_EQ(card.key, "usb-1");
+    ASSERT_EQ(usbDiskEntities(disks).size(), 1u);
+    EXPECT_EQ(usbDiskEntities(disks).front().mountedURL, folder.path("card"));
 }
 
 TEST_F(VolumesTest, ThePreferredCardIsTheOneThatTheCameraUses)
