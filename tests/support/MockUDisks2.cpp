@@ -39,15 +39,6 @@ QDBusObjectPath drivePath(const std::string& device)
     return QDBusObjectPath(root + "/drives/Reader_" + QString::fromStdString(wholeDevice(device)));
 }
 
-Interfaces emptyBlock(const std::string& device)
-{
-    return {{prefix + "Block",
-        {{"Device", bytes("/dev/" + device)}, {"IdLabel", QString()}, {"IdType", QString()},
-            {"IdUUID", QString()}, {"Size", qulonglong(0)}, {"ReadOnly", false}, {"HintSystem", false},
-            {"Drive", object("/")}, {"MDRaid", object("/")}, {"MDRaidMember", object("/")},
-            {"CryptoBackingDevice", object("/")}}}};
-}
-
 } // namespace
 
 class MockUDisks2::Service final : public QDBusVirtualObject {
@@ -85,7 +76,6 @@ public:
 
 private:
     QDBusMessage reply(const QDBusMessage& message);
-    QDBusMessage filesystemReply(const QDBusMessage& message);
     QString newMountPoint(const std::string& device) const;
 
     QString name;
@@ -94,11 +84,8 @@ private:
 
 bool MockUDisks2::Service::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
 {
-    Answer kind;
-    {
-        const std::lock_guard lock(mutex);
-        kind = answers.value(message.member(), Answer::right);
-    }
+    const std::lock_guard lock(mutex);
+    const Answer kind = answers.value(message.member(), Answer::right);
     if (kind == Answer::failure)
         connection.send(message.createErrorReply(prefix + "Error.Failed", message.member() + " went wrong"));
     else if (kind == Answer::right)
@@ -108,33 +95,22 @@ bool MockUDisks2::Service::handleMessage(const QDBusMessage& message, const QDBu
 
 QDBusMessage MockUDisks2::Service::reply(const QDBusMessage& message)
 {
-    if (message.member() == "GetManagedObjects") {
-        const std::lock_guard lock(mutex);
-        return message.createReply(QVariant::fromValue(objects));
-    }
-    if (message.interface() == prefix + "Filesystem")
-        return filesystemReply(message);
-    return message.createErrorReply(QDBusError::UnknownMethod, message.member());
-}
-
-QDBusMessage MockUDisks2::Service::filesystemReply(const QDBusMessage& message)
-{
     const QString method = message.member();
+    if (method == "GetManagedObjects")
+        return message.createReply(QVariant::fromValue(objects));
+    if (message.interface() != prefix + "Filesystem")
+        return message.createErrorReply(QDBusError::UnknownMethod, method);
     const std::string device = message.path().section('/', -1).toStdString();
-    const std::lock_guard lock(mutex);
     calls << method + ' ' + QString::fromStdString(device)
             + (method == "SetLabel" ? ' ' + message.arguments().value(0).toString() : QString());
     Interfaces& block = objects[QDBusObjectPath(message.path())];
     const bool isMounted = !block[prefix + "Filesystem"]["MountPoints"].value<QByteArrayList>().isEmpty();
-    if (method == "SetLabel") {
+    if (method == "SetLabel")
         block[prefix + "Block"]["IdLabel"] = message.arguments().value(0);
-    } else if (isMounted != (method == "Unmount")) {
+    else if (isMounted != (method == "Unmount"))
         return message.createErrorReply(prefix + "Error.Failed", method + " at the wrong time");
-    } else if (method == "Unmount") {
-        setMountPoints(device, {});
-    } else {
-        setMountPoints(device, {newMountPoint(device)});
-    }
+    else
+        setMountPoints(device, isMounted ? QStringList() : QStringList(newMountPoint(device)));
     return message.createReply();
 }
 
@@ -187,7 +163,11 @@ QDBusObjectPath MockUDisks2::objectOf(const std::string& device)
 void MockUDisks2::addBlock(const std::string& device)
 {
     const std::lock_guard lock(service->mutex);
-    service->objects[objectOf(device)] = emptyBlock(device);
+    service->objects[objectOf(device)] = {{prefix + "Block",
+        {{"Device", bytes("/dev/" + device)}, {"IdLabel", QString()}, {"IdType", QString()},
+            {"IdUUID", QString()}, {"Size", qulonglong(0)}, {"ReadOnly", false}, {"HintSystem", false},
+            {"Drive", object("/")}, {"MDRaid", object("/")}, {"MDRaidMember", object("/")},
+            {"CryptoBackingDevice", object("/")}}}};
 }
 
 void MockUDisks2::add(const Card& card)
@@ -195,17 +175,13 @@ void MockUDisks2::add(const Card& card)
     const std::string whole = wholeDevice(card.device);
     addBlock(whole);
     addBlock(card.device);
-    {
-        const std::lock_guard lock(service->mutex);
-        service->objects[drivePath(card.device)] = {{prefix + "Drive",
-            {{"ConnectionBus", QString::fromStdString(card.bus)}, {"Media", QString()},
-                {"MediaCompatibility", card.media}, {"MediaRemovable", card.mediaRemovable},
-                {"Vendor", QString::fromStdString(card.vendor)},
-                {"Model", QString::fromStdString(card.model)}, {"TimeMediaDetected", qulonglong(1)}}}};
-        if (whole != card.device)
-            service->objects[objectOf(card.device)][prefix + "Partition"] = {
-                {"Number", 1u}, {"Table", QVariant::fromValue(objectOf(whole))}};
-    }
+    const std::pair<const char*, QVariant> drive[] = {{"ConnectionBus", QString::fromStdString(card.bus)},
+        {"MediaRemovable", card.mediaRemovable}, {"Vendor", QString::fromStdString(card.vendor)},
+        {"Model", QString::fromStdString(card.model)}, {"TimeMediaDetected", qulonglong(1)}};
+    for (const auto& [property, value] : drive)
+        set(card.device, "Drive", property, value);
+    if (whole != card.device)
+        set(card.device, "Partition", "Table", QVariant::fromValue(objectOf(whole)));
     for (const std::string& device : {whole, card.device}) {
         set(device, "Block", "Drive", QVariant::fromValue(drivePath(device)));
         set(device, "Block", "Size", qulonglong(card.size));

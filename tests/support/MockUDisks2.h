@@ -28,7 +28,6 @@ public:
         bool mediaRemovable = true;
         std::string vendor = "Generic";
         std::string model = "Card Reader";
-        QStringList media = {};
         std::string uuid = "5A41-5649";
     };
     enum class Answer { right, failure, none };
