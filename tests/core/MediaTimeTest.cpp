@@ -20,4 +20,5 @@ TEST(MediaTime, ShowsWholeSecondsCutTowardZero)
     };
     for (const auto& [milliseconds, text] : cases)
         EXPECT_EQ(MediaTime::timeWithInt(milliseconds).stringValue(), text) << milliseconds;
+    EXPECT_EQ(MediaTime::nullTime().stringValue(), "--:--") << "no time is not the start";
 }
