@@ -57,8 +57,10 @@ TEST_F(Panels, StartOnTheCardElseInTheLastFolderElseInTheDocuments)
     EXPECT_NE(documents, QDir::currentPath().toStdString());
 
     std::vector<std::optional<std::string>> answers;
+    folder.file("last/a.csv", "mine"); // whoever asks looks at it; the panel does not
     panels.chooseSaveFile(window, {"Save", "a.csv", folder.path("last"), "csv"},
         [&](const auto& path) { answers.push_back(path); });
+    EXPECT_TRUE(panel()->filter() & QDir::Hidden);
     QMetaObject::invokeMethod(panel(), "accept");
     ASSERT_EQ(answers.size(), 1u);
     EXPECT_EQ(answers[0], folder.path("last/a.csv"));

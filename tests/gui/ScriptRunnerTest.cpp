@@ -1,10 +1,10 @@
 #include "platform/QtScriptRunner.h"
+#include "tests/support/CollectedLog.h"
 #include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <string>
+#include <sys/stat.h>
 
 using testing::HasSubstr;
 
@@ -15,13 +15,6 @@ class ScriptRunner : public testing::Test {
 protected:
     ~ScriptRunner() override { setenv("PATH", path.c_str(), 1); }
 
-    std::string program(const std::string& name, const std::string& text) const
-    {
-        const std::string whole = "#!/bin/sh\n" + text;
-        const std::string file = folder.file(name, std::as_bytes(std::span(whole)));
-        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-        return file;
-    }
     platform::ScriptResult run(const std::string& command, bool privileged = false)
     {
         setenv("PATH", (folder.path() + ":" + path).c_str(), 1);
@@ -33,7 +26,7 @@ protected:
     const std::string path = getenv("PATH");
     TempFolder folder;
     platform::DiskToolLimits limits{std::chrono::seconds(20), std::chrono::milliseconds(300), {}};
-    platform::QtScriptRunner runner{program("helper", ""), limits, std::chrono::milliseconds(300)};
+    platform::QtScriptRunner runner{folder.program("helper", ""), limits, std::chrono::milliseconds(300)};
     const std::string format = "sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c 32 sdz1";
 };
 
@@ -56,19 +49,19 @@ TEST_F(ScriptRunner, ShellCommandAnswersItsStatusAndItsErrorText)
 
 TEST_F(ScriptRunner, DiskCommandsGoToTheDisksOwnTool)
 {
-    program("udisksctl", say());
+    folder.program("udisksctl", say());
     EXPECT_EQ(run("diskutil umount sdz1").number, 0);
     EXPECT_EQ(run("diskutil umountDisk sdz").number, 0);
     EXPECT_EQ(run("diskutil mount sdz1").number, 0);
     EXPECT_EQ(said(),
         "unmount -b /dev/sdz1 --no-user-interaction\nunmount -b /dev/sdz --no-user-interaction\n"
         "mount -b /dev/sdz1 --no-user-interaction\n");
-    program("udisksctl", "echo 'Error: NotMounted' >&2; exit 1\n");
+    folder.program("udisksctl", "echo 'Error: NotMounted' >&2; exit 1\n");
     EXPECT_EQ(run("diskutil umount sdz1").number, 0);
-    program("udisksctl", "echo 'target is busy' >&2; exit 1\n");
+    folder.program("udisksctl", "echo 'target is busy' >&2; exit 1\n");
     EXPECT_EQ(run("diskutil umount sdz1").message, "target is busy");
     // The system needs some tries until it knows the new file system.
-    program("udisksctl",
+    folder.program("udisksctl",
         "[ -e " + folder.path("seen") + " ] && exit 0; touch " + folder.path("seen")
             + "; echo 'Object is not a mountable filesystem.' >&2; exit 1\n");
     EXPECT_EQ(run("diskutil mount sdz1").number, 0);
@@ -76,7 +69,7 @@ TEST_F(ScriptRunner, DiskCommandsGoToTheDisksOwnTool)
 
 TEST_F(ScriptRunner, FormatsOnlyTheChosenMediumAndThatOnce)
 {
-    program("pkexec", say() + "exit 25\n");
+    folder.program("pkexec", say() + "exit 25\n");
     EXPECT_LT(run(format, true).number, 0);
     runner.chooseMedium({"sdy1", 1024});
     EXPECT_LT(run(format, true).number, 0);
@@ -89,8 +82,8 @@ TEST_F(ScriptRunner, FormatsOnlyTheChosenMediumAndThatOnce)
 
 TEST_F(ScriptRunner, OddDiskCommandsNeverReachAShell)
 {
-    program("pkexec", say());
-    program("diskutil", say());
+    folder.program("pkexec", say());
+    folder.program("diskutil", say());
     for (const std::string& command : {std::string("diskutil umount sdz1; sdz2"), format + "; reboot",
              " " + format, std::string("diskutil eraseDisk sdz")})
         EXPECT_LT(run(command, true).number, 0) << command;
@@ -100,7 +93,7 @@ TEST_F(ScriptRunner, OddDiskCommandsNeverReachAShell)
 TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
 {
     const auto answered = [&](const std::string& pkexec) {
-        program("pkexec", pkexec);
+        folder.program("pkexec", pkexec);
         runner.chooseMedium({"sdz1", 1024});
         return run(format, true);
     };
@@ -116,4 +109,25 @@ TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
     platform::QtScriptRunner without("/nowhere/zavik-format-card");
     without.chooseMedium({"sdz1", 1024});
     EXPECT_THAT(without.doShellScript(format, true).message, HasSubstr("zavik-format-card"));
+}
+
+TEST_F(ScriptRunner, OpensAPathAsItStandsAndRunsNoOtherSystemCommand)
+{
+    // A fifo tells when the desktop's opener has run.
+    ::mkfifo(folder.path("arguments").c_str(), 0600);
+    folder.program(
+        "xdg-open", "echo noise >&2; printf '%s|' \"$#\" \"$@\" > " + folder.path("arguments") + "\n");
+    setenv("PATH", (folder.path() + ":" + path).c_str(), 1);
+    for (const std::string file : {"/tmp/zavik_capture.jpg", "/tmp/a b/it's \"$(touch x)\"; & > y.jpg"}) {
+        ASSERT_EQ(runner.system("open " + file + " > /dev/null &"), 0);
+        EXPECT_EQ(contents(folder.path("arguments")), "1|" + file + "|");
+    }
+    const CollectedLog log;
+    for (const std::string command :
+        {"", "open  > /dev/null &", "open relative.jpg > /dev/null &", "open -a > /dev/null &",
+            "rm -rf /tmp/x", "open /tmp/x", "open /tmp/x > /dev/null", "sh -c 'open /tmp/x > /dev/null &"})
+        EXPECT_NE(runner.system(command), 0) << command;
+    EXPECT_EQ(log.lines.size(), 8u);
+    setenv("PATH", "", 1);
+    EXPECT_NE(runner.system("open /tmp/x > /dev/null &"), 0) << "no opener";
 }
