@@ -1,10 +1,8 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
-#include "platform/SegmentedControl.h"
 #include "platform/Texts.h"
-#include "settings/FileData.h"
 #include "settings/ZVKSettingForAuxViewController.h"
 #include "settings/ZVKSettingForObdViewController.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/support/ShownPage.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,39 +14,20 @@
 
 namespace {
 
-template <typename Page> struct Fixture : testing::Test {
-    Fixture()
-    {
-        initFileDataForRegion(record, false);
-        page.setFileData(&record);
-    }
-    template <typename Control> Control& find(const char* name)
-    {
-        return *page.template findChild<Control*>(QLatin1String(name));
-    }
-    int segment(const char* name) { return find<platform::SegmentedControl>(name).selectedSegment(); }
-    void select(const char* name, int value)
-    {
-        find<platform::SegmentedControl>(name).setSelectedSegment(value);
-    }
-    std::string text(const char* name) { return find<QLineEdit>(name).text().toStdString(); }
-    std::string label(const char* name) { return find<QLabel>(name).text().toStdString(); }
-
-    TestPlatform desktop;
-    _FILEDATA record;
-    Page page{desktop.pieces};
+struct AuxPage : testing::Test, Shown<ZVKSettingForAuxViewController> {
+    std::string text(const char* name) { return control<QLineEdit>(name).text().toStdString(); }
 };
-
-struct AuxPage : Fixture<ZVKSettingForAuxViewController> { };
-struct ObdPage : Fixture<ZVKSettingForObdViewController> { };
+struct ObdPage : testing::Test, Shown<ZVKSettingForObdViewController> {
+    std::string label(const char* name) { return control<QLabel>(name).text().toStdString(); }
+};
 
 TEST_F(AuxPage, SharesFollowTheKnobsAndEachKindNeedsATenth)
 {
     EXPECT_EQ(text("alwaysField") + " " + text("motionField") + " " + text("eventField"), "70 10 20");
-    auto& slider = find<SMDoubleSlider>("sdRatioSlider");
+    auto& slider = control<SMDoubleSlider>("sdRatioSlider");
     EXPECT_EQ(slider.intLoValue(), 70);
     EXPECT_EQ(slider.intHiValue(), 80);
-    EXPECT_TRUE(find<QLabel>("sdcardCapacityWarningLabel").isHidden());
+    EXPECT_TRUE(control<QLabel>("sdcardCapacityWarningLabel").isHidden());
 
     const _FILEDATA before = record;
     slider.updateBoundControllerHiValue(95.7); // as a drag does
@@ -84,17 +63,17 @@ TEST_F(AuxPage, MotionSensitivities)
         EXPECT_EQ(record.motion720pCValue, c.hdStored);
         EXPECT_EQ(record.motion1080pCValue, c.fhdStored);
     }
-    find<QCheckBox>("useMotionChk").click();
+    control<QCheckBox>("useMotionChk").click();
     EXPECT_EQ(record.motion_detect_mode_on, 0U) << "at once";
-    EXPECT_FALSE(find<platform::SegmentedControl>("HDSensitivitySeg").isEnabled());
-    EXPECT_FALSE(find<platform::SegmentedControl>("FHDSensitivitySeg").isEnabled());
+    EXPECT_FALSE(control<platform::SegmentedControl>("HDSensitivitySeg").isEnabled());
+    EXPECT_FALSE(control<platform::SegmentedControl>("FHDSensitivitySeg").isEnabled());
 }
 
 TEST_F(ObdPage, VoltageAndEcoRange)
 {
-    EXPECT_EQ(find<QComboBox>("powerVoltageCombo").currentText(), "12.1v");
-    find<QComboBox>("powerVoltageCombo").setCurrentIndex(0);
-    auto& slider = find<SMDoubleSlider>("ecoSlider");
+    EXPECT_EQ(control<QComboBox>("powerVoltageCombo").currentText(), "12.1v");
+    control<QComboBox>("powerVoltageCombo").setCurrentIndex(0);
+    auto& slider = control<SMDoubleSlider>("ecoSlider");
     slider.updateBoundControllerLoValue(30);
     slider.updateBoundControllerHiValue(70);
     EXPECT_EQ(label("ecoDriveLabel"), "Eco Drive : 0.70 or more");
@@ -128,7 +107,7 @@ TEST_F(ObdPage, IntervalAndParkingShareOneField)
     }
     record.SaveDuration = 0x09;
     page.setFileData(&record);
-    select("useObdParkingSeg", 1);
+    control<platform::SegmentedControl>("useObdParkingSeg").setSelectedSegment(1);
     page.populate();
     EXPECT_EQ(record.SaveDuration, 0x19U) << "the interval that cannot be shown stays";
 }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/SegmentedControl.h"
+#include "settings/FileData.h"
+#include "tests/support/TestPlatform.h"
+
+#include <functional>
+
+/// A page on a desktop, showing a record.
+template <typename Page> struct Shown {
+    TestPlatform desktop;
+    _FILEDATA record;
+    Page page{desktop.pieces};
+
+    explicit Shown(const std::function<void(_FILEDATA&)>& change = {})
+    {
+        initFileDataForRegion(record, false);
+        if (change)
+            change(record);
+        page.setFileData(&record);
+    }
+    template <typename Control> Control& control(const char* name)
+    {
+        return *page.template findChild<Control*>(QLatin1String(name));
+    }
+    int segment(const char* name) { return control<platform::SegmentedControl>(name).selectedSegment(); }
+    void choose(const char* name, int segment)
+    {
+        control<platform::SegmentedControl>(name).segment(segment)->click();
+    }
+};
