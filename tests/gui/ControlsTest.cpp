@@ -7,8 +7,6 @@
 #include <QAccessible>
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(SegmentedControl, KeysMoveTheSelectionAndStopAtTheEnds)
 {
     platform::SegmentedControl control;
@@ -61,5 +59,3 @@ TEST(ButtonMatrix, ArrowsMoveInRowsAndColumnsAndOneCellTakesTheTabStop)
     matrix.deselectAllCells();
     EXPECT_NE(matrix.cell(0)->focusPolicy() & Qt::TabFocus, 0) << "still reachable without a selection";
 }
-
-} // namespace

@@ -126,9 +126,3 @@ void VirtualDispatcher::advance(Milliseconds duration)
     } while (fireNextDue(end));
     clock = end;
 }
-
-size_t VirtualDispatcher::pendingTimers() const
-{
-    return static_cast<size_t>(
-        std::ranges::count_if(alarms, [](const auto& entry) { return !entry.second->stopped; }));
-}

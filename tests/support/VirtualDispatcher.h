@@ -36,9 +36,6 @@ public:
     /// Time since the dispatcher was made.
     Milliseconds now() const { return clock; }
 
-    /// Delayed work and timers that are still to fire.
-    size_t pendingTimers() const;
-
 private:
     struct Alarm {
         Work work;
