@@ -13,11 +13,11 @@
 #include <QLabel>
 #include <QTemporaryDir>
 #include <QTextBrowser>
+#include <QWebEngineProfile>
 #include <QWebEngineView>
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <optional>
 #include <unistd.h>
 
 // Asked by AddressSanitizer where it is on. The engine frees objects of its own by another size than it made
@@ -50,20 +50,16 @@ protected:
         window.resize(334, 400);
     }
 
-    QWebEnginePage* content() const { return contentOf(window); }
-
-    static QWebEnginePage* contentOf(const QWidget& shown)
+    QWebEnginePage* content() const
     {
-        const auto* engineView = shown.findChild<QWebEngineView*>();
+        const auto* engineView = window.findChild<QWebEngineView*>();
         return engineView ? engineView->page() : nullptr;
     }
 
-    QVariant evaluate(const QString& script) const { return evaluate(script, window); }
-
-    static QVariant evaluate(const QString& script, const QWidget& shown)
+    QVariant evaluate(const QString& script) const
     {
         std::optional<QVariant> answer;
-        contentOf(shown)->runJavaScript(script, [&](const QVariant& value) { answer = value; });
+        content()->runJavaScript(script, [&](const QVariant& value) { answer = value; });
         until([&] { return answer.has_value(); });
         return answer.value_or(QVariant());
     }
@@ -103,6 +99,7 @@ TEST_F(MapPage, StartsOnlyWhenItsWindowIsOnScreenAndShowsTheLatestPoint)
     window.show();
     ASSERT_TRUE(until([&] { return content() != nullptr; }));
     ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+    EXPECT_FALSE(content()->profile()->isOffTheRecord()) << "what is chosen on the page is kept";
     EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
     EXPECT_DOUBLE_EQ(car()["lat"].toDouble(), 37.5665);
     EXPECT_EQ(state()["parts"].toArray().size(), 1);
@@ -145,22 +142,6 @@ TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
     EXPECT_EQ(browser.source(), QUrl("https://www.naturalearthdata.com/"));
     EXPECT_EQ(content()->url(), home);
     QDesktopServices::unsetUrlHandler("https");
-}
-
-TEST_F(MapPage, HasStorageThatTheNextViewFindsAgain)
-{
-    openWithCarAt("setLatLag('126.978000','37.566500')");
-    evaluate("localStorage.setItem('zavik.probe', String(1 + Number(localStorage.getItem('zavik.probe'))))");
-    const QVariant kept = evaluate("localStorage.getItem('zavik.probe')");
-    EXPECT_GE(kept.toInt(), 1);
-
-    QWidget other;
-    platform::QtWebView next(other, engine);
-    next.loadResource("map2.htm");
-    other.show();
-    ASSERT_TRUE(until([&] { return other.findChild<QWebEngineView*>() != nullptr; }));
-    const auto read = [&] { return evaluate("localStorage.getItem('zavik.probe')", other); };
-    EXPECT_TRUE(until([&] { return read() == kept; }));
 }
 
 TEST_F(MapPage, ComesBackAfterACrashAndAfterTwoWithTheNextLoad)

@@ -7,29 +7,13 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QProgressDialog>
-#include <arpa/inet.h>
 #include <gmock/gmock.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace platform;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-int freePort()
-{
-    const int descriptor = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    ::bind(descriptor, reinterpret_cast<sockaddr*>(&address), size);
-    ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size);
-    ::close(descriptor);
-    return ntohs(address.sin_port);
-}
 
 class PrintSessionTest : public testing::Test {
 protected:
@@ -73,8 +57,7 @@ TEST_F(PrintSessionTest, WhatThePanelHoldsBecomesOptionsOfTheJob)
 
 TEST_F(PrintSessionTest, PrintersThatAreNotThereFail)
 {
-    for (const std::string& printer : {std::string("no-such-queue"),
-             "ipp://localhost:" + std::to_string(freePort()) + "/ipp/print", std::string()}) {
+    for (const char* printer : {"no-such-queue", "ipp://localhost:1/ipp/print", ""}) {
         SCOPED_TRACE(printer);
         EXPECT_FALSE(types(printer));
         EXPECT_NE(print(printer, "picture").value_or(0), 0);
