@@ -10,10 +10,6 @@
 #include <QPushButton>
 #include <QShortcut>
 
-#include <filesystem>
-#include <functional>
-#include <string>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -41,11 +37,14 @@ protected:
     ~FormatWindow() override { unsetenv("TMPDIR"); }
 
     platform::VolumeDescription card() const { return TestDiskArbitration::card(root.path("card")); }
-    void put(const std::string& name, const std::string& text) const
-    {
-        root.file("card/" + name, std::as_bytes(std::span(text)));
-    }
+    void put(const std::string& name, const std::string& text) const { root.file("card/" + name, text); }
     std::string onCard(const std::string& name) const { return contents(root.path("card/" + name)); }
+    /// The settings' copy that the one alert names.
+    std::string copyNamed() const
+    {
+        const auto& shown = platform.alerts.shown;
+        return shown.size() == 1 ? contents(shown[0].substr(shown[0].rfind('\n') + 1)) : "";
+    }
     size_t copiesKept() const
     {
         return static_cast<size_t>(std::distance(fs::directory_iterator(temporary.path()), {}));
@@ -253,11 +252,8 @@ TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
         format();
         EXPECT_FALSE(controller.selectedUSBDisk());
         EXPECT_TRUE(fs::is_empty(other.path()));
-        ASSERT_EQ(platform.alerts.shown.size(), 1U);
-        const std::string told = platform.alerts.shown[0];
-        EXPECT_THAT(told, HasSubstr("was not found again"));
-        // The settings are where the message says.
-        EXPECT_EQ(contents(told.substr(told.rfind('\n') + 1)), settings);
+        EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("was not found again")));
+        EXPECT_EQ(copyNamed(), settings);
     }
 }
 
@@ -273,7 +269,7 @@ TEST_F(FormatWindow, AnotherCardBetweenChoiceAndFormatIsNotTakenForTheOneChosen)
 
     // The two cards have changed places since the list was made.
     put("config.bin", settings);
-    root.file("elsewhere/config.bin", std::as_bytes(std::span(settings)));
+    root.file("elsewhere/config.bin", settings);
     platform.disks.volumes = {card()};
     loadVolumes();
     put("config.bin", std::string(272, 'o'));
@@ -297,9 +293,7 @@ TEST_F(FormatWindow, CardThatIsPulledAtAnyStepIsToldAndKeepsNoOneWaiting)
             fs::remove_all(root.path("card"));
         };
         format();
-        ASSERT_EQ(platform.alerts.shown.size(), 1U);
-        const std::string told = platform.alerts.shown[0];
-        EXPECT_EQ(contents(told.substr(told.rfind('\n') + 1)), settings);
+        EXPECT_EQ(copyNamed(), settings);
         EXPECT_FALSE(controller.isFormatting());
     }
 }
@@ -308,10 +302,8 @@ TEST_F(FormatWindow, SettingsThatCannotBePutBackAreKeptAndNamed)
 {
     events["diskutil mount"] = [this] { fs::create_directory(root.path("card/config.bin")); };
     format();
-    ASSERT_EQ(platform.alerts.shown.size(), 1U);
-    const std::string told = platform.alerts.shown[0];
-    EXPECT_THAT(told, StartsWith("config.bin copy fail|"));
-    EXPECT_EQ(contents(told.substr(told.rfind('\n') + 1)), settings);
+    EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("config.bin copy fail|")));
+    EXPECT_EQ(copyNamed(), settings);
     EXPECT_FALSE(fs::exists(root.path("card/AlwaysMovie")));
 
     put("AlwaysMovie", "a file");

@@ -1,7 +1,6 @@
-#include "common/Log.h"
 #include "telemetry/ZVKMapWindowController.h"
+#include "tests/support/CollectedLog.h"
 #include "tests/support/TestPlatform.h"
-#include "tests/support/TestWebView.h"
 
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -10,21 +9,9 @@ namespace {
 
 class MapWindow : public ::testing::Test {
 protected:
-    MapWindow()
-    {
-        desktop.pieces.makeWebView = [this](QWidget& parent) {
-            ++views;
-            return std::make_unique<TestWebView>(parent, log);
-        };
-        previous = setLogSink([this](std::string_view line) { lines.emplace_back(line); });
-    }
-    ~MapWindow() override { setLogSink(previous); }
-
     TestPlatform desktop;
-    TestWebView::Log log;
-    int views = 0;
-    std::vector<std::string> lines;
-    LogSink previous;
+    TestWebView::Log& log = desktop.map;
+    CollectedLog told;
 };
 
 using Texts = std::vector<std::string>;
@@ -33,11 +20,11 @@ TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
 {
     desktop.screens.frame = {10, 20, 480, 420};
     ZVKMapWindowController controller(desktop.pieces, "en");
-    EXPECT_EQ(views, 0);
+    EXPECT_TRUE(log.loads.empty());
     controller.showWindow();
     EXPECT_TRUE(controller.window().isVisible());
     EXPECT_EQ(log.loads, Texts{"map2_eng.htm#place"});
-    EXPECT_EQ(lines, Texts{"{{10, 20}, {480, 420}}"});
+    EXPECT_EQ(told.lines, Texts{"{{10, 20}, {480, 420}}"});
 
     controller.window().showMinimized();
     controller.showWindow();
@@ -45,8 +32,7 @@ TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
     controller.window().close();
     controller.showWindow();
     EXPECT_TRUE(controller.window().isVisible());
-    EXPECT_EQ(views, 1);
-    EXPECT_EQ(log.loads.size(), 1u);
+    EXPECT_EQ(log.loads.size(), 1u) << "the same page again";
 }
 
 TEST_F(MapWindow, LoadsTheKoreanPageForKoreanOnly)
@@ -71,15 +57,6 @@ TEST_F(MapWindow, MovesBesideAWindowAndKeepsItsSize)
         controller.moveWindowRightBy(owner);
         EXPECT_EQ(desktop.screens.frame, (platform::Rect{double(x), double(y), 480, 300}));
     }
-}
-
-TEST_F(MapWindow, SendsTheLongitudeFirst)
-{
-    ZVKMapWindowController controller(desktop.pieces, "en");
-    controller.updateMapLat(37.5, 127.25);
-    EXPECT_EQ(log.scripts, Texts{"setLatLag('127.250000','37.500000')"});
-    controller.updateMapLat(-33.8688, -70.6483);
-    EXPECT_EQ(log.scripts.back(), "setLatLag('-70.648300','-33.868800')");
 }
 
 } // namespace

@@ -9,28 +9,23 @@
 namespace {
 
 /// Ten samples with the GPS record that is paired with them.
-void addSecond(
-    SideDataWriter& sideData, double latitude, double longitude, double speed, double hdop, int satellites)
+void addSecond(SideDataWriter& sideData, GpsRecordFields gps, const DeviceFix& fix)
 {
     const int64_t begin = static_cast<int64_t>(sideData.bytes().size());
     for (int i = 0; i < 10; ++i)
         sideData.gsensor(begin + i, 256, 0, 0);
-    DeviceFix fix;
-    fix.hdop = hdop;
-    fix.satellitesUsed = satellites;
-    sideData.gps({.timestamp = begin + 1000,
-        .latitude = latitude,
-        .longitude = longitude,
-        .speed = speed,
-        .km = '9',
-        .text = deviceText(fix)});
+    gps.timestamp = begin + 1000;
+    gps.text = deviceText(fix);
+    sideData.gps(gps);
 }
 
 TEST(TelemetryDisplay, ShowsNothingForWhatCannotBe)
 {
     SideDataWriter sideData;
-    addSecond(sideData, 3730, 12715, 54, 0.9, 7);
-    addSecond(sideData, 9030, 12715, 2147483647, -1, -1);
+    addSecond(sideData, {.latitude = 3730, .longitude = 12715, .speed = 54, .km = '9'},
+        {.satellitesUsed = 7, .hdop = 0.9});
+    addSecond(sideData, {.latitude = 9030, .longitude = 12715, .speed = 2147483647, .km = '9'},
+        {.satellitesUsed = -1, .hdop = -1});
     const TempFolder folder;
     folder.file("alwa_20150321_142530_F.avi", AviWriter().junk(sideData).bytes());
     AppDelegateProbe app;

@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <string>
 
 namespace {
 
@@ -23,9 +22,9 @@ protected:
     {
         if (!LoopDevice::isAvailable())
             GTEST_SKIP() << "loop devices need root: formatting from the window was not tested";
-        program("pkexec", "exec \"$@\"\n");
+        folder.program("pkexec", "exec \"$@\"\n");
         // A lock that the process of a FUSE file system holds until it has written everything back and ended.
-        program("udisksctl",
+        folder.program("udisksctl",
             "case $1 in unmount) { umount " + mountPoint + " 2>/dev/null || fusermount -u " + mountPoint
                 + "; } && flock " + lock + " true;;\nmount) mkdir -p " + mountPoint + "; exec 9>" + lock
                 + "; flock 9; mount -t vfat $3 " + mountPoint + " 2>/dev/null || fusefat -o rw+ $3 "
@@ -38,11 +37,6 @@ protected:
         setenv("PATH", path.c_str(), 1);
     }
 
-    void program(const std::string& name, const std::string& text) const
-    {
-        const std::string whole = "#!/bin/sh\n" + text;
-        fs::permissions(folder.file(name, std::as_bytes(std::span(whole))), fs::perms::owner_all);
-    }
     bool isMounted() const
     {
         struct stat here { };
@@ -97,25 +91,4 @@ TEST_F(FormatLoopDevice, FromTheWindowToTheCardAndBack)
     ASSERT_TRUE(platform::runTool({{"udisksctl", "unmount", "-b", card.path()}}).succeeded());
     const auto checked = platform::runTool({{"fsck.fat", "-n", card.path()}, std::chrono::minutes(1), true});
     EXPECT_TRUE(checked.succeeded()) << checked.text;
-}
-
-TEST_F(FormatLoopDevice, CardThatIsStillMountedIsLeftAsItWas)
-{
-    constexpr uint64_t size = uint64_t(512) << 20;
-    const LoopDevice card(size);
-    ASSERT_TRUE(platform::runTool({{"mkfs.ext4", "-q", card.path()}}).succeeded());
-    fs::create_directories(mountPoint);
-    ASSERT_TRUE(platform::runTool({{"mount", card.path(), mountPoint}}).succeeded());
-    std::ofstream(mountPoint + "/kept") << "kept";
-    program("udisksctl", "exit 0\n");
-    desktop.disks.volumes = {volume(card, size)};
-    ZVKFormatWindowController controller(pieces);
-    controller.window();
-    desktop.dispatcher.runAll();
-    controller.onFormat();
-    desktop.dispatcher.runAll();
-    ASSERT_EQ(desktop.alerts.shown.size(), 1U);
-    EXPECT_NE(desktop.alerts.shown[0].find("still in use"), std::string::npos) << desktop.alerts.shown[0];
-    EXPECT_EQ(contents(mountPoint + "/kept"), "kept");
-    EXPECT_TRUE(platform::runTool({{"umount", mountPoint}}).succeeded());
 }
