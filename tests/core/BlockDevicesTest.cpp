@@ -1,9 +1,6 @@
 #include "platform/BlockDevices.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
 
 namespace {
 

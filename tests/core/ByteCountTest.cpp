@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 TEST(ByteCount, IsShortAndRoundedHalfToEven)
 {
     const std::pair<uint64_t, const char*> cases[] = {{0, "0 B"}, {1023, "1023 B"}, {1024, "1.0 kB"},

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <utility>
-
 namespace {
 
 constexpr uint64_t gib = uint64_t(1) << 30;

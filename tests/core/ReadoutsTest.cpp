@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 
 TEST(Readouts, PickTheEntryByFraction)
 {
