@@ -1,3 +1,4 @@
+#include "cardtools/DriveLogTitles.h"
 #include "tests/core/CliSupport.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
@@ -53,6 +54,16 @@ TEST(CliDriveLog, SaysWhyThereIsNothing)
     }
     EXPECT_EQ(zavikctl({"drive-log", "x.drv", "--lang"}).code, 2);
     EXPECT_EQ(zavikctl({"drive-log", "x.drv", "--lang", "fr"}).code, 2);
+}
+
+TEST(DriveLogTitleTable, HasEveryKeyInBothLanguages)
+{
+    for (const DriveLogFormat* format : {&flashDataFormat, &obdDriveFormat}) {
+        for (const char* language : {"en", "ko"}) {
+            for (const std::string& name : driveLogColumnNames(*format, language))
+                EXPECT_FALSE(name.empty() || name.starts_with("setting.")) << language << ' ' << name;
+        }
+    }
 }
 
 } // namespace
