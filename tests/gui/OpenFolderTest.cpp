@@ -46,6 +46,15 @@ protected:
     const std::string firstMoved = root.path("MUSIC1/Movie/alwa_20150321_142530_F.avi");
 };
 
+TEST_F(OpenFolder, IsReadAgainWhenItsVolumeMovesMeanwhile)
+{
+    app.controller->openMediaDirectory(root.path("MUSIC/Movie"));
+    app.desk.dispatcher.runBackground();
+    move();
+    ASSERT_EQ(app.list().count(), 3);
+    EXPECT_EQ(app.list().mediaAtIndex(0)->path(), firstMoved);
+}
+
 TEST_F(OpenFolder, GoesAlongWhenItsVolumeMoves)
 {
     app.open(root.path("MUSIC/Movie/"));

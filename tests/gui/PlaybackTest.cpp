@@ -140,6 +140,14 @@ TEST_F(Playback, SaysByNameWhatIsPreparedUntilItPlaysFailsOrIsGivenUp)
     EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
     app.controller->clickPlayButton();
     EXPECT_TRUE(app.isWaiting()) << "what was given up can be tried again";
+    app.controller->giveUpStart();
+    app.desk.dispatcher.advance(300ms);
+    EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible()) << "the bar goes, too";
+    app.start(0);
+    app.player().reportTime(0.1f);
+    app.desk.dispatcher.advance(600ms);
+    EXPECT_EQ(text("videoStateLabel"), "") << "nobody waits for what plays";
+    EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
 }
 
 TEST_F(Playback, ClampsTheIndexAndPlaysNothingFromAnEmptyList)
@@ -290,6 +298,7 @@ TEST_F(Playback, NothingOfAFolderStaysWhenAnotherIsOpened)
         app.player().reportFailure("broken");
         app.desk.map.scripts.clear();
         app.controller->openMediaDirectory(other.path());
+        EXPECT_EQ(app.find<QTableView>("mediaListTableView").model()->rowCount(), 0);
         EXPECT_TRUE(graph.graphData().empty());
         EXPECT_EQ(graph.timePosition(), 0);
         EXPECT_EQ(app.desk.map.scripts, std::vector<std::string>{"zavikNewRecording()"});
@@ -328,6 +337,23 @@ TEST_F(Playback, ShowsNoPictureOfAnotherFileWhereThereIsOnlySound)
     app.player().reportTime(0.1f);
     EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());
     EXPECT_EQ(text("sizeTextButton"), "");
+}
+
+TEST_F(Playback, TellsOfARecordingThatBreaksOffAndGoesOn)
+{
+    app.start(0);
+    app.player().reportTime(0.4f);
+    app.player().brokenOff = true;
+    app.player().reportState(PlayerState::paused);
+    EXPECT_EQ(text("listStateLabel"), "“alwa_20150321_142530_F.avi” breaks off before its end.");
+    EXPECT_FLOAT_EQ(float(app.playInfo().position()), 0.4f);
+    app.controller->clickPlayButton();
+    EXPECT_TRUE(app.isWaiting()) << "it begins again";
+    app.desk.dispatcher.runAll();
+    app.player().reportState(PlayerState::playing);
+    app.player().reportState(PlayerState::paused);
+    app.desk.dispatcher.advance(2s);
+    EXPECT_EQ(app.mediaIndex(), 1);
 }
 
 TEST_F(Playback, SaysWhoseReadingsCouldNotBeRead)

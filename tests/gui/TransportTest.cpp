@@ -116,6 +116,8 @@ TEST_F(Transport, JumpsGoTenSecondsAndStopAtTheEnds)
         jump();
         EXPECT_EQ(player.calls.back(), expected);
         EXPECT_EQ(app.isMoving(), moves);
+        const double target = expected.starts_with("jump") ? 40.0 / 60 : 20.0 / 60;
+        EXPECT_TRUE(!moves || std::abs(slider().doubleValue() - target) < 1e-5) << "shown at once";
         app.desk.dispatcher.advance(299ms);
         EXPECT_EQ(app.isMoving(), moves);
         app.desk.dispatcher.advance(1ms);
@@ -192,6 +194,20 @@ TEST_F(Transport, ASlowSeekLastsUntilItsPictureIsThereAndTheNextJumpGoesOnFromIt
     player.seeking = false;
     player.reportTime(0.8f);
     EXPECT_FALSE(wait.isVisible());
+}
+
+TEST_F(Transport, NoReportIsMissedWhileThePictureStands)
+{
+    player.reportState(PlayerState::paused);
+    for (const float position : {0.1f, 0.2f, 0.3f, 0.4f}) {
+        player.reportTime(position);
+        EXPECT_FLOAT_EQ(float(app.playInfo().position()), position);
+    }
+    controller.playAtIndex(1);
+    player.calls.clear();
+    controller.jumpForward();
+    controller.jumpBackward();
+    EXPECT_TRUE(player.calls.empty()) << "a file that is being prepared";
 }
 
 TEST_F(Transport, NothingOfAnEarlierSeekFollowsALaterOne)

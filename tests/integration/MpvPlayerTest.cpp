@@ -51,12 +51,12 @@ bool waitFor(const std::function<bool()>& condition)
     return condition();
 }
 
-/// Two seconds of a moving test card with a tone.
-void film(const std::string& path, const QString& size, const QStringList& options)
+/// A moving test card with a tone.
+void film(const std::string& path, const QString& size, const QStringList& options, int seconds = 2)
 {
+    const QString length = ":duration=" + QString::number(seconds);
     const QStringList input = {"-v", "error", "-y", "-f", "lavfi", "-i",
-        "testsrc=size=" + size + ":rate=30:duration=2", "-f", "lavfi", "-i", "sine=440:duration=2", "-g",
-        "30"};
+        "testsrc=size=" + size + ":rate=30" + length, "-f", "lavfi", "-i", "sine=440" + length, "-g", "30"};
     QProcess::execute("ffmpeg", input + options + QStringList{QString::fromStdString(path)});
 }
 
@@ -303,6 +303,50 @@ TEST_F(MpvPlayerTest, DecodesOnlyWhatCamerasRecord)
 }
 
 /// The header tells the truth, or a small size.
+TEST_F(MpvPlayerTest, OpensNothingButTheOneAviFile)
+{
+    const std::string path = folder.path("film.avi");
+    film(folder.path("film.wav"), "160x120", {"-vn"});
+    fs::copy_file(clip(), path);
+    open(path);
+    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    EXPECT_EQ(player->audioTrackIndexes().size(), 1U) << "the sound beside it is not its own";
+
+    film(folder.path("film.mkv"), "160x120", {"-c:v", "mpeg4"});
+    film(folder.path("sound.avi"), "160x120", {"-vn", "-c:a", "wmav2"});
+    for (const std::string& content : {contents(folder.path("film.mkv")), contents(folder.path("film.wav")),
+             contents(folder.path("sound.avi")), "#EXTM3U\n" + clip() + "\n",
+             "# mpv EDL v0\n" + clip() + "\n", "ffconcat version 1.0\nfile " + clip() + "\n"}) {
+        SCOPED_TRACE(content.substr(0, 12));
+        ASSERT_FALSE(content.empty());
+        recorder.failures.clear();
+        open(folder.file("stranger.avi", content));
+        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+    }
+}
+
+TEST_F(MpvPlayerTest, RestsAtItsLastMomentWhereARecordingBreaksOff)
+{
+    const std::string path = folder.path("film.avi");
+    film(path, "160x120", {"-c:v", "mpeg4", "-an"}, 10);
+    open(path);
+    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    player->setTime(player->media()->length());
+    ASSERT_TRUE(reachesEnd());
+    EXPECT_FALSE(player->breaksOff());
+
+    // The index leads nowhere, so that nothing after the first pictures is found.
+    std::string broken = contents(path);
+    for (size_t entry = broken.rfind("idx1") + 8; entry + 16 <= broken.size(); entry += 16)
+        broken.replace(entry + 8, 4, 4, '\xff');
+    open(folder.file("film.avi", broken));
+    ASSERT_TRUE(waitFor([this] { return player->breaksOff(); }));
+    EXPECT_EQ(player->state(), PlayerState::paused);
+    EXPECT_EQ(player->media()->length().intValue(), 10000);
+    EXPECT_LT(player->position(), 0.5F);
+    EXPECT_LT(player->time().intValue(), 5000);
+}
+
 TEST_F(MpvPlayerTest, RefusesPicturesThatAreTooLargeWhateverTheHeaderSays)
 {
     const std::string path = folder.path("large.avi");
