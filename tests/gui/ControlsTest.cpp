@@ -7,23 +7,6 @@
 #include <QAccessible>
 #include <gtest/gtest.h>
 
-TEST(SegmentedControl, KeysMoveTheSelectionAndStopAtTheEnds)
-{
-    platform::SegmentedControl control;
-    setSegmentLabels(control, {"1", "2", "3"});
-    std::vector<int> clicked;
-    QObject::connect(&control, &platform::SegmentedControl::segmentClicked, &control,
-        [&](int segment) { clicked.push_back(segment); });
-    control.setSelectedSegment(7);
-    EXPECT_EQ(control.selectedSegment(), -1) << "a value that no segment stands for";
-    for (const int key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_End, Qt::Key_Right, Qt::Key_Home})
-        press(control, key);
-    EXPECT_EQ(clicked, (std::vector<int>{0, 2, 0}));
-    setSegmentLabels(control, {});
-    press(control, Qt::Key_End);
-    EXPECT_EQ(control.selectedSegment(), -1);
-}
-
 TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
 {
     platform::SegmentedControl control;
