@@ -9,7 +9,6 @@
 #include "settings/ZVKSettingForGpsViewController.h"
 #include "settings/ZVKSettingForObdViewController.h"
 #include "settings/ZVKSettingForVideoViewController.h"
-#include "tests/support/KeyPress.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ShownPage.h"
 
@@ -162,35 +161,14 @@ TEST(SettingsRecordPage, EveryPageFitsTheWindowInBothLanguages)
     platform::setTextLanguage("en");
 }
 
-TEST(SettingsVideoPage, ShowsTheDefaultsAndTheRateFollowsTheResolution)
-{
-    Video video;
-    EXPECT_EQ(video.control<ButtonMatrix>("videoEncodingBitrate").selectedCell(), 3);
-    EXPECT_EQ(video.segment("videoFrameRate"), 1);
-    EXPECT_EQ(video.segment("videoBrightness"), 1);
-    video.choose("videoResolution", 1);
-    EXPECT_EQ(video.control<ButtonMatrix>("videoEncodingBitrate").title(3), "6");
-    video.choose("videoBrightness", 4);
-    video.page.populate();
-    EXPECT_EQ(video.record.vid_enc_res, 1u);
-    EXPECT_EQ(video.record.vid_enc_bitrate, 6000u);
-    EXPECT_EQ(video.record.vid_brightness, 140u);
-}
-
-TEST(SettingsGpsPage, ChoicesReachTheRecordAsIndexes)
+TEST(SettingsGpsPage, TheTimeZoneReachesTheRecordAsAnIndex)
 {
     Gps gps;
     EXPECT_EQ(gps.control<QComboBox>("timeGmtCombo").currentText(), "+09:00");
     EXPECT_EQ(gps.control<QComboBox>("timeGmtCombo").itemText(23), "+05:45");
     gps.control<QComboBox>("timeGmtCombo").setCurrentIndex(33);
-    gps.choose("speedDisplayUnitSeg", 1);
-    gps.choose("drivingDaySeg", 7);
-    gps.choose("saveDurationSeg", 7);
     gps.page.populate();
     EXPECT_EQ(gps.record.time_gmt, 33);
-    EXPECT_EQ(gps.record.speed_disp_unit, 1u);
-    EXPECT_EQ(gps.record.nodriving_day, 7u);
-    EXPECT_EQ(gps.record.SaveDuration, 7u);
 }
 
 TEST(SettingsAudioPage, OneLanguageIsChosenAmongTheMatrixAndTheSeparateButton)
@@ -210,39 +188,6 @@ TEST(SettingsAudioPage, OneLanguageIsChosenAmongTheMatrixAndTheSeparateButton)
     malay.click();
     audio.page.populate();
     EXPECT_EQ(audio.record.Brightness1, 20u);
-}
-
-TEST(SettingsAudioPage, LevelsAreEnabledByTheRecordAtOnce)
-{
-    Audio audio;
-    auto& box = audio.control<QCheckBox>("useVoiceGuidanceChk");
-    auto& level = audio.control<platform::SegmentedControl>("speakerSeg");
-    for (int click = 0; click < 2; ++click) {
-        box.click();
-        EXPECT_EQ(audio.record.voiceEnable, box.isChecked() ? 1u : 0u);
-        EXPECT_EQ(level.isEnabled(), box.isChecked());
-    }
-    audio.record.aud_output_vol = 70;
-    audio.page.setFileData(&audio.record);
-    EXPECT_EQ(level.selectedSegment(), 1) << "a level above the loudest leaves the control alone";
-}
-
-TEST(SettingsBasicPage, ThresholdsOfNoPresetAreCustom)
-{
-    Basic basic([](_FILEDATA& record) {
-        record.gsen_z_threshold = 51;
-        record.g_sensor_enable = 0;
-    });
-    EXPECT_EQ(basic.driving('Z').text(), "0.51");
-    EXPECT_TRUE(basic.driving('Z').isEnabled()) << "custom fields stay open while detection is off";
-    auto& detect = basic.control<QCheckBox>("gsensorEnableChk");
-    detect.click();
-    detect.click();
-    EXPECT_FALSE(basic.driving('Z').isEnabled());
-    detect.click();
-    basic.choose("gsensorSensitivityDrivingSeg", 0);
-    EXPECT_EQ(basic.driving('Y').text(), "0.90");
-    EXPECT_FALSE(basic.driving('Y').isEnabled());
 }
 
 TEST(SettingsBasicPage, ACustomThresholdIsCheckedBeforeAnythingIsStored)
@@ -276,43 +221,6 @@ TEST(SettingsBasicPage, ACustomThresholdIsCheckedBeforeAnythingIsStored)
         basic.choose("gsensorSensitivityDrivingSeg", 2);
         EXPECT_FALSE(basic.page.validateUserInput()) << "mended, with detection off, too";
     }
-}
-
-TEST(SettingsBasicPage, TypingIsLimitedAndMakesAPresetCustom)
-{
-    Basic basic;
-    auto& detect = basic.control<QCheckBox>("gsensorEnableChk");
-    detect.click();
-    detect.click();
-    ThresholdField& field = basic.driving('X');
-    ASSERT_TRUE(field.isEnabled());
-    field.selectAll();
-    for (const char character : std::string_view("1a2.3-456"))
-        press(field, character, QString(QLatin1Char(character)));
-    EXPECT_EQ(field.text(), "1.34");
-    EXPECT_EQ(basic.segment("gsensorSensitivityDrivingSeg"), 5);
-    field.selectAll();
-    press(field, Qt::Key_Period, ".");
-    press(field, Qt::Key_7, "7");
-    press(field, Qt::Key_Return, "\r");
-    EXPECT_EQ(field.text(), "0.70");
-}
-
-TEST(SettingsBasicPage, SwitchesActAtOnceWhereTheyShould)
-{
-    Basic basic;
-    auto& parking = basic.control<QCheckBox>("autoParkingModeChk");
-    const bool wasOn = parking.isChecked();
-    parking.click();
-    EXPECT_EQ(basic.record.auto_park_in_mode_on, wasOn ? 0u : 1u);
-    EXPECT_EQ(basic.control<QComboBox>("stanbyTimeCombo").isEnabled(), !wasOn);
-
-    const uint32_t heat = basic.record.safe_temp_mode_on;
-    basic.control<QCheckBox>("safeTemperatureModeOnChk").click();
-    EXPECT_EQ(basic.record.safe_temp_mode_on, heat);
-    const char* key = heat ? "msg.off_hightemperatureprotection" : "msg.on_hightemperatureprotection";
-    ASSERT_EQ(basic.desktop.alerts.shown.size(), 1u);
-    EXPECT_EQ(basic.desktop.alerts.shown[0], "Info|" + platform::localized(key).toStdString());
 }
 
 TEST(SettingsBasicPage, APlateNumberKeepsItsFirstEightLettersAndDigits)
