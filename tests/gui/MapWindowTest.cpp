@@ -1,8 +1,6 @@
 #include "telemetry/ZVKMapWindowController.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/TestPlatform.h"
 
-#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace {
@@ -11,29 +9,9 @@ class MapWindow : public ::testing::Test {
 protected:
     TestPlatform desktop;
     TestWebView::Log& log = desktop.map;
-    CollectedLog told;
 };
 
 using Texts = std::vector<std::string>;
-
-TEST_F(MapWindow, IsMadeOnFirstUseAndShownAgainLater)
-{
-    desktop.screens.frame = {10, 20, 480, 420};
-    ZVKMapWindowController controller(desktop.pieces, "en");
-    EXPECT_TRUE(log.loads.empty());
-    controller.showWindow();
-    EXPECT_TRUE(controller.window().isVisible());
-    EXPECT_EQ(log.loads, Texts{"map2_eng.htm#place"});
-    EXPECT_EQ(told.lines, Texts{"{{10, 20}, {480, 420}}"});
-
-    controller.window().showMinimized();
-    controller.showWindow();
-    EXPECT_FALSE(controller.window().isMinimized());
-    controller.window().close();
-    controller.showWindow();
-    EXPECT_TRUE(controller.window().isVisible());
-    EXPECT_EQ(log.loads.size(), 1u) << "the same page again";
-}
 
 TEST_F(MapWindow, LoadsTheKoreanPageForKoreanOnly)
 {
