@@ -1,24 +1,8 @@
 #include "cardtools/RunShellScript.h"
 #include "platform/DiskCommand.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/TestPrinting.h"
 
 #include <gtest/gtest.h>
-
-TEST(ShellScript, ErrorHoldsNumberAndMessageAndIsLogged)
-{
-    TestScriptRunner runner;
-    const CollectedLog log;
-    EXPECT_TRUE(runShellScript(runner, "true", false).empty());
-    runner.script = [](const std::string&, bool) { return platform::ScriptResult{1, "no card"}; };
-    const ErrorDictionary error = runShellScript(runner, "false", true);
-    EXPECT_EQ(std::get<int>(error.at("NSAppleScriptErrorNumber")), 1);
-    EXPECT_EQ(std::get<std::string>(error.at("NSAppleScriptErrorMessage")), "no card");
-    EXPECT_EQ(runner.commands, (std::vector<std::string>{"true", "false as administrator"}));
-    EXPECT_EQ(log.lines,
-        (std::vector<std::string>{
-            "ERROR={}", "ERROR={NSAppleScriptErrorNumber = 1; NSAppleScriptErrorMessage = no card}"}));
-}
 
 TEST(ShellScript, CommandThatCouldLeaveItsQuotesDoesNotRun)
 {
