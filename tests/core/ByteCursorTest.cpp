@@ -63,25 +63,6 @@ TEST(ByteCursor, StepsBackAtTheEndOfTheData)
     EXPECT_EQ(last, bytes[2]);
 }
 
-TEST(ByteCursor, ReadsLittleAfterASkipAndMuchInSequence)
-{
-    const auto bytes = numberedBytes(16 << 20);
-    UnreliableSource source(bytes);
-    ByteCursor cursor(source);
-    for (int i = 0; i < 10; ++i) {
-        ASSERT_TRUE(cursor.readWord());
-        cursor.skip(500'000);
-    }
-    EXPECT_EQ(source.readCount, 10);
-    EXPECT_LE(source.largestRead, 4096);
-
-    for (int i = 0; i < 2 << 20; ++i)
-        ASSERT_TRUE(cursor.readWord());
-    EXPECT_LT(source.readCount, 100);
-    EXPECT_GE(source.largestRead, 256 * 1024);
-    EXPECT_LE(source.largestRead, 1024 * 1024);
-}
-
 TEST(ByteCursor, FindsEitherWord)
 {
     const std::string text = std::string(40'000, '.') + "1234" + std::string(4, '.') + "5678567";

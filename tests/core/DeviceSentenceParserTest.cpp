@@ -60,7 +60,6 @@ TEST(DeviceSentenceParser, GALeavesWhatItDoesNotCarry)
     const Row rows[] = {
         {"$GA,,,,,,,*00", 3723.5, 'S', 'W', {}},
         {"$GA,010203,V,1.5,,,N,E*00", 1.5, 'N', 'W', {0, 0, 0, 0, 1, 2, 3, 0}}, // no valid fix: EW stays
-        {"$GA,010203,VALID,1.5,,,N,E*00", 1.5, 'N', 'W', {0, 0, 0, 0, 1, 2, 3, 0}},
         {"$GA,0102,,x,,,N,E*00", 0, 'N', 'E', {0, 0, 0, 0, 1, 2, 0, 0}},
         {"$GA,-1 203,v,,,,North,East,more,fields*00", 3723.5, 'N', 'E', {0, 0, 0, 0, 65535, 20, 3, 0}},
     };

@@ -1,4 +1,3 @@
-#include "cardtools/DriveCells.h"
 #include "cardtools/DriveLog.h"
 #include "tests/core/SideDataSupport.h"
 #include "tests/support/DriveLogs.h"
@@ -6,48 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 namespace {
-
-template <typename... Values> std::string printed(const char* format, Values... values)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, format, values...);
-    return text;
-}
 
 template <typename Record> DriveLog logOf(const Record& record)
 {
     const std::vector<std::byte> file = driveLogFile(std::vector{record});
     MemoryByteSource source(file);
     return readDriveLog(source, sizeof(Record) == 40 ? flashDataFormat : obdDriveFormat);
-}
-
-TEST(DriveLogCells, AreWhatPrintfWrites)
-{
-    for (int value = -32768; value <= 32767; ++value) {
-        const auto bits = static_cast<int16_t>(value);
-        std::string text;
-        appendGForce(text, bits);
-        ASSERT_EQ(text, printed("%+.2f", value / 256.0));
-
-        const DriveLog flash = logOf(FlashDataRecord{.latWhole = static_cast<uint16_t>(bits),
-            .latFraction = static_cast<uint16_t>(bits),
-            .lonWhole = static_cast<uint16_t>(bits),
-            .driving_distance = static_cast<uint32_t>(value) * 65521,
-            .battery = bits});
-        const unsigned word = static_cast<uint16_t>(bits);
-        ASSERT_EQ(flash.stringForColumnIndex(5, 0), printed("%04d.%04d", int(word), int(word)));
-        ASSERT_EQ(flash.stringForColumnIndex(6, 0), printed("%05d.%04d", int(word), 0));
-        ASSERT_EQ(flash.stringForColumnIndex(7, 0),
-            printed("%.1f", static_cast<uint32_t>(static_cast<uint32_t>(value) * 65521) / 10.0));
-        ASSERT_EQ(flash.stringForColumnIndex(14, 0), printed("%2d.%1d", value / 10, value % 10));
-
-        const DriveLog obd = logOf(ObdDriveRecord{.driving_distance = value * 51, .abt = bits});
-        ASSERT_EQ(obd.stringForColumnIndex(10, 0), value < 0 ? "-" : printed("%.1f", value * 51 / 1000.0));
-        ASSERT_EQ(obd.stringForColumnIndex(22, 0), value == 9999 ? "-" : printed("%.1f", value / 100.0));
-    }
 }
 
 std::string rowText(const DriveLog& log)
@@ -85,6 +49,15 @@ TEST(DriveLogCells, OfWholeRows)
                   .tpa = -1,
                   .abt = 9999})),
         "1|0|1900/00/00|00:00:00|-|0000.0000|00000.0000|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|+0.00|+0.00|+0.00");
+    const DriveLog wild = logOf(FlashDataRecord{.latWhole = 65535,
+        .latFraction = 65535,
+        .driving_distance = UINT32_MAX,
+        .x = 32,
+        .y = -96,
+        .z = INT16_MIN,
+        .battery = -5});
+    EXPECT_EQ(rowText(wild),
+        "1|0|1900/00/00|00:00:00|SUN|65535.65535|00000.0000|429496729.5|0|0|V|+0.12|-0.38|-128.00| 0.-5");
     EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(15, 0), "");
     EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(0, 1), "");
 }

@@ -110,17 +110,6 @@ TEST(SideData, NeverUsesBytesOfAnEarlierText)
     EXPECT_EQ(data.m_NMEAs.back().Latitude, 2222.5);
 }
 
-TEST(SideData, AnEmptyTextStepsBackOntoTheMarker)
-{
-    SideDataWriter area;
-    area.gps({.km = '\0', .zeroByte = false, .declaredLength = 0}).gsensor(0, 1, 1, 1);
-    EXPECT_THAT(extract(recordingOf(area).bytes()).data.m_GSensors, SizeIs(1));
-    // A marker that is not 0x00 is read again as the first byte of the next id.
-    SideDataWriter given;
-    given.gps({.km = '0', .zeroByte = false, .declaredLength = 0}).foreign("GDA" + std::string(24, '\0'));
-    EXPECT_THAT(extract(recordingOf(given).bytes()).data.m_GSensors, SizeIs(1));
-}
-
 TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
 {
     // Samples are positive, fixes negative; each paired sample is expected to hold the time of its fix.
