@@ -29,9 +29,7 @@ QVariant object(const QString& path)
 
 std::string wholeDevice(const std::string& device)
 {
-    if (!device.ends_with('1'))
-        return device;
-    return device.substr(0, device.size() - (device.ends_with("p1") ? 2 : 1));
+    return device.substr(0, device.size() - (device.ends_with('1') ? 1 : 0));
 }
 
 QDBusObjectPath drivePath(const std::string& device)
@@ -175,9 +173,9 @@ void MockUDisks2::add(const Card& card)
     const std::string whole = wholeDevice(card.device);
     addBlock(whole);
     addBlock(card.device);
-    const std::pair<const char*, QVariant> drive[] = {{"ConnectionBus", QString::fromStdString(card.bus)},
-        {"MediaRemovable", card.mediaRemovable}, {"Vendor", QString::fromStdString(card.vendor)},
-        {"Model", QString::fromStdString(card.model)}, {"TimeMediaDetected", qulonglong(1)}};
+    const std::pair<const char*, QVariant> drive[] = {{"ConnectionBus", "usb"}, {"MediaRemovable", true},
+        {"Vendor", QString::fromStdString(card.vendor)}, {"Model", QString::fromStdString(card.model)},
+        {"TimeMediaDetected", qulonglong(1)}};
     for (const auto& [property, value] : drive)
         set(card.device, "Drive", property, value);
     if (whole != card.device)
@@ -191,14 +189,6 @@ void MockUDisks2::add(const Card& card)
     set(card.device, "Block", "IdType", "vfat");
     setMountPoints(card.device,
         card.mountPath.empty() ? QStringList() : QStringList(QString::fromStdString(card.mountPath)));
-}
-
-void MockUDisks2::remove(const std::string& device)
-{
-    const std::lock_guard lock(service->mutex);
-    service->objects.remove(objectOf(device));
-    service->objects.remove(objectOf(wholeDevice(device)));
-    service->objects.remove(drivePath(device));
 }
 
 void MockUDisks2::set(

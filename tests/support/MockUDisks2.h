@@ -17,15 +17,13 @@
 /// own, so that a test may wait for an answer; every member may be called at any time.
 class MockUDisks2 {
 public:
-    /// What lies in one drive. A device whose name ends in "1" (and in "p1" for "mmcblk0p1") is the first
+    /// What lies in one drive. A device whose name ends in "1" is the first
     /// partition of the drive, otherwise it is the whole of it.
     struct Card {
         std::string device = "sdb1";
         std::string label = "ZAVIK";
         std::string mountPath = "/run/media/driver/ZAVIK"; // empty: not mounted
         uint64_t size = 1'977'614'336;
-        std::string bus = "usb";
-        bool mediaRemovable = true;
         std::string vendor = "Generic";
         std::string model = "Card Reader";
         std::string uuid = "5A41-5649";
@@ -41,8 +39,6 @@ public:
     void add(const Card& card);
     /// A block device without a drive: "dm-0", "loop0".
     void addBlock(const std::string& device);
-    /// The card is pulled: drive and all.
-    void remove(const std::string& device);
     /// Interfaces without the prefix: "Block", "Partition", "Filesystem", "Swapspace"; of the device, or of
     /// its drive when the interface is "Drive".
     void set(const std::string& device, const QString& interface, const QString& property, QVariant value);

@@ -16,12 +16,10 @@ public:
     bool canSeek = true;
     std::function<void()> beforeRead = [] {};
     size_t readCount = 0;
-    size_t largestRead = 0;
 
     std::optional<size_t> read(std::span<std::byte> into) override
     {
         ++readCount;
-        largestRead = std::max(largestRead, into.size());
         beforeRead();
         if (m_place >= failsAt)
             return {};
