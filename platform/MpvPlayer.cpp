@@ -31,7 +31,7 @@ MpvPlayer::MpvPlayer(VideoView& videoView, size_t bound)
       view(&videoView),
       memoryBound(bound)
 {
-    constexpr auto memoryWatchInterval = std::chrono::milliseconds(100);
+    constexpr auto memoryWatchInterval = std::chrono::milliseconds(250);
     clock.start();
     memoryWatch.setInterval(memoryWatchInterval);
     connect(&memoryWatch, &QTimer::timeout, this, [this] { watchMemory(); });

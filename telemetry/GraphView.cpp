@@ -67,8 +67,16 @@ void GraphView::setGraphData(std::vector<ZVKGSensor> samples)
 
 void GraphView::updateTimePosition(double fraction)
 {
+    // Only where the bar was and where it is now.
+    update(barOnScreen());
     position = fraction;
-    update();
+    update(barOnScreen());
+}
+
+QRect GraphView::barOnScreen() const
+{
+    const platform::Rect bar = timeBar();
+    return QRectF(bar.x, height() - bar.maxY(), bar.width, bar.height).toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
 platform::Point GraphView::graphAreaLeftBottom() const

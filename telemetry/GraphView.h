@@ -45,6 +45,7 @@ private:
     void drawTimePositionVerticalBarWithContext(platform::DrawingContext& context);
     void drawString(platform::DrawingContext& context, const QString& text, platform::Point point);
     const QPixmap& chart();
+    QRect barOnScreen() const;
 
     std::vector<ZVKGSensor> values;
     double position = 0;
