@@ -40,8 +40,7 @@ protected:
     VirtualDispatcher dispatcher;
     TestDiskArbitration disks;
     std::string end = "unmoved";
-    PathFollower follower{
-        dispatcher, disks, [this](const std::string&, const std::string& to) { end = to; }};
+    PathFollower follower{dispatcher, disks, [this](const std::string&, const std::string& to) { end = to; }};
 };
 
 TEST_F(PathFollowerTest, KnowsTheVolumeByItsFileSystemAndMedium)
