@@ -3,6 +3,7 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "cardtools/ZVKTimeSetupController.h"
+#include "common/Alerts.h"
 #include "platform/Texts.h"
 #include "settings/CardSettings.h"
 
@@ -35,6 +36,11 @@ void ZVKAppDelegate::showSpeedsInMiles(bool isMile)
     m_bMileDisplay = isMile;
     if (hasTelemetry && !blackBoxData.m_vGpsData.empty())
         updateGpsUIByPlayPosition();
+}
+
+void ZVKAppDelegate::tellFailedJob()
+{
+    showAlert(desktop.alerts, *window, "ZAVIK", platform::localized("msg.job_failed").toStdString());
 }
 
 void ZVKAppDelegate::showSettingPanel()

@@ -52,6 +52,8 @@ public:
     void applicationWillTerminate();
 
     CustomWindow& mainWindow() { return *window; }
+    /// Tells that a background job could not be done.
+    void tellFailedJob();
     platform::Size minWindowSize() const { return {1020, 640}; }
     /// Centred on the window's screen; smaller than the minimum where that does not fit.
     platform::Rect minWindowFrame() const;

@@ -37,6 +37,7 @@ int main(int argc, char* argv[])
         return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
     });
     ZVKAppDelegate controller(layer.platform(), command.language);
+    layer.tellFailures([&controller] { controller.tellFailedJob(); });
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
     if (command.folder)

@@ -75,6 +75,11 @@ void LinuxPlatform::setCardFinder(CardFinder finder)
     parts->panels.setCardFinder([&disks = *parts->disks, find = std::move(finder)] { return find(disks); });
 }
 
+void LinuxPlatform::tellFailures(std::function<void()> told)
+{
+    parts->dispatcher.setFailureHandler(std::move(told));
+}
+
 Platform& LinuxPlatform::platform()
 {
     return parts->pieces;

@@ -17,6 +17,9 @@ public:
     using CardFinder = std::function<std::optional<std::string>(DiskArbitration&)>;
     void setCardFinder(CardFinder finder);
 
+    /// Called on the main thread when a background job has failed, most likely for lack of memory.
+    void tellFailures(std::function<void()> told);
+
     Platform& platform();
 
 private:

@@ -87,11 +87,13 @@ void QtDispatcher::onMain(Work work)
 
 void QtDispatcher::inBackground(Work work)
 {
-    pool->start([run = std::move(work)] {
+    pool->start([run = std::move(work), main = hub, told = failed] {
         try {
             run();
         } catch (const std::exception& error) {
             logFormat("a job in the background failed: %s", error.what());
+            if (told)
+                main->post(told);
         }
     });
 }

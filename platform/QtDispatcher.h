@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <utility>
+
 class QThreadPool;
 
 namespace platform {
@@ -23,6 +25,9 @@ public:
 
     void onMain(Work work) override;
     void inBackground(Work work) override;
+    /// Called on the main thread when an exception has ended a background job, most likely for lack of
+    /// memory. Jobs that were begun before are not covered.
+    void setFailureHandler(Work told) { failed = std::move(told); }
     void after(std::chrono::milliseconds delay, Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> every(std::chrono::milliseconds interval, Work work) override;
 
@@ -30,6 +35,7 @@ private:
     class Hub;
     std::shared_ptr<Hub> hub;
     std::unique_ptr<QThreadPool> pool;
+    Work failed;
 };
 
 } // namespace platform

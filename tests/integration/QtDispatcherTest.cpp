@@ -1,5 +1,7 @@
 #include "platform/QtDispatcher.h"
 
+#include <QCoreApplication>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <future>
@@ -13,11 +15,19 @@ TEST(QtDispatcher, WorkThatHangsOrFailsHoldsUpNoOther)
     std::promise<void> ran;
     auto hasRun = ran.get_future();
     platform::QtDispatcher dispatcher;
+    bool isTold = false;
+    dispatcher.setFailureHandler([&isTold] { isTold = true; });
     dispatcher.inBackground([] { throw std::bad_alloc(); });
     for (int i = 0; i < hungJobs; ++i)
         dispatcher.inBackground([&isOver] { isOver.wait(); });
     dispatcher.inBackground([&ran] { ran.set_value(); });
     EXPECT_EQ(hasRun.wait_for(std::chrono::seconds(20)), std::future_status::ready);
     isOver.count_down();
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    deadline.start(std::chrono::seconds(20));
+    while (!isTold && deadline.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(isTold) << "on the main thread";
     EXPECT_TRUE(dispatcher.finish());
 }
