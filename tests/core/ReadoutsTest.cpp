@@ -45,6 +45,8 @@ TEST(Readouts, ShowNothingForWhatCannotBe)
         EXPECT_EQ(degreesText(degrees, 90), "") << degrees;
     EXPECT_EQ(hdopText(0.94), "0.9");
     EXPECT_EQ(gsensorText('X', 1.2345f), "X=+1.23");
+    EXPECT_EQ(gsensorText('Y', -0.5f), "Y=-0.50");
+    EXPECT_EQ(gsensorText('Z', 0), "Z=0.00");
     for (const double hdop : {-0.1, 1000.0, std::numeric_limits<double>::infinity(), nan})
         EXPECT_EQ(hdopText(hdop), "") << hdop;
     EXPECT_EQ(satelliteText(99), "99");

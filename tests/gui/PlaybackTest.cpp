@@ -375,6 +375,7 @@ TEST_F(Playback, ADriveGoesOnPastAFileThatCannotBePlayed)
     app.player().reportFailure("broken");
     EXPECT_TRUE(text("videoStateLabel").contains("cannot be played"));
     app.desk.dispatcher.advance(999ms);
+    EXPECT_FALSE(app.find<QWidget>("progressIndicator").isVisible());
     EXPECT_EQ(app.mediaIndex(), 1);
     app.desk.dispatcher.advance(1ms);
     EXPECT_EQ(app.mediaIndex(), 2);

@@ -1,11 +1,9 @@
-#include "lib/LoadingIndicator.h"
 #include "lib/PositionSlider.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tests/support/TempFolder.h"
 #include "tools/samplecard/AviWriter.h"
 
 #include <QLabel>
-#include <QTableView>
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
@@ -96,25 +94,6 @@ TEST_F(PlayedMoment, TheMapsPageFollowsTheLanguage)
 {
     EXPECT_THAT(app.desk.map.loads.back(), EndsWith("map2_eng.htm"));
     EXPECT_THAT(AppDelegateProbe("ko").desk.map.loads.back(), EndsWith("map2.htm"));
-}
-
-TEST_F(PlayedMoment, AFailureTakesTheLoadingBarAway)
-{
-    app.controller->playAtIndex(1);
-    app.desk.dispatcher.runAll();
-    app.player().reportFailure("damaged");
-    app.desk.dispatcher.advance(300ms);
-    EXPECT_FALSE(app.find<LoadingIndicator>("progressIndicator").isVisible());
-    EXPECT_FALSE(app.find<QLabel>("videoStateLabel").text().isEmpty());
-}
-
-TEST_F(PlayedMoment, TheRowThatPlaysIsMarkedAgainWhenItsFolderWasReadAnew)
-{
-    app.start(1);
-    app.open(folder.path());
-    const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
-    ASSERT_EQ(rows.size(), 1);
-    EXPECT_EQ(rows.first().row(), 1);
 }
 
 TEST_F(PlayedMoment, TheSliderSeeksNothingWhileAFileIsPrepared)

@@ -161,14 +161,32 @@ TEST(SettingsRecordPage, EveryPageFitsTheWindowInBothLanguages)
     platform::setTextLanguage("en");
 }
 
-TEST(SettingsGpsPage, TheTimeZoneReachesTheRecordAsAnIndex)
+TEST(SettingsVideoPage, TheRateFollowsTheResolutionAndChoicesReachTheRecord)
+{
+    Video video;
+    video.choose("videoResolution", 1);
+    EXPECT_EQ(video.control<ButtonMatrix>("videoEncodingBitrate").title(3), "6");
+    video.choose("videoBrightness", 4);
+    video.page.populate();
+    EXPECT_EQ(video.record.vid_enc_res, 1u);
+    EXPECT_EQ(video.record.vid_enc_bitrate, 6000u);
+    EXPECT_EQ(video.record.vid_brightness, 140u);
+}
+
+TEST(SettingsGpsPage, ChoicesReachTheRecordAsIndexes)
 {
     Gps gps;
     EXPECT_EQ(gps.control<QComboBox>("timeGmtCombo").currentText(), "+09:00");
     EXPECT_EQ(gps.control<QComboBox>("timeGmtCombo").itemText(23), "+05:45");
     gps.control<QComboBox>("timeGmtCombo").setCurrentIndex(33);
+    gps.choose("speedDisplayUnitSeg", 1);
+    gps.choose("drivingDaySeg", 7);
+    gps.choose("saveDurationSeg", 7);
     gps.page.populate();
     EXPECT_EQ(gps.record.time_gmt, 33);
+    EXPECT_EQ(gps.record.speed_disp_unit, 1u);
+    EXPECT_EQ(gps.record.nodriving_day, 7u);
+    EXPECT_EQ(gps.record.SaveDuration, 7u);
 }
 
 TEST(SettingsAudioPage, OneLanguageIsChosenAmongTheMatrixAndTheSeparateButton)
