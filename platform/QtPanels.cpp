@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -77,6 +78,19 @@ void start(QFileDialog& dialog, const QString& folder)
     dialog.open();
     for (QPushButton* button : dialog.findChildren<QPushButton*>())
         button->setIcon({});
+}
+
+QMessageBox& madeAlert(QWidget& window, const std::string& title, const std::string& message)
+{
+    auto* box = new QMessageBox(&window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::WindowModal);
+    box->setText(QString::fromStdString(title));
+    box->setInformativeText(QString::fromStdString(message));
+    // Good and bad news come the same way, so the picture says only who speaks.
+    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(48, 48), window.devicePixelRatioF()));
+    box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_informativelabel { min-width: 20em; }"));
+    return *box;
 }
 
 } // namespace
@@ -163,21 +177,45 @@ void QtPanels::openWhereThingsAre(QFileDialog& dialog)
 void QtAlerts::alertSheet(
     QWidget& window, const std::string& title, const std::string& message, std::function<void()> dismissed)
 {
-    auto* box = new QMessageBox(&window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowModality(Qt::WindowModal);
-    box->setText(QString::fromStdString(title));
-    box->setInformativeText(QString::fromStdString(message));
-    box->setStandardButtons(QMessageBox::Ok);
-    box->button(QMessageBox::Ok)->setIcon({});
-    // Good and bad news come the same way, so the picture says only who speaks.
-    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(48, 48), window.devicePixelRatioF()));
-    box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_informativelabel { min-width: 20em; }"));
-    QObject::connect(box, &QMessageBox::finished, box, [reply = std::move(dismissed)](int) {
+    QMessageBox& box = madeAlert(window, title, message);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.button(QMessageBox::Ok)->setIcon({});
+    QObject::connect(&box, &QMessageBox::finished, &box, [reply = std::move(dismissed)](int) {
         if (reply)
             reply();
     });
-    box->open();
+    box.open();
+}
+
+std::function<void()> QtAlerts::ask(QWidget& window, const std::string& title, const std::string& message,
+    const std::vector<std::string>& buttons, std::function<void(size_t)> answered)
+{
+    QMessageBox& box = madeAlert(window, title, message);
+    for (const std::string& text : buttons) {
+        const bool isLast = &text == &buttons.back();
+        QPushButton* const button = box.addButton(QString::fromStdString(text).replace('&', "&&"),
+            isLast ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        if (!isLast)
+            continue;
+        box.setDefaultButton(button);
+        box.setEscapeButton(button);
+    }
+    const auto isTakenAway = std::make_shared<bool>(false);
+    QObject::connect(
+        &box, &QMessageBox::finished, &box, [&box, isTakenAway, reply = std::move(answered)](int) {
+            const auto all = box.buttons();
+            // Escape and the window's own button press no other.
+            const qsizetype pressed =
+                all.indexOf(box.clickedButton() ? box.clickedButton() : box.escapeButton());
+            if (reply && !*isTakenAway)
+                reply(static_cast<size_t>(pressed));
+        });
+    box.open();
+    return [isTakenAway, sheet = QPointer(&box)] {
+        *isTakenAway = true;
+        if (sheet)
+            sheet->close();
+    };
 }
 
 } // namespace platform

@@ -44,6 +44,8 @@ class QtAlerts final : public Alerts {
 public:
     void alertSheet(QWidget& window, const std::string& title, const std::string& message,
         std::function<void()> dismissed) override;
+    std::function<void()> ask(QWidget& window, const std::string& title, const std::string& message,
+        const std::vector<std::string>& buttons, std::function<void(size_t)> answered) override;
 };
 
 } // namespace platform

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QTest>
 #include <QToolTip>
 #include <gtest/gtest.h>
 
@@ -104,6 +105,39 @@ TEST_F(Panels, SpeakTheLanguageOfTheProgram)
             << label->text().toStdString();
     panel()->reject();
     platform::setTextLanguage("en");
+}
+
+TEST(Question, IsAnsweredByAButtonOrByEscapeAndGoesAwayUnanswered)
+{
+    QWidget window;
+    window.show();
+    std::vector<size_t> answers;
+    const auto ask = [&] {
+        return platform::QtAlerts().ask(window, "title", "message", {"Save & go", "Leave", "Cancel"},
+            [&](size_t button) { answers.push_back(button); });
+    };
+    const auto box = [&] { return window.findChild<QMessageBox*>(); };
+    const auto gone = [&] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return !box();
+    };
+    const auto takeAway = ask();
+    EXPECT_EQ(box()->buttons().front()->text(), "Save && go");
+    box()->buttons().front()->click();
+    ASSERT_TRUE(gone());
+    takeAway();
+    ask();
+    box()->buttons()[1]->click();
+    ASSERT_TRUE(gone());
+    ask();
+    QTest::keyClick(box(), Qt::Key_Escape);
+    ASSERT_TRUE(gone());
+    ask();
+    box()->defaultButton()->click();
+    ASSERT_TRUE(gone());
+    ask()();
+    EXPECT_TRUE(gone());
+    EXPECT_EQ(answers, (std::vector<size_t>{0, 1, 2, 2}));
 }
 
 TEST(PlainText, IsWhatLabelsAlertsAndTipsShow)

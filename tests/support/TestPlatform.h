@@ -9,6 +9,7 @@
 #include "tests/support/VirtualDispatcher.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,6 +52,24 @@ public:
             shown.push_back(title + "|" + message);
             if (dismissed)
                 dismissed();
+        }
+        /// Which button the user presses at once; without one the question stays open.
+        std::optional<size_t> answer;
+        struct Question {
+            std::vector<std::string> buttons;
+            std::function<void(size_t)> answered;
+        };
+        std::vector<std::shared_ptr<Question>> open;
+        std::function<void()> ask(QWidget&, const std::string& title, const std::string& message,
+            const std::vector<std::string>& buttons, std::function<void(size_t)> answered) override
+        {
+            shown.push_back(title + "|" + message);
+            const auto question = std::make_shared<Question>(Question{buttons, std::move(answered)});
+            if (answer)
+                question->answered(*answer);
+            else
+                open.push_back(question);
+            return [this, question] { std::erase(open, question); };
         }
     } alerts;
 
