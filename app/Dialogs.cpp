@@ -45,20 +45,34 @@ void ZVKAppDelegate::tellFailedJob()
 
 void ZVKAppDelegate::showSettingPanel()
 {
-    if (isFormatting())
-        return;
-    auto controller = std::make_unique<ZVKSettingController>(desktop, language);
-    controller->setDelegate(this);
-    lastDialogController = std::move(controller);
-    lastDialogController->showWindow();
+    replaceDialog([this] {
+        auto controller = std::make_unique<ZVKSettingController>(desktop, language);
+        controller->setDelegate(this);
+        return controller;
+    });
 }
 
 void ZVKAppDelegate::showTimeSetupPanel()
 {
+    replaceDialog(
+        [this] { return std::make_unique<ZVKTimeSetupController>(desktop, platform::textLanguage()); });
+}
+
+/// What the user has not saved in the window before is asked for first.
+void ZVKAppDelegate::replaceDialog(std::function<std::unique_ptr<WindowController>()> make)
+{
     if (isFormatting())
         return;
-    lastDialogController = std::make_unique<ZVKTimeSetupController>(desktop, platform::textLanguage());
-    lastDialogController->showWindow();
+    const auto replace = [this, made = std::move(make), life = std::weak_ptr(alive)] {
+        if (life.expired())
+            return;
+        lastDialogController = made();
+        lastDialogController->showWindow();
+    };
+    if (lastDialogController)
+        lastDialogController->letGo(replace);
+    else
+        replace();
 }
 
 /// The window that formats a card stays until the end is told; it comes forward instead of another one.

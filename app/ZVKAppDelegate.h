@@ -64,6 +64,7 @@ public:
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel();
+    void replaceDialog(std::function<std::unique_ptr<WindowController>()> make);
     void showTimeSetupPanel();
 
     // Folder

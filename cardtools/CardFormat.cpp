@@ -4,9 +4,9 @@
 #include "cardtools/FormatRule.h"
 #include "cardtools/Volumes.h"
 #include "common/Log.h"
+#include "platform/CardRoot.h"
 #include "platform/DiskCommand.h"
 #include "platform/FolderCard.h"
-#include "platform/SyncFileSystem.h"
 #include "settings/FileData.h"
 
 #include <algorithm>
@@ -39,17 +39,14 @@ ErrorDictionary asError(FormatStatus status)
 /// Empty, or why one of them is missing or may not outlive a pulled card.
 std::string makeFolders(const std::string& root)
 {
+    const platform::CardRoot card(root);
     std::string why;
     for (const char* const name : {"AlwaysMovie", "EventMovie", "MotionMovie"}) {
-        std::error_code error;
-        const fs::path folder = fs::path(root) / name;
-        fs::create_directory(folder, error);
-        std::error_code ignored;
-        if (why.empty() && !fs::is_directory(folder, ignored))
-            why = std::string(name) + ": " + (error ? error.message() : "no folder");
+        if (const platform::FileError error = card.makeFolder(name); error && why.empty())
+            why = std::string(name) + ": " + error.text();
     }
     // Once the user reads that the card is done, it may be pulled.
-    return why.empty() ? platform::syncFileSystem(root) : why;
+    return why.empty() ? card.sync().text() : why;
 }
 
 } // namespace
@@ -193,7 +190,7 @@ CardFormat::Outcome CardFormat::finish(
             logFormat("error=%s", outcome.text.c_str());
             return outcome;
         }
-    } else if (auto why = writeDefaultFileData((fs::path(found->mountedURL) / "config.bin").native())) {
+    } else if (auto why = writeDefaultFileData(platform::CardRoot(found->mountedURL).file("config.bin"))) {
         outcome.step = Step::defaultFailed;
         outcome.text = *why;
         return outcome;

@@ -24,7 +24,7 @@ struct Job {
 /// Empty on success; otherwise why not. `report` gets the percentage whenever it changes.
 std::string writeExport(const Job& job, const std::function<void(int)>& report)
 try {
-    platform::StreamedFile file(job.path);
+    platform::StreamedFile file(platform::FilePlace::chosen(job.path));
     int reported = 0;
     const bool isWritten =
         writeDriveLogCsv(*job.log, job.titles, [&](std::string_view lines, int64_t records) {
@@ -36,7 +36,7 @@ try {
         });
     if (job.stop.stop_requested())
         return "stopped";
-    const std::string trouble = file.finish();
+    const std::string trouble = file.finish().text();
     return isWritten || !trouble.empty() ? trouble : "not written";
 } catch (const std::bad_alloc&) {
     return "not enough memory";

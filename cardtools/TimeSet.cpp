@@ -1,12 +1,10 @@
 #include "cardtools/TimeSet.h"
 
 #include "platform/ReplaceFile.h"
-#include "telemetry/FileByteSource.h"
 
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <span>
 
 namespace {
 
@@ -58,22 +56,13 @@ std::optional<TimeSet> timeSetFromText(std::string_view text)
     return isMoment(moment) ? std::optional(moment) : std::nullopt;
 }
 
-std::optional<TimeSet> loadTimeSet(const std::string& path)
+std::optional<TimeSet> loadTimeSet(const platform::FilePlace& place)
 {
-    const auto source = FileByteSource::open(path.c_str());
-    if (!source)
+    platform::FileError why;
+    const auto contents = place.beginning(pattern.size() + 3, why); // a line, its end, and one too many
+    if (!contents)
         return std::nullopt;
-    std::array<char, pattern.size() + 3> bytes; // a line, its end, and one too many
-    std::span<std::byte> rest = std::as_writable_bytes(std::span(bytes));
-    while (!rest.empty()) {
-        const auto count = source->read(rest);
-        if (!count)
-            return std::nullopt;
-        if (*count == 0)
-            break;
-        rest = rest.subspan(*count);
-    }
-    std::string_view text(bytes.data(), bytes.size() - rest.size());
+    std::string_view text = *contents;
     for (const std::string_view end : {"\r\n", "\n"}) {
         if (text.size() == pattern.size() + end.size() && text.ends_with(end))
             text.remove_suffix(end.size());
@@ -81,7 +70,7 @@ std::optional<TimeSet> loadTimeSet(const std::string& path)
     return timeSetFromText(text);
 }
 
-std::string saveTimeSet(const TimeSet& moment, const std::string& path)
+platform::FileError saveTimeSet(const TimeSet& moment, const platform::FilePlace& place)
 {
-    return platform::replaceFile(path, timeSetText(moment));
+    return platform::replaceFile(place, timeSetText(moment));
 }

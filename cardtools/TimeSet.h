@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FilePlace.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,8 +28,7 @@ std::optional<TimeSet> timeSetFromText(std::string_view text);
 
 /// The moment in the file; one line end after it is forgiven. Nothing when the file cannot be read or holds
 /// anything else.
-std::optional<TimeSet> loadTimeSet(const std::string& path);
+std::optional<TimeSet> loadTimeSet(const platform::FilePlace& place);
 
-/// Writes the line to the file, creating or replacing it as platform::replaceFile does. Empty on success,
-/// otherwise why not.
-[[nodiscard]] std::string saveTimeSet(const TimeSet& moment, const std::string& path);
+/// Writes the line to the file, creating or replacing it as platform::replaceFile does.
+[[nodiscard]] platform::FileError saveTimeSet(const TimeSet& moment, const platform::FilePlace& place);

@@ -1,14 +1,11 @@
 #include "cardtools/Volumes.h"
 
 #include "common/Log.h"
+#include "platform/CardRoot.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <functional>
-#include <system_error>
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -50,9 +47,7 @@ bool isWritableCamera(const TKUSBDiskEntity& disk)
 
 bool isConfiguredCamera(const TKUSBDiskEntity& disk)
 {
-    std::error_code unreadable;
-    return isWritableCamera(disk)
-        && fs::is_regular_file(fs::path(disk.mountedURL) / "config.bin", unreadable);
+    return isWritableCamera(disk) && platform::CardRoot(disk.mountedURL).file("config.bin").size();
 }
 
 } // namespace
@@ -87,8 +82,7 @@ std::optional<std::string> findUSBVolumeContainingPath(
     // A path from the root of the file system is still one below the volume.
     relativePath.remove_prefix(std::min(relativePath.find_first_not_of('/'), relativePath.size()));
     for (std::string& volume : usbVolumeURLs(disks)) {
-        std::error_code unreadable;
-        if (fs::exists(fs::path(volume) / relativePath, unreadable))
+        if (platform::CardRoot(volume).file(relativePath).isThere())
             return std::move(volume);
     }
     return std::nullopt;

@@ -1,8 +1,11 @@
 #include "cardtools/ZVKTimeSetupController.h"
 
+#include "cardtools/LoadingSheet.h"
 #include "cardtools/Volumes.h"
+#include "cardtools/WriteFailure.h"
 #include "common/Alerts.h"
 #include "common/Log.h"
+#include "platform/CardRoot.h"
 #include "platform/Texts.h"
 #include "ui_ZVKTimeSetupController.h"
 
@@ -15,6 +18,12 @@
 #include <filesystem>
 
 using platform::localized;
+
+namespace {
+
+constexpr const char* clockFile = "timeset.cfg";
+
+} // namespace
 
 ZVKTimeSetupController::ZVKTimeSetupController(
     platform::Platform& layer, const std::string& language, Now moment)
@@ -50,6 +59,11 @@ void ZVKTimeSetupController::windowDidLoad()
 {
     setTexts();
     setCalendarColors();
+    progressPanel = new LoadingSheet(desktop.dispatcher, *outlets->contentBox);
+    progressPanel->onTimeOut([this] {
+        if (isWorking)
+            showAlert(desktop.alerts, *loaded, "ZAVIK", localized("msg.card_hangs").toStdString());
+    });
     onInitDIalog();
     connectOutlets();
     // Return sets the clock to now; in the calendar it would only choose the day.
@@ -119,8 +133,30 @@ void ZVKTimeSetupController::onInitDIalog()
 
 void ZVKTimeSetupController::loadSettingFile()
 {
-    if (const auto volume = findUSBVolumeContainingPath(desktop.disks, "timeset.cfg"))
-        m_SettingFilePath = (std::filesystem::path(*volume) / "timeset.cfg").string();
+    setWorking(true, "loading");
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
+        dispatcher.onMain([this, life, volume = findUSBVolumeContainingPath(disks, clockFile)] {
+            if (life.expired())
+                return;
+            if (volume) {
+                cardRoot = *volume;
+                m_SettingFilePath = (std::filesystem::path(*volume) / clockFile).native();
+            }
+            setWorking(false, nullptr);
+        });
+    });
+}
+
+/// Before it is known where the clock file is, and while it is written, nothing can be saved.
+void ZVKTimeSetupController::setWorking(bool on, const char* titleKey)
+{
+    isWorking = on;
+    outlets->saveButton->setEnabled(!on);
+    if (on)
+        progressPanel->showLoading(localized(titleKey));
+    else
+        progressPanel->hideLoading();
 }
 
 QString ZVKTimeSetupController::mediumDate(QDate date) const
@@ -178,31 +214,47 @@ void ZVKTimeSetupController::openSavePanel(std::function<void(std::optional<std:
 
 void ZVKTimeSetupController::onSaveConfigFile()
 {
+    if (isWorking)
+        return;
     outlets->timePicker->interpretText();
     if (m_SettingFilePath)
-        return saveTo(*m_SettingFilePath);
-    openSavePanel([this, open = QPointer<QWidget>(loaded.get())](const std::optional<std::string>& path) {
-        if (open && path)
-            saveTo(*path);
+        return doWriteConfigFile([root = cardRoot] { return platform::CardRoot(root).file(clockFile); });
+    openSavePanel([this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
+        if (!life.expired() && path && !isWorking)
+            doWriteConfigFile([chosen = *path] { return platform::FilePlace::chosen(chosen); });
     });
 }
 
-void ZVKTimeSetupController::saveTo(const std::string& path)
-{
-    if (!doWriteConfigFile(path))
-        return showAlertSheet(
-            desktop.alerts, *loaded, "ZAVIK", localized("msg.write_failed").toStdString(), {});
-    showAlertSheet(desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this] { didEndAlert(); });
-}
-
-bool ZVKTimeSetupController::doWriteConfigFile(const std::string& path) const
+void ZVKTimeSetupController::doWriteConfigFile(std::function<platform::FilePlace()> place)
 {
     const TimeSet moment{selectedDate.year(), selectedDate.month(), selectedDate.day(), selectedTime.hour(),
         selectedTime.minute(), selectedTime.second()};
-    const std::string failure = saveTimeSet(moment, path);
-    if (!failure.empty())
-        logFormat("%s", failure.c_str());
-    return failure.empty();
+    setWorking(true, "sheet.saving");
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground(
+        [this, &dispatcher, moment, find = std::move(place), life = std::weak_ptr(alive)] {
+            const platform::FilePlace file = find();
+            const platform::SaveLock lock(file);
+            const platform::FileError error = lock.error() ? lock.error() : saveTimeSet(moment, file);
+            if (error)
+                logFormat("%s: %s", file.path().c_str(), error.text().c_str());
+            dispatcher.onMain([this, life, error, path = file.path()] {
+                if (!life.expired())
+                    saveDidEnd(error, path);
+            });
+        });
+}
+
+void ZVKTimeSetupController::saveDidEnd(platform::FileError error, const std::string& path)
+{
+    setWorking(false, nullptr);
+    if (error)
+        return showAlertSheet(desktop.alerts, *loaded, "ZAVIK",
+            writeFailureText(error, path, "msg.write_failed").toStdString(), {});
+    showAlertSheet(desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this, life = std::weak_ptr(alive)] {
+        if (!life.expired())
+            didEndAlert();
+    });
 }
 
 void ZVKTimeSetupController::didEndAlert()

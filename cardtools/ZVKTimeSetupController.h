@@ -2,9 +2,12 @@
 
 #include "cardtools/TimeSet.h"
 #include "common/WindowController.h"
+#include "platform/FilePlace.h"
 #include "platform/Platform.h"
 
+#include "platform/FilePlace.h"
 #include <QDate>
+
 #include <QDateTime>
 #include <QLocale>
 #include <QTime>
@@ -14,12 +17,15 @@
 #include <optional>
 #include <string>
 
+class LoadingSheet;
+
 namespace Ui {
 class ZVKTimeSetupController;
 }
 
 /// The window that sets the camera's clock: it writes the chosen day and time into `timeset.cfg`, on the card
-/// that holds one when the window is loaded, otherwise where the user says. Main thread only.
+/// that holds one when the window is loaded, otherwise where the user says. The card is looked for and
+/// written in the background behind the loading sheet. Main thread only.
 class ZVKTimeSetupController : public WindowController {
 public:
     using Now = std::function<QDateTime()>;
@@ -47,9 +53,9 @@ private:
     void nowDayChecked();
     void openSavePanel(std::function<void(std::optional<std::string>)> answer);
     void onSaveConfigFile();
-    void saveTo(const std::string& path);
-    /// False when the file could not be written; the reason is logged.
-    bool doWriteConfigFile(const std::string& path) const;
+    void setWorking(bool isWorking, const char* titleKey);
+    void doWriteConfigFile(std::function<platform::FilePlace()> place);
+    void saveDidEnd(platform::FileError error, const std::string& path);
     void didEndAlert();
     void onCloseCmd();
     QString fullDate(QDate date) const { return locale.toString(date, QLocale::LongFormat); }
@@ -59,8 +65,12 @@ private:
     Now now;
     QLocale locale;
     std::optional<std::string> m_SettingFilePath;
+    std::string cardRoot; // of that file
+    bool isWorking = false;
+    LoadingSheet* progressPanel = nullptr;
     QDate selectedDate;
     QTime selectedTime;
     std::unique_ptr<Ui::ZVKTimeSetupController> outlets;
     std::unique_ptr<QWidget> loaded;
+    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };

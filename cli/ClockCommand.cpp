@@ -1,5 +1,6 @@
 #include "cardtools/TimeSet.h"
 #include "cli/Commands.h"
+#include "cli/Written.h"
 
 #include <filesystem>
 #include <ostream>
@@ -12,7 +13,7 @@ namespace {
 
 ExitCode showClock(const std::string& path, Streams streams)
 {
-    const auto moment = loadTimeSet(path);
+    const auto moment = loadTimeSet(platform::FilePlace::chosen(path));
     if (!moment) {
         std::error_code error;
         const auto size = std::filesystem::file_size(path, error);
@@ -31,22 +32,27 @@ ExitCode runClock(const Arguments& arguments, Streams streams)
     const auto moment = timeSetFromText(arguments.operands[1]);
     if (!moment)
         return failure(streams, arguments.operands[1], "is no date and time like 2016/05/03 14:22:01");
-    const std::string trouble = saveTimeSet(*moment, path);
-    return trouble.empty() ? ExitCode::Success : failure(streams, path, trouble);
+    return writtenTo(path, !arguments.flag.empty(), streams, [&](const platform::FilePlace& place) {
+        const platform::FileError trouble = saveTimeSet(*moment, place);
+        return trouble ? failure(streams, path, trouble.text()) : ExitCode::Success;
+    });
 }
+
+constexpr std::string_view flags[] = {followLink};
 
 } // namespace
 
 const Command clockCommand = {
     .name = "clock",
-    .synopsis = "FILE [\"yyyy/MM/dd HH:mm:ss\"]",
+    .synopsis = "[--follow-link] FILE [\"yyyy/MM/dd HH:mm:ss\"]",
     .summary = "Prints the time that a timeset.cfg sets the camera's clock to, or writes it.",
     .details =
         "Years 1 to 9999 of the Gregorian calendar, the clock of 24 hours, no time zone. A date or time\n"
-        "that does not exist is refused and nothing is written. The file is replaced as a whole.\n",
+        "that does not exist is refused and nothing is written. The file is replaced as a whole.\n"
+        "A link is refused, because a card may hold any; --follow-link writes the file that it leads to.\n",
     .fewestOperands = 1,
     .mostOperands = 2,
-    .flags = {},
+    .flags = flags,
     .run = runClock,
 };
 

@@ -1,11 +1,11 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/LogCapture.h"
+#include "cli/Written.h"
 #include "common/Text.h"
 #include "settings/FileDataFields.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -25,39 +25,35 @@ bool checksumFits(const _FILEDATA& record)
 }
 
 /// The record of the file, or the line that says why there is none was written.
-std::optional<_FILEDATA> loaded(const std::string& path, Streams streams)
+std::optional<_FILEDATA> loaded(const platform::FilePlace& place, Streams streams)
 {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
-    if (error) {
-        failure(streams, path, error.message());
-        return std::nullopt;
-    }
+    const auto size = place.size();
     _FILEDATA record;
-    if (size != sizeof record) {
-        failure(
-            streams, path, formatted("is %ju bytes long, a record is %zu", uintmax_t(size), sizeof record));
+    if (size && *size != sizeof record) {
+        failure(streams, place.path(),
+            formatted("is %ju bytes long, a record is %zu", uintmax_t(*size), sizeof record));
         return std::nullopt;
     }
-    if (!loadFileData(path, record)) {
-        failure(streams, path, "cannot be read");
+    if (!loadFileData(place, record)) {
+        platform::FileError why;
+        (void)place.open(why);
+        failure(streams, place.path(), why ? why.text() : "cannot be read");
         return std::nullopt;
     }
     return record;
 }
 
-ExitCode saved(_FILEDATA& record, const std::string& path, Streams streams)
+ExitCode saved(_FILEDATA& record, const platform::FilePlace& place, Streams streams)
 {
     finishFileData(record);
-    const LogCapture why;
-    if (!saveFileData(record, path))
-        return ExitCode::Success;
-    return failure(streams, path, why.text);
+    const LogCapture quiet;
+    const platform::FileError why = saveFileData(record, place);
+    return why ? failure(streams, place.path(), why.text()) : ExitCode::Success;
 }
 
 ExitCode show(const std::string& path, bool asJson, Streams streams)
 {
-    const auto record = loaded(path, streams);
+    const auto record = loaded(platform::FilePlace::chosen(path), streams);
     if (!record)
         return ExitCode::Failure;
     JsonWriter json(streams.out);
@@ -81,16 +77,16 @@ ExitCode show(const std::string& path, bool asJson, Streams streams)
     return ExitCode::Success;
 }
 
-ExitCode writeDefaults(const std::string& path, std::string_view region, Streams streams)
+ExitCode writeDefaults(const platform::FilePlace& place, std::string_view region, Streams streams)
 {
     _FILEDATA record;
     initFileDataForRegion(record, region == "ko");
-    return saved(record, path, streams);
+    return saved(record, place, streams);
 }
 
-ExitCode set(const std::string& path, std::span<const std::string_view> assignments, Streams streams)
+ExitCode set(const platform::FilePlace& place, std::span<const std::string_view> assignments, Streams streams)
 {
-    auto record = loaded(path, streams);
+    auto record = loaded(place, streams);
     if (!record)
         return ExitCode::Failure;
     for (const std::string_view assignment : assignments) {
@@ -102,7 +98,7 @@ ExitCode set(const std::string& path, std::span<const std::string_view> assignme
         if (!setField(*record, *field, assignment.substr(sign + 1)))
             return failure(streams, assignment, "does not fit the field; nothing was written");
     }
-    return saved(*record, path, streams);
+    return saved(*record, place, streams);
 }
 
 ExitCode wrongUsage(Streams streams)
@@ -117,17 +113,20 @@ ExitCode runConfig(const Arguments& arguments, Streams streams)
     const std::string path(arguments.operands[1]);
     const auto rest = std::span(arguments.operands).subspan(2);
     const auto region = arguments.value("--region");
-    const bool asJson = !arguments.flag.empty();
-    if (what == "show" && rest.empty() && !region)
+    const bool asJson = arguments.flag == "--json";
+    const bool isLinkFollowed = arguments.flag == followLink;
+    if (what == "show" && rest.empty() && !region && !isLinkFollowed)
         return show(path, asJson, streams);
-    if (what == "defaults" && rest.empty() && !asJson)
-        return writeDefaults(path, region.value_or("en"), streams);
-    if (what == "set" && !rest.empty() && !asJson && !region)
-        return set(path, rest, streams);
-    return wrongUsage(streams);
+    const bool isDefaults = what == "defaults" && rest.empty() && !asJson;
+    const bool isSet = what == "set" && !rest.empty() && !asJson && !region;
+    if (!isDefaults && !isSet)
+        return wrongUsage(streams);
+    return writtenTo(path, isLinkFollowed, streams, [&](const platform::FilePlace& place) {
+        return isSet ? set(place, rest, streams) : writeDefaults(place, region.value_or("en"), streams);
+    });
 }
 
-constexpr std::string_view flags[] = {"--json"};
+constexpr std::string_view flags[] = {"--json", followLink};
 constexpr std::string_view regions[] = {"en", "ko"};
 constexpr Option options[] = {{"--region", regions}};
 
@@ -135,7 +134,9 @@ constexpr Option options[] = {{"--region", regions}};
 
 const Command configCommand = {
     .name = "config",
-    .synopsis = "show FILE [--json] | defaults [--region en|ko] FILE | set FILE NAME=VALUE ...",
+    .synopsis =
+        "show FILE [--json] | defaults [--region en|ko] [--follow-link] FILE | set [--follow-link] FILE "
+        "NAME=VALUE ...",
     .summary = "Shows or changes the camera's settings, the file config.bin of its card.",
     .details =
         "show: every field of the record by name, szPlateNumber as text, and whether the checksum fits\n"
@@ -146,7 +147,8 @@ const Command configCommand = {
         "      whole numbers; szPlateNumber takes up to 8 letters and digits. Nothing is written unless "
         "every\n"
         "      name and value fits. The file is replaced at once: it holds the old settings or the new "
-        "ones.\n",
+        "ones.\n"
+        "A link is refused, because a card may hold any; --follow-link writes the file that it leads to.\n",
     .fewestOperands = 2,
     .mostOperands = 2 + 68,
     .flags = flags,

@@ -2,58 +2,40 @@
 
 #include "platform/StreamedFile.h"
 
-#include <cstdio>
-#include <filesystem>
-#include <memory>
+#include <fcntl.h>
 #include <optional>
-#include <system_error>
+#include <string>
 
 namespace platform {
 
 namespace {
 
-/// The first bytes of the file, at most so many; nothing when it cannot be read.
-std::optional<std::string> beginning(const std::string& path, size_t most)
+/// Whether the file holds these bytes, as far as can be asked of the medium and not of the system's memory.
+bool readsBack(const FilePlace& place, std::string_view contents)
 {
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    // Opening a pipe would wait for its other end.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
-        return std::nullopt;
-    const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
-    if (!file)
-        return std::nullopt;
-    std::string bytes(most, '\0');
-    bytes.resize(std::fread(bytes.data(), 1, most, file.get()));
-    if (std::ferror(file.get()))
-        return std::nullopt;
-    return bytes;
-}
-
-std::string written(const std::string& path, std::string_view contents)
-{
-    StreamedFile file(path);
-    file.write(contents);
-    return file.finish();
+    FileError ignored;
+    if (const Descriptor file = place.open(ignored))
+        ::posix_fadvise(file.get(), 0, 0, POSIX_FADV_DONTNEED);
+    return place.contents(contents.size(), ignored) == contents;
 }
 
 } // namespace
 
-std::string replaceFile(const std::string& path, std::string_view contents)
+FileError replaceFile(const FilePlace& place, std::string_view contents)
 {
-    constexpr size_t mostToKeep = size_t{1} << 20;
-    const auto before = beginning(path, mostToKeep + 1);
-    std::string failure = written(path, contents);
-    if (failure.empty()) {
-        if (beginning(path, contents.size() + 1) == contents)
-            return {};
-        failure = "what was written does not read back";
+    FileError ignored;
+    const auto before = place.contents(contents.size(), ignored);
+    StreamedFile file(place, static_cast<int64_t>(contents.size()));
+    const bool mayBeMixed = file.isInPlace();
+    file.write(contents);
+    FileError failure = file.finish();
+    if (!failure && !readsBack(place, contents))
+        failure.code = FileError::notReadBack;
+    if (failure && mayBeMixed && before && before->size() == contents.size() && !readsBack(place, *before)) {
+        StreamedFile again(place, static_cast<int64_t>(before->size()));
+        again.write(*before);
+        (void)again.finish();
     }
-    // A write in place may have come half way.
-    if (before && before->size() <= mostToKeep && beginning(path, mostToKeep + 1) != before)
-        (void)written(path, *before);
     return failure;
 }
 

@@ -2,99 +2,128 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
-#include <filesystem>
 #include <random>
+#include <sys/file.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
-
-namespace fs = std::filesystem;
+#include <utility>
 
 namespace platform {
 
 namespace {
 
-/// The path that a chain of links ends at, whether a file is there or not.
-fs::path followed(const std::string& path)
+// Short, so that it fits wherever the file's own name does.
+constexpr const char* temporaryName = ".zvk%08x.tmp";
+constexpr size_t temporaryLength = 16;
+
+bool isTemporaryName(std::string_view name)
 {
-    fs::path place = path;
-    std::error_code error;
-    constexpr int longestChain = 40;
-    for (int i = 0; i < longestChain && fs::is_symlink(place, error); ++i) {
-        const fs::path next = fs::read_symlink(place, error);
-        if (error)
-            break;
-        place = next.is_absolute() ? next : place.parent_path() / next;
-    }
-    return place;
+    return name.size() == temporaryLength && name.starts_with(".zvk") && name.ends_with(".tmp")
+        && name.find_first_not_of("0123456789abcdef", 4) == temporaryLength - 4;
 }
 
-int createBeside(const fs::path& target, std::string& name)
+/// Whoever writes such a file holds its lock; one without was left by a program that was killed.
+void removeIfLeft(int folder, const char* name)
 {
-    std::random_device random;
-    constexpr int attempts = 20;
-    for (int i = 0; i < attempts; ++i) {
-        // Short, so that it fits wherever the file's own name does.
-        char hidden[20];
-        std::snprintf(hidden, sizeof hidden, ".zvk%08x.tmp", random());
-        name = (target.parent_path() / hidden).string();
-        const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0 || errno != EEXIST)
-            return descriptor;
-    }
-    return -1;
+    const Descriptor left(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status { };
+    if (left && ::fstat(left.get(), &status) == 0 && S_ISREG(status.st_mode)
+        && ::flock(left.get(), LOCK_EX | LOCK_NB) == 0)
+        ::unlinkat(folder, name, 0);
 }
 
-void syncFolder(const fs::path& folder)
+void removeLeftovers(int folder)
 {
-    const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
+    Descriptor listed(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    DIR* const entries = listed ? ::fdopendir(listed.get()) : nullptr;
+    if (!entries)
         return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+    (void)listed.release();
+    while (const dirent* const entry = ::readdir(entries)) {
+        if (isTemporaryName(entry->d_name))
+            removeIfLeft(folder, entry->d_name);
+    }
+    ::closedir(entries);
+}
+
+/// Some file systems have nothing to sync a folder with.
+bool syncFolder(int folder)
+{
+    return ::fsync(folder) == 0 || errno == EINVAL || errno == ENOSYS || errno == EBADF;
 }
 
 } // namespace
 
-StreamedFile::StreamedFile(const std::string& path)
-    : target(followed(path).string())
+StreamedFile::StreamedFile(FilePlace place, std::optional<int64_t> lengthBefore)
+    : target(std::move(place)),
+      failure(target.error())
 {
+    if (failure)
+        return;
+    const char* const name = target.name().c_str();
     struct stat there { };
-    const bool exists = ::stat(target.c_str(), &there) == 0;
+    const bool exists = ::fstatat(target.folder(), name, &there, AT_SYMLINK_NOFOLLOW) == 0;
     if (exists && !S_ISREG(there.st_mode)) {
-        failure = S_ISDIR(there.st_mode) ? EISDIR : EINVAL;
+        failure.code = S_ISLNK(there.st_mode) ? FileError::link : FileError::noPlainFile;
         return;
     }
-    if (exists && ::access(target.c_str(), W_OK) != 0) {
+    if (exists && ::faccessat(target.folder(), name, W_OK, AT_EACCESS) != 0) {
         fail();
         return;
     }
-    descriptor = createBeside(target, beside);
-    if (descriptor >= 0) {
+    removeLeftovers(target.folder());
+    if (createBeside()) {
         if (exists)
-            ::fchmod(descriptor, there.st_mode & 07777);
+            ::fchmod(file.get(), there.st_mode & 07777);
         return;
     }
-    beside.clear();
     const int why = errno;
+    if (exists && lengthBefore && *lengthBefore != there.st_size && why != EROFS) {
+        failure.code = why == ENOSPC || why == EDQUOT ? why : FileError::otherLength;
+        return;
+    }
     // What is there is not thrown away first: on a full disk its room is all there is.
-    descriptor = exists ? ::open(target.c_str(), O_WRONLY | O_CLOEXEC) : -1;
-    if (descriptor < 0)
-        failure = why;
+    if (exists && lengthBefore)
+        file = Descriptor(::openat(target.folder(), name, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!file)
+        failure.code = why;
 }
 
 StreamedFile::~StreamedFile()
 {
-    close();
     if (!beside.empty())
-        ::unlink(beside.c_str());
+        ::unlinkat(target.folder(), beside.c_str(), 0);
+}
+
+bool StreamedFile::createBeside()
+{
+    std::random_device random;
+    constexpr int attempts = 20;
+    for (int i = 0; i < attempts; ++i) {
+        char hidden[temporaryLength + 1];
+        std::snprintf(hidden, sizeof hidden, temporaryName, random());
+        file = Descriptor(
+            ::openat(target.folder(), hidden, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+        if (!file && errno != EEXIST)
+            return false;
+        struct stat status { };
+        // Another program may have taken it for a leftover before it was locked.
+        if (file && (::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+            && ::fstat(file.get(), &status) == 0 && status.st_nlink > 0) {
+            beside = hidden;
+            return true;
+        }
+    }
+    errno = EEXIST;
+    return false;
 }
 
 bool StreamedFile::write(std::string_view piece)
 {
-    while (failure == 0 && !piece.empty()) {
-        const ssize_t count = ::write(descriptor, piece.data(), piece.size());
+    while (!failure && !piece.empty()) {
+        const ssize_t count = ::write(file.get(), piece.data(), piece.size());
         if (count > 0) {
             piece.remove_prefix(static_cast<size_t>(count));
             length += count;
@@ -102,38 +131,36 @@ bool StreamedFile::write(std::string_view piece)
             fail();
         }
     }
-    return failure == 0;
+    return !failure;
 }
 
-std::string StreamedFile::finish()
+FileError StreamedFile::finish()
 {
-    if (failure == 0 && beside.empty() && ::ftruncate(descriptor, length) != 0)
-        fail();
-    if (failure == 0 && ::fsync(descriptor) != 0)
+    if (!failure && ::fsync(file.get()) != 0)
         fail();
     close();
-    if (failure == 0 && !beside.empty()) {
-        if (::rename(beside.c_str(), target.c_str()) == 0)
+    if (!failure && !beside.empty()) {
+        isRenamed = ::renameat(target.folder(), beside.c_str(), target.folder(), target.name().c_str()) == 0;
+        if (isRenamed)
             beside.clear();
         else
             fail();
     }
-    if (failure != 0)
-        return std::system_category().message(failure);
-    syncFolder(fs::path(target).parent_path());
-    return {};
+    if (!failure && !syncFolder(target.folder()))
+        fail();
+    return failure;
 }
 
 void StreamedFile::fail()
 {
-    failure = errno != 0 ? errno : EIO;
+    failure.code = errno != 0 ? errno : EIO;
 }
 
 void StreamedFile::close()
 {
-    if (descriptor >= 0 && ::close(descriptor) != 0 && failure == 0)
+    const int open = file.release();
+    if (open >= 0 && ::close(open) != 0 && !failure)
         fail();
-    descriptor = -1;
 }
 
 } // namespace platform

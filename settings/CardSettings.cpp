@@ -2,72 +2,148 @@
 
 #include "cardtools/Volumes.h"
 #include "common/Log.h"
+#include "platform/CardRoot.h"
 #include "platform/ReplaceFile.h"
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 
 namespace {
 
 namespace fs = std::filesystem;
+using platform::CardRoot;
+using platform::FileError;
+using platform::FilePlace;
 
 constexpr const char* cardName = "ZAVIK";
+constexpr const char* driveLogName = "DrvInfo/zavik_000.drv";
 // Whatever is called config.bin but is no settings file by far is neither copied nor replaced.
-constexpr uintmax_t largestToKeep = 16 * 1024 * 1024;
+constexpr size_t largestToKeep = 16 * 1024 * 1024;
+
+FilePlace settingsOn(const TKUSBDiskEntity& disk)
+{
+    return CardRoot(disk.mountedURL).file("config.bin");
+}
 
 std::string settingsPathOn(const TKUSBDiskEntity& disk)
 {
     return (fs::path(disk.mountedURL) / "config.bin").native();
 }
 
-bool isThere(const std::string& path)
+std::optional<_FILEDATA> asRecord(const std::string& contents)
 {
-    std::error_code ignored;
-    return fs::exists(path, ignored);
+    if (contents.size() != sizeof(_FILEDATA))
+        return std::nullopt;
+    _FILEDATA record;
+    std::memcpy(&record, contents.data(), sizeof record);
+    return record;
 }
 
-bool holds(const std::string& contents, const std::optional<_FILEDATA>& known)
+bool isSame(const std::optional<_FILEDATA>& a, const std::optional<_FILEDATA>& b)
 {
-    return known && contents.size() == sizeof(_FILEDATA)
-        && std::memcmp(contents.data(), &*known, sizeof(_FILEDATA)) == 0;
+    return a && b && std::memcmp(&*a, &*b, sizeof *a) == 0;
 }
 
-/// The file's bytes; nothing when they cannot all be read or are too many.
-std::optional<std::string> contentsOf(const std::string& path)
+/// The name for the number: "config.bin.bak", "config.bin.bak2", ...
+FilePlace copyBeside(const FilePlace& settings, int number)
 {
-    std::error_code error;
-    const uintmax_t size = fs::file_size(path, error);
-    if (error || size > largestToKeep)
-        return {};
-    std::string contents(size_t(size), '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(contents.data(), std::streamsize(size));
-    if (!file || file.peek() != std::ifstream::traits_type::eof())
-        return {};
-    return contents;
+    return settings.sibling(settings.name() + ".bak" + (number > 1 ? std::to_string(number) : ""));
 }
 
-enum class Previous { Known, Kept, CannotBeKept };
+constexpr int mostCopies = 99;
 
-Previous keepOthers(const std::string& path, const std::optional<_FILEDATA>& known)
+/// The copy of the record before: the first that is one.
+std::optional<FilePlace> recordBeside(const FilePlace& settings)
 {
-    std::error_code ignored;
-    // What is neither a file nor missing is refused by the save itself.
-    if (!fs::is_regular_file(path, ignored))
-        return Previous::Known;
-    const auto contents = contentsOf(path);
-    std::string failure = "it cannot be read or is too large";
-    if (contents) {
-        if (holds(*contents, known))
-            return Previous::Known;
-        failure = platform::replaceFile(path + ".bak", *contents);
+    for (int number = 1; number <= mostCopies; ++number) {
+        FilePlace copy = copyBeside(settings, number);
+        if (copy.size() == sizeof(_FILEDATA))
+            return copy;
+        if (!copy.isThere())
+            break;
     }
-    if (failure.empty())
-        return Previous::Kept;
-    logFormat("%s cannot be kept: %s", path.c_str(), failure.c_str());
-    return Previous::CannotBeKept;
+    return std::nullopt;
+}
+
+/// Where nothing is yet.
+FilePlace freeBeside(const FilePlace& settings)
+{
+    int number = 1;
+    while (number < mostCopies && copyBeside(settings, number).isThere())
+        ++number;
+    return copyBeside(settings, number);
+}
+
+/// The card that was read, wherever it is mounted now; otherwise the preferred one.
+std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::DiskArbitration& disks)
+{
+    const std::vector<TKUSBDiskEntity> present = usbDiskEntities(disks);
+    const auto isTheCard = [&](const TKUSBDiskEntity& disk) {
+        return card.disk && disk.key == card.disk->key;
+    };
+    const auto isWhereItWas = [&](const TKUSBDiskEntity& disk) {
+        return isTheCard(disk) && disk.mountedURL == card.disk->mountedURL;
+    };
+    for (const auto& same :
+        {std::ranges::find_if(present, isWhereItWas), std::ranges::find_if(present, isTheCard)}) {
+        if (same != present.end())
+            return *same;
+    }
+    // A card that the system does not describe any more is written where it was, while it is there.
+    if (card.disk && settingsOn(*card.disk).isThere())
+        return card.disk;
+    return preferredUSBDisk(present);
+}
+
+/// Keeps what is in the file beside it, when it is not the same as what comes.
+void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutcome& outcome)
+{
+    outcome.before = asRecord(contents);
+    const auto copy = outcome.before ? recordBeside(settings) : std::nullopt;
+    const FilePlace kept = copy ? *copy : freeBeside(settings);
+    outcome.error = platform::replaceFile(kept, contents);
+    if (outcome.error) {
+        logFormat("%s cannot be kept: %s", settings.path().c_str(), outcome.error.text().c_str());
+        outcome.kind = SaveOutcome::Kind::CannotKeep;
+    } else if (!outcome.before) {
+        outcome.keptAs = kept.name();
+    }
+}
+
+/// Nothing is to be done when the file is not there.
+bool mayReplace(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
+{
+    using Kind = SaveOutcome::Kind;
+    if (!settings.isThere())
+        return true;
+    outcome.kind = Kind::Failed;
+    const auto contents = settings.contents(largestToKeep, outcome.error);
+    if (!contents)
+        return false;
+    const auto record = asRecord(*contents);
+    if (record && !isSame(record, request.known) && !isSame(record, request.record)
+        && !request.mayReplaceOthers) {
+        outcome.kind = Kind::OthersSettings;
+        outcome.before = record;
+        return false;
+    }
+    if (!isSame(record, request.record))
+        keepBefore(settings, *contents, outcome);
+    return outcome.kind != Kind::CannotKeep;
+}
+
+void saveLocked(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
+{
+    using Kind = SaveOutcome::Kind;
+    const platform::SaveLock lock(settings);
+    outcome.error = lock.error();
+    if (outcome.error)
+        outcome.kind = Kind::Failed;
+    if (outcome.error || !mayReplace(settings, request, outcome))
+        return;
+    outcome.error = saveFileData(request.record, settings);
+    outcome.kind = outcome.error ? Kind::Failed : Kind::Saved;
 }
 
 } // namespace
@@ -81,10 +157,20 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
     const auto disk = preferredUSBDisk(disks);
     if (!disk)
         return {};
-    std::error_code error;
-    if (fs::file_size(settingsPathOn(*disk), error) != sizeof(_FILEDATA) || error)
-        return {};
-    return {settingsPathOn(*disk), disk};
+    CardSettings card;
+    const CardRoot root(disk->mountedURL);
+    if (const FilePlace log = root.file(driveLogName); log.isThere())
+        card.driveLog = log.path();
+    const FilePlace settings = root.file("config.bin");
+    if (settings.size() == sizeof(_FILEDATA)) {
+        card.path = settings.path();
+        card.disk = disk;
+        return card;
+    }
+    card.emptyCard = disk;
+    if (settings.isThere() && !settings.size())
+        (void)settings.open(card.refusal);
+    return card;
 }
 
 bool isNamedAsCard(const CardSettings& card)
@@ -101,36 +187,54 @@ CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& dis
     return card;
 }
 
-std::optional<std::string> settingsPathToWrite(CardSettings& card, platform::DiskArbitration& disks)
+ReadSettings readCardSettings(const CardSettings& card)
 {
-    if (card.disk && isThere(settingsPathOn(*card.disk)))
-        return settingsPathOn(*card.disk);
-    const std::vector<TKUSBDiskEntity> present = usbDiskEntities(disks);
-    const auto isTheCard = [&](const TKUSBDiskEntity& disk) {
-        return card.disk && disk.key == card.disk->key;
+    ReadSettings read;
+    const FilePlace settings = settingsOn(*card.disk);
+    const auto recordOf = [](const FilePlace& place) {
+        _FILEDATA record;
+        return loadFileData(place, record) ? std::optional(record) : std::nullopt;
     };
-    auto disk = preferredUSBDisk(present);
-    if (const auto same = std::ranges::find_if(present, isTheCard); same != present.end()) {
-        disk = *same;
-        card = {card.path.empty() ? std::string() : settingsPathOn(*same), disk};
-    }
-    return disk ? std::optional(settingsPathOn(*disk)) : std::nullopt;
+    read.record = recordOf(settings);
+    if (const auto copy = recordBeside(settings))
+        read.previous = recordOf(*copy);
+    return read;
 }
 
-SaveResult saveFileDataKeeping(
-    const _FILEDATA& record, const std::string& path, const std::optional<_FILEDATA>& known)
+SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& disks)
 {
-    const Previous previous = keepOthers(path, known);
-    if (previous == Previous::CannotBeKept)
-        return {"msg.file_open_fail"};
-    return {saveFileData(record, path), previous == Previous::Kept};
+    SaveOutcome outcome;
+    outcome.card = request.card;
+    const auto disk = diskToWrite(request.card, disks);
+    if (!disk)
+        return outcome;
+    outcome.disk = disk;
+    outcome.path = settingsPathOn(*disk);
+    const bool isTheCard = request.card.disk && disk->key == request.card.disk->key;
+    if (isTheCard) {
+        outcome.card.path = outcome.path;
+        outcome.card.disk = disk;
+    } else if (request.card.disk && !request.mayBeOtherCard) {
+        outcome.kind = SaveOutcome::Kind::OtherCard;
+        return outcome;
+    }
+    SaveRequest known = request;
+    // What was read from another card is not what this one held.
+    if (!isTheCard)
+        known.known.reset();
+    saveLocked(settingsOn(*disk), known, outcome);
+    if (outcome.kind == SaveOutcome::Kind::Saved && !isTheCard) {
+        outcome.card.path = outcome.path;
+        outcome.card.disk = disk;
+    }
+    return outcome;
 }
 
 bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)
 {
     _FILEDATA record;
     initFileDataForRegion(record, m_bKorean);
-    if (const std::string path = findUSBVolume(disks).path; !path.empty())
-        loadFileData(path, record);
+    if (const CardSettings card = findUSBVolume(disks); card.disk)
+        loadFileData(settingsOn(*card.disk), record);
     return (record.speed_disp_unit & 0xFF) != 0;
 }

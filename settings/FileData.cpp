@@ -2,25 +2,22 @@
 
 #include "common/Log.h"
 #include "platform/ReplaceFile.h"
-#include "telemetry/FileByteSource.h"
 
 #include <cstring>
-#include <span>
+
+bool loadFileData(const platform::FilePlace& place, _FILEDATA& record)
+{
+    platform::FileError why;
+    const auto bytes = place.beginning(sizeof record, why);
+    if (!bytes || bytes->size() != sizeof record)
+        return false;
+    std::memcpy(&record, bytes->data(), sizeof record);
+    return true;
+}
 
 bool loadFileData(const std::string& path, _FILEDATA& record)
 {
-    const auto source = FileByteSource::open(path.c_str());
-    if (!source)
-        return false;
-    std::array<std::byte, sizeof record> bytes;
-    for (std::span<std::byte> rest(bytes); !rest.empty();) {
-        const auto count = source->read(rest);
-        if (!count || *count == 0)
-            return false;
-        rest = rest.subspan(*count);
-    }
-    std::memcpy(&record, bytes.data(), bytes.size());
-    return true;
+    return loadFileData(platform::FilePlace::chosen(path), record);
 }
 
 void finishFileData(_FILEDATA& record)
@@ -32,14 +29,20 @@ void finishFileData(_FILEDATA& record)
         record.checksum = static_cast<uint16_t>(record.checksum ^ words[i]);
 }
 
-std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path)
+platform::FileError saveFileData(const _FILEDATA& record, const platform::FilePlace& place)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(&record), sizeof record);
-    const std::string failure = platform::replaceFile(path, bytes);
-    if (failure.empty())
-        return std::nullopt;
-    logFormat("%s", failure.c_str());
-    return "msg.file_open_fail";
+    const platform::FileError failure = platform::replaceFile(place, bytes);
+    if (failure)
+        logFormat("%s", failure.text().c_str());
+    return failure;
+}
+
+std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path)
+{
+    if (saveFileData(record, platform::FilePlace::chosen(path)))
+        return "msg.file_open_fail";
+    return std::nullopt;
 }
 
 void initFileData(_FILEDATA& record)
@@ -105,9 +108,11 @@ void initFileDataForRegion(_FILEDATA& record, bool m_bKorean)
     record.Brightness1 = m_bKorean ? 0 : 1;
 }
 
-std::optional<std::string> writeDefaultFileData(const std::string& path)
+std::optional<std::string> writeDefaultFileData(const platform::FilePlace& place)
 {
     _FILEDATA record;
     initFileData(record);
-    return saveFileData(record, path);
+    if (saveFileData(record, place))
+        return "msg.file_open_fail";
+    return std::nullopt;
 }

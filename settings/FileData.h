@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FilePlace.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -159,6 +161,8 @@ static_assert(offsetof(_FILEDATA, debug_mode) == 268);
 
 /// Reads the one record that the file holds. True when a whole record was read; otherwise the record is left
 /// as it was. Neither the version nor the checksum is verified.
+bool loadFileData(const platform::FilePlace& place, _FILEDATA& record);
+/// The file that the user named; links to it are followed.
 bool loadFileData(const std::string& path, _FILEDATA& record);
 
 /// Sets the two fields that follow from the others: osd_plate_flag and then the checksum, the low 16 bits of
@@ -169,6 +173,8 @@ void finishFileData(_FILEDATA& record);
 /// or the new one, never a mixture, also when the machine stops at any moment. Nothing on success; otherwise
 /// the text key "msg.file_open_fail", the reason is logged and the file is as it was.
 [[nodiscard]] std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path);
+/// The same, and what went wrong in its own words. `path` follows a link, the place does not.
+[[nodiscard]] platform::FileError saveFileData(const _FILEDATA& record, const platform::FilePlace& place);
 
 /// Sets the base defaults.
 void initFileData(_FILEDATA& record);
@@ -177,4 +183,4 @@ void initFileData(_FILEDATA& record);
 void initFileDataForRegion(_FILEDATA& record, bool m_bKorean);
 
 /// Writes the base defaults to the file as they are, without finishFileData. Result as saveFileData.
-[[nodiscard]] std::optional<std::string> writeDefaultFileData(const std::string& path);
+[[nodiscard]] std::optional<std::string> writeDefaultFileData(const platform::FilePlace& place);

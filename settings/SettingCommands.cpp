@@ -2,13 +2,19 @@
 
 #include "settings/ZVKSettingController.h"
 
+#include "cardtools/LoadingSheet.h"
 #include "cardtools/ZVKFormatWindowController.h"
 #include "common/Alerts.h"
 #include "platform/Texts.h"
+#include "settings/NoticeBar.h"
+#include "settings/PageControls.h"
 #include "ui_ZVKSettingController.h"
 
 #include <QKeySequence>
 #include <QShortcut>
+
+#include <cstring>
+#include <utility>
 
 void ZVKSettingController::connectControls()
 {
@@ -22,6 +28,7 @@ void ZVKSettingController::connectControls()
     const Row rows[] = {
         {outlets->sdcardFormatButton, "setting.sdcardformat", &Self::onFormat, {}},
         {outlets->resetButton, "setting.initialize", &Self::onSaveDefaultSetting, {}},
+        {outlets->previousButton, "setting.previous", &Self::onPreviousSetting, {}},
         {outlets->diskUtilButton, "setting.diskutil", &Self::onDiskUtil, {}},
         {outlets->cancelButton, "cancel", &Self::onCloseCmd, Qt::Key_Escape},
         {outlets->saveButton, "save", &Self::onSave, Qt::CTRL | Qt::Key_S},
@@ -36,8 +43,10 @@ void ZVKSettingController::connectControls()
         row.button->setToolTip(
             QStringLiteral("%1 (%2)").arg(row.button->text(), row.key.toString(QKeySequence::NativeText)));
     }
-    const auto onKey = [this](const QKeySequence& key, QWidget* where, auto work) {
-        QObject::connect(new QShortcut(key, where), &QShortcut::activated, view.get(), work);
+    explain(*outlets->resetButton, "setting.initialize_tip");
+    explain(*outlets->previousButton, "setting.previous_tip");
+    const auto onKey = [this](const QKeySequence& key, QWidget* where, auto action) {
+        QObject::connect(new QShortcut(key, where), &QShortcut::activated, view.get(), action);
     };
     // What the loading sheet covers hears no keys; closing is always possible.
     onKey(Qt::Key_Escape, view.get(), [this] { onCloseCmd(); });
@@ -52,61 +61,90 @@ void ZVKSettingController::connectControls()
         view.get(), [this](int tab) { changeViewController(tab); });
 }
 
-void ZVKSettingController::onSave()
+/// What the page on screen holds comes along when it is valid, so that taking back brings it, too.
+void ZVKSettingController::replaceAll(const _FILEDATA& record, const char* noticeKey)
 {
-    // The card has no settings now: they would go to another card, or be overwritten by the ones from before.
-    if (isFormatting())
-        return onFormat();
-    if (reading || refusesInput())
-        return;
-    populate();
-    finishFileData(m_FileData);
-    CardSettings card{m_SettingFilePath, selectedUSBDisk};
-    if (const auto path = settingsPathToWrite(card, desktop.disks)) {
-        showCard(card);
-        // What was read from another file is not what this one held.
-        const bool wasRead = *path == m_SettingFilePath;
-        tellSaved(*path, saveFileDataKeeping(m_FileData, *path, wasRead ? fileDataRead : std::nullopt));
-    } else {
-        saveWhereTheUserSays();
-    }
-}
-
-void ZVKSettingController::saveWhereTheUserSays()
-{
-    platform::SavePanel panel{platform::localized("panel.save_settings").toStdString(), "config.bin", {}};
-    panel.hidesHiddenFiles = true;
-    panel.asksBeforeReplacing = true;
-    desktop.panels.chooseSaveFile(
-        *view, panel, [this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
-            if (path && !life.expired())
-                tellSaved(*path, {saveFileData(m_FileData, *path)});
-        });
-}
-
-void ZVKSettingController::tellSaved(const std::string& path, const SaveResult& result)
-{
-    if (result.failure) {
-        showAlert(
-            desktop.alerts, *view, "Warn", platform::localized("msg.write_protected_disk").toStdString());
-        return;
-    }
-    if (path == m_SettingFilePath)
-        fileDataRead = m_FileData;
-    const QString text = platform::localized(result.keptPrevious ? "msg.saved_previous_kept" : "msg.saved");
-    showAlertSheet(desktop.alerts, *view, path, text.toStdString(), [this, life = std::weak_ptr(alive)] {
-        if (!life.expired())
-            onCloseCmd();
-    });
-    if (delegate)
-        delegate->setDisplayMile(m_FileData.speed_disp_unit);
+    if (!validateUserInput())
+        populate();
+    if (!fileDataReplaced)
+        fileDataReplaced = m_FileData;
+    replacedNoticeKey = noticeKey;
+    m_FileData = record;
+    if (targetController)
+        targetController->setFileData(&m_FileData);
+    showNotice();
 }
 
 void ZVKSettingController::onSaveDefaultSetting()
 {
-    initFileDataForRegion(m_FileData, m_bKorean);
+    _FILEDATA record;
+    initFileDataForRegion(record, m_bKorean);
+    replaceAll(record, "setting.all_defaults");
+}
+
+void ZVKSettingController::onPreviousSetting()
+{
+    if (fileDataPrevious)
+        replaceAll(*fileDataPrevious, "setting.all_previous");
+}
+
+void ZVKSettingController::takeBack()
+{
+    if (fileDataReplaced)
+        m_FileData = *std::exchange(fileDataReplaced, std::nullopt);
     if (targetController)
         targetController->setFileData(&m_FileData);
+    showNotice();
+}
+
+bool ZVKSettingController::hasChanges() const
+{
+    return std::memcmp(&m_FileData, &fileDataShown, sizeof m_FileData) != 0
+        || (targetController && targetController->isTouched());
+}
+
+/// False when the window is to stay; then the user is asked or told.
+bool ZVKSettingController::mayClose()
+{
+    if (!view->isVisible() || (work == Work::Saving && !progressPanel->isVisible()))
+        return true;
+    if (work == Work::Saving)
+        return false;
+    if (work == Work::Reading || !hasChanges())
+        return true;
+    // The answer may come while the window is still being closed.
+    letGo([this] {
+        desktop.dispatcher.onMain([this, life = std::weak_ptr(alive)] {
+            if (!life.expired())
+                onCloseCmd();
+        });
+    });
+    return false;
+}
+
+void ZVKSettingController::letGo(std::function<void()> next)
+{
+    if (!view || !view->isVisible() || work != Work::None || !hasChanges())
+        return next();
+    view->raise();
+    view->activateWindow();
+    const auto text = [](const char* key) { return platform::localized(key).toStdString(); };
+    desktop.alerts.ask(*view, text("msg.unsaved_title"), text("msg.unsaved"),
+        {text("save"), text("msg.do_not_save"), text("msg.go_on_editing")},
+        [this, go = std::move(next), life = std::weak_ptr(alive)](size_t answer) {
+            if (life.expired() || answer > 1)
+                return;
+            if (answer == 0) {
+                afterSave = go;
+                onSave();
+                return;
+            }
+            m_FileData = fileDataShown;
+            fileDataReplaced.reset();
+            if (targetController)
+                targetController->setFileData(&m_FileData);
+            go();
+        });
 }
 
 void ZVKSettingController::onCloseCmd()

@@ -7,8 +7,6 @@
 #include "settings/ZVKSettingForGpsViewController.h"
 #include "settings/ZVKSettingForVideoViewController.h"
 
-#include <filesystem>
-
 namespace {
 
 template <typename Page> std::unique_ptr<SettingPage> page(const SettingPageContext& context)
@@ -18,14 +16,9 @@ template <typename Page> std::unique_ptr<SettingPage> page(const SettingPageCont
 
 std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
 {
-    namespace fs = std::filesystem;
     auto page = std::make_unique<ZVKSettingForFlashDataViewController>(context.desktop, context.language);
-    if (context.selectedUSBDisk) {
-        std::error_code ignored;
-        const fs::path log = fs::path(context.selectedUSBDisk->mountedURL) / "DrvInfo/zavik_000.drv";
-        if (fs::exists(log, ignored))
-            page->setM_FlashDataFilePath(log.native());
-    }
+    if (!context.driveLog.empty())
+        page->setM_FlashDataFilePath(context.driveLog);
     return page;
 }
 

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "cardtools/TKUSBDiskEntity.h"
 #include "platform/Platform.h"
 #include "settings/ZVKSettingControllerDelegate.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,8 +12,9 @@
 struct SettingPageContext {
     platform::Platform& desktop;
     const std::string& language;
-    /// The card whose settings are shown.
-    const std::optional<TKUSBDiskEntity>& selectedUSBDisk;
+    /// The root of the card whose settings are shown, and its drive log; empty without one.
+    const std::string& cardRoot;
+    const std::string& driveLog;
 };
 
 /// One tab of the settings window and its page.

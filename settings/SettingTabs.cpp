@@ -15,7 +15,7 @@ void ZVKSettingController::changeViewController(int tab)
     if (tab < 0 || tab >= int(tabs.size()))
         return;
     // The card is not known yet while it is read.
-    const bool mayLeave = targetController == nullptr || (!reading && !refusesInput());
+    const bool mayLeave = targetController == nullptr || (work == Work::None && !refusesInput());
     if (tab == lastSelectedTabIndex || !mayLeave) {
         outlets->functionSegmentedControl->setSelectedSegment(lastSelectedTabIndex);
         return;
@@ -85,7 +85,7 @@ SettingPage& ZVKSettingController::createDriveInfoController(const SettingTab& t
 
 std::unique_ptr<SettingPage> ZVKSettingController::madePage(const SettingTab& tab)
 {
-    auto page = tab.make({desktop, language, selectedUSBDisk});
+    auto page = tab.make({desktop, language, cardRoot, cardShown.driveLog});
     page->setWindowTitle(platform::localized(tab.titleKey));
     page->setAccessibleName(page->windowTitle());
     return page;
@@ -100,8 +100,8 @@ void ZVKSettingController::putPageIntoTabOrder()
         if (next->focusPolicy() != Qt::NoFocus)
             stops.push_back(next);
     stops.insert(stops.end(),
-        {outlets->sdcardFormatButton, outlets->resetButton, outlets->diskUtilButton, outlets->cancelButton,
-            outlets->saveButton});
+        {outlets->sdcardFormatButton, outlets->resetButton, outlets->previousButton, outlets->diskUtilButton,
+            outlets->cancelButton, outlets->saveButton});
     for (size_t i = 1; i < stops.size(); ++i)
         QWidget::setTabOrder(stops[i - 1], stops[i]);
 }

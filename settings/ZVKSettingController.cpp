@@ -1,15 +1,17 @@
 #include "settings/ZVKSettingController.h"
 
+#include "cardtools/LoadingSheet.h"
 #include "cardtools/ZVKFormatWindowController.h"
 #include "common/Alerts.h"
 #include "common/InterfaceHelpers.h"
 #include "platform/Texts.h"
-#include "settings/LoadingSheet.h"
 #include "ui_ZVKSettingController.h"
 
 #include <QAbstractItemView>
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QPushButton>
 
 #include <algorithm>
 #include <filesystem>
@@ -21,16 +23,21 @@ namespace {
 class SettingWindow final : public QWidget {
 public:
     std::function<void()> returnPressed;
+    std::function<bool()> mayClose;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override
     {
         const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-        if (isReturn && !qobject_cast<QAbstractItemView*>(focusWidget()))
-            returnPressed();
-        else
+        const auto* const focused = focusWidget();
+        if (!isReturn || qobject_cast<const QAbstractItemView*>(focused))
             QWidget::keyPressEvent(event);
+        else if (focused && focused->objectName() == QStringLiteral("noticeButton"))
+            findChild<QPushButton*>(focused->objectName())->click();
+        else
+            returnPressed();
     }
+    void closeEvent(QCloseEvent* event) override { event->setAccepted(mayClose()); }
 };
 
 } // namespace
@@ -45,6 +52,7 @@ ZVKSettingController::ZVKSettingController(
           [this](const std::string&, const std::string& path) { cardMoved(path); })
 {
     initFileDataForRegion(m_FileData, m_bKorean);
+    fileDataShown = m_FileData;
 }
 
 ZVKSettingController::~ZVKSettingController()
@@ -60,6 +68,7 @@ QWidget& ZVKSettingController::window()
     if (!view) {
         auto made = std::make_unique<SettingWindow>();
         made->returnPressed = [this] { outlets->saveButton->click(); };
+        made->mayClose = [this] { return mayClose(); };
         view = std::move(made);
         outlets = std::make_unique<Ui::ZVKSettingController>();
         outlets->setupUi(view.get());
@@ -82,6 +91,7 @@ void ZVKSettingController::windowDidLoad()
         labels << platform::localized(tab.labelKey);
     setSegmentLabels(*outlets->functionSegmentedControl, labels);
     progressPanel = new LoadingSheet(desktop.dispatcher, *outlets->contentBox);
+    progressPanel->onTimeOut([this] { tellThatTheCardHangs(); });
     connectControls();
     centre();
     onInitDIalog();
@@ -105,6 +115,7 @@ void ZVKSettingController::onInitDIalog()
     m_strVersion = QCoreApplication::applicationVersion().toStdString();
     showTitle();
     loadSettingFile();
+    mountWatch = desktop.disks.watchMounts([this] { lookForCards(); });
 }
 
 void ZVKSettingController::showTitle()
@@ -116,93 +127,16 @@ void ZVKSettingController::showTitle()
     view->setWindowTitle(title);
 }
 
-void ZVKSettingController::loadSettingFile()
+/// What is edited or saved before the file's values are here would be lost or wrong, and a second save must
+/// not overtake the first.
+void ZVKSettingController::setWork(Work now)
 {
-    setReading(true);
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, found = findUSBVolume(disks)] {
-            if (!life.expired())
-                cardFound(found);
-        });
-    });
-}
-
-/// A card is named before it is read, unless it is in use.
-void ZVKSettingController::cardFound(const CardSettings& found)
-{
-    if (isNamedAsCard(found) || (delegate && delegate->isInUse(found.disk->mountedURL))) {
-        readCard(found);
-        return;
-    }
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, found, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, named = nameAsCard(found, disks)] {
-            if (!life.expired())
-                readCard(named);
-        });
-    });
-}
-
-void ZVKSettingController::showCard(const CardSettings& card)
-{
-    m_SettingFilePath = card.path;
-    selectedUSBDisk = card.disk;
-    showTitle();
-}
-
-void ZVKSettingController::cardMoved(const std::string& path)
-{
-    CardSettings card{path, selectedUSBDisk};
-    card.disk->mountedURL = std::filesystem::path(path).parent_path().native();
-    showCard(card);
-}
-
-void ZVKSettingController::readCard(const CardSettings& card)
-{
-    showCard(card);
-    cardFollower.follow(m_SettingFilePath);
-    if (m_SettingFilePath.empty()) {
-        setReading(false);
-        return;
-    }
-    showLoading(platform::localized("loading"));
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, path = m_SettingFilePath, life = std::weak_ptr(alive)] {
-        // Its own buffer: the live record changes on the main thread only.
-        _FILEDATA record;
-        std::optional<_FILEDATA> read;
-        if (loadFileData(path, record))
-            read = record;
-        dispatcher.onMain([this, life, read] {
-            if (!life.expired())
-                settingsRead(read);
-        });
-    });
-}
-
-void ZVKSettingController::settingsRead(const std::optional<_FILEDATA>& record)
-{
-    fileDataRead = record;
-    if (record) {
-        m_FileData = *record;
-        if (targetController)
-            targetController->setFileData(&m_FileData);
-    } else if (view->isVisible()) {
-        showAlert(
-            desktop.alerts, *view, "Warn", platform::localized("msg.settings_unreadable").toStdString());
-    }
-    setReading(false);
-    hideLoading();
-}
-
-/// What is edited or saved before the file's values are here would be lost or wrong.
-void ZVKSettingController::setReading(bool isReading)
-{
-    reading = isReading;
+    work = now;
     for (QWidget* control : {static_cast<QWidget*>(outlets->targetView),
-             static_cast<QWidget*>(outlets->resetButton), static_cast<QWidget*>(outlets->saveButton)})
-        control->setEnabled(!isReading);
+             static_cast<QWidget*>(outlets->resetButton), static_cast<QWidget*>(outlets->previousButton),
+             static_cast<QWidget*>(outlets->sdcardFormatButton), static_cast<QWidget*>(outlets->noticeBar),
+             static_cast<QWidget*>(outlets->saveButton)})
+        control->setEnabled(now == Work::None);
 }
 
 void ZVKSettingController::showLoading(const QString& title)

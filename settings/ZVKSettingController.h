@@ -5,6 +5,7 @@
 #include "settings/CardSettings.h"
 #include "settings/SettingPages.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,10 +29,11 @@ public:
 };
 
 /// The window in which the user edits the camera's settings: one page at a time under a row of tabs, and the
-/// card tools. It holds the one live record, which begins with the defaults; the card is looked for and read
-/// in the background when the window opens, and what was read is shown in one step. A card that nobody uses
-/// gets the camera's name then. When the card moves to another path, the window saves there. Until then
-/// nothing can be edited or saved. Closing the window drops what was not saved. Main thread only.
+/// card tools. It holds the one live record, which begins with the defaults. The card is looked for, read and
+/// written in the background behind the loading sheet, and what was read is shown in one step; meanwhile
+/// nothing can be edited or saved. A card that nobody uses gets the camera's name then. When the card moves
+/// to another path, the window saves there. What the user has changed is asked for before it is dropped.
+/// Main thread only.
 class ZVKSettingController final : public WindowController, public SettingPageHost {
 public:
     /// `language` as the main controller's: "ko" chooses the Korean defaults.
@@ -43,6 +45,7 @@ public:
 
     void showWindow() override;
     QWidget& window() override;
+    void letGo(std::function<void()> next) override;
 
     _FILEDATA* filedata() { return &m_FileData; }
 
@@ -51,7 +54,10 @@ public:
     void changeViewController(int tab);
     /// Writes the record to the card's config.bin, or where the user says when there is no card.
     void onSave();
+    /// Every page gets the defaults, until a save to be taken back.
     void onSaveDefaultSetting();
+    /// The same with the record from before the latest save, which lies beside the card's settings.
+    void onPreviousSetting();
     void onCloseCmd();
     void onDiskUtil();
     void onFormat();
@@ -63,18 +69,28 @@ public:
     void setLoadingTitle(const QString& title) override;
 
 private:
+    enum class Work { None, Reading, Saving };
+
     void windowDidLoad();
     void connectControls();
     void centre();
     void onInitDIalog();
+    void setWork(Work now);
+    void showTitle();
+
     void loadSettingFile();
     void cardFound(const CardSettings& found);
     void showCard(const CardSettings& card);
     void cardMoved(const std::string& path);
     void readCard(const CardSettings& card);
-    void settingsRead(const std::optional<_FILEDATA>& record);
-    void setReading(bool isReading);
-    void showTitle();
+    void settingsRead(const ReadSettings& read);
+    void showRecord(const _FILEDATA& record);
+    void tellThatTheCardHangs();
+    void lookForCards();
+    void editCard();
+    void showNotice();
+    QString noticeText() const;
+
     std::optional<QString> validateUserInput();
     void populate();
     bool refusesInput();
@@ -84,20 +100,43 @@ private:
     std::unique_ptr<SettingPage> madePage(const SettingTab& tab);
     void putPageIntoTabOrder();
     void stepTab(int step);
+
+    bool hasChanges() const;
+    bool mayClose();
+    void replaceAll(const _FILEDATA& record, const char* noticeKey);
+    void takeBack();
+    void save(const SaveRequest& request);
+    void saveDidEnd(const SaveRequest& request, const SaveOutcome& outcome);
+    void askForOtherCard(SaveRequest request, const SaveOutcome& outcome);
+    void askForOthersSettings(SaveRequest request, const SaveOutcome& outcome);
     void saveWhereTheUserSays();
-    void tellSaved(const std::string& path, const SaveResult& result);
+    void saveToFile(const std::string& path);
+    void saved(const SaveOutcome& outcome);
+    void tellFailure(const SaveOutcome& outcome);
 
     platform::Platform& desktop;
     std::string language;
     SettingTabs tabs;
     bool m_bKorean;
     _FILEDATA m_FileData;
-    /// What the card's file held when it was read.
+    /// The record without what the user has changed.
+    _FILEDATA fileDataShown;
+    /// What the card's file held when it was read or written.
     std::optional<_FILEDATA> fileDataRead;
+    std::optional<_FILEDATA> fileDataPrevious;
+    /// What all pages were given at once, the notice about it, and what can be taken back.
+    std::optional<_FILEDATA> fileDataReplaced;
+    const char* replacedNoticeKey = nullptr;
     std::string m_SettingFilePath;
     std::optional<TKUSBDiskEntity> selectedUSBDisk;
+    /// The rest of what is known of the cards.
+    CardSettings cardShown;
+    std::optional<CardSettings> cardOffered;
+    bool isCardGone = false;
+    std::string cardRoot;
     std::string m_strVersion;
-    bool reading = false;
+    Work work = Work::None;
+    std::function<void()> afterSave;
     int lastSelectedTabIndex = -1;
     std::unique_ptr<QWidget> view;
     std::unique_ptr<Ui::ZVKSettingController> outlets;
@@ -107,5 +146,6 @@ private:
     std::unique_ptr<ZVKFormatWindowController> lastDialogController;
     viewControllerForZVKSettingDelegate* delegate = nullptr;
     PathFollower cardFollower; // of config.bin
+    std::unique_ptr<platform::MountWatch> mountWatch;
     std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };

@@ -32,6 +32,8 @@ public:
     /// A text for the user when the input is not valid; nothing when it is.
     virtual std::optional<QString> validateUserInput() = 0;
     virtual void setMainController(SettingPageHost* controller) = 0;
+    /// Whether the user has changed anything on the page since it was shown.
+    virtual bool isTouched() const { return false; }
     /// The page goes out of sight.
     virtual void onHide() { }
 };

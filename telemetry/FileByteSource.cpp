@@ -13,7 +13,16 @@ std::unique_ptr<FileByteSource> FileByteSource::open(const char* path)
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
         return {};
-    File file(std::fopen(path, "rb"));
+    return opened(File(std::fopen(path, "rb")));
+}
+
+std::unique_ptr<FileByteSource> FileByteSource::take(int descriptor)
+{
+    return opened(File(descriptor >= 0 ? ::fdopen(descriptor, "rb") : nullptr));
+}
+
+std::unique_ptr<FileByteSource> FileByteSource::opened(File file)
+{
     if (!file)
         return {};
     std::setvbuf(file.get(), nullptr, _IONBF, 0);

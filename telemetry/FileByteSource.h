@@ -11,6 +11,8 @@ public:
     /// Nothing when there is no regular file under that path (a folder, a pipe and a device are none) or it
     /// cannot be opened.
     static std::unique_ptr<FileByteSource> open(const char* path);
+    /// Takes the descriptor of a regular file that is open for reading.
+    static std::unique_ptr<FileByteSource> take(int descriptor);
 
     std::optional<size_t> read(std::span<std::byte> into) override;
     bool seek(uint64_t offset) override;
@@ -22,6 +24,7 @@ private:
     };
     using File = std::unique_ptr<std::FILE, Close>;
 
+    static std::unique_ptr<FileByteSource> opened(File file);
     FileByteSource(File file, uint64_t size);
 
     File m_file;

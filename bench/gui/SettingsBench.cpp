@@ -16,7 +16,7 @@ public:
     Setting()
     {
         setLogSink({});
-        (void)writeDefaultFileData(card.path("config.bin"));
+        (void)writeDefaultFileData(platform::FilePlace::chosen(card.path("config.bin")));
         desk.disks.volumes = {TestDiskArbitration::card(card.path())};
     }
     void open()

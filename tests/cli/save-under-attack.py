@@ -99,9 +99,44 @@ def without_rights(folder):
     print('read-only file refused, read-only folder written in place')
 
 
+def links_of_a_card(folder):
+    home = os.path.join(folder, 'home')
+    card = os.path.join(folder, 'card')
+    os.mkdir(home)
+    os.mkdir(card)
+    secret = os.path.join(home, 'diary')
+    shutil.copy(os.path.join(folder, 'config.bin'), secret)
+    before = contents(secret)
+    for name, words in (('config.bin', ('config', 'set', None, 'vid_hue=5')), ('config.bin', ('config', 'defaults', None)),
+                        ('timeset.cfg', ('clock', None, '2016/05/03 14:22:01'))):
+        link = os.path.join(card, name)
+        os.path.islink(link) or os.symlink('../home/diary', link)
+        assert run(*[word or link for word in words]) == 1
+        assert contents(secret) == before, words
+    assert run('config', 'set', '--follow-link', os.path.join(card, 'config.bin'), 'vid_hue=5') == 0
+    assert contents(secret) != before and os.path.islink(os.path.join(card, 'config.bin'))
+    print('links: refused, but for the one that was meant')
+
+
+def saving_at_once(folder):
+    file = os.path.join(folder, 'config.bin')
+    fields = ('vid_hue', 'vid_sharpness', 'aud_input_vol', 'DayTime')
+    for turn in range(15):
+        value = str(1 + turn % 3)
+        saves = [subprocess.Popen([zavikctl, 'config', 'set', file, field + '=' + value]) for field in fields]
+        assert [save.wait() for save in saves] == [0] * len(fields)
+        shown = subprocess.check_output([zavikctl, 'config', 'show', file], text=True).split()
+        lost = [field for field in fields if field + '=' + value not in shown]
+        assert not lost, 'acknowledged and lost: %s' % lost
+    print('%d pairs of saves at once: none lost' % (15 * len(fields)))
+
+
 scratch = tempfile.mkdtemp()
 try:
     killed_at_any_moment(scratch)
+    assert len([name for name in os.listdir(scratch) if name.startswith('.zvk')]) <= 1, 'leftovers stay'
+    saving_at_once(scratch)
+    links_of_a_card(scratch)
     full_disk(scratch)
     without_rights(scratch)
 finally:

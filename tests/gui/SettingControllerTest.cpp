@@ -8,6 +8,7 @@
 #include "tests/support/TestPlatform.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPushButton>
 #include <gmock/gmock.h>
 
@@ -82,7 +83,10 @@ protected:
     {
         script.input = zone;
         window->onSave();
+        desk.dispatcher.runAll();
+        desk.dispatcher.advance(500ms);
     }
+    QString notice() { return window->window().findChild<QLabel*>("noticeLabel")->text(); }
     QPushButton& button(const char* name) { return *window->window().findChild<QPushButton*>(name); }
     bool isSheetUp() { return !window->window().findChild<QWidget*>("contentBox")->isEnabled(); }
     std::vector<std::string>& alerts() { return desk.alerts.shown; }
@@ -94,8 +98,6 @@ protected:
     std::unique_ptr<ZVKSettingController> window;
     CollectedLog log;
 };
-
-const std::string warning = "Warn|The card is write-protected or cannot be written to.";
 
 TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
 {
@@ -221,7 +223,7 @@ TEST_F(SettingWindow, SavesToItsCardWhereThatIsMountedNow)
         save(7);
         EXPECT_EQ(zoneIn(card.path("new/config.bin")), 7);
         EXPECT_EQ(zoneIn(other.path("config.bin")), 9);
-        EXPECT_FALSE(fs::exists(card.path("new/config.bin.bak"))) << "it holds what was read";
+        EXPECT_EQ(zoneIn(card.path("new/config.bin.bak")), 5) << "the record before";
         window.reset();
         fs::remove_all(card.path("new"));
     }
@@ -233,46 +235,51 @@ TEST_F(SettingWindow, SavesToTheCard)
         const char* name;
         std::function<void()> beforeOpening;
         std::function<void()> whileOpen;
-        std::string target; // empty: an alert tells that nothing was written
+        std::string told; // after "|"; the others tell that nothing was written
         std::string keptBytes; // in config.bin.bak
+        std::optional<size_t> answer; // to the question about others' settings
     };
     const auto nothing = [] {};
-    const std::string savedAndKept =
-        "|Saved. The file held other settings; they were kept beside it as config.bin.bak.";
-    const std::string foreign = bytesOf(recordWith(9));
+    const auto known = [&] { writeConfig(card, recordWith(5)); };
+    const auto others = [&] { writeConfig(card, recordWith(9)); };
+    const std::string before = bytesOf(recordWith(5));
     const Row rows[] = {
-        {"back to the file that was read", [&] { writeConfig(card, recordWith(5)); }, nothing, "config.bin",
-            {}},
-        {"a card without the file", nothing, nothing, "config.bin", {}},
+        {"back to the file that was read", known, nothing, "Saved.", before, {}},
+        {"a card without the file", nothing, nothing, "Saved.", {}, {}},
         {"a card that appears while the window is open", [&] { desk.disks.volumes.clear(); },
             [&] {
                 insertCard(card);
-                writeConfig(card, recordWith(9));
+                others();
             },
-            "config.bin", foreign},
-        {"changed by another program", [&] { writeConfig(card, recordWith(5)); },
-            [&] { writeConfig(card, recordWith(9)); }, "config.bin", foreign},
-        {"cut by another program", [&] { writeConfig(card, recordWith(5)); },
-            [&] { fs::resize_file(card.path("config.bin"), 100); }, "config.bin",
-            bytesOf(recordWith(5)).substr(0, 100)},
-        {"removed meanwhile", [&] { writeConfig(card, recordWith(5)); },
-            [&] { fs::remove(card.path("config.bin")); }, "config.bin", {}},
-        {"a link",
+            "Saved.", bytesOf(recordWith(9)), 0},
+        {"changed by another program", known, others, "Saved.", bytesOf(recordWith(9)), 0},
+        {"changed by another program, and given up", known, others, {}, {}, 2},
+        {"cut by another program", known, [&] { fs::resize_file(card.path("config.bin"), 100); },
+            "Saved. The file held something else; it was kept beside it as config.bin.bak.",
+            before.substr(0, 100), {}},
+        {"removed meanwhile", known, [&] { fs::remove(card.path("config.bin")); }, "Saved.", {}, {}},
+        {"a link to a file of the user's",
             [&] {
-                writeConfig(card, recordWith(5));
-                fs::rename(card.path("config.bin"), card.path("real.bin"));
-                fs::create_symlink("real.bin", card.path("config.bin"));
+                known();
+                fs::rename(card.path("config.bin"), card.path("key"));
+                fs::create_symlink("key", card.path("config.bin"));
             },
-            nothing, "real.bin", {}},
-        {"a folder of that name", [&] { fs::create_directory(card.path("config.bin")); }, nothing, {}, {}},
-        {"the card is pulled", [&] { writeConfig(card, recordWith(5)); },
-            [&] { fs::remove_all(card.path()); }, {}, {}},
-        {"what is there cannot be kept", nothing,
+            nothing, {}, {}, {}},
+        {"a link that comes later", known,
             [&] {
-                writeConfig(card, recordWith(9));
-                fs::create_directory(card.path("config.bin.bak"));
+                fs::rename(card.path("config.bin"), card.path("key"));
+                fs::create_symlink("key", card.path("config.bin"));
             },
-            {}, {}},
+            {}, {}, {}},
+        {"a link in the copy's place", known,
+            [&] {
+                card.file("key", "secret");
+                fs::create_symlink("key", card.path("config.bin.bak"));
+            },
+            "Saved.", "secret", {}},
+        {"a folder of that name", [&] { fs::create_directory(card.path("config.bin")); }, nothing, {}, {},
+            {}},
+        {"the card is pulled", known, [&] { fs::remove_all(card.path()); }, {}, {}, {}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -286,19 +293,102 @@ TEST_F(SettingWindow, SavesToTheCard)
         open();
         row.whileOpen();
         window->filedata()->speed_disp_unit = 1;
+        desk.alerts.answer = row.answer;
+        const std::string key = contents(card.path("key"));
         save(7);
-        if (row.target.empty()) {
-            EXPECT_THAT(alerts(), ElementsAre(warning));
-            EXPECT_TRUE(window->window().isVisible());
+        EXPECT_EQ(contents(card.path("key")), key);
+        EXPECT_EQ(alerts().size(), row.answer == 0u ? 2u : 1u);
+        EXPECT_EQ(contents(card.path("config.bin.bak")), row.keptBytes);
+        EXPECT_EQ(window->window().isVisible(), row.told.empty());
+        if (row.told.empty()) {
+            EXPECT_NE(zoneIn(card.path("config.bin")), 7);
             EXPECT_THAT(receiver.units, IsEmpty());
             continue;
         }
-        EXPECT_EQ(zoneIn(card.path(row.target)), 7);
-        EXPECT_EQ(contents(card.path("config.bin.bak")), row.keptBytes);
-        const bool kept = !row.keptBytes.empty();
-        EXPECT_THAT(alerts(), ElementsAre(card.path("config.bin") + (kept ? savedAndKept : "|Saved.")));
-        EXPECT_FALSE(window->window().isVisible());
+        EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
+        EXPECT_EQ(alerts().back(), card.path("config.bin") + "|" + row.told);
         EXPECT_THAT(receiver.units, ElementsAre(1));
+    }
+}
+
+TEST_F(SettingWindow, SaysWhichCardIsEditedAndOffersOneThatComesLater)
+{
+    open();
+    EXPECT_EQ(notice(), "No camera card found: these are the defaults of a new camera");
+    writeConfig(card, recordWith(5));
+    insertCard(card, "<b>ZAVIK");
+    desk.disks.volumes[0].label = "ZAVIK";
+    desk.disks.tellOfMounts();
+    desk.dispatcher.runAll();
+    EXPECT_THAT(notice().toStdString(), HasSubstr("A camera card was found: [1.9 GB] ZAVIK"));
+    EXPECT_EQ(script.shown, 28);
+    button("noticeButton").click();
+    desk.dispatcher.runAll();
+    EXPECT_EQ(script.shown, 5);
+    EXPECT_THAT(notice().toStdString(), HasSubstr("Camera card: [1.9 GB] ZAVIK"));
+    desk.disks.volumes.clear();
+    desk.disks.tellOfMounts();
+    desk.dispatcher.runAll();
+    EXPECT_THAT(notice().toStdString(), HasSubstr("is not there any more"));
+
+    // Another card is written only when the user says so.
+    fs::remove(card.path("config.bin"));
+    const TempFolder other;
+    insertCard(other);
+    desk.disks.volumes[0].mediaPath = "usb-2";
+    desk.alerts.answer = 1;
+    save(7);
+    EXPECT_FALSE(fs::exists(other.path("config.bin")));
+    desk.alerts.answer = 0;
+    save(7);
+    EXPECT_EQ(zoneIn(other.path("config.bin")), 7);
+}
+
+TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
+{
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    show();
+    desk.dispatcher.advance(15s);
+    EXPECT_THAT(alerts(), ElementsAre(HasSubstr("does not answer")));
+    EXPECT_FALSE(isSheetUp());
+    EXPECT_FALSE(button("saveButton").isEnabled());
+    desk.dispatcher.runAll();
+    EXPECT_EQ(script.shown, 5);
+
+    script.input = 7;
+    window->onSave();
+    EXPECT_TRUE(isSheetUp());
+    window->onCloseCmd();
+    EXPECT_TRUE(window->window().isVisible()) << "it is being saved";
+    desk.dispatcher.advance(15s);
+    EXPECT_THAT(alerts().back(), HasSubstr("not known whether"));
+    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
+    desk.dispatcher.runAll();
+    EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
+    EXPECT_THAT(alerts().back(), HasSubstr("|Saved."));
+}
+
+TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
+{
+    enum { Save, Drop, Stay };
+    for (const int answer : {Save, Drop, Stay}) {
+        SCOPED_TRACE(answer);
+        desk.disks.volumes.clear();
+        writeConfig(card, recordWith(5));
+        insertCard(card);
+        open();
+        desk.alerts.answer = Stay;
+        window->filedata()->time_gmt = 7;
+        script.shown = 7;
+        window->window().close();
+        EXPECT_TRUE(window->window().isVisible());
+        desk.alerts.answer = size_t(answer);
+        bool isLetGo = false;
+        window->letGo([&] { isLetGo = true; });
+        desk.dispatcher.runAll();
+        EXPECT_EQ(isLetGo, answer != Stay);
+        EXPECT_EQ(zoneIn(card.path("config.bin")), answer == Save ? 7 : 5);
     }
 }
 
@@ -322,7 +412,8 @@ TEST_F(SettingWindow, WithoutACardTheUserSaysWhere)
     const std::string chosen = card.path("mine.bin");
     for (const auto& [answer, expected] :
         {std::pair(std::optional<std::string>(), std::vector<std::string>{}),
-            {std::optional(card.path("no/such/folder")), {warning}},
+            {std::optional(card.path("no/such/folder")),
+                {"Warn|The place to save to is not there any more. Was the card pulled? Nothing was saved."}},
             {std::optional(chosen), {chosen + "|Saved."}}}) {
         open();
         save(7);
@@ -332,6 +423,7 @@ TEST_F(SettingWindow, WithoutACardTheUserSaysWhere)
         EXPECT_FALSE(panel.folder) << "where the user's things are";
         EXPECT_TRUE(panel.hidesHiddenFiles && panel.asksBeforeReplacing);
         desk.panels.saveAnswer(answer);
+        desk.dispatcher.runAll();
         EXPECT_EQ(alerts(), expected);
         EXPECT_EQ(window->window().isVisible(), expected != std::vector{chosen + "|Saved."});
         alerts().clear();
@@ -372,9 +464,24 @@ TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
     window->onSaveDefaultSetting();
     EXPECT_EQ(script.shown, 28);
     EXPECT_EQ(window->filedata()->vid_enc_bitrate, 9000u);
+    EXPECT_THAT(notice().toStdString(), HasSubstr("Every page shows the defaults"));
+    button("noticeButton").click();
+    EXPECT_EQ(script.shown, 5);
+    EXPECT_EQ(bytesOf(*window->filedata()), bytesOf(recordWith(5)));
+    window->onSaveDefaultSetting();
+    desk.alerts.answer = 1; // not saved
     window->onCloseCmd();
+    desk.dispatcher.runAll();
     EXPECT_FALSE(window->window().isVisible());
     EXPECT_EQ(contents(card.path("config.bin")), bytesOf(recordWith(5)));
+
+    // The record before a save can be brought back.
+    open();
+    EXPECT_FALSE(button("previousButton").isVisible());
+    save(7);
+    open();
+    button("previousButton").click();
+    EXPECT_EQ(bytesOf(*window->filedata()), bytesOf(recordWith(5)));
 }
 
 TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)

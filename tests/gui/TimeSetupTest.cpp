@@ -20,10 +20,17 @@ struct TimeSetup : testing::Test {
     {
         return *controller.window().findChild<Widget*>(QLatin1String(name));
     }
+    void settle()
+    {
+        test.dispatcher.runAll();
+        test.dispatcher.advance(std::chrono::milliseconds(500));
+    }
     void save()
     {
         controller.showWindow();
+        settle();
         outlet<QPushButton>("saveButton").click();
+        settle();
     }
     bool isOpen() { return controller.window().isVisible(); }
 
@@ -49,11 +56,30 @@ TEST_F(TimeSetup, SavesOnTheCardOverALongerFileAndCloses)
 
 TEST_F(TimeSetup, AFailedWriteIsToldAndLeavesTheWindowOpen)
 {
-    std::filesystem::create_directory(card.path("timeset.cfg"));
-    save();
-    EXPECT_EQ(
-        test.alerts.shown, std::vector{"ZAVIK|" + platform::localized("msg.write_failed").toStdString()});
-    EXPECT_TRUE(isOpen());
+    const std::string diary = card.file("diary.txt", "secret");
+    for (const bool isLink : {false, true}) {
+        std::filesystem::remove(card.path("timeset.cfg"));
+        if (isLink)
+            std::filesystem::create_symlink(diary, card.path("timeset.cfg"));
+        else
+            std::filesystem::create_directory(card.path("timeset.cfg"));
+        save();
+        EXPECT_EQ(test.alerts.shown.back(),
+            "ZAVIK|timeset.cfg is a link or no file. It was left alone and nothing was saved.");
+        EXPECT_TRUE(isOpen());
+    }
+    EXPECT_EQ(contents(diary), "secret");
+}
+
+TEST_F(TimeSetup, ACardThatHangsHoldsUpNothingAndIsTold)
+{
+    card.file("timeset.cfg", "");
+    controller.showWindow();
+    EXPECT_FALSE(outlet<QPushButton>("saveButton").isEnabled());
+    test.dispatcher.advance(std::chrono::seconds(15));
+    EXPECT_EQ(test.alerts.shown.size(), 1u);
+    settle();
+    EXPECT_TRUE(outlet<QPushButton>("saveButton").isEnabled());
 }
 
 TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
@@ -65,6 +91,7 @@ TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
     EXPECT_TRUE(test.alerts.shown.empty());
     EXPECT_FALSE(std::filesystem::exists(card.path("timeset.cfg")));
     test.panels.saveAnswer(card.path("other.cfg"));
+    settle();
     EXPECT_EQ(contents(card.path("other.cfg")), "2016/05/03 14:22:01");
     EXPECT_FALSE(isOpen());
 }
@@ -73,11 +100,13 @@ TEST_F(TimeSetup, SavesWhatIsSetWithTheCalendarTheEntryAndTheFace)
 {
     card.file("timeset.cfg", "");
     controller.showWindow();
+    settle();
     calendar().setSelectedDate({2020, 2, 29});
     entry().setTime({0, 0, 5});
     press(face(), Qt::Key_Left); // the minute before midnight
     EXPECT_EQ(entry().time(), QTime(23, 59, 5));
     outlet<QPushButton>("saveButton").click();
+    settle();
     EXPECT_EQ(contents(card.path("timeset.cfg")), "2020/02/29 23:59:05");
 }
 

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class PMProgressIndicator;
@@ -24,6 +25,8 @@ public:
     void showLoading(const QString& title);
     void hideLoading();
     void setTitle(const QString& title);
+    /// Called when the sheet went by itself: what it waits for is not there yet.
+    void onTimeOut(std::function<void()> work) { timedOut = std::move(work); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -41,5 +44,6 @@ private:
     QPointer<QWidget> focusedBefore;
     double progress = 0;
     bool stopLoadingWindow = true;
+    std::function<void()> timedOut;
     std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };

@@ -1,4 +1,4 @@
-#include "settings/LoadingSheet.h"
+#include "cardtools/LoadingSheet.h"
 
 #include "cardtools/PMProgressIndicator.h"
 #include "lib/Style.h"
@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -95,13 +97,15 @@ void LoadingSheet::updateLoadingWindow(double seconds)
 
 void LoadingSheet::end()
 {
-    stopLoadingWindow = true;
+    const bool isInTime = std::exchange(stopLoadingWindow, true);
     progressIndicator->setDoubleValue(progressIndicator->minValue());
     progressIndicator->stopAnimation();
     hide();
     covered.setEnabled(true);
     if (focusedBefore)
         focusedBefore->setFocus();
+    if (!isInTime && timedOut)
+        timedOut();
 }
 
 bool LoadingSheet::eventFilter(QObject* watched, QEvent* event)

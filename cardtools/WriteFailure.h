@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/FilePlace.h"
+
+#include <QString>
+
+/// What the user reads when a file could not be written: nothing was saved, and why.
+/// `otherwise` is the key of the text for every other reason.
+QString writeFailureText(
+    platform::FileError error, const std::string& path, const char* otherwise = "msg.write_protected_disk");
