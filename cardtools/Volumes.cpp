@@ -13,16 +13,15 @@ using platform::VolumeDescription;
 
 constexpr std::string_view cardLabel = "ZAVIK";
 
-std::vector<VolumeDescription> removableVolumes(platform::DiskArbitration& disks)
+std::vector<VolumeDescription> removable(std::vector<VolumeDescription> volumes)
 {
-    std::vector<VolumeDescription> volumes = disks.mountedVolumes();
     std::erase_if(volumes, [](const VolumeDescription& volume) { return !volume.removable.value_or(false); });
     return volumes;
 }
 
-std::vector<VolumeDescription> usbVolumes(platform::DiskArbitration& disks)
+std::vector<VolumeDescription> usb(std::vector<VolumeDescription> volumes)
 {
-    std::vector<VolumeDescription> volumes = removableVolumes(disks);
+    volumes = removable(std::move(volumes));
     std::erase_if(volumes, [](const VolumeDescription& volume) { return volume.protocol != "USB"; });
     return volumes;
 }
@@ -33,6 +32,20 @@ std::vector<std::string> mountPaths(const std::vector<VolumeDescription>& volume
     for (const VolumeDescription& volume : volumes)
         paths.push_back(volume.mountPath);
     return paths;
+}
+
+std::vector<TKUSBDiskEntity> entities(std::vector<VolumeDescription> volumes)
+{
+    std::vector<TKUSBDiskEntity> entities;
+    for (VolumeDescription& volume : volumes) {
+        if (volume.deviceName.empty())
+            continue;
+        entities.push_back(
+            {std::move(volume.label), std::move(volume.mountPath), std::move(volume.deviceName),
+                std::move(volume.deviceModel), volume.size, volume.writable, volume.whole,
+                std::move(volume.mediaPath), std::move(volume.fileSystem), std::move(volume.serial)});
+    }
+    return entities;
 }
 
 bool isCamera(const TKUSBDiskEntity& disk)
@@ -54,26 +67,25 @@ bool isConfiguredCamera(const TKUSBDiskEntity& disk)
 
 std::vector<std::string> removableVolumeURLs(platform::DiskArbitration& disks)
 {
-    return mountPaths(removableVolumes(disks));
+    return mountPaths(removable(disks.mountedVolumes()));
 }
 
 std::vector<std::string> usbVolumeURLs(platform::DiskArbitration& disks)
 {
-    return mountPaths(usbVolumes(disks));
+    return mountPaths(usb(disks.mountedVolumes()));
 }
 
 std::vector<TKUSBDiskEntity> usbDiskEntities(platform::DiskArbitration& disks)
 {
-    std::vector<TKUSBDiskEntity> entities;
-    for (VolumeDescription& volume : usbVolumes(disks)) {
-        if (volume.deviceName.empty())
-            continue;
-        logLine(volume.mountPath);
-        entities.push_back({std::move(volume.label), std::move(volume.mountPath),
-            std::move(volume.deviceName), std::move(volume.deviceModel), volume.size, volume.writable,
-            volume.whole, std::move(volume.mediaPath)});
-    }
-    return entities;
+    std::vector<TKUSBDiskEntity> found = entities(usb(disks.mountedVolumes()));
+    for (const TKUSBDiskEntity& entity : found)
+        logLine(entity.mountedURL);
+    return found;
+}
+
+std::vector<TKUSBDiskEntity> formattableDisks(platform::DiskArbitration& disks)
+{
+    return entities(usb(disks.formattableVolumes()));
 }
 
 std::optional<std::string> findUSBVolumeContainingPath(

@@ -21,6 +21,10 @@ std::vector<std::string> usbVolumeURLs(platform::DiskArbitration& disks);
 /// The removable "USB" volumes that have a device, described.
 std::vector<TKUSBDiskEntity> usbDiskEntities(platform::DiskArbitration& disks);
 
+/// What may be formatted: removable "USB" media and partitions, mounted or not; they are writable when their
+/// medium is.
+std::vector<TKUSBDiskEntity> formattableDisks(platform::DiskArbitration& disks);
+
 /// The first USB volume that holds a file or folder of this path, relative to its root.
 std::optional<std::string> findUSBVolumeContainingPath(
     platform::DiskArbitration& disks, std::string_view relativePath);

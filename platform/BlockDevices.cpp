@@ -84,17 +84,33 @@ std::optional<std::string> readerName(const Drive& drive)
     return drive.model.empty() ? drive.vendor : drive.vendor + " " + drive.model;
 }
 
-bool isWritable(const BlockDevices& devices, const Block& block, const std::string& mountPath)
+/// The switch of the card, or whatever else keeps the kernel from writing to it.
+bool isProtected(const BlockDevices& devices, const Block& block)
+{
+    return std::ranges::any_of(devices.blocks, [&](const Block& other) {
+        const bool isWholeOne = !block.table.empty() && other.object == block.table;
+        return other.readOnly && (&other == &block || isWholeOne);
+    });
+}
+
+bool isMountedReadOnly(const BlockDevices& devices, const std::string& mountPath)
 {
     // The last mount at a place is the one that is seen there.
     const auto mount = std::find_if(devices.mounts.rbegin(), devices.mounts.rend(),
         [&](const Mount& candidate) { return candidate.path == mountPath; });
-    if (mount != devices.mounts.rend() && mount->readOnly)
-        return false;
-    return !std::ranges::any_of(devices.blocks, [&](const Block& other) {
-        const bool isWholeOne = !block.table.empty() && other.object == block.table;
-        return other.readOnly && (&other == &block || isWholeOne);
-    });
+    return mount != devices.mounts.rend() && mount->readOnly;
+}
+
+std::string mountPathOf(const Block& block)
+{
+    const auto path = std::ranges::find_if(block.mountPoints, isValidUtf8);
+    return path == block.mountPoints.end() ? std::string() : *path;
+}
+
+bool hasPartitions(const BlockDevices& devices, const Block& block)
+{
+    return std::ranges::any_of(
+        devices.blocks, [&](const Block& other) { return other.table == block.object; });
 }
 
 std::string protocolText(const Drive& drive, const Block& block)
@@ -105,6 +121,30 @@ std::string protocolText(const Drive& drive, const Block& block)
     std::ranges::transform(
         text, text.begin(), [](char c) { return c >= 'a' && c <= 'z' ? char(c - 32) : c; });
     return text;
+}
+
+/// Everything that does not ask how it is mounted.
+VolumeDescription described(const BlockDevices& devices, const Block& block)
+{
+    VolumeDescription volume;
+    volume.mountPath = mountPathOf(block);
+    volume.deviceName = block.device;
+    volume.size = block.size;
+    volume.writable = !isProtected(devices, block);
+    volume.whole = block.table.empty();
+    volume.label = block.label;
+    volume.mediaPath = block.object;
+    volume.uuid = block.uuid;
+    volume.fileSystem = block.type;
+    if (const Drive* drive = devices.driveOf(block)) {
+        const bool isCard = isFlashCard(*drive, block) && !isBuiltIn(devices, block);
+        volume.removable = (drive->mediaRemovable || isCard) && !holdsSystem(devices, block.device);
+        volume.protocol = protocolText(*drive, block);
+        volume.deviceModel = readerName(*drive);
+        volume.serial = drive->serial;
+        volume.mediaPath = drive->object + "/" + std::to_string(drive->mediaDetected) + "/" + block.device;
+    }
+    return volume;
 }
 
 } // namespace
@@ -153,27 +193,27 @@ std::vector<VolumeDescription> describedVolumes(const BlockDevices& devices)
 {
     std::vector<VolumeDescription> volumes;
     for (const Block& block : devices.blocks) {
-        const auto path = std::ranges::find_if(block.mountPoints, isValidUtf8);
-        if (!block.isFilesystem || path == block.mountPoints.end())
+        if (!block.isFilesystem || mountPathOf(block).empty())
             continue;
-        VolumeDescription volume;
-        volume.mountPath = *path;
-        volume.deviceName = block.device;
-        volume.size = block.size;
-        volume.writable = isWritable(devices, block, *path);
-        volume.whole = block.table.empty();
-        volume.label = block.label;
-        volume.mediaPath = block.object;
-        volume.uuid = block.uuid;
-        if (const Drive* drive = devices.driveOf(block)) {
-            const bool isCard = isFlashCard(*drive, block) && !isBuiltIn(devices, block);
-            volume.removable = (drive->mediaRemovable || isCard) && !holdsSystem(devices, block.device);
-            volume.protocol = protocolText(*drive, block);
-            volume.deviceModel = readerName(*drive);
-            volume.mediaPath =
-                drive->object + "/" + std::to_string(drive->mediaDetected) + "/" + block.device;
-        }
+        VolumeDescription volume = described(devices, block);
+        volume.writable = volume.writable && !isMountedReadOnly(devices, volume.mountPath);
         volumes.push_back(std::move(volume));
+    }
+    return volumes;
+}
+
+std::vector<VolumeDescription> formattableVolumes(const BlockDevices& devices)
+{
+    std::vector<VolumeDescription> volumes;
+    for (const Block& block : devices.blocks) {
+        const Drive* const drive = devices.driveOf(block);
+        const bool holdsOthers = block.isContainer || hasPartitions(devices, block);
+        // An empty slot of a reader has no size.
+        if (!drive || drive->medium.starts_with("optical") || block.size == 0 || holdsOthers)
+            continue;
+        VolumeDescription volume = described(devices, block);
+        if (volume.removable.value_or(false))
+            volumes.push_back(std::move(volume));
     }
     return volumes;
 }

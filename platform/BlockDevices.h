@@ -30,6 +30,7 @@ struct Block {
     bool systemHint = false;
     bool isSwap = false; // in use right now
     bool isFilesystem = false;
+    bool isContainer = false; // a partition that only holds others
     std::vector<std::string> mountPoints;
 };
 
@@ -39,6 +40,7 @@ struct Drive {
     std::string bus; // "usb", "sdio"
     std::string vendor;
     std::string model;
+    std::string serial;
     std::string medium; // "flash_sdhc"; often empty
     std::vector<std::string> media; // that fit
     bool mediaRemovable = false; // as the kernel says
@@ -65,5 +67,9 @@ bool holdsSystem(const BlockDevices& devices, std::string_view device);
 /// The mounted file systems. Removable are media that can be taken out of their drive, also a card in a
 /// built-in slot, unless the drive holds the system or is the machine's built-in flash memory.
 std::vector<VolumeDescription> describedVolumes(const BlockDevices& devices);
+
+/// What may be formatted for a camera: every partition of a removable medium, or the whole of one that has
+/// none. The paths of what is not mounted are empty.
+std::vector<VolumeDescription> formattableVolumes(const BlockDevices& devices);
 
 } // namespace platform

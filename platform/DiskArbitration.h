@@ -29,6 +29,10 @@ struct VolumeDescription {
     std::string mediaPath;
     /// Of the file system: the same wherever it is mounted and whatever its label. Empty when there is none.
     std::string uuid = {};
+    /// What the medium holds, in the system's word: "vfat". Empty when nothing is known there.
+    std::string fileSystem = {};
+    /// The drive's serial number; readers often have none, or all the same.
+    std::string serial = {};
 };
 
 /// Reports until it is destroyed.
@@ -45,6 +49,10 @@ public:
     /// In the system's order. Empty, with the reason in the log, when the system cannot say. A volume that
     /// cannot be described is left out.
     virtual std::vector<VolumeDescription> mountedVolumes() = 0;
+
+    /// What may be formatted for a camera: the removable media and partitions, mounted (`mountPath`) or not,
+    /// with a file system or without. `writable` is the medium's own word here, whatever a mount says.
+    virtual std::vector<VolumeDescription> formattableVolumes() = 0;
 
     /// Changes the label of the volume that is mounted there. Empty on success, otherwise why not.
     virtual std::string setVolumeName(const std::string& mountPath, const std::string& name) = 0;

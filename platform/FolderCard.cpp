@@ -20,27 +20,32 @@ FolderCard::FolderCard(const std::string& folder, std::unique_ptr<DiskArbitratio
 
 std::vector<VolumeDescription> FolderCard::mountedVolumes()
 {
-    std::vector<VolumeDescription> volumes;
+    return withFolder(others ? others->mountedVolumes() : std::vector<VolumeDescription>());
+}
+
+std::vector<VolumeDescription> FolderCard::formattableVolumes()
+{
+    return withFolder(others ? others->formattableVolumes() : std::vector<VolumeDescription>());
+}
+
+std::vector<VolumeDescription> FolderCard::withFolder(std::vector<VolumeDescription> otherVolumes) const
+{
     std::error_code missing;
-    if (fs::is_directory(path, missing)) {
-        VolumeDescription card;
-        card.mountPath = path;
-        card.removable = true;
-        card.protocol = "USB";
-        card.deviceName = deviceName;
-        card.deviceModel = fs::path(path).filename();
-        const fs::space_info space = fs::space(path, missing);
-        card.size = missing ? 0 : space.capacity;
-        card.writable = ::access(path.c_str(), W_OK) == 0;
-        card.label = "ZAVIK";
-        card.mediaPath = "folder:" + path;
-        volumes.push_back(std::move(card));
-    }
-    if (others) {
-        for (VolumeDescription& volume : others->mountedVolumes())
-            volumes.push_back(std::move(volume));
-    }
-    return volumes;
+    if (!fs::is_directory(path, missing))
+        return otherVolumes;
+    VolumeDescription card;
+    card.mountPath = path;
+    card.removable = true;
+    card.protocol = "USB";
+    card.deviceName = deviceName;
+    card.deviceModel = fs::path(path).filename();
+    const fs::space_info space = fs::space(path, missing);
+    card.size = missing ? 0 : space.capacity;
+    card.writable = ::access(path.c_str(), W_OK) == 0;
+    card.label = "ZAVIK";
+    card.mediaPath = "folder:" + path;
+    otherVolumes.insert(otherVolumes.begin(), std::move(card));
+    return otherVolumes;
 }
 
 std::string FolderCard::setVolumeName(const std::string& mountPath, const std::string& name)

@@ -18,11 +18,15 @@ public:
 
     /// Without the folder while it is not there.
     std::vector<VolumeDescription> mountedVolumes() override;
+    /// With the folder, so that the user is told why it is not formatted.
+    std::vector<VolumeDescription> formattableVolumes() override;
     /// A folder keeps its name.
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
     std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) override;
 
 private:
+    std::vector<VolumeDescription> withFolder(std::vector<VolumeDescription> otherVolumes) const;
+
     std::string path;
     std::unique_ptr<DiskArbitration> others;
 };

@@ -101,6 +101,11 @@ std::vector<VolumeDescription> UDisks2DiskArbitration::mountedVolumes()
     return describedVolumes(blockDevices());
 }
 
+std::vector<VolumeDescription> UDisks2DiskArbitration::formattableVolumes()
+{
+    return platform::formattableVolumes(blockDevices());
+}
+
 std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, const std::string& name)
 {
     const BlockDevices devices = blockDevices();

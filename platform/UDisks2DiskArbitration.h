@@ -32,6 +32,7 @@ public:
     BlockDevices blockDevices();
 
     std::vector<VolumeDescription> mountedVolumes() override;
+    std::vector<VolumeDescription> formattableVolumes() override;
     /// The volume is unmounted, named and mounted again, perhaps elsewhere: a mounted FAT keeps its label in
     /// memory. Refused for what is not removable or is in use. After a failure the volume is mounted again
     /// where that is possible.

@@ -82,6 +82,7 @@ Block block(const std::string& objectPath, const Interfaces& interfaces)
     result.systemHint = properties.value(QStringLiteral("HintSystem")).toBool();
     result.isSwap = interfaceOf(interfaces, "Swapspace").value(QStringLiteral("Active")).toBool();
     result.isFilesystem = interfaces.contains(QStringLiteral("org.freedesktop.UDisks2.Filesystem"));
+    result.isContainer = interfaceOf(interfaces, "Partition").value(QStringLiteral("IsContainer")).toBool();
     result.mountPoints = paths(interfaceOf(interfaces, "Filesystem").value(QStringLiteral("MountPoints")));
     return result;
 }
@@ -94,6 +95,7 @@ Drive drive(const std::string& objectPath, const Interfaces& interfaces)
     result.bus = text(properties, "ConnectionBus");
     result.vendor = text(properties, "Vendor");
     result.model = text(properties, "Model");
+    result.serial = text(properties, "Serial");
     result.medium = text(properties, "Media");
     for (const QString& medium : properties.value(QStringLiteral("MediaCompatibility")).toStringList())
         result.media.push_back(medium.toStdString());

@@ -23,6 +23,18 @@ public:
         return volumes;
     }
 
+    /// Media that are not mounted.
+    std::vector<platform::VolumeDescription> unmounted;
+    bool mediaAreWritable = true;
+    std::vector<platform::VolumeDescription> formattableVolumes() override
+    {
+        auto all = volumes;
+        all.insert(all.end(), unmounted.begin(), unmounted.end());
+        for (platform::VolumeDescription& volume : all)
+            volume.writable = mediaAreWritable;
+        return all;
+    }
+
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override
     {
         if (!nameFailure.empty())

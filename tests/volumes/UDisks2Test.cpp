@@ -93,6 +93,30 @@ TEST_F(UDisks2Test, SeesWriteProtectionWhereverItIs)
     EXPECT_FALSE(isWritable()) << "mounted read-only";
 }
 
+TEST_F(UDisks2Test, ListsWhatMayBeFormattedWhateverItsMount)
+{
+    const auto found = [&] {
+        std::string text;
+        for (const VolumeDescription& volume : volumes()->formattableVolumes())
+            text += volume.deviceName + (volume.writable ? " rw " : " ro ") + volume.mountPath
+                + volume.fileSystem + volume.serial + "\n";
+        return text;
+    };
+    service.add({.mountPath = ""});
+    service.set("sdb1", "Drive", "Serial", "0815");
+    service.add({.device = "sdc", .mountPath = "/media/damaged"});
+    folder.file("proc/self/mountinfo", "36 25 8:32 / /media/damaged ro shared:1 - vfat /dev/sdc rw\n");
+    service.add({.device = "sdd1", .mountPath = "/"});
+    service.add({.device = "sde", .mountPath = "", .size = 0});
+    service.addBlock("dm-0");
+    EXPECT_EQ(found(), "sdb1 rw vfat0815\nsdc rw /media/damagedvfat\n") << "no system, no empty slot";
+    service.set("sdb", "Block", "ReadOnly", true);
+    service.set("sdc", "Block", "IdType", "");
+    EXPECT_EQ(found(), "sdb1 ro vfat0815\nsdc rw /media/damaged\n") << "the switch of the card";
+    service.set("sdb1", "Partition", "IsContainer", true);
+    EXPECT_EQ(found(), "sdc rw /media/damaged\n");
+}
+
 TEST_F(UDisks2Test, AsksTheKernelWhatIsMappedOntoADrive)
 {
     service.add({});
