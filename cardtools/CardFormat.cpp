@@ -1,15 +1,17 @@
 #include "cardtools/CardFormat.h"
 
-#include "cardtools/ConfigCopy.h"
 #include "cardtools/FormatRule.h"
 #include "cardtools/Volumes.h"
 #include "common/Log.h"
 #include "platform/CardRoot.h"
 #include "platform/DiskCommand.h"
 #include "platform/FolderCard.h"
+#include "platform/OpenFiles.h"
 #include "settings/FileData.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -51,152 +53,212 @@ std::string makeFolders(const std::string& root)
 
 } // namespace
 
-CardFormat::CardFormat(platform::ScriptRunner& runner, platform::DiskArbitration& arbitration, Say report)
+CardFormat::CardFormat(
+    platform::ScriptRunner& runner, platform::DiskArbitration& arbitration, std::string copies, Say report)
     : scripts(runner),
       disks(arbitration),
+      config(std::move(copies)),
       say(std::move(report))
 {
 }
 
-std::optional<TKUSBDiskEntity> CardFormat::find(
-    const TKUSBDiskEntity& card, const std::vector<TKUSBDiskEntity>& present) const
+CardFormat::~CardFormat()
+{
+    if (!isTouched)
+        config.drop();
+}
+
+bool CardFormat::cancel()
+{
+    Will before = Will::open;
+    return will.compare_exchange_strong(before, Will::cancelled) || before == Will::cancelled;
+}
+
+bool CardFormat::commit()
+{
+    Will before = Will::open;
+    return will.compare_exchange_strong(before, Will::committed);
+}
+
+std::optional<TKUSBDiskEntity> CardFormat::find(const std::vector<TKUSBDiskEntity>& present) const
 {
     const auto found =
         std::ranges::find_if(present, [&](const TKUSBDiskEntity& disk) { return isSameMedium(disk, card); });
     return found == present.end() ? std::nullopt : std::optional(*found);
 }
 
-ErrorDictionary CardFormat::refusal(
-    const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present)
+ErrorDictionary CardFormat::refusal(const std::vector<TKUSBDiskEntity>& present) const
 {
-    const auto onDevice = std::ranges::find(present, chosen.deviceFilePath, &TKUSBDiskEntity::deviceFilePath);
+    const auto onDevice = std::ranges::find(present, card.deviceFilePath, &TKUSBDiskEntity::deviceFilePath);
     if (onDevice == present.end())
         return asError(FormatStatus::cardGone);
-    if (onDevice->mediaWhole != chosen.mediaWhole)
+    if (onDevice->mediaWhole != card.mediaWhole)
         return asError(FormatStatus::otherMedium);
     FormatFacts facts;
-    facts.device = platform::isPlainDeviceName(chosen.deviceFilePath)
-        && chosen.deviceFilePath != platform::FolderCard::deviceName;
+    facts.device = platform::isPlainDeviceName(card.deviceFilePath)
+        && card.deviceFilePath != platform::FolderCard::deviceName;
     facts.systemDisk = std::ranges::any_of(present, [&](const TKUSBDiskEntity& disk) {
-        return disk.deviceFilePath == chosen.deviceFilePath && isSystemPlace(disk.mountedURL);
+        return disk.deviceFilePath == card.deviceFilePath && !disk.mountedURL.empty()
+            && isSystemPlace(disk.mountedURL);
     });
     facts.card = true;
     facts.writable = onDevice->writable;
     facts.size = onDevice->volumeSize;
-    facts.sizeSeen = chosen.volumeSize;
+    facts.sizeSeen = card.volumeSize;
     facts.medium = onDevice->key;
-    facts.mediumSeen = chosen.key;
-    facts.cluster = clusterSizeByVolumeSizeInKB(chosen.volumeSize);
+    facts.mediumSeen = card.key;
+    facts.cluster = clusterSizeByVolumeSizeInKB(card.volumeSize);
     return asError(mayFormat(facts));
 }
 
-/// Empty, or why the settings that are on the card cannot be copied aside.
-std::string CardFormat::takeConfig(
-    const TKUSBDiskEntity& chosen, const std::vector<TKUSBDiskEntity>& present, ConfigCopy& config) const
+/// Empty, or why the settings that may be on the card cannot be copied aside.
+std::string CardFormat::takeConfig(ErrorDictionary& mountError)
 {
-    // Where the card was when it was chosen, another card may be by now.
-    const auto now = find(chosen, present);
-    return now && !now->mountedURL.empty() ? config.take(now->mountedURL) : std::string();
+    say(Phase::copying);
+    if (card.mountedURL.empty() && !card.fileSystem.empty()) {
+        mountError = mount();
+        if (const auto now = find(formattableDisks(disks)))
+            card = *now;
+        if (card.mountedURL.empty())
+            return std::strerror(ENODEV);
+    }
+    return card.mountedURL.empty() ? std::string() : config.take(card.mountedURL);
 }
 
-ErrorDictionary CardFormat::unmount(const TKUSBDiskEntity& card)
+ErrorDictionary CardFormat::unmount(Outcome& outcome)
 {
-    say("unmount disk...");
+    say(Phase::unmounting);
     const char* const verb = card.mediaWhole ? "diskutil umountDisk" : "diskutil umount";
     ErrorDictionary error = runShellScript(scripts, command(verb, card), false);
-    // It may have been unmounted already. Asking for a password only makes sense when it is.
-    if (!error.empty() && !find(card, usbDiskEntities(disks)))
-        error.clear();
+    if (error.empty())
+        return {};
+    // Asking for a password only makes sense when it is there, and may have been unmounted already.
+    const auto now = find(formattableDisks(disks));
+    if (!now)
+        return asError(FormatStatus::cardGone);
+    if (now->mountedURL.empty())
+        return {};
+    outcome.stillOpen = platform::openFilesBelow(now->mountedURL);
     // A tool's exit status is none of the numbers that tell the user what a format came to.
     if (errorNumber(error) > 0)
         error["NSAppleScriptErrorNumber"] = static_cast<int>(FormatStatus::stillMounted);
     return error;
 }
 
-ErrorDictionary CardFormat::format(const TKUSBDiskEntity& card)
+ErrorDictionary CardFormat::format()
 {
-    say("formatting...");
+    say(Phase::formatting);
     return runShellScript(scripts,
         formatted("sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c %ld %s",
             clusterSizeByVolumeSizeInKB(card.volumeSize), card.deviceFilePath.c_str()),
         true);
 }
 
-ErrorDictionary CardFormat::mount(const TKUSBDiskEntity& card)
+ErrorDictionary CardFormat::mount()
 {
     return runShellScript(scripts, command("diskutil mount", card), false);
 }
 
-CardFormat::Outcome CardFormat::run(const TKUSBDiskEntity& chosen)
+/// What there is now.
+CardFormat::Outcome CardFormat::withDisks(Step step)
 {
     Outcome outcome;
-    outcome.card = chosen;
-    ConfigCopy config;
-    // Before the look at what is there: a card that takes its place from here on is another medium.
-    scripts.chooseMedium({chosen.deviceFilePath, chosen.volumeSize});
-    const auto present = usbDiskEntities(disks);
-    if (ErrorDictionary error = refusal(chosen, present); !error.empty()) {
-        outcome.step = Step::formatFailed;
-        outcome.error = std::move(error);
-    } else {
-        outcome.text = takeConfig(chosen, present, config);
-        outcome.step = outcome.text.empty() ? Step::done : Step::copyAsideFailed;
+    outcome.step = step;
+    outcome.card = card;
+    outcome.disks = formattableDisks(disks);
+    if (const auto found = find(outcome.disks)) {
+        outcome.isThere = true;
+        outcome.card = *found;
     }
-    if (outcome.step != Step::done) {
-        say("Disk searching...");
-        outcome.disks = usbDiskEntities(disks);
-        return outcome;
-    }
-    ErrorDictionary error = unmount(chosen);
-    if (error.empty())
-        error = format(chosen);
-    if (!error.empty())
-        return failed(chosen, std::move(error), config);
-    say("try mount...");
-    const ErrorDictionary mountError = mount(chosen);
-    say("Format completed!");
-    return finish(chosen, mountError, config);
-}
-
-CardFormat::Outcome CardFormat::failed(const TKUSBDiskEntity& card, ErrorDictionary error, ConfigCopy& config)
-{
-    mount(card);
-    say("Disk searching...");
-    Outcome outcome{Step::formatFailed, card, std::move(error), {}, {}, usbDiskEntities(disks)};
-    const auto found = find(card, outcome.disks);
-    if (config.isThere() && !(found && config.isOn(found->mountedURL)))
-        outcome.keptCopy = config.keep();
     return outcome;
 }
 
-CardFormat::Outcome CardFormat::finish(
-    const TKUSBDiskEntity& card, const ErrorDictionary& mountError, ConfigCopy& config)
+CardFormat::Outcome CardFormat::prepare(const TKUSBDiskEntity& chosen)
 {
-    say("Disk searching...");
-    Outcome outcome{Step::done, card, {}, {}, {}, usbDiskEntities(disks)};
-    const auto found = find(card, outcome.disks);
-    if (!found || found->mountedURL.empty()) {
-        outcome.step = Step::cardNotFound;
-        outcome.text = errorMessage(mountError);
-        outcome.keptCopy = config.keep();
+    say(Phase::looking);
+    card = chosen;
+    // Before the look at what is there: a card that takes its place from here on is another medium.
+    scripts.chooseMedium({chosen.deviceFilePath, chosen.volumeSize});
+    const auto present = formattableDisks(disks);
+    if (ErrorDictionary error = refusal(present); !error.empty()) {
+        Outcome outcome = withDisks(Step::formatFailed);
+        outcome.error = std::move(error);
         return outcome;
     }
-    outcome.card = *found;
-    if (config.isThere()) {
-        outcome.text = config.putBack(found->mountedURL);
+    // Where the card was when it was chosen, another card may be by now.
+    card = find(present).value_or(chosen);
+    ErrorDictionary error;
+    const std::string why = takeConfig(error);
+    Outcome outcome = withDisks(why.empty() ? Step::done : Step::copyAsideFailed);
+    outcome.error = std::move(error);
+    outcome.text = why;
+    return outcome;
+}
+
+CardFormat::Outcome CardFormat::giveUp()
+{
+    config.drop();
+    return withDisks(Step::cancelled);
+}
+
+CardFormat::Outcome CardFormat::run()
+{
+    isTouched = true;
+    Outcome outcome;
+    outcome.step = Step::formatFailed;
+    outcome.error = unmount(outcome);
+    if (outcome.error.empty() && !commit())
+        outcome.step = Step::cancelled;
+    else if (outcome.error.empty())
+        outcome.error = format();
+    if (outcome.step == Step::cancelled || !outcome.error.empty())
+        return failed(std::move(outcome));
+    say(Phase::mounting);
+    const ErrorDictionary mountError = mount();
+    say(Phase::finishing);
+    return finish(mountError);
+}
+
+CardFormat::Outcome CardFormat::failed(Outcome outcome)
+{
+    mount();
+    Outcome ended = withDisks(outcome.step);
+    ended.error = std::move(outcome.error);
+    ended.stillOpen = std::move(outcome.stillOpen);
+    if (ended.isThere && config.isOn(ended.card.mountedURL))
+        config.drop();
+    ended.keptCopy = config.path();
+    return ended;
+}
+
+CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
+{
+    Outcome outcome = withDisks(Step::done);
+    const std::string& root = outcome.card.mountedURL;
+    if (!outcome.isThere || root.empty()) {
+        outcome.step = Step::cardNotFound;
+        outcome.error = mountError;
+        outcome.keptCopy = config.path();
+        return outcome;
+    }
+    if (!config.path().empty()) {
+        outcome.text = config.putBack(root);
         if (!outcome.text.empty()) {
             outcome.step = Step::configFailed;
-            outcome.keptCopy = config.keep();
+            outcome.keptCopy = config.path();
             logFormat("error=%s", outcome.text.c_str());
             return outcome;
         }
-    } else if (auto why = writeDefaultFileData(platform::CardRoot(found->mountedURL).file("config.bin"))) {
+    } else if (auto why = writeDefaultFileData(platform::CardRoot(root).file("config.bin"))) {
         outcome.step = Step::defaultFailed;
         outcome.text = *why;
         return outcome;
     }
-    outcome.text = makeFolders(found->mountedURL);
-    if (!outcome.text.empty())
+    outcome.text = makeFolders(root);
+    if (outcome.text.empty())
+        config.drop(); // what was written is on the card, not only on its way there
+    else
         outcome.step = Step::foldersFailed;
+    outcome.keptCopy = config.path();
     return outcome;
 }

@@ -1,11 +1,15 @@
 #include "cardtools/ConfigCopy.h"
 
 #include "platform/CardRoot.h"
-#include "platform/PrivateFolder.h"
 #include "platform/ReplaceFile.h"
 
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
 #include <filesystem>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -19,14 +23,33 @@ platform::FilePlace onCard(const std::string& cardRoot)
     return platform::CardRoot(cardRoot).file("config.bin");
 }
 
-} // namespace
-
-ConfigCopy::~ConfigCopy()
+/// An empty file of a name that nobody had, for this user only; empty when there can be none.
+std::string newFile(const std::string& folder, bool& madeFolder, std::string& why)
 {
-    std::error_code ignored;
-    if (!folder.empty() && !stays)
-        fs::remove_all(folder, ignored);
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char day[32];
+    std::strftime(day, sizeof day, "config-%Y%m%d-%H%M%S", &local);
+    std::error_code error;
+    madeFolder = fs::create_directories(folder, error);
+    constexpr int mostInASecond = 100;
+    for (int number = 1; number < mostInASecond; ++number) {
+        const std::string name = number == 1 ? day : std::string(day) + "-" + std::to_string(number);
+        const std::string path = (fs::path(folder) / (name + ".bin")).native();
+        const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        if (descriptor >= 0) {
+            ::close(descriptor);
+            return path;
+        }
+        if (errno != EEXIST)
+            break;
+    }
+    why = error ? error.message() : std::strerror(errno);
+    return {};
 }
+
+} // namespace
 
 std::string ConfigCopy::take(const std::string& cardRoot)
 {
@@ -38,18 +61,16 @@ std::string ConfigCopy::take(const std::string& cardRoot)
     if (!bytes)
         return error.text();
     std::string why;
-    folder = platform::makePrivateFolder(why);
-    if (folder.empty())
+    file = newFile(folder, madeFolder, why);
+    if (file.empty())
         return why;
-    const auto copy = platform::FilePlace::chosen(folder + "/config.bin");
-    error = platform::replaceFile(copy, *bytes);
-    if (!error && original.contents(largest, error) != bytes)
+    contents = *bytes;
+    error = platform::replaceFile(platform::FilePlace::chosen(file), contents);
+    if (!error && !isOn(cardRoot))
         error.code = platform::FileError::notReadBack;
     if (error)
-        return error.text();
-    file = copy.path();
-    contents = *bytes;
-    return {};
+        drop();
+    return error.text();
 }
 
 std::string ConfigCopy::putBack(const std::string& cardRoot) const
@@ -60,11 +81,16 @@ std::string ConfigCopy::putBack(const std::string& cardRoot) const
 bool ConfigCopy::isOn(const std::string& cardRoot) const
 {
     platform::FileError ignored;
-    return isThere() && onCard(cardRoot).contents(largest, ignored) == contents;
+    return !file.empty() && onCard(cardRoot).contents(largest, ignored) == contents;
 }
 
-std::string ConfigCopy::keep()
+void ConfigCopy::drop()
 {
-    stays = isThere();
-    return file;
+    std::error_code ignored;
+    if (file.empty())
+        return;
+    fs::remove(file, ignored);
+    if (madeFolder)
+        fs::remove(folder, ignored); // unless something else is in it by now
+    file.clear();
 }

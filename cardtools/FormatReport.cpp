@@ -1,7 +1,10 @@
 #include "cardtools/FormatReport.h"
 
 #include "cardtools/FormatRule.h"
+#include "common/Text.h"
 #include "platform/Texts.h"
+
+#include <QRegularExpression>
 
 namespace {
 
@@ -13,14 +16,66 @@ QString lines(const QString& first, const QString& second)
     return second.isEmpty() ? first : first + "\n" + second;
 }
 
-/// The reason in the user's language where the number has a meaning; what the tool said goes below it.
-QString errorText(const ErrorDictionary& error)
+bool saysWriteError(const QString& words)
 {
-    const QString message = QString::fromStdString(errorMessage(error));
-    const std::string key = formatStatusKey(errorNumber(error));
-    if (errorNumber(error) == static_cast<int>(FormatStatus::writeProtected))
+    return words.contains(QLatin1String("Input/output error"));
+}
+
+/// The system's reason, or what a reason of the medium means for the card.
+QString reason(const std::string& words)
+{
+    const QString text = QString::fromStdString(words);
+    return saysWriteError(text) ? localized("format.medium_errors") : text;
+}
+
+/// What a tool said in the end: not what it greeted with, nor its bare exit status.
+QString lastWords(const ErrorDictionary& error)
+{
+    // The program's own reasons come in the user's words, and may have several lines.
+    if (errorNumber(error) < 0)
+        return QString::fromStdString(errorMessage(error));
+    static const QRegularExpression busName(QStringLiteral("GDBus\\.Error:[^ ]*: "));
+    static const QRegularExpression bareNumber(QStringLiteral("^[^:]*: -?\\d+$"));
+    QString text = QString::fromStdString(errorMessage(error)).trimmed();
+    text = text.mid(text.lastIndexOf('\n') + 1).remove(busName);
+    return text.contains(bareNumber) ? QString() : text;
+}
+
+/// A card that the tools lost may still be in its reader; then it is the card that fails.
+std::string reasonKey(int number, const QString& words, bool isThere)
+{
+    const bool isMedium = number == static_cast<int>(FormatStatus::cardGone)
+        || number == static_cast<int>(FormatStatus::toolFailed)
+        || number == static_cast<int>(FormatStatus::notAsAsked)
+        || number == static_cast<int>(FormatStatus::notClean);
+    if (isMedium && !isThere)
+        return formatStatusKey(static_cast<int>(FormatStatus::cardGone));
+    if (number == static_cast<int>(FormatStatus::cardGone) || (isMedium && saysWriteError(words)))
+        return "format.medium_errors";
+    return formatStatusKey(number);
+}
+
+/// The reason in the user's language where the number has a meaning; what the tool said goes below it.
+QString errorText(const CardFormat::Outcome& outcome)
+{
+    const int number = errorNumber(outcome.error);
+    const QString words = lastWords(outcome.error);
+    const std::string key = reasonKey(number, words, outcome.isThere);
+    if (key == formatStatusKey(static_cast<int>(FormatStatus::writeProtected)))
         return localized(key);
-    return "Error:" + (key.empty() ? message : lines(localized(key), message));
+    if (key.empty())
+        return "Error:" + (words.isEmpty() ? localized("format.no_reason") : words);
+    // The two sizes are the helper's business.
+    const bool isOtherSize = number == static_cast<int>(FormatStatus::otherSize);
+    return "Error:" + lines(localized(key), isOtherSize ? QString() : words);
+}
+
+QString stillOpenText(const std::vector<std::string>& files)
+{
+    QString text;
+    for (const std::string& file : files)
+        text += "\n" + QString::fromStdString(visibleText(file));
+    return text.isEmpty() ? text : "\n" + localized("format.still_open_here") + text;
 }
 
 } // namespace
@@ -28,22 +83,23 @@ QString errorText(const ErrorDictionary& error)
 FormatReport formatReport(const CardFormat::Outcome& outcome)
 {
     const QString card = QString::fromStdString(outcome.card.displayString());
-    const QString text = QString::fromStdString(outcome.text);
+    const QString text = reason(outcome.text);
     FormatReport report{"config.bin copy fail", text};
     switch (outcome.step) {
     case Step::done:
         report = {localized("msg.format_complete"), card, true};
         break;
     case Step::formatFailed:
-        report = {localized("msg.cannot_format"), lines(card, errorText(outcome.error))};
+        report = {localized("msg.cannot_format"),
+            lines(card, errorText(outcome)) + stillOpenText(outcome.stillOpen)};
         break;
     case Step::copyAsideFailed:
-        report = {
-            localized("msg.cannot_format"), lines(lines(card, localized("format.cannot_copy_config")), text)};
+    case Step::cancelled:
+        report = {localized("setting.format.window_title"), lines(card, localized("format.cancelled"))};
         break;
     case Step::cardNotFound:
         report = {localized("setting.format.window_title"),
-            lines(lines(card, localized("msg.card_not_found")), text)};
+            lines(lines(card, localized("msg.card_not_found")), lastWords(outcome.error))};
         break;
     case Step::foldersFailed:
         report = {localized("setting.format.window_title"),
@@ -59,4 +115,14 @@ FormatReport formatReport(const CardFormat::Outcome& outcome)
         report.message +=
             "\n\n" + localized("format.copy_kept") + "\n" + QString::fromStdString(outcome.keptCopy);
     return report;
+}
+
+FormatReport configQuestion(const CardFormat::Outcome& outcome)
+{
+    const QString card = QString::fromStdString(outcome.card.displayString());
+    const QString words =
+        outcome.error.empty() ? QString::fromStdString(outcome.text) : lastWords(outcome.error);
+    return {localized("format.cannot_copy_config"),
+        lines(lines(card, saysWriteError(words) ? localized("format.cannot_be_read") : words),
+            localized("format.anyway_hint"))};
 }

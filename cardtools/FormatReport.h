@@ -12,3 +12,6 @@ struct FormatReport {
 };
 
 FormatReport formatReport(const CardFormat::Outcome& outcome);
+
+/// The question whether to format a card whose config.bin cannot be kept.
+FormatReport configQuestion(const CardFormat::Outcome& outcome);

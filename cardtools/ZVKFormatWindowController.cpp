@@ -1,38 +1,30 @@
 #include "cardtools/ZVKFormatWindowController.h"
 
-#include "cardtools/FormatReport.h"
 #include "cardtools/FormatRule.h"
 #include "cardtools/Volumes.h"
 #include "common/Alerts.h"
-#include "common/InterfaceHelpers.h"
 #include "platform/Texts.h"
 #include "ui_ZVKFormatWindowController.h"
 
-#include <QApplication>
-#include <QEvent>
 #include <QShortcut>
 
 #include <algorithm>
-#include <chrono>
 #include <initializer_list>
+#include <tuple>
 #include <utility>
-
-namespace {
 
 using platform::localized;
 
-constexpr double tickSeconds = 0.3;
-constexpr auto tick = std::chrono::milliseconds(300);
-constexpr double longestDisplay = 1000;
-
-} // namespace
-
-ZVKFormatWindowController::ZVKFormatWindowController(platform::Platform& layer)
-    : desktop(layer)
+ZVKFormatWindowController::ZVKFormatWindowController(platform::Platform& layer, CardHolder* holder)
+    : desktop(layer),
+      cardHolder(holder)
 {
 }
 
-ZVKFormatWindowController::~ZVKFormatWindowController() = default;
+ZVKFormatWindowController::~ZVKFormatWindowController()
+{
+    lookingAtCards.request_stop();
+}
 
 QWidget& ZVKFormatWindowController::window()
 {
@@ -54,32 +46,45 @@ void ZVKFormatWindowController::showWindow()
 
 void ZVKFormatWindowController::windowDidLoad()
 {
-    loaded->setWindowTitle(localized("setting.format.window_title"));
-    outlets->usbDiskLabel->setText(localized("setting.format.card"));
-    outlets->pathLabel->setText(localized("setting.format.device"));
-    outlets->allocationUnitLabel->setText(localized("setting.format.allocation_unit_size"));
-    outlets->fileSystemLabel->setText(localized("setting.format.filesystem"));
-    outlets->formatButton->setText(localized("setting.format.format"));
-    outlets->cancelButton->setText(localized("cancel"));
-    outlets->hintLabel->setText(localized("format.hint"));
-    outlets->usbDiskCombo->setAccessibleName(localized("setting.format.card"));
-    outlets->pathField->setAccessibleName(localized("setting.format.device"));
-    outlets->fileSystemField->setAccessibleName(localized("setting.format.filesystem"));
-    outlets->allocationUnitField->setAccessibleName(localized("setting.format.allocation_unit_size"));
-    outlets->fileSystemField->setText("FAT32");
+    setTexts();
+    outlets->usbDiskList->setTextElideMode(Qt::ElideMiddle);
+    outlets->progressBar->setDrawDockProgress(false);
+    outlets->progressBar->setDisplayPercentage(true);
+    // How long a card takes to be formatted nobody knows before.
+    outlets->progressBar->setDisplayTimeRemaining(false);
+    outlets->progressBar->setProgressText(outlets->progressTextField);
     updateSelectedDiskInfo();
     stopProgressBar = true;
     setBarVisible(false);
     centre();
     connectControls();
+    mountWatch = desktop.disks.watchMounts([this] { refresh(); });
     loadUSBVolumes();
+}
+
+void ZVKFormatWindowController::setTexts()
+{
+    loaded->setWindowTitle(localized("setting.format.window_title"));
+    outlets->cancelButton->setText(localized("cancel"));
+    outlets->hintLabel->setText(localized("format.hint"));
+    outlets->fileSystemField->setText("FAT32");
+    const std::tuple<QLabel*, QWidget*, const char*> captions[] = {
+        {outlets->usbDiskLabel, outlets->usbDiskList, "setting.format.card"},
+        {outlets->pathLabel, outlets->pathField, "setting.format.device"},
+        {outlets->fileSystemLabel, outlets->fileSystemField, "setting.format.filesystem"},
+        {outlets->allocationUnitLabel, outlets->allocationUnitField, "setting.format.allocation_unit_size"},
+    };
+    for (const auto& [label, field, key] : captions) {
+        label->setText(localized(key));
+        field->setAccessibleName(localized(key));
+    }
 }
 
 void ZVKFormatWindowController::centre()
 {
     // Room for bar and message is kept, so that nothing moves when they come and go.
-    for (QWidget* const widget :
-        std::initializer_list<QWidget*>{outlets->progressBar, outlets->progressMessageField}) {
+    for (QWidget* const widget : std::initializer_list<QWidget*>{
+             outlets->progressBar, outlets->progressMessageField, outlets->progressTextField}) {
         QSizePolicy policy = widget->sizePolicy();
         policy.setRetainSizeWhenHidden(true);
         widget->setSizePolicy(policy);
@@ -93,7 +98,7 @@ void ZVKFormatWindowController::centre()
 
 void ZVKFormatWindowController::connectControls()
 {
-    connect(outlets->usbDiskCombo, &QComboBox::activated, this, [this] { changeDisk(); });
+    connect(outlets->usbDiskList, &QListWidget::currentRowChanged, this, [this] { changeDisk(); });
     connect(outlets->formatButton, &QPushButton::clicked, this, [this] { onFormat(); });
     connect(outlets->cancelButton, &QPushButton::clicked, this, [this] { cancel(); });
     const auto onKey = [this](QKeySequence key, auto action) {
@@ -101,7 +106,7 @@ void ZVKFormatWindowController::connectControls()
     };
     onKey(Qt::Key_Escape, [this] { cancel(); });
     onKey(Qt::Key_F5, [this] {
-        if (!formatting)
+        if (!isFormatting())
             loadUSBVolumes([this, before = selectedUSBDisk()] { selectAgain(before); });
     });
 }
@@ -127,13 +132,13 @@ void ZVKFormatWindowController::loadUSBVolumes(std::function<void()> completion)
     const auto found = std::make_shared<std::vector<TKUSBDiskEntity>>();
     const auto published = whileAlive([this, found, startedDisplay, next = std::move(completion)] {
         showDisks(std::move(*found));
-        if (*startedDisplay && !formatting)
+        if (*startedDisplay && !isFormatting())
             hideProgressBar();
         if (next)
             next();
     });
     desktop.dispatcher.inBackground([&layer = desktop, found, published] {
-        *found = usbDiskEntities(layer.disks);
+        *found = formattableDisks(layer.disks);
         layer.dispatcher.onMain(published);
     });
 }
@@ -141,19 +146,74 @@ void ZVKFormatWindowController::loadUSBVolumes(std::function<void()> completion)
 void ZVKFormatWindowController::showDisks(std::vector<TKUSBDiskEntity> disks)
 {
     usbDiskArray = std::move(disks);
-    QStringList items;
-    for (const TKUSBDiskEntity& disk : usbDiskArray)
-        items.append(QString::fromStdString(disk.displayString()));
-    setComboItems(*outlets->usbDiskCombo, items);
-    outlets->usbDiskCombo->setPlaceholderText(
-        localized(items.isEmpty() ? "format.no_card" : "format.choose_card"));
-    outlets->usbDiskCombo->setCurrentIndex(items.isEmpty() ? -1 : 0);
+    const bool isEmpty = usbDiskArray.empty();
+    {
+        const QSignalBlocker once(outlets->usbDiskList);
+        outlets->usbDiskList->clear();
+        for (int row = 0; row < int(usbDiskArray.size()); ++row)
+            showRow(row, {});
+        if (isEmpty)
+            (new QListWidgetItem(localized("format.no_card"), outlets->usbDiskList))
+                ->setFlags(Qt::NoItemFlags);
+        outlets->usbDiskList->setCurrentRow(isEmpty ? -1 : 0);
+    }
     updateSelectedDiskInfo();
+    lookAtCards();
+}
+
+void ZVKFormatWindowController::showRow(int row, const std::optional<CardContents>& contents)
+{
+    QListWidgetItem* item = outlets->usbDiskList->item(row);
+    if (!item)
+        item = new QListWidgetItem(outlets->usbDiskList);
+    item->setText(formatCardText(usbDiskArray[size_t(row)], contents));
+    item->setToolTip(item->text());
+}
+
+/// What is on each card, one job for each: a card that hangs keeps nobody waiting.
+void ZVKFormatWindowController::lookAtCards()
+{
+    lookingAtCards.request_stop();
+    lookingAtCards = {};
+    for (int row = 0; row < int(usbDiskArray.size()); ++row) {
+        const std::string path = usbDiskArray[size_t(row)].mountedURL;
+        if (path.empty())
+            continue;
+        const auto found = std::make_shared<CardContents>();
+        const auto published = whileAlive([this, row, found, stop = lookingAtCards.get_token()] {
+            if (!stop.stop_requested())
+                showRow(row, *found);
+        });
+        desktop.dispatcher.inBackground(
+            [&dispatcher = desktop.dispatcher, path, found, published, stop = lookingAtCards.get_token()] {
+                *found = contentsOfCard(path, stop);
+                dispatcher.onMain(published);
+            });
+    }
+}
+
+/// A card came, went or is mounted elsewhere: the list follows, the choice stays.
+void ZVKFormatWindowController::refresh()
+{
+    if (isFormatting() || !loaded->isVisible())
+        return;
+    const auto found = std::make_shared<std::vector<TKUSBDiskEntity>>();
+    const auto published = whileAlive([this, found] {
+        if (isFormatting() || *found == usbDiskArray)
+            return;
+        const auto before = selectedUSBDisk();
+        showDisks(std::move(*found));
+        selectAgain(before);
+    });
+    desktop.dispatcher.inBackground([&layer = desktop, found, published] {
+        *found = formattableDisks(layer.disks);
+        layer.dispatcher.onMain(published);
+    });
 }
 
 std::optional<TKUSBDiskEntity> ZVKFormatWindowController::selectedUSBDisk() const
 {
-    const int index = outlets ? outlets->usbDiskCombo->currentIndex() : -1;
+    const int index = outlets ? outlets->usbDiskList->currentRow() : -1;
     if (index < 0 || static_cast<size_t>(index) >= usbDiskArray.size())
         return {};
     return usbDiskArray[static_cast<size_t>(index)];
@@ -165,7 +225,7 @@ std::optional<TKUSBDiskEntity> ZVKFormatWindowController::selectUSBByDevFile(
     const auto found = std::ranges::find(usbDiskArray, deviceFilePath, &TKUSBDiskEntity::deviceFilePath);
     if (found == usbDiskArray.end())
         return {};
-    outlets->usbDiskCombo->setCurrentIndex(static_cast<int>(found - usbDiskArray.begin()));
+    outlets->usbDiskList->setCurrentRow(static_cast<int>(found - usbDiskArray.begin()));
     updateSelectedDiskInfo();
     return *found;
 }
@@ -178,7 +238,7 @@ void ZVKFormatWindowController::selectAgain(const std::optional<TKUSBDiskEntity>
     const auto found = selectUSBByDevFile(card->deviceFilePath);
     if (found && found->key == card->key && found->volumeSize == card->volumeSize)
         return;
-    outlets->usbDiskCombo->setCurrentIndex(-1);
+    outlets->usbDiskList->setCurrentRow(-1);
     updateSelectedDiskInfo();
 }
 
@@ -194,56 +254,20 @@ void ZVKFormatWindowController::updateSelectedDiskInfo()
     outlets->allocationUnitField->setText(card
             ? QStringLiteral("%1 KB").arg(clusterSizeByVolumeSizeInKB(card->volumeSize))
             : QStringLiteral("64KB"));
+    outlets->formatButton->setText(formatButtonText(card));
 }
 
 void ZVKFormatWindowController::onFormat()
 {
-    if (formatting)
+    if (isFormatting())
         return;
     const auto card = selectedUSBDisk();
     if (!card && !usbDiskArray.empty())
         alert("ZAVIK", "Please select USB drive.");
     else if (!card) // a card that was put in meanwhile is listed after this
         alert("ZAVIK", "There is no USB drive.", [this] { loadUSBVolumes(); });
-    else if (!card->writable)
-        alert(localized("msg.cannot_format"),
-            QString::fromStdString(card->displayString()) + "\n" + localized("msg.write_protected_disk"));
     else
         doFormat(*card);
-}
-
-void ZVKFormatWindowController::doFormat(const TKUSBDiskEntity& card)
-{
-    setFormatting(true);
-    showProgressBar("Formatting...");
-    const auto say = [&layer = desktop, token = std::weak_ptr(alive), this](const std::string& message) {
-        layer.dispatcher.onMain([token, this, text = QString::fromStdString(message)] {
-            if (!token.expired())
-                outlets->progressMessageField->setText(text);
-        });
-    };
-    const auto outcome = std::make_shared<CardFormat::Outcome>();
-    const auto finished = whileAlive([this, outcome] { formatDidFinished(*outcome); });
-    desktop.dispatcher.inBackground([&layer = desktop, card, say, outcome, finished] {
-        *outcome = CardFormat(layer.scripts, layer.disks, say).run(card);
-        layer.dispatcher.onMain(finished);
-    });
-}
-
-void ZVKFormatWindowController::formatDidFinished(const CardFormat::Outcome& outcome)
-{
-    showDisks(outcome.disks);
-    selectAgain(outcome.card);
-    setFormatting(false);
-    hideProgressBar();
-    const FormatReport report = formatReport(outcome);
-    alert(report.title, report.message, report.closesWindow ? [this] { cancel(); } : std::function<void()>());
-}
-
-void ZVKFormatWindowController::cancel()
-{
-    if (loaded)
-        loaded->close();
 }
 
 void ZVKFormatWindowController::alert(
@@ -251,86 +275,4 @@ void ZVKFormatWindowController::alert(
 {
     showAlertSheet(desktop.alerts, window(), title.toStdString(), message.toStdString(),
         dismissed ? whileAlive(std::move(dismissed)) : std::function<void()>());
-}
-
-void ZVKFormatWindowController::setFormatting(bool on)
-{
-    if (formatting == on)
-        return;
-    formatting = on;
-    outlets->usbDiskCombo->setEnabled(!on);
-    outlets->formatButton->setEnabled(!on);
-    if (on)
-        qApp->installEventFilter(this);
-    else
-        qApp->removeEventFilter(this);
-}
-
-bool ZVKFormatWindowController::eventFilter(QObject* watched, QEvent* event)
-{
-    const auto* const widget = qobject_cast<QWidget*>(watched);
-    const bool closes =
-        event->type() == QEvent::Close && widget && widget->isWindow() && widget->windowType() == Qt::Window;
-    const bool quits = event->type() == QEvent::Quit && watched == qApp;
-    if (!formatting || !(closes || quits))
-        return false;
-    event->ignore();
-    tellThatItIsFormatting();
-    return true;
-}
-
-void ZVKFormatWindowController::tellThatItIsFormatting()
-{
-    if (std::exchange(telling, true))
-        return;
-    showWindow();
-    alert("ZAVIK", localized("format.running"), [this] { telling = false; });
-}
-
-void ZVKFormatWindowController::setBarVisible(bool visible)
-{
-    outlets->progressBar->setVisible(visible);
-    outlets->progressMessageField->setVisible(visible);
-}
-
-void ZVKFormatWindowController::showProgressBar(const QString& message)
-{
-    setBarVisible(true);
-    outlets->progressBar->setIndeterminate(true);
-    stopProgressBar = false;
-    progress = 0;
-    ++progressDisplay;
-    outlets->progressMessageField->setText(message);
-    outlets->progressBar->setDoubleValue(outlets->progressBar->minValue());
-    outlets->progressBar->startAnimation();
-    scheduleTick(longestDisplay);
-}
-
-void ZVKFormatWindowController::scheduleTick(double seconds)
-{
-    desktop.dispatcher.after(tick, whileAlive([this, seconds, display = progressDisplay] {
-        if (display == progressDisplay)
-            updateProgressBar(seconds);
-    }));
-}
-
-void ZVKFormatWindowController::updateProgressBar(double seconds)
-{
-    setBarVisible(true);
-    progress += 100 / (seconds / tickSeconds);
-    outlets->progressBar->setDoubleValue(progress);
-    if (progress < 100 && !stopProgressBar) {
-        scheduleTick(seconds);
-        return;
-    }
-    outlets->progressBar->setDoubleValue(outlets->progressBar->minValue());
-    outlets->progressBar->stopAnimation();
-    setBarVisible(false);
-    stopProgressBar = true;
-}
-
-void ZVKFormatWindowController::hideProgressBar()
-{
-    setBarVisible(false);
-    stopProgressBar = true;
 }

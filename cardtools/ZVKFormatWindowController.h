@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cardtools/CardFormat.h"
+#include "cardtools/FormatCardText.h"
 #include "cardtools/TKUSBDiskEntity.h"
 #include "common/WindowController.h"
 #include "platform/Platform.h"
@@ -11,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -18,19 +20,24 @@ namespace Ui {
 class ZVKFormatWindowController;
 }
 
+class CardHolder;
+
 /// The window that formats a card for the camera. While a card is being formatted neither this window nor the
-/// program's other windows close and the program does not quit; the user is told why. A controller that goes
-/// away all the same leaves the running format to end by itself, its finishing steps included.
+/// program's other windows close and the program does not quit; the user is told why. Until the card itself
+/// is touched, Cancel gives it up. A controller that goes away then leaves nothing behind; one that goes away
+/// later leaves the running format to end by itself, its finishing steps included.
 class ZVKFormatWindowController final : public QObject, public WindowController {
 public:
-    explicit ZVKFormatWindowController(platform::Platform& layer);
+    /// `holder` is asked to let go of a card before it is unmounted; it lives longer than this. Null for
+    /// nobody.
+    explicit ZVKFormatWindowController(platform::Platform& layer, CardHolder* holder = nullptr);
     ~ZVKFormatWindowController() override;
 
     void showWindow() override;
     QWidget& window() override;
 
     /// A card is being formatted: from the press of the button to the report.
-    bool isFormatting() const { return formatting; }
+    bool isFormatting() const { return job != nullptr; }
 
     /// Looks for cards in the background and lists them; `completion` runs after that.
     void loadUSBVolumes(std::function<void()> completion = {});
@@ -44,10 +51,12 @@ public:
     void doFormat(const TKUSBDiskEntity& card);
     /// Lists the cards that there are now and reports.
     void formatDidFinished(const CardFormat::Outcome& outcome);
+    /// Closes the window; while a card is being formatted, gives that up as long as it can be.
     void cancel();
 
     void showProgressBar(const QString& message);
-    /// One tick of a display that is expected to take so many seconds.
+    /// One tick of a display that is expected to take so many seconds; while a card is being formatted, the
+    /// bar goes towards the end of the step.
     void updateProgressBar(double seconds);
     void hideProgressBar();
 
@@ -56,11 +65,25 @@ protected:
 
 private:
     void windowDidLoad();
+    void setTexts();
     void centre();
     void connectControls();
     void showDisks(std::vector<TKUSBDiskEntity> disks);
+    void lookAtCards();
+    void showRow(int row, const std::optional<CardContents>& contents);
     void selectAgain(const std::optional<TKUSBDiskEntity>& card);
-    void setFormatting(bool on);
+    void refresh();
+
+    // The way of a format: each step goes on to the next on the main thread.
+    void prepared(const CardFormat::Outcome& outcome);
+    void askAboutConfig(const CardFormat::Outcome& outcome);
+    void letGo();
+    void awaitLettingGo(int tries);
+    void runJob(CardFormat::Outcome (CardFormat::*part)());
+    void setFormatting(std::shared_ptr<CardFormat> formatting);
+
+    void showPhase(CardFormat::Phase phase);
+    void showStep(const QString& message, double from, double to);
     void setBarVisible(bool visible);
     void scheduleTick(double seconds);
     void tellThatItIsFormatting();
@@ -69,13 +92,18 @@ private:
     std::function<void()> whileAlive(std::function<void()> work) const;
 
     platform::Platform& desktop;
+    CardHolder* const cardHolder;
     std::unique_ptr<QWidget> loaded;
     std::unique_ptr<Ui::ZVKFormatWindowController> outlets;
     std::vector<TKUSBDiskEntity> usbDiskArray;
+    std::unique_ptr<platform::MountWatch> mountWatch;
+    std::stop_source lookingAtCards;
     bool stopProgressBar = true;
     double progress = 0;
+    double stepEnd = 0; // where the bar stands at the end of the step
     int progressDisplay = 0; // counts the displays, so that an old one's tick ends with it
-    bool formatting = false;
-    bool telling = false;
+    std::shared_ptr<CardFormat> job; // of the card that is being formatted
+    std::string letGoPath; // of the card that the holder let go of
+    std::function<void()> takeWaitingAlertAway; // while it is open
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };

@@ -111,6 +111,12 @@ QComboBox::down-arrow { width: 12px; height: 12px; image: url(:/images/control_d
 QComboBox::down-arrow:disabled { image: url(:/images/control_down_d.svg); }
 QComboBox QAbstractItemView { background: @inset; color: @text; border: 1px solid @line; outline: none;
     selection-background-color: @accent; selection-color: @accentText; }
+QListWidget { font-size: 13px; background: @inset; color: @text; border: 1px solid @panel; border-radius: 5px; outline: none;
+    selection-background-color: @accent; selection-color: @accentText; }
+QListWidget:focus { border-color: @accent; }
+QListWidget::item { padding: 4px 8px; border-bottom: 1px solid @header; }
+QListWidget::item:selected { background: @accent; color: @accentText; }
+QListWidget::item:selected:disabled { background: @panelRaised; color: @text; }
 QComboBox QAbstractItemView::item { min-height: 24px; padding: 0 8px; }
 
 QAbstractSpinBox { padding-right: 24px; }

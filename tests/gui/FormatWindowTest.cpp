@@ -1,3 +1,4 @@
+#include "cardtools/CardHolder.h"
 #include "cardtools/ZVKFormatWindowController.h"
 #include "settings/FileData.h"
 #include "tests/support/TempFolder.h"
@@ -6,9 +7,14 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
+
+#include <fstream>
+#include <utility>
 
 namespace {
 
@@ -30,11 +36,11 @@ protected:
     {
         put("config.bin", settings);
         put("AlwaysMovie/old.avi", "video");
-        setenv("TMPDIR", temporary.path().c_str(), 1);
+        setenv("HOME", home.path().c_str(), 1);
         platform.disks.volumes = {card()};
         platform.scripts.script = [this](const std::string& command, bool) { return run(command); };
     }
-    ~FormatWindow() override { unsetenv("TMPDIR"); }
+    ~FormatWindow() override { setenv("HOME", homeBefore.c_str(), 1); }
 
     platform::VolumeDescription card() const { return TestDiskArbitration::card(root.path("card")); }
     void put(const std::string& name, const std::string& text) const { root.file("card/" + name, text); }
@@ -43,11 +49,25 @@ protected:
     std::string copyNamed() const
     {
         const auto& shown = platform.alerts.shown;
-        return shown.size() == 1 ? contents(shown[0].substr(shown[0].rfind('\n') + 1)) : "";
+        const std::string path = shown.size() == 1 ? shown[0].substr(shown[0].rfind('\n') + 1) : "";
+        return path.starts_with(home.path("Documents/Zavik/config-")) ? contents(path) : "";
     }
     size_t copiesKept() const
     {
-        return static_cast<size_t>(std::distance(fs::directory_iterator(temporary.path()), {}));
+        std::error_code none;
+        return static_cast<size_t>(
+            std::distance(fs::directory_iterator(home.path("Documents/Zavik"), none), {}));
+    }
+    /// The card is in its reader, but mounted nowhere.
+    void unmountCard()
+    {
+        platform.disks.unmounted = std::exchange(platform.disks.volumes, {});
+        platform.disks.unmounted[0].mountPath.clear();
+    }
+    void mountCard()
+    {
+        platform.disks.unmounted.clear();
+        platform.disks.volumes = {card()};
     }
 
     platform::ScriptResult run(const std::string& command)
@@ -87,12 +107,27 @@ protected:
 
     const std::string settings = std::string(271, 'x') + "y";
     TempFolder root;
-    TempFolder temporary;
+    TempFolder home;
+    const std::string homeBefore = getenv("HOME");
     TestPlatform platform;
     platform::ScriptResult formatAnswer;
     std::map<std::string, platform::ScriptResult> answers;
     std::map<std::string, std::function<void()>> events;
-    ZVKFormatWindowController controller{platform.pieces};
+    /// What the card's holder was told.
+    struct Holder final : CardHolder {
+        std::vector<std::string> told;
+        std::function<void()> letsGo = [] {};
+        void letGoOf(const std::string& path) override
+        {
+            told.push_back("let go of " + path);
+            letsGo();
+        }
+        void cardFormatted(const std::string& from, const std::string& to) override
+        {
+            told.push_back(from + " is " + to);
+        }
+    } holder;
+    ZVKFormatWindowController controller{platform.pieces, &holder};
 };
 
 } // namespace
@@ -128,8 +163,10 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     controller.onFormat();
     platform.disks.volumes = {card()};
     platform.disks.volumes[0].writable = false;
+    platform.disks.mediaAreWritable = false;
     loadVolumes();
     controller.onFormat();
+    platform.dispatcher.runAll();
     EXPECT_THAT(platform.alerts.shown,
         ElementsAre("ZAVIK|Please select USB drive.", "ZAVIK|There is no USB drive.",
             "The card cannot be formatted|[1.9 GB] ZAVIK <Card Reader>\nThe card is write-protected or "
@@ -169,9 +206,16 @@ TEST_F(FormatWindow, FailuresLeaveTheCardListedAndItsSettingsSafe)
         platform::ScriptResult answer;
         std::string text;
     };
+    const std::string writeErrors =
+        "\nError:The card has read or write errors, and what was on it may be lost. Do not use it any more.";
     for (const Row& row : {Row{{1, "x"}, "\nThe card is write-protected or cannot be written to."},
              Row{{-128, "The password entry was cancelled."}, "\nError:The password entry was cancelled."},
-             Row{{25, "/x"}, "\nError:Another card is in the reader now. Choose the card again.\n/x"}}) {
+             Row{{26, "/x"}, "\nError:Another card is in the reader now. Choose the card again.\n/x"},
+             Row{{25, "1 / 2 bytes"}, "\nError:Another card is in the reader now. Choose the card again."},
+             Row{{8, ""}, writeErrors},
+             Row{{4, "mkfs.fat 4.2 (2021-01-31)\nmkfs.fat: unable to write: Input/output error"},
+                 writeErrors + "\nmkfs.fat: unable to write: Input/output error"},
+             Row{{9, "zavik-format-card: 9"}, "\nError:The system gave no reason."}}) {
         formatAnswer = row.answer;
         format();
         EXPECT_THAT(platform.alerts.shown,
@@ -183,19 +227,14 @@ TEST_F(FormatWindow, FailuresLeaveTheCardListedAndItsSettingsSafe)
     }
 }
 
-TEST_F(FormatWindow, NothingIsUnmountedForACardThatIsNotTheOneShownOrCannotBeSaved)
+TEST_F(FormatWindow, NothingIsUnmountedForACardThatIsNotTheOneShown)
 {
     const std::vector<std::function<void()>> changes = {
         [this] { platform.disks.volumes[0].mediaPath = "usb-2"; },
         [this] { platform.disks.volumes[0].size += 512; },
-        [this] { platform.disks.volumes[0].writable = false; },
+        [this] { platform.disks.mediaAreWritable = false; },
         [this] { platform.disks.volumes[0].mountPath = "/boot"; },
         [this] { platform.disks.volumes.clear(); },
-        [this] {
-            fs::remove(root.path("card/config.bin"));
-            fs::create_directory(root.path("card/config.bin"));
-        },
-        [this] { setenv("TMPDIR", root.path("none").c_str(), 1); },
     };
     for (const auto& change : changes) {
         platform.disks.volumes = {card()};
@@ -228,10 +267,183 @@ TEST_F(FormatWindow, CardThatCannotBeUnmountedIsLeftAlone)
     EXPECT_THAT(platform.alerts.shown,
         ElementsAre(testing::AllOf(HasSubstr("still in use"), HasSubstr("target is busy"))));
     // One that is not mounted any more is formatted.
-    events["diskutil umount"] = [this] { platform.disks.volumes.clear(); };
-    events["diskutil mount"] = [this] { platform.disks.volumes = {card()}; };
+    events["diskutil umount"] = [this] { unmountCard(); };
+    events["diskutil mount"] = [this] { mountCard(); };
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, formatCommand, mountCommand));
+    // For one that is gone nobody is asked for a password.
+    events["diskutil umount"] = [this] { platform.disks.volumes.clear(); };
+    events.erase("diskutil mount");
+    format();
+    EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
+    EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("not in its reader any more")));
+}
+
+TEST_F(FormatWindow, DamagedOrEmptyCardIsTheOneToFormat)
+{
+    // Its mount has become read-only, its medium has not.
+    platform.disks.volumes[0].writable = false;
+    format();
+    EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card has been formatted|")));
+
+    // One that is not mounted is, for its settings.
+    events["diskutil mount"] = [this] { mountCard(); };
+    put("config.bin", settings);
+    unmountCard();
+    platform.disks.unmounted[0].fileSystem = "vfat";
+    format();
+    EXPECT_THAT(
+        platform.scripts.commands, ElementsAre(mountCommand, unmountCommand, formatCommand, mountCommand));
+    EXPECT_EQ(onCard("config.bin"), settings);
+
+    // Without a file system there is nothing to keep, and nobody is asked.
+    unmountCard();
+    platform.disks.unmounted[0].label.clear();
+    format();
+    EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, formatCommand, mountCommand));
+    EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card has been formatted|")));
+}
+
+TEST_F(FormatWindow, UserDecidesAboutSettingsThatCannotBeKept)
+{
+    const std::pair<const char*, std::function<void()>> troubles[] = {
+        {"Invalid argument",
+            [this] {
+                fs::remove(root.path("card/config.bin"));
+                fs::create_directory(root.path("card/config.bin"));
+            }},
+        {"Not a directory", [this] { setenv("HOME", "/dev/null", 1); }},
+        {"\nwrong fs type",
+            [this] {
+                unmountCard();
+                platform.disks.unmounted[0].fileSystem = "vfat";
+                answers["diskutil mount"] = {
+                    1, "Error mounting:\nGDBus.Error:org.freedesktop.UDisks2.Error.Failed: wrong fs type"};
+            }},
+    };
+    for (const auto& [why, makeTrouble] : troubles) {
+        SCOPED_TRACE(why);
+        answers.clear();
+        mountCard();
+        put("config.bin", settings);
+        makeTrouble();
+        platform.alerts.answer.reset();
+        format();
+        ASSERT_EQ(platform.alerts.open.size(), 1U);
+        EXPECT_THAT(platform.alerts.shown,
+            ElementsAre(testing::AllOf(StartsWith("The camera settings"), HasSubstr(why))));
+        EXPECT_THAT(platform.scripts.commands, testing::Not(testing::Contains(formatCommand)));
+        std::exchange(platform.alerts.open, {})[0]->answered(1);
+        platform.dispatcher.runAll();
+        EXPECT_THAT(platform.scripts.commands, testing::Not(testing::Contains(formatCommand)));
+        EXPECT_FALSE(controller.isFormatting());
+        platform.alerts.answer = 0;
+        format();
+        EXPECT_THAT(platform.scripts.commands, testing::Contains(formatCommand));
+        fs::remove_all(root.path("card/config.bin"));
+        setenv("HOME", home.path().c_str(), 1);
+    }
+}
+
+TEST_F(FormatWindow, CardIsLetGoBeforeItIsUnmountedAndGivenBack)
+{
+    std::ifstream recording(root.path("card/AlwaysMovie/old.avi"));
+    const fs::path here = fs::current_path();
+    fs::current_path(root.path("card/AlwaysMovie"));
+    holder.letsGo = [&] { platform.dispatcher.after(std::chrono::seconds(1), [&] { recording.close(); }); };
+    bool wasOpen = false;
+    events["diskutil umount"] = [&] { wasOpen = recording.is_open() || fs::current_path() != "/"; };
+    format();
+    EXPECT_THAT(platform.scripts.commands, testing::IsEmpty()) << "it is still open";
+    EXPECT_EQ(outlet<QLabel>("progressMessageField").text().toStdString(),
+        "Still being read: " + root.path("card/AlwaysMovie/old.avi"));
+    // Meanwhile the card got its name and its place with it.
+    events["diskutil mount"] = [this] {
+        fs::rename(root.path("card"), root.path("ZAVIK"));
+        platform.disks.volumes[0].mountPath = root.path("ZAVIK");
+    };
+    platform.dispatcher.advance(std::chrono::seconds(2));
+    platform.dispatcher.runAll();
+    fs::current_path(here);
+    EXPECT_FALSE(wasOpen);
+    EXPECT_THAT(holder.told,
+        ElementsAre("let go of " + root.path("card"), root.path("card") + " is " + root.path("ZAVIK")));
+
+    // A read that hangs holds up nobody for long; who holds the card is told.
+    holder.letsGo = [] {};
+    std::ifstream hung(root.path("ZAVIK/config.bin"));
+    events.clear();
+    answers["diskutil umount"] = {1, "target is busy"};
+    format();
+    platform.dispatcher.advance(std::chrono::seconds(5));
+    platform.dispatcher.runAll();
+    EXPECT_THAT(
+        platform.alerts.shown, ElementsAre(HasSubstr("still reading:\n" + root.path("ZAVIK/config.bin"))));
+}
+
+TEST_F(FormatWindow, CancelGivesUpUntilTheCardIsTouched)
+{
+    const auto& cancel = outlet<QPushButton>("cancelButton");
+    loadVolumes();
+    controller.showWindow();
+    holder.letsGo = [this] { controller.cancel(); };
+    controller.onFormat();
+    platform.dispatcher.runAll();
+    EXPECT_TRUE(platform.scripts.commands.empty());
+    EXPECT_EQ(holder.told.back(), root.path("card") + " is " + root.path("card"));
+    EXPECT_EQ(outlet<QLabel>("progressMessageField").text(), "Cancelled. Nothing was formatted.");
+    EXPECT_TRUE(cancel.isEnabled());
+    EXPECT_EQ(copiesKept(), 0U);
+
+    holder.letsGo = [] {};
+    events["diskutil umount"] = [this] { controller.cancel(); };
+    controller.onFormat();
+    platform.dispatcher.runAll();
+    EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
+    EXPECT_EQ(copiesKept(), 0U);
+
+    events.clear();
+    events["sudo"] = [&] {
+        platform.dispatcher.runMain();
+        EXPECT_FALSE(cancel.isEnabled());
+        EXPECT_THAT(
+            outlet<QLabel>("hintLabel").text().toStdString(), HasSubstr("cannot be cancelled any more"));
+        controller.cancel();
+    };
+    controller.onFormat();
+    platform.dispatcher.runAll();
+    EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card has been formatted|")));
+}
+
+TEST_F(FormatWindow, ListTellsEqualCardsApartAndFollowsThem)
+{
+    const auto row = [&](int i) { return outlet<QListWidget>("usbDiskList").item(i)->text().toStdString(); };
+    put("MotionMovie/motion_20150321_142530.avi", "video");
+    platform.disks.volumes[0].fileSystem = "vfat";
+    platform.disks.volumes[0].serial = "0815";
+    platform.disks.unmounted = {card()};
+    platform.disks.unmounted[0].deviceName = "sdc";
+    platform.disks.unmounted[0].mountPath.clear();
+    platform.disks.unmounted[0].label = "<b>R&B</b> of an unusual length";
+    loadVolumes();
+    controller.showWindow();
+    EXPECT_THAT(row(0),
+        testing::MatchesRegex(
+            "\\[1.9 GB\\] ZAVIK <Card Reader>\nsdb1 .+ FAT .+ 1 recording .+ free .+ No. 0815"));
+    EXPECT_EQ(row(1),
+        "[1.9 GB] <b>R&B</b> of an unusual length <Card Reader>\nsdc \u00B7 no file system \u00B7 not "
+        "mounted");
+    const auto button = [&] { return outlet<QPushButton>("formatButton").text().toStdString(); };
+    EXPECT_EQ(button(), "Format ZAVIK (1.9 GB)");
+    outlet<QListWidget>("usbDiskList").setCurrentRow(1);
+    EXPECT_EQ(button(), "Format <b>R&&B</b> of a\u2026 (1.9 GB)");
+
+    // The first one is mounted elsewhere, the second stays chosen.
+    platform.disks.move(platform.disks.volumes[0], root.path("ZAVIK1"));
+    platform.dispatcher.runAll();
+    EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
+    EXPECT_TRUE(controller.selectUSBByDevFile("sdb1"));
+    EXPECT_THAT(outlet<QLineEdit>("pathField").text().toStdString(), HasSubstr(root.path("ZAVIK1")));
 }
 
 TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
@@ -313,7 +525,7 @@ TEST_F(FormatWindow, SettingsThatCannotBePutBackAreKeptAndNamed)
     EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("its folders could not be made")));
 }
 
-TEST_F(FormatWindow, NothingClosesOrQuitsWhileItFormats)
+TEST_F(FormatWindow, NothingClosesOrQuitsWhileItFormatsAndItsAlertGoesWithIt)
 {
     loadVolumes();
     controller.showWindow();
@@ -322,30 +534,40 @@ TEST_F(FormatWindow, NothingClosesOrQuitsWhileItFormats)
     controller.onFormat();
     platform.dispatcher.runMain();
     EXPECT_FALSE(outlet<QPushButton>("formatButton").isEnabled());
-    controller.cancel();
     EXPECT_FALSE(other.close());
+    ASSERT_EQ(platform.alerts.open.size(), 1U);
     QEvent quit(QEvent::Quit);
     QApplication::sendEvent(qApp, &quit);
     EXPECT_FALSE(quit.isAccepted());
     EXPECT_TRUE(controller.window().isVisible());
-    EXPECT_THAT(platform.alerts.shown,
-        testing::Each("ZAVIK|The card is being formatted. Please wait until this is "
-                      "finished; do not remove the card."));
-    EXPECT_EQ(platform.alerts.shown.size(), 3U);
+    EXPECT_EQ(platform.alerts.open.size(), 1U) << "it is told once";
+    platform.alerts.open[0]->answered(0);
+    EXPECT_FALSE(other.close());
+    EXPECT_EQ(platform.alerts.open.size(), 2U) << "and again";
+    platform.alerts.open.erase(platform.alerts.open.begin());
     platform.dispatcher.runAll();
+    EXPECT_TRUE(platform.alerts.open.empty());
     EXPECT_TRUE(other.close());
     EXPECT_FALSE(controller.window().isVisible());
 }
 
 TEST_F(FormatWindow, ControllerThatGoesAwayLeavesTheCardWhole)
 {
-    auto second = std::make_unique<ZVKFormatWindowController>(platform.pieces);
-    second->window();
-    platform.dispatcher.runAll();
-    second->onFormat();
-    second.reset();
-    platform.dispatcher.runAll();
-    platform.dispatcher.advance(std::chrono::seconds(2));
-    EXPECT_EQ(onCard("config.bin"), settings);
-    EXPECT_TRUE(fs::is_directory(root.path("card/MotionMovie")));
+    for (const bool isTouched : {false, true}) {
+        SCOPED_TRACE(isTouched);
+        platform.scripts.commands.clear();
+        auto second = std::make_unique<ZVKFormatWindowController>(platform.pieces);
+        second->window();
+        platform.dispatcher.runAll();
+        events["diskutil umount"] = [&] { second.reset(); };
+        second->onFormat();
+        if (!isTouched)
+            second.reset();
+        platform.dispatcher.runAll();
+        platform.dispatcher.advance(std::chrono::seconds(2));
+        EXPECT_EQ(onCard("config.bin"), settings);
+        EXPECT_EQ(fs::is_directory(root.path("card/MotionMovie")), isTouched);
+        EXPECT_EQ(platform.scripts.commands.empty(), !isTouched);
+        EXPECT_EQ(copiesKept(), 0U);
+    }
 }
