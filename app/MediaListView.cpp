@@ -96,6 +96,8 @@ void ZVKAppDelegate::showListState()
     QStringList lines;
     if (scanning)
         lines += platform::localized("list.scanning");
+    else if (folderLetGo)
+        lines += platform::localized("list.formatting");
     else if (!mediaList->directoryPath())
         lines += platform::localized("list.empty");
     else if (!state.isReadable)

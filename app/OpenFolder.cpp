@@ -4,6 +4,7 @@
 
 #include "app/MediaTableModel.h"
 #include "media/MediaPath.h"
+#include "platform/MountTable.h"
 #include "ui_ZVKAppDelegate.h"
 
 #include <filesystem>
@@ -12,6 +13,62 @@
 bool ZVKAppDelegate::isInUse(const std::string& mountPath) const
 {
     return folderFollower->mayLieOn(mountPath);
+}
+
+/// Ends what plays or is being prepared, with all that is shown of it.
+void ZVKAppDelegate::closeFile(bool staysAtHand)
+{
+    if (waitingForPlayStart)
+        hideLoading();
+    forgetPendingStart();
+    player1->stop();
+    if (!staysAtHand) {
+        player1->setMedia(nullptr);
+        mediaIndex = -1;
+    }
+    clearMoment();
+    passedOver.clear();
+    brokenOff.clear();
+    outlets->titleLabel->clear();
+    showOrHideVideo();
+}
+
+void ZVKAppDelegate::letGoOf(const std::string& mountPath)
+{
+    const auto media = player1 ? player1->media() : nullptr;
+    const std::string file = media ? media->url().value_or("") : "";
+    const bool hasFolder = mediaList->directoryPath() && folderFollower->mayLieOn(mountPath);
+    if (platform::isWithin(file, mountPath)
+        || (hasFolder && platform::isWithin(file, standardizedPath(*mediaList->directoryPath()))))
+        closeFile(false);
+    if (!hasFolder)
+        return;
+    folderLetGo = mediaList->directoryPath();
+    folderFollower->follow({});
+    scanning = false;
+    mediaList->clear();
+    mediaTable->reload();
+    showListState();
+}
+
+/// Reads the folder again, or the card's root when the folder is gone, unless another one was opened
+/// meanwhile.
+void ZVKAppDelegate::cardFormatted(const std::string& from, const std::string& to)
+{
+    if (!folderLetGo)
+        return;
+    std::string folder = *folderLetGo;
+    if (!to.empty() && platform::isWithin(folder, from))
+        folder = to + folder.substr(from.size());
+    desktop.dispatcher.inBackground([this, &dispatcher = desktop.dispatcher, folder, to,
+                                        before = *folderLetGo, life = std::weak_ptr(alive)] {
+        std::error_code missing;
+        const bool isThere = to.empty() || std::filesystem::is_directory(folder, missing);
+        dispatcher.onMain([this, life, before, place = isThere ? folder : to] {
+            if (!life.expired() && folderLetGo == before)
+                openMediaDirectory(place);
+        });
+    });
 }
 
 /// What was dropped may lie on a card that takes its time.

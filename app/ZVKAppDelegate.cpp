@@ -251,21 +251,9 @@ void ZVKAppDelegate::openMediaDirectoryDialog()
 
 void ZVKAppDelegate::openMediaDirectory(const std::string& path)
 {
-    // A start that is still being prepared belongs to the folder before.
-    if (waitingForPlayStart)
-        hideLoading();
-    forgetPendingStart();
-    player1->stop();
     // Read again, a folder keeps the file at hand; of another one nothing stays.
-    if (mediaList->directoryPath() != path) {
-        player1->setMedia(nullptr);
-        mediaIndex = -1;
-    }
-    clearMoment();
-    passedOver.clear();
-    brokenOff.clear();
-    outlets->titleLabel->clear();
-    showOrHideVideo();
+    closeFile(mediaList->directoryPath() == path);
+    folderLetGo.reset();
     scanning = true;
     mediaList->setDirectoryPath(path);
     mediaTable->reload();

@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -61,6 +62,8 @@ public:
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
     void setDisplayMile(uint32_t value) override;
     bool isInUse(const std::string& mountPath) const override;
+    void letGoOf(const std::string& mountPath) override;
+    void cardFormatted(const std::string& from, const std::string& to) override;
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel();
@@ -132,6 +135,7 @@ private:
     bool isFormatting();
     void readDisplayMile();
     void openIfFolder(const std::string& path);
+    void closeFile(bool staysAtHand);
     void folderMoved(const std::string& from, const std::string& to);
     void showSpeedsInMiles(bool isMile);
     void loadMapPage();
@@ -256,6 +260,8 @@ private:
     bool stopVideoLoadingView = true;
     double progress = 0;
     bool scanning = false;
+    /// The list's folder while its card is being formatted.
+    std::optional<std::string> folderLetGo;
     std::unique_ptr<platform::Timer> playStopTimer;
     /// Made on first use and kept, so that the choices of one print stay for the next.
     std::unique_ptr<platform::PrintInfo> printInfo;

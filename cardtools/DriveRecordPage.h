@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cardtools/DriveLog.h"
+#include "platform/MountTable.h"
 #include "settings/ZVKSettingControllerDelegate.h"
 
 #include <QStringList>
@@ -36,6 +37,10 @@ public:
     std::optional<QString> validateUserInput() override;
     void setMainController(SettingPageHost* controller) override;
     void onHide() override;
+    bool holds(const std::string& mountPath) const override
+    {
+        return m_FlashDataFilePath && platform::isWithin(*m_FlashDataFilePath, mountPath);
+    }
 
     /// Asks for a log and shows it.
     void openFileDialog();

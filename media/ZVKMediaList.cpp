@@ -82,11 +82,11 @@ std::unique_ptr<ZVKMediaList> ZVKMediaList::mediaList(platform::Dispatcher& queu
 void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
 {
     directory = std::move(path);
-    newestScan.request_stop();
-    if (!directory)
+    if (!directory) {
+        newestScan.request_stop();
         return;
-    medias.clear();
-    state = {};
+    }
+    clear();
     newestScan = std::stop_source();
     // A stop is requested on the main thread only: a scan that is not void there still has its list.
     dispatcher.inBackground(
@@ -97,6 +97,13 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
                     replaceMedias(*found);
             });
         });
+}
+
+void ZVKMediaList::clear()
+{
+    newestScan.request_stop();
+    medias.clear();
+    state = {};
 }
 
 void ZVKMediaList::movedTo(const std::string& path)

@@ -60,6 +60,9 @@ public:
     /// As it was set.
     const std::optional<std::string>& directoryPath() const { return directory; }
 
+    /// No entries and no scan; the path stays. Nobody is told.
+    void clear();
+
     /// The folder is at another path now, and the entries with it, in one step; nobody is told.
     void movedTo(const std::string& path);
 

@@ -136,12 +136,14 @@ void ZVKSettingController::lookForCards()
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
         dispatcher.onMain([this, life, found = findUSBVolume(disks), present = usbDiskEntities(disks)] {
-            if (life.expired() || work != Work::None)
+            if (life.expired() || work != Work::None || isFormatting())
                 return;
             const auto isPresent = [&](const std::optional<TKUSBDiskEntity>& card) {
                 return card && std::ranges::find(present, card->key, &TKUSBDiskEntity::key) != present.end();
             };
             isCardGone = selectedUSBDisk && !isPresent(selectedUSBDisk);
+            if (selectedUSBDisk && found.disk && found.disk->key == selectedUSBDisk->key)
+                cardShown.driveLog = found.driveLog;
             cardOffered.reset();
             if (found.disk && !isPresent(selectedUSBDisk))
                 cardOffered = found;
@@ -180,8 +182,8 @@ QString ZVKSettingController::noticeText() const
         return localized("setting.looking_for_card");
     if (isCardGone)
         return localized("setting.card_gone").arg(shownName(*selectedUSBDisk));
-    if (selectedUSBDisk)
-        return localized("setting.card").arg(shownName(*selectedUSBDisk));
+    if (const auto& card = cardLetGo ? cardLetGo : selectedUSBDisk)
+        return localized("setting.card").arg(shownName(*card));
     if (!cardShown.emptyCard)
         return localized("setting.no_card");
     const char* const key = cardShown.refusal ? "setting.card_refused" : "setting.card_empty";

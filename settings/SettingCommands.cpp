@@ -162,11 +162,48 @@ void ZVKSettingController::onFormat()
 {
     // The window of a card that is being formatted stays.
     if (!isFormatting())
-        lastDialogController = std::make_unique<ZVKFormatWindowController>(desktop);
+        lastDialogController = std::make_unique<ZVKFormatWindowController>(desktop, this);
     lastDialogController->showWindow();
 }
 
 bool ZVKSettingController::isFormatting() const
 {
     return lastDialogController && lastDialogController->isFormatting();
+}
+
+/// A page that is made meanwhile finds no card to read from.
+void ZVKSettingController::letGoOf(const std::string& mountPath)
+{
+    if (selectedUSBDisk && selectedUSBDisk->mountedURL == mountPath) {
+        cardFollower.follow({});
+        cardLetGo = std::exchange(selectedUSBDisk, std::nullopt);
+    }
+    cardShown.driveLog.clear();
+    if (driveInfoController && driveInfoController->holds(mountPath)) {
+        const bool isOnScreen = targetController == driveInfoController;
+        if (isOnScreen)
+            hidePage();
+        delete std::exchange(driveInfoController, nullptr);
+        if (isOnScreen)
+            showPage(lastSelectedTabIndex);
+    }
+    if (delegate)
+        delegate->letGoOf(mountPath);
+}
+
+/// The edited values stay; the card has the settings that it had.
+void ZVKSettingController::cardFormatted(const std::string& from, const std::string& to)
+{
+    if (cardLetGo) {
+        CardSettings card = cardShown;
+        card.disk = std::exchange(cardLetGo, std::nullopt);
+        if (!to.empty()) {
+            card.disk->mountedURL = to;
+            card.path = to + "/config.bin";
+        }
+        showCard(card);
+    }
+    lookForCards();
+    if (delegate)
+        delegate->cardFormatted(from, to);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cardtools/CardHolder.h"
 #include "cardtools/PathFollower.h"
 #include "common/WindowController.h"
 #include "settings/CardSettings.h"
@@ -18,14 +19,14 @@ class ZVKSettingController;
 }
 
 /// Whom the settings window tells about the unit of speed and asks about its card.
-class viewControllerForZVKSettingDelegate {
+class viewControllerForZVKSettingDelegate : public CardHolder {
 public:
-    virtual ~viewControllerForZVKSettingDelegate() = default;
-
     /// The speed_disp_unit that was saved.
     virtual void setDisplayMile(uint32_t value) = 0;
     /// Whether something of the volume that is mounted there is open: it must not be unmounted.
     virtual bool isInUse(const std::string&) const { return false; }
+    void letGoOf(const std::string&) override { }
+    void cardFormatted(const std::string&, const std::string&) override { }
 };
 
 /// The window in which the user edits the camera's settings: one page at a time under a row of tabs, and the
@@ -34,7 +35,7 @@ public:
 /// nothing can be edited or saved. A card that nobody uses gets the camera's name then. When the card moves
 /// to another path, the window saves there. What the user has changed is asked for before it is dropped.
 /// Main thread only.
-class ZVKSettingController final : public WindowController, public SettingPageHost {
+class ZVKSettingController final : public WindowController, public SettingPageHost, public CardHolder {
 public:
     /// `language` as the main controller's: "ko" chooses the Korean defaults.
     ZVKSettingController(platform::Platform& desktop, std::string language, SettingTabs tabs = settingTabs());
@@ -63,6 +64,9 @@ public:
     void onFormat();
     /// A card is being formatted: a window that tells its end is needed until then.
     bool isFormatting() const;
+
+    void letGoOf(const std::string& mountPath) override;
+    void cardFormatted(const std::string& from, const std::string& to) override;
 
     void showLoading(const QString& title) override;
     void hideLoading() override;
@@ -134,6 +138,7 @@ private:
     std::optional<CardSettings> cardOffered;
     bool isCardGone = false;
     std::string cardRoot;
+    std::optional<TKUSBDiskEntity> cardLetGo; // while it is being formatted
     std::string m_strVersion;
     Work work = Work::None;
     std::function<void()> afterSave;

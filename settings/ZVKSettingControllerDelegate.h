@@ -36,6 +36,8 @@ public:
     virtual bool isTouched() const { return false; }
     /// The page goes out of sight.
     virtual void onHide() { }
+    /// Whether the page shows or reads a file of the card that is mounted there.
+    virtual bool holds(const std::string&) const { return false; }
 };
 
 /// A page is the view itself.

@@ -104,6 +104,50 @@ TEST_F(OpenFolder, WhatTheMoveBrokeBeginsAgain)
     }
 }
 
+TEST_F(OpenFolder, IsLetGoWhileItsCardIsFormattedAndReadAgain)
+{
+    const auto state = [&] { return app.find<QLabel>("listStateLabel").text().toStdString(); };
+    const auto letGo = [&](const char* mount) {
+        app.controller->letGoOf(root.path(mount));
+        app.desk.dispatcher.runAll();
+    };
+    const auto giveBack = [&](const char* from, const std::string& to) {
+        app.controller->cardFormatted(root.path(from), to);
+        app.desk.dispatcher.runAll();
+    };
+    app.open(root.path("MUSIC/Movie"));
+    app.start(0);
+    app.player().reportState(PlayerState::paused);
+    letGo("OTHER");
+    EXPECT_TRUE(app.player().current) << "of another card";
+    letGo("MUSIC");
+    EXPECT_FALSE(app.player().current);
+    EXPECT_EQ(app.list().count(), 0);
+    EXPECT_EQ(state(), "The card is being formatted.");
+    app.desk.disks.move(app.desk.disks.volumes[0], root.path("ZAVIK"));
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.list().count(), 0) << "nobody reads it";
+    giveBack("MUSIC", root.path("ZAVIK"));
+    EXPECT_EQ(app.list().directoryPath(), root.path("ZAVIK/Movie"));
+    EXPECT_EQ(app.list().count(), 3) << "the format was cancelled";
+
+    // A scan under way is void; afterwards the folder is gone, the card is there.
+    app.controller->openMediaDirectory(root.path("ZAVIK/Movie"));
+    app.desk.dispatcher.runOneBackground();
+    letGo("ZAVIK");
+    EXPECT_EQ(app.list().count(), 0);
+    std::filesystem::remove_all(root.path("ZAVIK/Movie"));
+    giveBack("ZAVIK", root.path("ZAVIK"));
+    EXPECT_EQ(app.list().directoryPath(), root.path("ZAVIK"));
+
+    // Another folder that was opened meanwhile stays.
+    letGo("ZAVIK");
+    const TempFolder other;
+    app.open(other.path());
+    giveBack("ZAVIK", root.path("ZAVIK"));
+    EXPECT_EQ(app.list().directoryPath(), other.path());
+}
+
 TEST_F(OpenFolder, KeepsItsCardFromBeingNamed)
 {
     EXPECT_TRUE(app.showsMiles());

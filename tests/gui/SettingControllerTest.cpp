@@ -26,6 +26,8 @@ struct UnitReceiver final : viewControllerForZVKSettingDelegate {
     std::string busyPath;
     void setDisplayMile(uint32_t value) override { units.push_back(value); }
     bool isInUse(const std::string& mountPath) const override { return mountPath == busyPath; }
+    std::vector<std::string> letGo;
+    void letGoOf(const std::string& mountPath) override { letGo.push_back(mountPath); }
 };
 
 _FILEDATA recordWith(int32_t zone)
@@ -503,6 +505,30 @@ TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
     EXPECT_FALSE(fs::exists(other.path("config.bin")));
     desk.dispatcher.runAll();
     EXPECT_FALSE(window->isFormatting());
+}
+
+TEST_F(SettingWindow, LetsGoOfTheCardThatIsFormattedAndGoesAlong)
+{
+    const TempFolder moved;
+    writeConfig(card, recordWith(5));
+    insertCard(card);
+    open();
+    window->changeViewController(2);
+    script.card = card.path();
+    window->letGoOf("/another");
+    EXPECT_EQ(script.calls.back(), "make kept");
+    window->letGoOf(card.path());
+    EXPECT_THAT(script.calls, ElementsAre("make a", "hide a", "make kept", "hide kept", "make kept"));
+    EXPECT_THAT(receiver.letGo, ElementsAre("/another", card.path()));
+
+    // As formatting does it: another place, the same settings.
+    writeConfig(moved, recordWith(5));
+    desk.disks.volumes[0].mountPath = moved.path();
+    window->cardFormatted(card.path(), moved.path());
+    EXPECT_THAT(window->window().windowTitle().toStdString(), HasSubstr(moved.path("config.bin")));
+    save(7);
+    EXPECT_EQ(zoneIn(moved.path("config.bin")), 7);
+    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
 }
 
 TEST_F(SettingWindow, TellsWhenThereIsNoDiskUtility)

@@ -13,6 +13,7 @@ struct PageScript {
     std::optional<int32_t> input; // in place of what is shown
     int32_t shown = -1;
     std::vector<std::string> calls;
+    std::string card; // that the page reads from
 };
 
 class ScriptedPage final : public SettingPage {
@@ -33,6 +34,7 @@ public:
     void populate() override { record->time_gmt = script.input.value_or(script.shown); }
     std::optional<QString> validateUserInput() override { return script.complaint; }
     void setMainController(SettingPageHost*) override { }
+    bool holds(const std::string& mountPath) const override { return mountPath == script.card; }
     void onHide() override { script.calls.push_back("hide " + name); }
 
 private:
