@@ -1,4 +1,5 @@
 #include "platform/MpvPlayer.h"
+#include "platform/OpenFiles.h"
 #include "platform/VideoView.h"
 #include "tests/support/HungFile.h"
 #include "tests/support/TempFolder.h"
@@ -138,6 +139,17 @@ protected:
     Recorder recorder;
     std::unique_ptr<MediaPlayer> player = makeMpvPlayer(*view);
 };
+
+TEST_F(MpvPlayerTest, APausedFileIsOpenUntilItsMediaIsTakenAway)
+{
+    const std::string clips = fs::path(clip()).parent_path().native();
+    openPaused();
+    EXPECT_FALSE(openFilesBelow(clips).empty()) << "a card could not be unmounted";
+    player->setMedia(nullptr);
+    QTimer look; // a closed file is no event
+    look.start(10);
+    EXPECT_TRUE(waitFor([&] { return openFilesBelow(clips).empty(); }));
+}
 
 TEST_F(MpvPlayerTest, ACardThatHangsHoldsUpNoOtherFile)
 {
