@@ -307,7 +307,7 @@ TEST_F(FormatWindow, DamagedOrEmptyCardIsTheOneToFormat)
 TEST_F(FormatWindow, UserDecidesAboutSettingsThatCannotBeKept)
 {
     const std::pair<const char*, std::function<void()>> troubles[] = {
-        {"Invalid argument",
+        {"it is no plain file",
             [this] {
                 fs::remove(root.path("card/config.bin"));
                 fs::create_directory(root.path("card/config.bin"));
