@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 // The runner's own numbers.
 constexpr int cannotRun = -1;
 constexpr int tookTooLong = -1712;
+constexpr int stillRuns = -1713;
 constexpr int cancelled = -128;
 constexpr int notAllowed = -60005;
 
@@ -77,6 +78,8 @@ ScriptResult scriptResult(const std::string& tool, const ToolResult& run)
         return failure(cannotRun, "script.tool_missing", tool);
     if (run.end == End::tookTooLong)
         return failure(tookTooLong, "script.took_too_long", tool);
+    if (run.end == End::stillRuns)
+        return failure(stillRuns, "script.still_running", tool);
     if (run.end == End::failed)
         return failure(cannotRun, "script.stopped", run.text.empty() ? tool : run.text);
     return {run.status, run.text.empty() ? tool + ": " + std::to_string(run.status) : run.text};

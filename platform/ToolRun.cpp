@@ -5,7 +5,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <thread>
 
 namespace platform {
 
@@ -52,34 +53,69 @@ std::vector<char*> pointers(const std::vector<std::string>& texts)
     return made;
 }
 
-/// 0 or the error.
-int spawn(const ToolRequest& request, int writeEnd, pid_t& child)
+struct Files {
+    int null = -1;
+    int output = -1; // for what is gathered
+    int failure = -1; // told why the program cannot be started; closed by its start
+};
+
+/// In the new process; only calls that a child of a process with threads may make.
+[[noreturn]] void become(const ToolRequest& request, const Files& files, char* const* arguments,
+    char* const* environment, pid_t parent)
 {
-    posix_spawn_file_actions_t actions;
-    posix_spawnattr_t attributes;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawnattr_init(&attributes);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, writeEnd, 2);
-    if (request.outputToo)
-        posix_spawn_file_actions_adddup2(&actions, writeEnd, 1);
-    else
-        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    setsid();
+    if (request.endsWithUs && (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || getppid() != parent))
+        _exit(1);
+    for (int signal = 1; signal < NSIG; ++signal)
+        ::signal(signal, SIG_DFL);
     sigset_t none;
-    sigset_t all;
     sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    if (dup2(files.null, 0) == 0 && dup2(request.outputToo ? files.output : files.null, 1) == 1
+        && dup2(files.output, 2) == 2)
+        execvpe(arguments[0], arguments, environment);
+    const int error = errno;
+    (void)!write(files.failure, &error, sizeof error);
+    _exit(1);
+}
+
+/// 0 or the error.
+int spawn(const ToolRequest& request, int output, pid_t& child)
+{
+    std::array<int, 2> failure{-1, -1};
+    const Descriptor null(::open("/dev/null", O_RDWR | O_CLOEXEC));
+    if (null.fd < 0 || pipe2(failure.data(), O_CLOEXEC) != 0)
+        return errno;
+    const Descriptor told(failure[0]);
+    Descriptor tells(failure[1]);
+    const auto arguments = pointers(request.command);
+    const auto environment = pointers(request.environment);
+    const pid_t self = getpid();
+    sigset_t all;
+    sigset_t before;
     sigfillset(&all);
-    posix_spawnattr_setsigmask(&attributes, &none);
-    posix_spawnattr_setsigdefault(&attributes, &all);
-    posix_spawnattr_setflags(
-        &attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    auto arguments = pointers(request.command);
-    auto environment = pointers(request.environment);
-    const int error = posix_spawnp(&child, arguments.front(), &actions, &attributes, arguments.data(),
-        request.environment.empty() ? environ : environment.data());
-    posix_spawn_file_actions_destroy(&actions);
-    posix_spawnattr_destroy(&attributes);
+    // No handler of ours may run in the child.
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    child = fork();
+    if (child == 0)
+        become(request, {null.fd, output, tells.fd}, arguments.data(),
+            request.environment.empty() ? environ : environment.data(), self);
+    int error = child < 0 ? errno : 0;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    tells.close();
+    ssize_t count = 0;
+    while (child > 0 && (count = read(told.fd, &error, sizeof error)) < 0 && errno == EINTR)
+        continue;
+    if (count <= 0)
+        return error;
+    waitpid(child, nullptr, 0);
     return error;
+}
+
+/// Waits for what cannot be stopped, so that its end is its end.
+void leaveToItself(pid_t child)
+{
+    std::thread([child] { waitpid(child, nullptr, 0); }).detach();
 }
 
 int millisecondsUntil(Clock::time_point deadline)
@@ -149,6 +185,10 @@ ToolResult runTool(const ToolRequest& request)
     result.end = ended ? End::exited : End::tookTooLong;
     if (!ended && kill(-child, SIGKILL) == 0)
         ended = waitForEnd(process.fd, readEnd, result.text, Clock::now() + patienceAfterKill);
+    if (!ended) {
+        result.end = End::stillRuns;
+        leaveToItself(child);
+    }
     int status = 0;
     if (ended && waitpid(child, &status, 0) == child && result.end == End::exited) {
         result.end = WIFEXITED(status) ? End::exited : End::failed;

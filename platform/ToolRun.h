@@ -12,6 +12,7 @@ struct ToolRequest {
     std::chrono::milliseconds limit{60'000};
     bool outputToo = false; // gather standard output as well as standard error
     std::vector<std::string> environment = {}; // "NAME=value"; empty: as ours
+    bool endsWithUs = false; // killed when the thread that runs it ends, by whatever it ends
 };
 
 struct ToolResult {
@@ -19,7 +20,8 @@ struct ToolResult {
         exited,
         missing, // there is no such program
         failed, // it could not be started, or a signal ended it
-        tookTooLong, // it was stopped, or told to stop
+        tookTooLong, // it was stopped
+        stillRuns, // it took too long and cannot be stopped: it has other rights, or waits for a dead device
     };
     End end = End::failed;
     int status = 0; // what it exited with
@@ -28,7 +30,8 @@ struct ToolResult {
 };
 
 /// Runs a program without input and waits for its end, no longer than its time limit: then it is killed with
-/// everything it started. Callable from any thread.
+/// everything it started. One that cannot be killed is left to itself; whenever it ends, nothing of it stays.
+/// Callable from any thread.
 ToolResult runTool(const ToolRequest& request);
 
 } // namespace platform
