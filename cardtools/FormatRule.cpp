@@ -1,5 +1,7 @@
 #include "cardtools/FormatRule.h"
 
+#include "platform/MountTable.h"
+
 #include <algorithm>
 #include <array>
 
@@ -32,6 +34,8 @@ constexpr std::array statusKeys = {
     StatusKey{FormatStatus::stillMounted, "format.still_mounted"},
     StatusKey{FormatStatus::tooLarge, "format.too_large"},
     StatusKey{FormatStatus::wrongCluster, "format.wrong_use"},
+    StatusKey{FormatStatus::mediumErrors, "format.medium_errors"},
+    StatusKey{FormatStatus::stillWorking, "format.still_working"},
 };
 
 } // namespace
@@ -69,11 +73,7 @@ long clusterSizeByVolumeSizeInKB(uint64_t volumeSize)
 
 bool isSystemPlace(std::string_view mountPath)
 {
-    constexpr std::array<std::string_view, 4> places = {"/media/", "/run/media/", "/mnt/", "/tmp/"};
-    if (mountPath == "/mnt")
-        return false;
-    return mountPath.find("/..") != std::string_view::npos
-        || std::ranges::none_of(places, [&](std::string_view place) { return mountPath.starts_with(place); });
+    return !mountPath.empty() && platform::isSystemMount(mountPath);
 }
 
 std::string formatStatusKey(int number)

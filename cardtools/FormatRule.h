@@ -25,6 +25,8 @@ enum class FormatStatus {
     stillMounted,
     tooLarge,
     wrongCluster,
+    mediumErrors, // the card is there, but reading or writing it fails
+    stillWorking, // a tool took too long and cannot be stopped: it may still write
 };
 
 /// What there is to know about a volume that is to be formatted. What is unknown stays as it is here, or as
@@ -35,7 +37,7 @@ struct FormatFacts {
     bool swapSpace = false;
     bool held = false; // the disk is a part of something larger
     bool card = false; // a removable card, or a card in a reader
-    bool mounted = false;
+    bool mounted = false; // or otherwise in use
     bool writable = false;
     uint64_t size = 0; // in bytes
     uint64_t sizeSeen = 0; // what the user saw
@@ -51,8 +53,7 @@ FormatStatus mayFormat(const FormatFacts& facts);
 /// 32 below 7 GiB, else 128: sectors per cluster, and the number that is shown as KB.
 long clusterSizeByVolumeSizeInKB(uint64_t volumeSize);
 
-/// Whether something mounted there belongs to the system. Cards are mounted below /media, /run/media, /mnt or
-/// a temporary folder; anything else counts as the system's.
+/// Whether something mounted there belongs to the system; nothing does that is mounted nowhere.
 bool isSystemPlace(std::string_view mountPath);
 
 /// The key of the text that tells the user; empty for a number that is none of the statuses.

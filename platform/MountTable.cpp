@@ -75,12 +75,22 @@ bool isWithin(std::string_view path, std::string_view folder)
 
 bool isSystemMount(std::string_view path)
 {
-    constexpr std::array<std::string_view, 8> folders = {"/", "/efi", "/home", "/cdrom", "/run/live/medium",
-        "/lib/live/mount/medium", "/run/initramfs/live", "/run/archiso/bootmnt"};
-    constexpr std::array<std::string_view, 3> trees = {"/boot", "/usr", "/var"};
+    // What /run is to a running system is not told apart, but for the places of cards.
+    constexpr std::array<std::string_view, 21> trees = {"/boot", "/efi", "/usr", "/var", "/etc", "/opt",
+        "/srv", "/bin", "/sbin", "/lib", "/lib32", "/lib64", "/nix", "/gnu", "/snap", "/ostree", "/sysroot",
+        "/proc", "/sys", "/dev", "/cdrom"};
+    constexpr std::array<std::string_view, 3> folders = {"/", "/home", "/root"};
+    if (!path.starts_with('/') || path.find("/..") != std::string_view::npos)
+        return true;
+    const auto holds = [&](std::string_view tree) { return isWithin(path, tree); };
+    if (std::ranges::any_of(trees, holds) || std::ranges::find(folders, path) != folders.end())
+        return true;
+    if (isWithin(path, "/run"))
+        return !isWithin(path, "/run/media");
+    // A card may be mounted in a home, but neither as one nor where programs keep what is theirs.
+    const bool isBelowHome = path.starts_with("/home/") || path.starts_with("/root/");
     const bool isHome = path.starts_with("/home/") && path.find('/', 6) == std::string_view::npos;
-    return isHome || std::ranges::find(folders, path) != folders.end()
-        || std::ranges::any_of(trees, [&](std::string_view tree) { return isWithin(path, tree); });
+    return isHome || (isBelowHome && path.find("/.") != std::string_view::npos);
 }
 
 } // namespace platform

@@ -135,7 +135,7 @@ TEST(BlockDevices, TellsCardsFromBuiltInMemoryAndDisks)
         devices.blocks[0] = {};
         devices.blocks[0].device = row.also;
         devices.blocks[2].device = row.device;
-        devices.blocks[2].mountPoints = {"\xFF", "/media/x"};
+        devices.blocks[2].mountPoints = {"/\xFF", "/media/x"};
         devices.drives.resize(1);
         devices.drives[0].bus = row.bus;
         devices.drives[0].media = row.media;

@@ -55,12 +55,13 @@ TEST(FormatRule, ClusterFollowsWholeGibibytes)
     EXPECT_EQ(clusterSizeByVolumeSizeInKB(16 * gib), 128);
 }
 
-TEST(FormatRule, OnlyPlacesForCardsAreNotTheSystems)
+TEST(FormatRule, NoPlaceOfTheSystemOrOfAHomeIsACards)
 {
-    for (const char* place :
-        {"/media/user/ZAVIK", "/run/media/user/ZAVIK", "/mnt", "/mnt/card", "/tmp/x/card"})
+    for (const char* place : {"/media/user/ZAVIK", "/run/media/user/ZAVIK", "/mnt", "/mnt/card",
+             "/tmp/x/card", "/home/user/card", "/root/card", "/data/card", "/card", "/mediaX", ""})
         EXPECT_FALSE(isSystemPlace(place)) << place;
-    for (const char* place : {"/", "/boot", "/boot/efi", "/home", "/home/user", "/usr", "/var/lib", "/opt",
-             "", "/mediaX", "/mntX", "/media/../home", "media/card"})
+    for (const char* place : {"/", "/boot", "/boot/efi", "/home", "/home/user", "/home/user/.local/share",
+             "/root", "/usr", "/var/lib", "/opt/x", "/srv", "/etc", "/run/live/medium", "/cdrom",
+             "/media/../home", "media/card"})
         EXPECT_TRUE(isSystemPlace(place)) << place;
 }
