@@ -1,3 +1,4 @@
+#include "tests/support/CountedCalls.h"
 #include "tests/support/LoopDevice.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/FormatCard.h"
@@ -5,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -17,6 +20,7 @@ FormatPolicy loopPolicy()
 {
     FormatPolicy policy;
     policy.acceptsLoopDevices = true;
+    policy.patience = {};
     return policy;
 }
 
@@ -66,43 +70,139 @@ TEST_F(LoopFormat, EverySizeOfCardIsAsTheCameraNeedsIt)
     }
 }
 
-TEST_F(LoopFormat, ToolsThatAreMissingFailHangOrLieAreTold)
+TEST_F(LoopFormat, WhatFailsIsToldAsWhatItIs)
 {
     const uint64_t size = gib / 2;
-    const LoopDevice card(size);
     const TempFolder folder;
-    const auto with = [&](const std::string& text) {
-        FormatPolicy policy = loopPolicy();
+    FormatPolicy policy = loopPolicy();
+    FormatResult result;
+    const auto with = [&](const LoopDevice& card, const std::string& text) {
         policy.mkfs = text.empty() ? folder.path("nothing") : folder.program("tool", text);
         policy.mkfsLimit = std::chrono::milliseconds(text.find("sleep") == std::string::npos ? 60'000 : 100);
-        return formatCard(request(card, size), policy).status;
+        result = formatCard(request(card, size), policy);
+        return result.status;
     };
-    EXPECT_EQ(with(""), FormatStatus::toolMissing);
-    EXPECT_EQ(with("sleep 600\n"), FormatStatus::tookTooLong);
-    EXPECT_EQ(with("echo no >&2; exit 1\n"), FormatStatus::toolFailed);
-    EXPECT_EQ(with("exit 0\n"), FormatStatus::notAsAsked);
-    // Pulled while the tool runs.
-    EXPECT_EQ(with("truncate -s 0 " + card.image() + "; exit 1\n"), FormatStatus::cardGone);
-    // The check of the file system.
-    FormatPolicy policy = loopPolicy();
-    policy.fsck = folder.program("tool", "echo bad; exit 1\n");
+    const LoopDevice card(size);
+    EXPECT_EQ(with(card, ""), FormatStatus::toolMissing);
+    EXPECT_EQ(with(card, "sleep 600\n"), FormatStatus::tookTooLong);
+    EXPECT_EQ(with(card, "exit 0\n"), FormatStatus::notAsAsked);
+    EXPECT_EQ(with(card, "echo 'mkfs.fat 4.2'; echo no >&2; exit 1\n"), FormatStatus::toolFailed);
+    EXPECT_EQ(result.detail, "no");
+    {
+        CountedCalls calls;
+        calls.fail("fsync", EIO);
+        EXPECT_EQ(with(card, "exec mkfs.fat \"$@\"\n"), FormatStatus::mediumErrors);
+        EXPECT_EQ(result.detail, "Input/output error");
+    }
+    EXPECT_EQ(with(card, "blockdev --setro " + card.path() + "; echo no >&2; exit 1\n"),
+        FormatStatus::writeProtected);
+
+    const LoopDevice lost(size);
+    // It reads well as long as the system remembers it.
+    EXPECT_EQ(with(lost,
+                  "mkfs.fat \"$@\" && sync && exec dd if=/dev/zero bs=4096 count=64 conv=notrunc of="
+                      + lost.image() + "\n"),
+        FormatStatus::notAsAsked);
+    EXPECT_EQ(
+        with(lost, "truncate -s 0 " + lost.image() + "; exec mkfs.fat \"$@\"\n"), FormatStatus::mediumErrors);
+    EXPECT_TRUE(result.detail.starts_with("mkfs.fat: failed whilst writing")) << result.detail;
+
+    const LoopDevice pulled(size);
+    policy.roots.dev = folder.path();
+    ASSERT_TRUE(platform::runTool({{"cp", "-a", pulled.path(), folder.path()}}).succeeded());
+    EXPECT_EQ(
+        with(pulled, "rm " + folder.path(pulled.name) + "; echo no >&2; exit 1\n"), FormatStatus::cardGone);
+
+    policy = loopPolicy();
+    policy.fsck = folder.program("tool", "echo fsck.fat 4.2; echo bad; echo clusters; exit 1\n");
     const LoopDevice second(size);
-    const FormatResult unclean = formatCard(request(second, size), policy);
-    EXPECT_EQ(unclean.status, FormatStatus::notClean);
-    EXPECT_EQ(unclean.detail, "bad");
+    result = formatCard(request(second, size), policy);
+    EXPECT_EQ(result.status, FormatStatus::notClean);
+    EXPECT_EQ(result.detail, "bad");
 }
 
-TEST_F(LoopFormat, CardThatSomethingElseHoldsIsNotTouched)
+TEST_F(LoopFormat, DeviceThatIsNotWhatTheKernelToldIsNotTouched)
+{
+    constexpr uint64_t size = gib / 2;
+    struct Case {
+        FormatStatus expected;
+        std::string number = {};
+        uint64_t size = gib / 2;
+        const char* option = "--nooverlap";
+        bool linked = false;
+        bool built = false;
+    };
+    for (const Case& one : {Case{FormatStatus::ok}, Case{FormatStatus::notADevice, "7:99"},
+             Case{FormatStatus::otherSize, "", size + 512},
+             Case{FormatStatus::writeProtected, "", size, "--read-only"},
+             Case{FormatStatus::notADevice, "", size, "--nooverlap", true},
+             Case{FormatStatus::heldByOthers, "", size, "--nooverlap", false, true}}) {
+        SCOPED_TRACE(static_cast<int>(one.expected));
+        const LoopDevice card(size, one.option);
+        const TempFolder folder;
+        const std::string device = "sys/devices/virtual/block/" + card.name;
+        folder.file(device + "/dev", one.number.empty() ? platform::blockNumber(card.path()) : one.number);
+        folder.file(device + "/size", std::to_string(one.size / 512));
+        folder.file(device + "/ro", "0");
+        std::filesystem::create_directories(folder.path("sys/class/block"));
+        std::filesystem::create_symlink("../../../" + device, folder.path("sys/class/block/" + card.name));
+        FormatPolicy policy = loopPolicy();
+        policy.roots.sys = folder.path("sys");
+        policy.mkfs =
+            folder.program("mkfs", "echo run > " + folder.path("mark") + "; exec mkfs.fat \"$@\"\n");
+        if (one.linked) {
+            policy.roots.dev = folder.path();
+            std::filesystem::create_symlink(card.path(), folder.path(card.name));
+        }
+        // Something is built on the card after the first look.
+        if (one.built)
+            policy.opened = [&] { folder.file(device + "/holders/dm-0"); };
+        const FormatRequest asked{card.name, 32, one.size, "-"};
+        EXPECT_EQ(formatCard(asked, policy).status, one.expected);
+        EXPECT_EQ(std::filesystem::exists(folder.path("mark")), one.expected == FormatStatus::ok);
+    }
+}
+
+TEST_F(LoopFormat, CardThatIsInUseIsNotTouchedHoweverThatIsHidden)
 {
     const uint64_t size = gib / 2;
-    const LoopDevice card(size);
-    const int holder = open(card.path().c_str(), O_RDWR | O_EXCL | O_CLOEXEC);
-    ASSERT_GE(holder, 0);
-    EXPECT_EQ(formatCard(request(card, size), loopPolicy()).status, FormatStatus::stillMounted);
-    close(holder);
+    const LoopDevice card(size, "--partscan");
+    const TempFolder folder;
+    FormatPolicy policy = loopPolicy();
+    const auto formatted = [&](const std::string& part = {}) {
+        const std::string name = card.name + part;
+        return formatCard({name, 32, platform::kernelDevice(name).size, card.sequence()}, policy);
+    };
+    for (const int exclusive : {O_EXCL, 0}) {
+        const int holder = open(card.path().c_str(), O_RDONLY | exclusive | O_CLOEXEC);
+        ASSERT_GE(holder, 0);
+        const FormatResult result = formatted();
+        EXPECT_EQ(result.status, FormatStatus::stillMounted);
+        EXPECT_EQ(result.detail, "core_tests (" + std::to_string(getpid()) + ")");
+        close(holder);
+    }
     // The program that is installed takes no file for a card.
     EXPECT_EQ(formatCard(request(card, size), FormatPolicy()).status, FormatStatus::notACard);
-    const LoopDevice locked(size, true);
-    EXPECT_EQ(formatCard(request(locked, size), loopPolicy()).status, FormatStatus::writeProtected);
+
+    // A loop device upon it, by a node made by hand.
+    const std::string node = folder.path("node");
+    ASSERT_EQ(mknod(node.c_str(), S_IFBLK | 0600, makedev(7, std::stoi(card.name.substr(4)))), 0);
+    const auto upper =
+        platform::runTool({{"losetup", "--find", "--show", node}, std::chrono::seconds(30), true});
+    EXPECT_EQ(formatted().status, FormatStatus::heldByOthers);
+    EXPECT_TRUE(platform::runTool({{"losetup", "--detach", upper.text}}).succeeded());
     EXPECT_EQ(start(card.image()), std::vector<std::byte>(checkedBytes));
+
+    // A neighbour that is claimed for somebody whom no table names, and one that is part of a pool.
+    for (const auto& part : {std::vector<std::string>{"1", "2048", "409600"}, {"2", "411648", "409600"}})
+        ASSERT_TRUE(platform::runTool({{"addpart", card.path(), part[0], part[1], part[2]}}).succeeded());
+    const int neighbour = open((card.path() + "p1").c_str(), O_RDWR | O_EXCL | O_CLOEXEC);
+    ASSERT_GE(neighbour, 0);
+    EXPECT_EQ(formatted("p2").status, FormatStatus::heldByOthers);
+    const uint64_t magic = 0x00bab10c;
+    EXPECT_EQ(pwrite(neighbour, &magic, sizeof magic, 131 * 1024), ssize_t(sizeof magic));
+    close(neighbour);
+    EXPECT_EQ(formatted("p2").status, FormatStatus::heldByOthers);
+    EXPECT_EQ(formatted("p1").detail, card.name + "p1");
+    EXPECT_EQ(formatted().status, FormatStatus::heldByOthers);
 }

@@ -15,17 +15,17 @@ class LoopDevice {
 public:
     static bool isAvailable() { return geteuid() == 0 && std::filesystem::exists("/dev/loop-control"); }
 
-    explicit LoopDevice(uint64_t size, bool readOnly = false)
+    explicit LoopDevice(uint64_t size, const std::string& option = "--nooverlap")
     {
         const std::string image = folder.file("card.img");
         std::filesystem::resize_file(image, size);
-        std::vector<std::string> command{"losetup", "--find", "--show"};
-        if (readOnly)
-            command.emplace_back("--read-only");
-        command.push_back(image);
-        const auto made = platform::runTool({command, std::chrono::seconds(30), true});
+        const auto made = platform::runTool(
+            {{"losetup", "--find", "--show", option, image}, std::chrono::seconds(30), true});
         if (made.succeeded())
             name = std::filesystem::path(made.text).filename();
+        // The kernel keeps this from one file to the next.
+        if (option != "--read-only")
+            (void)platform::runTool({{"blockdev", "--setrw", path()}, std::chrono::seconds(30)});
     }
     ~LoopDevice() { detach(); }
     LoopDevice(const LoopDevice&) = delete;

@@ -6,10 +6,9 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include <thread>
 #include <utility>
 
 namespace {
@@ -21,18 +20,15 @@ void closeOnce(int& fd)
     fd = -1;
 }
 
-std::string numberOf(int fd)
-{
-    struct stat status { };
-    if (fstat(fd, &status) != 0 || !S_ISBLK(status.st_mode))
-        return {};
-    return std::to_string(major(status.st_rdev)) + ":" + std::to_string(minor(status.st_rdev));
-}
-
 uint64_t sizeOf(int fd)
 {
     uint64_t size = 0;
     return ioctl(fd, BLKGETSIZE64, &size) == 0 ? size : 0;
+}
+
+bool meansGone(int error)
+{
+    return error == ENOENT || error == ENXIO || error == ENODEV || error == ENOMEDIUM;
 }
 
 } // namespace
@@ -49,7 +45,7 @@ CardDevice::~CardDevice()
     closeOnce(kept);
 }
 
-FormatStatus CardDevice::openFailure(int error)
+FormatStatus CardDevice::failed(int error)
 {
     failure = std::strerror(error);
     if (error == EBUSY)
@@ -58,7 +54,9 @@ FormatStatus CardDevice::openFailure(int error)
         return FormatStatus::writeProtected;
     if (error == ELOOP || error == ENOTBLK)
         return FormatStatus::notADevice;
-    return FormatStatus::cardGone;
+    if (error == EACCES || error == EPERM || error == EMFILE || error == ENFILE || error == ENOMEM)
+        return FormatStatus::toolFailed;
+    return meansGone(error) ? FormatStatus::cardGone : FormatStatus::mediumErrors;
 }
 
 FormatStatus CardDevice::open()
@@ -67,13 +65,13 @@ FormatStatus CardDevice::open()
     // First without any right to write: the node itself may be anything.
     kept = ::open(node.c_str(), O_RDONLY | flags);
     if (kept < 0)
-        return openFailure(errno);
-    if (numberOf(kept).empty() || numberOf(kept) != expected.number)
+        return failed(errno);
+    if (platform::blockNumber(kept).empty() || platform::blockNumber(kept) != expected.number)
         return FormatStatus::notADevice;
     exclusive = ::open(node.c_str(), O_RDWR | O_EXCL | flags);
     if (exclusive < 0)
-        return openFailure(errno);
-    if (numberOf(exclusive) != expected.number)
+        return failed(errno);
+    if (platform::blockNumber(exclusive) != expected.number)
         return FormatStatus::notADevice;
     if (sizeOf(exclusive) != expected.size)
         return FormatStatus::otherSize;
@@ -85,11 +83,31 @@ void CardDevice::letOthersOpen()
     closeOnce(exclusive);
 }
 
-bool CardDevice::isThere() const
+bool CardDevice::isGone() const
 {
+    // Opened anew: what is open already does not tell that its medium is another one.
+    const int now = ::open(node.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    const bool gone = now < 0 ? meansGone(errno)
+                              : platform::blockNumber(now) != expected.number || sizeOf(now) != expected.size;
+    if (now >= 0)
+        ::close(now);
+    return gone;
+}
+
+FormatStatus CardDevice::trouble(std::chrono::milliseconds patience)
+{
+    constexpr std::chrono::milliseconds pause(100);
     std::byte first{};
-    return access(node.c_str(), F_OK) == 0 && sizeOf(kept) == expected.size
-        && readFromMedium(std::span(&first, 1));
+    for (;; patience -= pause) {
+        if (isGone())
+            return FormatStatus::cardGone;
+        if (isReadOnly())
+            return FormatStatus::writeProtected;
+        const FormatStatus read = readFromMedium(std::span(&first, 1));
+        if (read == FormatStatus::ok || patience <= pause)
+            return read;
+        std::this_thread::sleep_for(pause);
+    }
 }
 
 bool CardDevice::isReadOnly() const
@@ -98,19 +116,19 @@ bool CardDevice::isReadOnly() const
     return ioctl(kept, BLKROGET, &readOnly) != 0 || readOnly != 0;
 }
 
-bool CardDevice::readFromMedium(std::span<std::byte> bytes) const
+FormatStatus CardDevice::readFromMedium(std::span<std::byte> bytes)
 {
     // Until the system's memory of the device is dropped, a card that lost everything reads well.
     if (fsync(kept) != 0 || ioctl(kept, BLKFLSBUF) != 0)
-        return false;
+        return failed(errno);
     size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t count = pread(kept, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
-            return false;
+            return failed(count < 0 ? errno : ENXIO);
         done += static_cast<size_t>(count);
     }
-    return true;
+    return FormatStatus::ok;
 }

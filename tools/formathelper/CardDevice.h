@@ -3,11 +3,12 @@
 #include "cardtools/FormatRule.h"
 #include "platform/KernelDevice.h"
 
+#include <chrono>
 #include <cstddef>
 #include <span>
 #include <string>
 
-/// The block device that is being formatted. As long as this lives, its name cannot go to another device.
+/// The block device that is being formatted. As long as this lives, its number cannot go to another device.
 class CardDevice {
 public:
     CardDevice(std::string node, platform::KernelDevice expected);
@@ -17,19 +18,23 @@ public:
 
     /// Opens it for this process alone and compares it with what the kernel told; `ok`, or why not.
     FormatStatus open();
-    /// What the system said when `open` failed.
+    /// What the system said when `open` or a reading failed.
     const std::string& reason() const { return failure; }
     /// Ends the exclusive use, so that a tool can have it; the device stays open.
     void letOthersOpen();
 
     const std::string& path() const { return node; }
-    bool isThere() const;
-    bool isReadOnly() const;
-    /// Fills the bytes from the start of the medium itself, not from what the system remembers of it.
-    bool readFromMedium(std::span<std::byte> bytes) const;
+    /// After a failure: what is wrong with the card itself, `ok` when nothing is. A card that is being pulled
+    /// fails before it is gone; so long it is waited for.
+    FormatStatus trouble(std::chrono::milliseconds patience);
+    /// Fills the bytes from the start of the medium itself, not from what the system remembers of it; `ok`,
+    /// or what is wrong.
+    FormatStatus readFromMedium(std::span<std::byte> bytes);
 
 private:
-    FormatStatus openFailure(int error);
+    FormatStatus failed(int error);
+    bool isGone() const;
+    bool isReadOnly() const;
 
     std::string node;
     platform::KernelDevice expected;

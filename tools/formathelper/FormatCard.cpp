@@ -1,14 +1,18 @@
 #include "tools/formathelper/FormatCard.h"
 
 #include "platform/DiskCommand.h"
-#include "platform/ToolRun.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/CardDevice.h"
+#include "tools/formathelper/DiskParts.h"
+#include "tools/formathelper/FormatTool.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <thread>
 #include <vector>
+
+#include <unistd.h>
 
 namespace {
 
@@ -29,59 +33,65 @@ std::string detailOf(FormatStatus status, const FormatFacts& facts, const Kernel
         if ((status == FormatStatus::stillMounted || status == FormatStatus::systemDisk) && isReason)
             return mount.place;
     }
+    if (status == FormatStatus::stillMounted && !device.users.empty())
+        return device.users.front().name + " (" + std::to_string(device.users.front().process) + ")";
     if (status == FormatStatus::otherSize)
         return std::to_string(facts.size) + " / " + std::to_string(facts.sizeSeen) + " bytes";
     return {};
 }
 
-ToolResult runPlain(std::vector<std::string> command, std::chrono::milliseconds limit)
+/// Who only looks at a new device, as the system does after each change, has closed it a moment later.
+KernelDevice settledDevice(const std::string& name, const FormatPolicy& policy)
 {
-    return platform::runTool(
-        {std::move(command), limit, true, {"PATH=/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL=C"}});
+    constexpr std::chrono::milliseconds pause(100);
+    auto patience = policy.patience;
+    KernelDevice device = platform::kernelDevice(name, policy.roots);
+    for (; !device.users.empty() && device.mounts.empty() && patience >= pause; patience -= pause) {
+        std::this_thread::sleep_for(pause);
+        device = platform::kernelDevice(name, policy.roots);
+    }
+    return device;
 }
 
-std::string lastLine(const std::string& text)
-{
-    const size_t end = text.find_last_of('\n');
-    return end == std::string::npos ? text : text.substr(end + 1);
-}
-
-/// What a tool's failure is: a pulled card is told as that, not as the tool's last words.
-FormatResult toolFailure(
-    const std::string& tool, const ToolResult& run, FormatStatus otherwise, const CardDevice& card)
+/// What a tool's failure is: what is wrong with the card itself is told as that.
+FormatResult toolFailure(const std::string& tool, const ToolResult& run, FormatStatus otherwise,
+    CardDevice& card, const FormatPolicy& policy)
 {
     if (run.end == ToolResult::End::missing)
         return {FormatStatus::toolMissing, tool + " (dosfstools)"};
     if (run.end == ToolResult::End::tookTooLong)
         return {FormatStatus::tookTooLong, tool};
-    if (!card.isThere())
-        return {FormatStatus::cardGone, lastLine(run.text)};
-    if (card.isReadOnly())
-        return {FormatStatus::writeProtected, lastLine(run.text)};
-    return {otherwise, lastLine(run.text)};
+    if (run.end == ToolResult::End::stillRuns)
+        return {FormatStatus::stillWorking, tool};
+    const FormatStatus trouble = card.trouble(policy.patience);
+    return {trouble == FormatStatus::ok ? otherwise : trouble, errorLine(tool, run.text)};
 }
 
-FormatResult makeFileSystem(const FormatRequest& request, const FormatPolicy& policy, const CardDevice& card,
-    const KernelDevice& device)
+FormatResult makeFileSystem(
+    const FormatRequest& request, const FormatPolicy& policy, CardDevice& card, const KernelDevice& device)
 {
     std::vector<std::string> command{policy.mkfs, "-F", "32", "-n", "ZAVIK", "-f", "2", "-R", "32", "-a",
         "-b", "6", "-s", std::to_string(request.cluster), "--mbr=n"};
     if (device.whole)
         command.emplace_back("-I");
     command.push_back(card.path());
-    const ToolResult made = runPlain(command, policy.mkfsLimit);
+    // Its banner is all that it writes to standard output.
+    const ToolResult made = runFormatTool(command, policy.mkfsLimit, ToolOutput::errors);
     if (!made.succeeded())
-        return toolFailure("mkfs.fat", made, FormatStatus::toolFailed, card);
+        return toolFailure("mkfs.fat", made, FormatStatus::toolFailed, card, policy);
 
     std::vector<std::byte> start(checkedBytes);
-    if (!card.readFromMedium(start))
-        return {FormatStatus::cardGone, {}};
+    if (card.readFromMedium(start) != FormatStatus::ok) {
+        const FormatStatus trouble = card.trouble(policy.patience);
+        return {trouble == FormatStatus::ok ? FormatStatus::mediumErrors : trouble, card.reason()};
+    }
     if (std::string fault = fileSystemFault(start, {device.size, request.cluster}); !fault.empty())
         return {FormatStatus::notAsAsked, fault};
 
-    const ToolResult checked = runPlain({policy.fsck, "-n", card.path()}, policy.fsckLimit);
+    const ToolResult checked =
+        runFormatTool({policy.fsck, "-n", card.path()}, policy.fsckLimit, ToolOutput::all);
     if (!checked.succeeded())
-        return toolFailure("fsck.fat", checked, FormatStatus::notClean, card);
+        return toolFailure("fsck.fat", checked, FormatStatus::notClean, card, policy);
     return {};
 }
 
@@ -105,6 +115,7 @@ FormatFacts gatheredFacts(
         facts.systemDisk = facts.systemDisk || isSystemPlace(mount.place);
         facts.mounted = facts.mounted || mount.own;
     }
+    facts.mounted = facts.mounted || !device.users.empty();
     facts.swapSpace = device.swap;
     facts.held = device.held;
     facts.card =
@@ -120,7 +131,7 @@ FormatFacts gatheredFacts(
 
 FormatResult formatCard(const FormatRequest& request, const FormatPolicy& policy)
 {
-    const KernelDevice device = platform::kernelDevice(request.device, policy.roots);
+    const KernelDevice device = settledDevice(request.device, policy);
     const FormatFacts facts = gatheredFacts(request, policy, device);
     if (const FormatStatus status = mayFormat(facts); status != FormatStatus::ok)
         return {status, detailOf(status, facts, device)};
@@ -128,11 +139,16 @@ FormatResult formatCard(const FormatRequest& request, const FormatPolicy& policy
     CardDevice card(policy.roots.dev + "/" + request.device, device);
     if (const FormatStatus status = card.open(); status != FormatStatus::ok)
         return {status, card.reason()};
-    // The device cannot get another name any more; the medium in it is looked at once again.
-    const KernelDevice again = platform::kernelDevice(request.device, policy.roots);
-    if (const FormatStatus status = mayFormat(gatheredFacts(request, policy, again));
-        status != FormatStatus::ok)
-        return {status, {}};
+    if (policy.opened)
+        policy.opened();
+    // The device cannot get another number any more; it and the medium in it are looked at once again.
+    KernelDevice again = platform::kernelDevice(request.device, policy.roots);
+    std::erase_if(again.users, [](const KernelDevice::User& user) { return user.process == getpid(); });
+    const FormatFacts factsNow = gatheredFacts(request, policy, again);
+    if (const FormatStatus status = mayFormat(factsNow); status != FormatStatus::ok)
+        return {status, detailOf(status, factsNow, again)};
+    if (std::string part = foreignPart(request.device, again, policy.roots.dev); !part.empty())
+        return {FormatStatus::heldByOthers, part};
     card.letOthersOpen();
     return makeFileSystem(request, policy, card, again);
 }

@@ -4,6 +4,7 @@
 #include "platform/KernelDevice.h"
 
 #include <chrono>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,6 +28,9 @@ struct FormatPolicy {
     std::string fsck = "/usr/sbin/fsck.fat";
     std::chrono::milliseconds mkfsLimit{6 * 60'000};
     std::chrono::milliseconds fsckLimit{4 * 60'000};
+    // How long others may have the device open, and how long a card takes to be seen gone.
+    std::chrono::milliseconds patience{3'000};
+    std::function<void()> opened = {}; // told when the device has been opened
 };
 
 struct FormatResult {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/ToolRun.h"
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What of a tool's output is gathered.
+enum class ToolOutput {
+    errors,
+    all,
+};
+
+/// Runs a file system tool with nothing of our environment; it ends with us, however that is.
+platform::ToolResult runFormatTool(
+    const std::vector<std::string>& command, std::chrono::milliseconds limit, ToolOutput output);
+
+/// The line of a tool's words that says what went wrong: the last that it begins with its name, else the
+/// first that is not its banner ("mkfs.fat 4.2 (2021-01-31)").
+std::string errorLine(std::string_view tool, const std::string& words);
