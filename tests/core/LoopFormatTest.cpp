@@ -94,6 +94,8 @@ TEST_F(LoopFormat, WhatFailsIsToldAsWhatItIs)
         calls.fail("fsync", EIO);
         EXPECT_EQ(with(card, "exec mkfs.fat \"$@\"\n"), FormatStatus::mediumErrors);
         EXPECT_EQ(result.detail, "Input/output error");
+        calls.fail("kill", EPERM);
+        EXPECT_EQ(with(card, "sleep 1\n"), FormatStatus::stillWorking);
     }
     EXPECT_EQ(with(card, "blockdev --setro " + card.path() + "; echo no >&2; exit 1\n"),
         FormatStatus::writeProtected);

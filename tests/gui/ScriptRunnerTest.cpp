@@ -1,10 +1,13 @@
 #include "platform/QtScriptRunner.h"
 #include "tests/support/CollectedLog.h"
+#include "tests/support/CountedCalls.h"
 #include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <sys/stat.h>
+
+#include <cerrno>
 
 using testing::HasSubstr;
 
@@ -101,6 +104,9 @@ TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
     EXPECT_THAT(answered("exit 126\n").message, HasSubstr("cancelled"));
     EXPECT_THAT(answered("echo 'Not authorized' >&2; exit 127\n").message, HasSubstr("Not authorized"));
     EXPECT_THAT(answered("sleep 600\n").message, HasSubstr("too long"));
+    CountedCalls calls;
+    calls.fail("kill", EPERM);
+    EXPECT_THAT(answered("sleep 1\n").message, HasSubstr("still works on the card"));
 
     setenv("PATH", folder.path("empty").c_str(), 1);
     EXPECT_THAT(runner.doShellScript("diskutil mount sdz1", false).message, HasSubstr("udisksctl"));
