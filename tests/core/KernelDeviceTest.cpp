@@ -11,162 +11,118 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* card = "sys/devices/pci0/usb1/1-2/block/sdb/";
+constexpr const char* mountinfo = "proc/self/mountinfo";
+constexpr const char* swaps = "proc/swaps";
+
 /// A machine with one card reader, as /sys and /proc tell: sdb with sdb1 (the card) and sdb2.
 class Machine {
 public:
     Machine()
     {
-        put("proc/self/mountinfo", "22 1 259:2 / / rw - ext4 /dev/nvme0n1p2 rw\n");
-        put("proc/swaps", "Filename Type Size Used Priority\n");
-        device("devices/pci0/usb1/1-2/block/sdb", "8:16", 1'000'000);
-        put("sys/devices/pci0/usb1/1-2/block/sdb/removable", "1\n");
-        put("sys/devices/pci0/usb1/1-2/block/sdb/diskseq", "17\n");
-        device("devices/pci0/usb1/1-2/block/sdb/sdb1", "8:17", 900'000);
-        device("devices/pci0/usb1/1-2/block/sdb/sdb2", "8:18", 90'000);
-        for (const char* part : {"sdb1", "sdb2"})
-            put("sys/devices/pci0/usb1/1-2/block/sdb/" + std::string(part) + "/partition", "1\n");
+        put(mountinfo, "22 1 259:2 / / rw - ext4 /dev/nvme0n1p2 rw\n");
+        put(swaps, "Filename Type Size Used Priority\n");
+        device(card, "8:16");
+        put(card + std::string("removable"), "1\n");
+        put(card + std::string("diskseq"), "17\n");
+        for (const char* part : {"1", "2"}) {
+            const std::string path = std::string(card) + "sdb" + part + "/";
+            device(path, std::string("8:1") + (*part == '1' ? "7" : "8"));
+            put(path + "partition", part);
+        }
     }
 
     void put(const std::string& name, const std::string& text) const { folder.file(name, text); }
-    void mount(const std::string& number, const std::string& place, const std::string& source) const
+    void device(const std::string& path, const std::string& number) const
     {
-        put("proc/self/mountinfo",
-            "22 1 259:2 / / rw - ext4 /dev/nvme0n1p2 rw\n30 22 " + number + " / " + place
-                + " rw shared:1 - vfat " + source + " rw\n");
-    }
-    void device(const std::string& path, const std::string& number, uint64_t sectors) const
-    {
-        put("sys/" + path + "/dev", number + "\n");
-        put("sys/" + path + "/size", std::to_string(sectors) + "\n");
-        put("sys/" + path + "/ro", "0\n");
+        put(path + "dev", number + "\n");
+        put(path + "size", "900000\n");
+        put(path + "ro", "0\n");
         fs::create_directories(folder.path("sys/class/block"));
-        fs::create_symlink(
-            "../../" + path, folder.path("sys/class/block/" + fs::path(path).filename().native()));
-    }
-    /// Something is built on the partition.
-    void hold(const std::string& part, const std::string& holder) const
-    {
-        device("devices/virtual/block/" + holder, "253:7", 80'000);
-        put("sys/devices/pci0/usb1/1-2/block/sdb/" + part + "/holders/" + holder, "");
-    }
-    std::string card(const std::string& name) const
-    {
-        return folder.path("sys/devices/pci0/usb1/1-2/block/" + name);
+        fs::create_symlink(folder.path(path),
+            folder.path("sys/class/block/" + fs::path(path).parent_path().filename().native()));
     }
 
     FormatResult format(const std::string& name, const std::string& medium = "17") const
     {
+        const auto numberAt = [this](const std::string& path) {
+            const auto node = nodes.find(fs::path(path).filename());
+            return node == nodes.end() ? "" : node->second;
+        };
         FormatPolicy policy;
-        policy.roots = {folder.path("sys"), folder.path("proc"), folder.path("dev"),
-            [this](const std::string& path) {
-                const auto node = nodes.find(path);
-                return node == nodes.end() ? "" : node->second;
-            },
-            [this](const std::string& node, const std::string&) { return std::vector{nodes[node]}; }};
+        policy.roots = {folder.path("sys"), folder.path("proc"), folder.path("dev"), numberAt,
+            [=](const std::string& node, const std::string&) { return std::vector{numberAt(node)}; }};
         policy.patience = {};
         const uint64_t size = platform::kernelDevice(name, policy.roots).size;
         return formatCard({name, 32, size, medium}, policy);
     }
 
-    /// What the nodes at these paths are, whatever they are called; of a loop device what it is on.
-    mutable std::map<std::string, std::string> nodes;
+    /// What the nodes of these names are, wherever they are; of a loop device what it is on.
+    std::map<std::string, std::string> nodes;
     TempFolder folder;
 };
 
 struct Case {
     const char* name;
     FormatStatus expected;
-    std::function<void(const Machine&)> change;
+    std::vector<std::pair<std::string, std::string>> files; // what the kernel tells, too
+    std::map<std::string, std::string> nodes = {};
     const char* device = "sdb1";
 };
 
+std::string mount(const std::string& number, const std::string& place, const std::string& source)
+{
+    return "22 1 259:2 / / rw - ext4 /dev/nvme0n1p2 rw\n30 22 " + number + " / " + place
+        + " rw shared:1 - vfat " + source + " rw\n";
+}
+
+std::string ofCard(const std::string& name)
+{
+    return card + name;
+}
+
+const std::string all = "sys/class/block/";
+
 const Case cases[] = {
-    {"mounted", FormatStatus::stillMounted,
-        [](const Machine& m) { m.mount("8:17", "/media/u/A\\040B", "/dev/sdb1"); }},
+    {"mounted", FormatStatus::stillMounted, {{mountinfo, mount("8:17", "/media/u/A\\040B", "/dev/sdb1")}}},
     {"a partition is mounted", FormatStatus::stillMounted,
-        [](const Machine& m) { m.mount("8:18", "/media/u/B", "/dev/sdb2"); }, "sdb"},
+        {{mountinfo, mount("8:18", "/media/u/B", "/dev/sdb2")}}, {}, "sdb"},
     {"mounted with a number of its own", FormatStatus::stillMounted,
-        [](const Machine& m) { m.mount("0:44", "/media/u/A", "/dev/sdb1"); }},
-    {"system", FormatStatus::systemDisk, [](const Machine& m) { m.mount("8:17", "/", "/dev/root"); }},
-    {"its neighbour is the system", FormatStatus::systemDisk,
-        [](const Machine& m) { m.mount("8:18", "/boot/efi", "/dev/sdb2"); }},
-    {"system on LUKS on its neighbour", FormatStatus::systemDisk,
-        [](const Machine& m) {
-            m.hold("sdb2", "dm-0");
-            m.mount("253:7", "/", "/dev/mapper/root");
-        }},
-    {"LUKS or LVM on it", FormatStatus::heldByOthers, [](const Machine& m) { m.hold("sdb1", "dm-0"); }},
-    {"a loop device on it", FormatStatus::heldByOthers,
-        [](const Machine& m) {
-            m.device("devices/virtual/block/loop3", "7:3", 80'000);
-            m.put("sys/devices/virtual/block/loop3/loop/backing_file", "/dev/sdb1\n");
-        }},
-    {"a loop device on it by a node that has another name", FormatStatus::heldByOthers,
-        [](const Machine& m) {
-            m.device("devices/virtual/block/loop3", "7:3", 80'000);
-            m.put("sys/devices/virtual/block/loop3/loop/backing_file", "/mnt/dev/card\n");
-            m.nodes[m.folder.path("dev/loop3")] = "8:17";
-        }},
+        {{mountinfo, mount("0:44", "/media/u/A", "/dev/sdb1")}}},
     {"mounted by a node that has another name", FormatStatus::stillMounted,
-        [](const Machine& m) {
-            m.mount("0:44", "/media/u/A", "/dev/sdz:/root/card");
-            m.nodes["/root/card"] = "8:17";
-        }},
+        {{mountinfo, mount("0:44", "/media/u/A", "/dev/sdz:/root/card")}}, {{"card", "8:17"}}},
+    {"system", FormatStatus::systemDisk, {{mountinfo, mount("8:17", "/", "/dev/root")}}},
+    {"its neighbour is the system", FormatStatus::systemDisk,
+        {{mountinfo, mount("8:18", "/boot/efi", "/dev/sdb2")}}},
     {"mounted for the system, not for us", FormatStatus::systemDisk,
-        [](const Machine& m) { m.put("proc/1/mountinfo", "22 1 8:18 / /cdrom ro - iso9660 /x ro\n"); }},
-    {"swap by a node that has another name", FormatStatus::swapSpace,
-        [](const Machine& m) {
-            m.put("proc/swaps", "Filename\n/root/swap partition 1 0 -2\n");
-            m.nodes["/root/swap"] = "8:18";
-        }},
-    {"open in a program", FormatStatus::stillMounted,
-        [](const Machine& m) {
-            m.put("proc/77/fd/4", "");
-            m.nodes[m.folder.path("proc/77/fd/4")] = "8:17";
-        }},
-    {"its disk is open in a program", FormatStatus::stillMounted,
-        [](const Machine& m) {
-            m.put("proc/77/fd/4", "");
-            m.nodes[m.folder.path("proc/77/fd/4")] = "8:16";
-        }},
+        {{"proc/1/mountinfo", mount("8:18", "/cdrom", "/x")}}},
+    {"system on LUKS on its neighbour", FormatStatus::systemDisk,
+        {{ofCard("sdb2/holders/dm-0"), ""}, {all + "dm-0/dev", "253:7"},
+            {mountinfo, mount("253:7", "/", "/dev/mapper/root")}}},
+    {"LUKS or LVM on it", FormatStatus::heldByOthers, {{ofCard("sdb1/holders/dm-0"), ""}}},
+    {"a loop device on it", FormatStatus::heldByOthers, {{all + "loop3/loop/backing_file", "/dev/sdb1\n"}}},
+    {"a loop device on it by a node that has another name", FormatStatus::heldByOthers,
+        {{all + "loop3/loop/backing_file", "/mnt/dev/card\n"}}, {{"loop3", "8:17"}}},
     {"btrfs over it and another", FormatStatus::heldByOthers,
-        [](const Machine& m) {
-            m.put("sys/fs/btrfs/1-2/devices/sdb1", "");
-            m.put("sys/fs/btrfs/1-2/devices/sdx1", "");
-        }},
+        {{"sys/fs/btrfs/1-2/devices/sdb1", ""}, {"sys/fs/btrfs/1-2/devices/sdx1", ""}}},
     {"btrfs over its neighbour and another is the system", FormatStatus::systemDisk,
-        [](const Machine& m) {
-            m.put("sys/fs/btrfs/1-2/devices/sdb2", "");
-            m.device("devices/virtual/block/sdx1", "9:7", 80'000);
-            m.put("sys/fs/btrfs/1-2/devices/sdx1", "");
-            m.mount("0:30", "/home", "/dev/sdx1");
-        }},
-    {"bcachefs over it and another", FormatStatus::heldByOthers,
-        [](const Machine& m) {
-            for (const std::string name : {"sdb1", "sdx1"}) {
-                m.put("sys/fs/bcachefs/1-2/dev-" + name + "/label", "");
-                fs::create_symlink(
-                    "../../" + name, m.folder.path("sys/fs/bcachefs/1-2/dev-" + name + "/block"));
-            }
-        }},
-    {"swap", FormatStatus::swapSpace,
-        [](const Machine& m) { m.put("proc/swaps", "Filename\n/dev/sdb1 partition 1 0 -2\n"); }},
+        {{"sys/fs/btrfs/1-2/devices/sdb2", ""}, {"sys/fs/btrfs/1-2/devices/sdx1", ""},
+            {mountinfo, mount("0:30", "/home", "/dev/sdx1")}}},
+    {"open in a program", FormatStatus::stillMounted, {{"proc/77/fd/4", ""}}, {{"4", "8:17"}}},
+    {"its disk is open in a program", FormatStatus::stillMounted, {{"proc/77/fd/4", ""}}, {{"4", "8:16"}}},
+    {"its neighbour is open in a program", FormatStatus::cardGone, {{"proc/77/fd/4", ""}}, {{"4", "8:18"}}},
+    {"swap", FormatStatus::swapSpace, {{swaps, "Filename\n/dev/sdb1 partition 1 0 -2\n"}}},
+    {"swap by a node that has another name", FormatStatus::swapSpace,
+        {{swaps, "Filename\n/root/swap partition 1 0 -2\n"}}, {{"swap", "8:18"}}},
     {"swap on LVM on its neighbour", FormatStatus::swapSpace,
-        [](const Machine& m) {
-            m.hold("sdb2", "dm-0");
-            m.put("proc/swaps", "Filename\n/dev/dm-0 partition 1 0 -2\n");
-        }},
-    {"not removable", FormatStatus::notACard,
-        [](const Machine& m) { m.put("sys/devices/pci0/usb1/1-2/block/sdb/removable", "0\n"); }},
-    {"read-only", FormatStatus::writeProtected,
-        [](const Machine& m) { m.put("sys/devices/pci0/usb1/1-2/block/sdb/ro", "1\n"); }},
-    {"another medium", FormatStatus::otherMedium,
-        [](const Machine& m) { m.put("sys/devices/pci0/usb1/1-2/block/sdb/diskseq", "18\n"); }},
-    {"gone", FormatStatus::notADevice, [](const Machine& m) { fs::remove_all(m.card("sdb")); }},
-    {"no table of mounts", FormatStatus::notADevice,
-        [](const Machine& m) { m.put("proc/self/mountinfo", ""); }},
+        {{ofCard("sdb2/holders/dm-0"), ""}, {swaps, "Filename\n/dev/dm-0 partition 1 0 -2\n"}}},
+    {"not removable", FormatStatus::notACard, {{ofCard("removable"), "0\n"}}},
+    {"read-only", FormatStatus::writeProtected, {{ofCard("ro"), "1\n"}}},
+    {"another medium", FormatStatus::otherMedium, {{ofCard("diskseq"), "18\n"}}},
+    {"gone", FormatStatus::notADevice, {}, {}, "sdc1"},
+    {"no table of mounts", FormatStatus::notADevice, {{mountinfo, ""}}},
     // All is well as far as the kernel tells, and then there is nothing of this name to open.
-    {"no node", FormatStatus::cardGone, [](const Machine&) {}},
+    {"no node", FormatStatus::cardGone, {}},
 };
 
 } // namespace
@@ -175,10 +131,20 @@ TEST(FormatHelper, RefusesByWhatTheKernelTells)
 {
     for (const Case& one : cases) {
         SCOPED_TRACE(one.name);
-        const Machine machine;
-        one.change(machine);
+        Machine machine;
+        machine.nodes = one.nodes;
+        for (const auto& [name, text] : one.files)
+            machine.put(name, text);
         EXPECT_EQ(machine.format(one.device).status, one.expected);
     }
+    // Each member of this one is a link.
+    const Machine machine;
+    for (const std::string name : {"sdb1", "sdx1"}) {
+        machine.put("sys/fs/bcachefs/1-2/dev-" + name + "/label", "");
+        fs::create_symlink(
+            "../../" + name, machine.folder.path("sys/fs/bcachefs/1-2/dev-" + name + "/block"));
+    }
+    EXPECT_EQ(machine.format("sdb1").status, FormatStatus::heldByOthers);
 }
 
 TEST(FormatHelper, OnlyACardInASlotNeedsNoRemovableFlag)
@@ -187,11 +153,11 @@ TEST(FormatHelper, OnlyACardInASlotNeedsNoRemovableFlag)
              {"MMC", "mmcblk1boot0", FormatStatus::cardGone}, {"MMC", "mmcblk0boot0", FormatStatus::notACard},
              {"SDIO", "mmcblk1boot0", FormatStatus::notACard}}) {
         const Machine machine;
-        machine.device("devices/pci0/mmc_host/mmc0/mmc0:1/block/mmcblk0", "179:0", 1'000'000);
-        machine.device("devices/pci0/mmc_host/mmc1/mmc1:1/block/" + std::string(bootArea), "179:8", 1'000);
-        machine.put("sys/devices/pci0/mmc_host/mmc0/mmc0:1/block/mmcblk0/removable", "0\n");
-        machine.put(
-            "sys/devices/pci0/mmc_host/mmc0/mmc0:1/block/mmcblk0/device/type", std::string(type) + "\n");
+        const std::string disk = "sys/devices/pci0/mmc_host/mmc0/mmc0:1/block/mmcblk0/";
+        machine.device(disk, "179:0");
+        machine.put(all + bootArea + "/dev", "179:8");
+        machine.put(disk + "removable", "0\n");
+        machine.put(disk + "device/type", std::string(type) + "\n");
         EXPECT_EQ(machine.format("mmcblk0", "-").status, expected) << type << bootArea;
     }
 }

@@ -205,13 +205,16 @@ TEST_F(LoopFormat, CardThatIsInUseIsNotTouchedHoweverThatIsHidden)
     // A neighbour that is claimed for somebody whom no table names, and one that is part of a pool.
     for (const auto& part : {std::vector<std::string>{"1", "2048", "409600"}, {"2", "411648", "409600"}})
         ASSERT_TRUE(platform::runTool({{"addpart", card.path(), part[0], part[1], part[2]}}).succeeded());
-    const int neighbour = open((card.path() + "p1").c_str(), O_RDWR | O_EXCL | O_CLOEXEC);
-    ASSERT_GE(neighbour, 0);
+    const std::string neighbour = card.path() + "p1";
+    const int claimed = open(neighbour.c_str(), O_RDWR | O_EXCL | O_CLOEXEC);
     EXPECT_EQ(formatted("p2").status, FormatStatus::heldByOthers);
-    const uint64_t magic = 0x00bab10c;
-    EXPECT_EQ(pwrite(neighbour, &magic, sizeof magic, 131 * 1024), ssize_t(sizeof magic));
-    close(neighbour);
-    EXPECT_EQ(formatted("p2").status, FormatStatus::heldByOthers);
-    EXPECT_EQ(formatted("p1").detail, card.name + "p1");
-    EXPECT_EQ(formatted().status, FormatStatus::heldByOthers);
+    close(claimed);
+    for (const uint64_t magic : {uint64_t(0x00bab10c), uint64_t(0)}) {
+        const int label = open(neighbour.c_str(), O_RDWR | O_CLOEXEC);
+        EXPECT_EQ(pwrite(label, &magic, sizeof magic, 131 * 1024), ssize_t(sizeof magic));
+        close(label);
+        for (const char* part : {"p2", "p1", ""})
+            EXPECT_EQ(formatted(part).status, magic == 0 ? FormatStatus::ok : FormatStatus::heldByOthers)
+                << part;
+    }
 }

@@ -98,13 +98,14 @@ FormatStatus CardDevice::trouble(std::chrono::milliseconds patience)
 {
     constexpr std::chrono::milliseconds pause(100);
     std::byte first{};
+    // Once only: a failed writing is told to the first who asks.
+    const FormatStatus read = readFromMedium(std::span(&first, 1));
     for (;; patience -= pause) {
         if (isGone())
             return FormatStatus::cardGone;
         if (isReadOnly())
             return FormatStatus::writeProtected;
-        const FormatStatus read = readFromMedium(std::span(&first, 1));
-        if (read == FormatStatus::ok || patience <= pause)
+        if (read == FormatStatus::ok || patience < pause)
             return read;
         std::this_thread::sleep_for(pause);
     }

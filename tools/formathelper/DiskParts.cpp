@@ -46,7 +46,9 @@ bool isForeign(const Part& part, const std::string& dev)
 std::string foreignPart(const std::string& name, const platform::KernelDevice& device, const std::string& dev)
 {
     std::vector<Part> parts = device.parts;
-    // Opened for us alone by now, or found in use.
+    // Whoever has a whole disk for himself has its partitions.
+    for (Part& part : parts)
+        part.used = part.used || device.whole;
     parts.push_back({name, device.number, true});
     const auto found = std::ranges::find_if(parts, [&](const Part& part) { return isForeign(part, dev); });
     return found == parts.end() ? std::string() : found->name;

@@ -81,9 +81,10 @@ FormatResult makeFileSystem(
         return toolFailure("mkfs.fat", made, FormatStatus::toolFailed, card, policy);
 
     std::vector<std::byte> start(checkedBytes);
-    if (card.readFromMedium(start) != FormatStatus::ok) {
+    if (const FormatStatus read = card.readFromMedium(start); read != FormatStatus::ok) {
+        std::string reason = card.reason();
         const FormatStatus trouble = card.trouble(policy.patience);
-        return {trouble == FormatStatus::ok ? FormatStatus::mediumErrors : trouble, card.reason()};
+        return {trouble == FormatStatus::ok ? read : trouble, std::move(reason)};
     }
     if (std::string fault = fileSystemFault(start, {device.size, request.cluster}); !fault.empty())
         return {FormatStatus::notAsAsked, fault};
