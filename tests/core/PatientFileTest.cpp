@@ -51,9 +51,9 @@ TEST(PatientFile, GivingUpEndsTheWaitAndNothingStaysOpen)
     for (int i = 0; i < 20; ++i)
         EXPECT_EQ(PatientFile(path).size(), 10);
     for (const auto end = std::chrono::steady_clock::now() + 20s;
-         openDescriptors() != before && std::chrono::steady_clock::now() < end;)
+         openDescriptors() > before && std::chrono::steady_clock::now() < end;)
         std::this_thread::yield();
-    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_LE(openDescriptors(), before) << "files of other tests may be closed meanwhile";
 
     const HungFile hung(path);
     ASSERT_TRUE(hung.isHung);
