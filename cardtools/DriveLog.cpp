@@ -3,7 +3,10 @@
 #include "common/Log.h"
 #include "telemetry/FileByteSource.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <new>
+#include <system_error>
 #include <utility>
 
 std::string DriveLog::stringForColumnIndex(int64_t column, int64_t row) const
@@ -27,32 +30,50 @@ DrivePlace DriveLog::placeAt(int64_t row) const
     return place.latitude <= 90 && place.longitude <= 180 ? place : DrivePlace();
 }
 
-DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop)
+void DriveLog::readRecords(DriveLogReader& reader, const DriveLogProgress& progress)
+{
+    constexpr size_t pieceSize = size_t{1} << 20;
+    const auto most = static_cast<int64_t>(reader.recordsAtMost());
+    bytes.reset(new (std::nothrow) std::byte[static_cast<size_t>(most) * kind->recordSize]);
+    if (!bytes) {
+        ending = DriveLogEnd::NoMemory;
+        return;
+    }
+    while (records < most && reader.end() == DriveLogEnd::Whole) {
+        const auto rest = static_cast<size_t>(most - records) * kind->recordSize;
+        std::byte* const next = bytes.get() + static_cast<size_t>(records) * kind->recordSize;
+        records += static_cast<int64_t>(reader.read({next, std::min(rest, pieceSize)}));
+        if (progress)
+            progress(records, most);
+    }
+    ending = reader.end();
+    if (ending == DriveLogEnd::Whole && records < int64_t{headerCount})
+        ending = DriveLogEnd::Cut;
+}
+
+DriveLog readDriveLog(
+    ByteSource& source, const DriveLogFormat& format, std::stop_token stop, const DriveLogProgress& progress)
 {
     DriveLog log(format);
     DriveLogReader reader(source, format, std::move(stop));
     if (const auto count = reader.readHeader()) {
         log.headerCount = *count;
-        const uint64_t size = reader.recordsAtMost() * format.recordSize;
-        log.bytes.reset(new (std::nothrow) std::byte[size]);
-        if (!log.bytes) {
-            log.ending = DriveLogEnd::NoMemory;
-            return log;
-        }
-        log.records = static_cast<int64_t>(reader.read({log.bytes.get(), size}));
+        log.readRecords(reader, progress);
+    } else {
+        log.ending = reader.end();
     }
-    log.ending = reader.end();
-    if (log.ending == DriveLogEnd::Whole && log.records < int64_t{log.headerCount})
-        log.ending = DriveLogEnd::Cut;
     return log;
 }
 
-DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop)
+DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop,
+    const DriveLogProgress& progress)
 {
     if (const auto file = FileByteSource::open(path.c_str()))
-        return readDriveLog(*file, format, std::move(stop));
-    logFormat("fopen fail:%s", path.c_str());
+        return readDriveLog(*file, format, std::move(stop), progress);
     DriveLog log(format);
-    log.ending = DriveLogEnd::CannotOpen;
+    std::error_code error;
+    const bool isThere = std::filesystem::exists(path, error) || error;
+    log.ending = isThere ? DriveLogEnd::CannotOpen : DriveLogEnd::NotThere;
+    logFormat("fopen fail:%s", path.c_str());
     return log;
 }

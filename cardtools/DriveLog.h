@@ -2,8 +2,12 @@
 
 #include "cardtools/DriveLogReader.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+
+/// Told while a log is read: how many of how many records are there.
+using DriveLogProgress = std::function<void(int64_t done, int64_t all)>;
 
 /// A drive log in memory: the whole records that were really read, exactly as they are in the file.
 class DriveLog {
@@ -31,10 +35,13 @@ public:
     /// The row's place; 0, 0 for a row that is not there and for a place that cannot be.
     DrivePlace placeAt(int64_t row) const;
 
-    friend DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop);
-    friend DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop);
+    friend DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop,
+        const DriveLogProgress& progress);
+    friend DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop,
+        const DriveLogProgress& progress);
 
 private:
+    void readRecords(DriveLogReader& reader, const DriveLogProgress& progress);
     bool hasRow(int64_t row) const { return row >= 0 && row < records; }
 
     const DriveLogFormat* kind;
@@ -46,5 +53,7 @@ private:
 
 /// Reads a whole log. Memory is taken for the records that are there, whatever the header says. The log is
 /// empty when its `end()` is not usable; a file that cannot be opened is also logged.
-DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {});
-DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop = {});
+DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {},
+    const DriveLogProgress& progress = {});
+DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop = {},
+    const DriveLogProgress& progress = {});

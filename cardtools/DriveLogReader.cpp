@@ -25,7 +25,9 @@ std::optional<uint32_t> DriveLogReader::readHeader()
 {
     DriveRecordHeader header;
     if (readBytes(std::as_writable_bytes(std::span(&header, 1))) < sizeof header) {
-        if (ending != DriveLogEnd::Stopped)
+        if (ending == DriveLogEnd::DeviceFailed)
+            ending = DriveLogEnd::HeaderFailed;
+        else if (ending != DriveLogEnd::Stopped)
             ending = DriveLogEnd::NoHeader;
         return {};
     }

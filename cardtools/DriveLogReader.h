@@ -13,15 +13,17 @@ enum class DriveLogEnd {
     DeviceFailed, // the device failed on the way; the records before that are good
     Stopped, // asked to stop on the way
     // From here on nothing of the log can be used.
+    NotThere,
     CannotOpen,
-    NoHeader, // shorter than a header, or the device failed in it
+    HeaderFailed, // the device failed before it gave a header
+    NoHeader, // shorter than a header
     ImpossibleCount, // more records than a file on the card can hold
     NoMemory,
 };
 
 constexpr bool isUsable(DriveLogEnd end)
 {
-    return end < DriveLogEnd::CannotOpen;
+    return end < DriveLogEnd::NotThere;
 }
 
 /// Reads a log from its beginning, in pieces of whole records.

@@ -2,6 +2,7 @@
 
 #include "cardtools/DriveLogCsv.h"
 #include "cardtools/DriveRecordPage.h"
+#include "cardtools/ProgressWindow.h"
 #include "common/Log.h"
 #include "platform/Platform.h"
 #include "platform/StreamedFile.h"
@@ -21,17 +22,13 @@ struct Job {
     std::stop_token stop;
 };
 
-/// Empty on success; otherwise why not. `report` gets the percentage whenever it changes.
-std::string writeExport(const Job& job, const std::function<void(int)>& report)
+/// Empty on success; otherwise why not.
+std::string writeExport(const Job& job, const ProgressWindow::Report& report)
 try {
     platform::StreamedFile file(platform::FilePlace::chosen(job.path));
-    int reported = 0;
     const bool isWritten =
         writeDriveLogCsv(*job.log, job.titles, [&](std::string_view lines, int64_t records) {
-            const int percent = static_cast<int>(records * 100 / job.log->count());
-            if (percent != reported)
-                report(percent);
-            reported = percent;
+            report(records, job.log->count());
             return !job.stop.stop_requested() && file.write(lines);
         });
     if (job.stop.stop_requested())
@@ -47,7 +44,7 @@ try {
 void DriveRecordPage::onSaveCSVFile()
 {
     mapWindowController.reset();
-    if (m_FlashDataNum() <= 0 || !workTitle.isEmpty())
+    if (m_FlashDataNum() <= 0 || progressWindow)
         return;
     openSavePanel();
 }
@@ -61,34 +58,32 @@ void DriveRecordPage::openSavePanel()
     panel.asksBeforeReplacing = true;
     desktop.panels.chooseSaveFile(
         *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
-            if (!page || !path || !page->workTitle.isEmpty())
+            if (!page || !path || page->progressWindow)
                 return;
-            page->beginWork("sheet.saving");
+            page->beginWork("sheet.saving", "drivelog.stop_question");
+            page->window()->installEventFilter(page);
             page->doWriteCSVFile(*path);
         });
 }
 
+/// What was saved just before it was to stop is told, too.
 void DriveRecordPage::doWriteCSVFile(const std::string& path)
 {
-    Job job{m_pFalshSaveValue, {}, path, goingAway.get_token()};
+    Job job{m_pFalshSaveValue, {}, path, work.get_token()};
     for (const QString& name : columnNames)
         job.titles.push_back(name.toStdString());
-    desktop.dispatcher.inBackground(
-        [&dispatcher = desktop.dispatcher, page = QPointer(this), job = std::move(job)] {
-            const std::string trouble = writeExport(job, [&](int percent) {
-                dispatcher.onMain([page, percent] {
-                    if (page && page->isSheetUp)
-                        page->mainController->setLoadingTitle(
-                            QStringLiteral("%1 %2 %").arg(page->workTitle).arg(percent));
-                });
-            });
-            if (!trouble.empty())
-                logFormat("%s: %s", job.path.c_str(), trouble.c_str());
-            dispatcher.onMain([page, isSaved = trouble.empty()] {
-                if (!page)
-                    return;
+    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, page = QPointer(this),
+                                        job = std::move(job), report = progressWindow->report()] {
+        const std::string trouble = writeExport(job, report);
+        if (!trouble.empty())
+            logFormat("%s: %s", job.path.c_str(), trouble.c_str());
+        dispatcher.onMain([page, stop = job.stop, isSaved = trouble.empty()] {
+            if (!page)
+                return;
+            if (!stop.stop_requested())
                 page->endWork();
+            if (isSaved || !stop.stop_requested())
                 page->tellLater(isSaved ? "msg.saved" : "msg.write_failed");
-            });
         });
+    });
 }

@@ -1,6 +1,7 @@
 #include "cardtools/DriveRecordPage.h"
 
 #include "cardtools/DriveRecordModel.h"
+#include "cardtools/ProgressWindow.h"
 #include "common/Alerts.h"
 #include "common/InterfaceHelpers.h"
 #include "common/Log.h"
@@ -8,10 +9,8 @@
 #include "platform/Texts.h"
 #include "telemetry/ZVKMapWindowController.h"
 
-#include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
-#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 
@@ -28,7 +27,8 @@ DriveRecordPage::DriveRecordPage(platform::Platform& pieces, const std::string& 
 
 DriveRecordPage::~DriveRecordPage()
 {
-    goingAway.request_stop();
+    work.request_stop();
+    delete progressWindow;
 }
 
 void DriveRecordPage::awakeFromNib(const Outlets& widgets)
@@ -64,8 +64,10 @@ void DriveRecordPage::displayFileData()
     if (!fileData || !firstLoad)
         return;
     firstLoad = false;
-    if (m_FlashDataFilePath && QFileInfo::exists(QFile::decodeName(m_FlashDataFilePath->c_str())))
-        loadFlashDataFile();
+    if (!m_FlashDataFilePath || progressWindow)
+        return;
+    beginWork("sheet.loading", "");
+    doReadFlashDataFile(false);
 }
 
 void DriveRecordPage::populate()
@@ -79,13 +81,6 @@ std::optional<QString> DriveRecordPage::validateUserInput()
     return {};
 }
 
-void DriveRecordPage::setMainController(SettingPageHost* controller)
-{
-    mainController = controller;
-    // The card's log may be on its way already.
-    showLoadingSheet();
-}
-
 void DriveRecordPage::onHide()
 {
     mapWindowController.reset();
@@ -94,7 +89,7 @@ void DriveRecordPage::onHide()
 void DriveRecordPage::openFileDialog()
 {
     mapWindowController.reset();
-    if (!workTitle.isEmpty())
+    if (progressWindow)
         return;
     const platform::OpenPanel panel{
         platform::localized("panel.open_record").toStdString(), std::string(format.fileType)};
@@ -109,35 +104,58 @@ void DriveRecordPage::openFileDialog()
 
 void DriveRecordPage::loadFlashDataFile()
 {
-    if (!m_FlashDataFilePath || !workTitle.isEmpty())
+    if (!m_FlashDataFilePath || progressWindow)
         return;
-    beginWork("sheet.loading");
-    doReadFlashDataFile();
+    beginWork("sheet.loading", "");
+    doReadFlashDataFile(true);
 }
 
-void DriveRecordPage::doReadFlashDataFile()
+void DriveRecordPage::doReadFlashDataFile(bool isAskedFor)
 {
     desktop.dispatcher.inBackground(
         [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath, &kind = format,
-            stop = goingAway.get_token()] {
-            const auto log = std::make_shared<const DriveLog>(readDriveLog(path, kind, stop));
-            if (!stop.stop_requested())
-                dispatcher.onMain([page, log] {
-                    if (page)
-                        page->publish(log);
-                });
+            stop = work.get_token(), report = progressWindow->report(), isAskedFor] {
+            const auto log = std::make_shared<const DriveLog>(readDriveLog(path, kind, stop, report));
+            dispatcher.onMain([page, log, stop, isAskedFor] {
+                if (page && !stop.stop_requested())
+                    page->publish(log, isAskedFor);
+            });
         });
 }
 
-void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log)
+namespace {
+
+/// Nothing when all went well.
+const char* messageKey(DriveLogEnd end)
+{
+    switch (end) {
+    case DriveLogEnd::DeviceFailed:
+        return "msg.drivelog_device_failed";
+    case DriveLogEnd::NotThere:
+    case DriveLogEnd::CannotOpen:
+    case DriveLogEnd::HeaderFailed:
+        return "msg.drivelog_unreadable";
+    case DriveLogEnd::NoHeader:
+    case DriveLogEnd::ImpossibleCount:
+        return "msg.drivelog_is_none";
+    case DriveLogEnd::NoMemory:
+        return "msg.job_failed";
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+/// A card without a log is nothing to tell, unless the user asked for the log.
+void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log, bool isAskedFor)
 {
     endWork();
-    if (!isUsable(log->end())) {
-        tellLater("msg.drivelog_unreadable");
+    const char* const message = messageKey(log->end());
+    if (message && (isAskedFor || log->end() != DriveLogEnd::NotThere))
+        tellLater(message);
+    if (!isUsable(log->end()))
         return;
-    }
-    if (log->end() == DriveLogEnd::DeviceFailed)
-        tellLater("msg.drivelog_device_failed");
     m_pFalshSaveValue = std::move(log);
     m_bFlashDataAccess = true;
     model->setLog(m_pFalshSaveValue);
@@ -190,32 +208,29 @@ void DriveRecordPage::doubleClickTableRow(int64_t clickedRow)
         mapWindowController->removeMarker();
 }
 
-void DriveRecordPage::beginWork(const char* titleKey)
+void DriveRecordPage::beginWork(const char* wordsKey, const char* questionKey)
 {
-    workTitle = platform::localized(titleKey);
-    showLoadingSheet();
-}
-
-void DriveRecordPage::showLoadingSheet()
-{
-    if (workTitle.isEmpty() || isSheetUp || !mainController)
-        return;
-    isSheetUp = true;
-    mainController->showLoading(workTitle);
+    work = {};
+    progressWindow = new ProgressWindow(
+        desktop.dispatcher, *this, platform::localized(wordsKey), platform::localized(questionKey));
+    progressWindow->stopped = [this] {
+        work.request_stop();
+        endWork();
+    };
 }
 
 void DriveRecordPage::endWork()
 {
-    workTitle.clear();
-    if (std::exchange(isSheetUp, false))
-        mainController->hideLoading();
+    progressWindow->hide();
+    progressWindow->deleteLater();
+    progressWindow.clear();
 }
 
-/// The loading sheet takes up to half a second to go.
+/// The window of the work, or the panel, goes first.
 void DriveRecordPage::tellLater(const char* messageKey)
 {
-    constexpr std::chrono::milliseconds sheetGoesAway{500};
-    desktop.dispatcher.after(sheetGoesAway, [page = QPointer(this), messageKey] {
+    constexpr std::chrono::milliseconds windowGoesAway{500};
+    desktop.dispatcher.after(windowGoesAway, [page = QPointer(this), messageKey] {
         if (page)
             showAlert(page->desktop.alerts, *page->window(), "ZAVIK",
                 platform::localized(messageKey).toStdString());

@@ -4,6 +4,7 @@
 #include "platform/MountTable.h"
 #include "settings/ZVKSettingControllerDelegate.h"
 
+#include <QPointer>
 #include <QStringList>
 
 #include <memory>
@@ -13,6 +14,7 @@
 #include <vector>
 
 class DriveRecordModel;
+class ProgressWindow;
 class QLabel;
 class QPushButton;
 class QTableView;
@@ -35,7 +37,7 @@ public:
     void displayFileData();
     void populate() override;
     std::optional<QString> validateUserInput() override;
-    void setMainController(SettingPageHost* controller) override;
+    void setMainController(SettingPageHost*) override { }
     void onHide() override;
     bool holds(const std::string& mountPath) const override
     {
@@ -44,12 +46,13 @@ public:
 
     /// Asks for a log and shows it.
     void openFileDialog();
-    /// Reads the log behind the loading sheet. The rows stay as they are when it cannot be used, and the user
-    /// is told.
+    /// Reads the log; a window tells how far it is when that takes long. The rows stay as they are when it
+    /// cannot be used, and the user is told.
     void loadFlashDataFile();
     /// Shows the row's place on the map; the window only comes forward where the row has none.
     void doubleClickTableRow(int64_t clickedRow);
-    /// Asks for a file and writes the table to it behind the loading sheet.
+    /// Asks for a file and writes the table to it; a window tells how far it is when that takes long. Closing
+    /// the page's window asks meanwhile.
     void onSaveCSVFile();
 
     std::string stringForColumnIndex(int64_t column, int64_t row) const;
@@ -74,13 +77,12 @@ protected:
 
 private:
     void buildTable();
-    void doReadFlashDataFile();
-    void publish(std::shared_ptr<const DriveLog> log);
+    void doReadFlashDataFile(bool isAskedFor);
+    void publish(std::shared_ptr<const DriveLog> log, bool isAskedFor);
     void showState();
     void openSavePanel();
     void doWriteCSVFile(const std::string& path);
-    void beginWork(const char* titleKey);
-    void showLoadingSheet();
+    void beginWork(const char* wordsKey, const char* questionKey);
     void endWork();
     void tellLater(const char* messageKey);
 
@@ -96,11 +98,9 @@ private:
     std::shared_ptr<const DriveLog> m_pFalshSaveValue; // buffer and count in one
     bool firstLoad = true;
     bool m_bFlashDataAccess = false;
-    SettingPageHost* mainController = nullptr;
     std::optional<std::string> m_FlashDataFilePath;
     std::unique_ptr<ZVKMapWindowController> mapWindowController;
 
-    std::stop_source goingAway;
-    QString workTitle; // of the work under way; empty when there is none
-    bool isSheetUp = false;
+    std::stop_source work; // the one under way or the latest
+    QPointer<ProgressWindow> progressWindow; // while work is under way
 };

@@ -2,6 +2,7 @@
 
 #include "cardtools/DriveRecordModel.h"
 #include "cardtools/DriveRecordPage.h"
+#include "cardtools/ProgressWindow.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -67,6 +68,10 @@ void DriveRecordPage::buildTable()
 bool DriveRecordPage::eventFilter(QObject* watched, QEvent* event)
 {
     QTableView& table = *outlets.tableView;
+    if (progressWindow && event->type() == QEvent::Close && progressWindow->asksBeforeStopping()) {
+        event->ignore();
+        return true;
+    }
     if (watched == table.viewport() && event->type() == QEvent::MouseButtonDblClick) {
         const auto& mouse = static_cast<const QMouseEvent&>(*event);
         if (mouse.button() == Qt::LeftButton)

@@ -16,6 +16,8 @@ std::string_view problem(DriveLogEnd end)
         return "ends early";
     case DriveLogEnd::DeviceFailed:
         return "could not be read to its end";
+    case DriveLogEnd::HeaderFailed:
+        return "could not be read: input/output error";
     case DriveLogEnd::NoHeader:
         return "is no drive log";
     case DriveLogEnd::ImpossibleCount:

@@ -121,14 +121,22 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
         UnreliableSource card(file);
         card.failsAt = good;
         const DriveLog log = readDriveLog(card, obdDriveFormat);
-        ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::NoHeader : DriveLogEnd::DeviceFailed) << good;
+        ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::HeaderFailed : DriveLogEnd::DeviceFailed) << good;
         ASSERT_EQ(log.count(), good < 12 ? 0 : static_cast<int64_t>((good - 12) / 68)) << good;
     }
     std::stop_source stopped;
     stopped.request_stop();
     MemoryByteSource source(file);
     EXPECT_EQ(readDriveLog(source, obdDriveFormat, stopped.get_token()).end(), DriveLogEnd::Stopped);
-    EXPECT_EQ(readDriveLog(TempFolder().path(), obdDriveFormat).end(), DriveLogEnd::CannotOpen);
+    const std::vector<std::byte> large = driveLogFile(std::vector(40000, obdRecord()));
+    MemoryByteSource largeSource(large);
+    std::vector<int64_t> percentages;
+    readDriveLog(largeSource, obdDriveFormat, {},
+        [&](int64_t done, int64_t all) { percentages.push_back(done * 100 / all); });
+    EXPECT_EQ(percentages, (std::vector<int64_t>{38, 77, 100}));
+    const TempFolder folder;
+    EXPECT_EQ(readDriveLog(folder.path("none"), obdDriveFormat).end(), DriveLogEnd::NotThere);
+    EXPECT_EQ(readDriveLog(folder.path(), obdDriveFormat).end(), DriveLogEnd::CannotOpen);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include "cardtools/PMProgressIndicatorController.h"
+#include "cardtools/ProgressWindow.h"
 #include "cardtools/ZVKSettingForFlashDataViewController.h"
 #include "cardtools/ZVKSettingForObdDriveInfoViewController.h"
 #include "platform/Texts.h"
@@ -22,18 +24,10 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-struct Host final : SettingPageHost {
-    Texts calls;
-    void showLoading(const QString& title) override { calls.push_back("show " + title.toStdString()); }
-    void setLoadingTitle(const QString& title) override { calls.push_back(title.toStdString()); }
-    void hideLoading() override { calls.push_back("hide"); }
-};
-
 template <typename Page> class PageTest : public ::testing::Test {
 protected:
     PageTest()
     {
-        page->setMainController(&host);
         window.resize(940, 520);
         page->resize(window.size());
         page->setParent(&window);
@@ -64,9 +58,21 @@ protected:
         desktop.dispatcher.advance(std::chrono::milliseconds(500));
     }
 
+    /// What the window of the work shows, its buttons last; empty when there is none.
+    Texts shownWork()
+    {
+        Texts texts;
+        for (const auto* shown : window.findChildren<ProgressWindow*>()) {
+            for (const auto* label : shown->findChildren<QLabel*>())
+                texts.push_back(label->text().toStdString());
+            for (const auto* button : shown->findChildren<QPushButton*>())
+                if (button->isVisible())
+                    texts.push_back(button->text().toStdString());
+        }
+        return texts;
+    }
     TestPlatform desktop;
     TempFolder folder;
-    Host host;
     QWidget window;
     _FILEDATA record{};
     std::unique_ptr<Page> page = std::make_unique<Page>(desktop.pieces, "en");
@@ -77,29 +83,53 @@ protected:
 using FlashLogPage = PageTest<ZVKSettingForFlashDataViewController>;
 using ObdLogPage = PageTest<ZVKSettingForObdDriveInfoViewController>;
 
-TEST_F(FlashLogPage, ReadsTheCardsLogOnceBehindTheSheet)
+TEST_F(FlashLogPage, ReadsTheCardsLogOnceAndTellsHowFarItIs)
 {
     page->setM_FlashDataFilePath(folder.file("zavik_000.drv", driveLogFile(std::vector(2, flashRecord()))));
-    page->setMainController(nullptr);
     page->setFileData(&record);
-    EXPECT_TRUE(host.calls.empty());
-    page->setMainController(&host); // the window hands itself over after the record
     page->openFileDialog();
     EXPECT_FALSE(desktop.panels.openAnswer) << "nothing else while a log is read";
+    desktop.dispatcher.advance(std::chrono::milliseconds(499));
+    EXPECT_EQ(shownWork(), Texts()) << "a short work shows nothing";
+    desktop.dispatcher.advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(shownWork(), (Texts{"Loading...", "0 % completed", "Stop"}));
+    PMProgressIndicatorController& icon = PMProgressIndicatorController::sharedInstance();
+    EXPECT_EQ(icon.numProgressIndicators(), 1u);
+    window.findChild<ProgressWindow*>()->report()(30, 75);
+    desktop.dispatcher.runMain();
+    EXPECT_EQ(shownWork()[1], "40 % completed");
     desktop.dispatcher.runAll();
-    EXPECT_EQ(host.calls, (Texts{"show Loading...", "hide"}));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(shownWork(), Texts());
+    EXPECT_EQ(icon.numProgressIndicators(), 0u);
     EXPECT_EQ(rows(), 2);
 
     page->setFileData(&record);
+    EXPECT_EQ(desktop.dispatcher.runAll(), 0u);
+}
+
+TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
+{
+    open(std::vector(3, flashRecord()));
+    page->setM_FlashDataFilePath(folder.file("next.drv", driveLogFile(std::vector(2, flashRecord()))));
+    page->loadFlashDataFile();
+    desktop.dispatcher.advance(std::chrono::milliseconds(500));
+    QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
+    page->openFileDialog();
+    EXPECT_TRUE(desktop.panels.openAnswer);
     desktop.dispatcher.runAll();
-    EXPECT_EQ(host.calls.size(), 2u);
+    desktop.dispatcher.advance(std::chrono::seconds(1));
+    EXPECT_EQ(rows(), 3);
+    EXPECT_TRUE(desktop.alerts.shown.empty());
 }
 
 TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)
 {
     page->setM_FlashDataFilePath(folder.path("none.drv"));
     page->setFileData(&record);
-    EXPECT_EQ(desktop.dispatcher.runAll(), 0u);
+    desktop.dispatcher.runAll();
+    desktop.dispatcher.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(desktop.alerts.shown.empty());
     EXPECT_TRUE(child<QLabel>("emptyLabel").isVisible());
     EXPECT_FALSE(child<QPushButton>("exportButton").isEnabled());
     page->onSaveCSVFile();
@@ -117,17 +147,19 @@ TEST_F(FlashLogPage, AnUnreadableLogIsToldAndTheRowsStay)
     const FlashDataRecord one = flashRecord();
     std::vector<std::byte> impossible = driveLogFile(std::vector{one});
     std::memset(impossible.data(), 0xFF, 4);
-    for (const std::string& path : {folder.path("none"), folder.path(), folder.file("empty"),
-             folder.file("header", std::as_bytes(std::span(&one, 1)).first(11)),
-             folder.file("impossible", impossible)}) {
+    for (const auto& [path, key] : {std::pair(folder.path("none"), "msg.drivelog_unreadable"),
+             std::pair(folder.path(), "msg.drivelog_unreadable"),
+             std::pair(folder.file("empty"), "msg.drivelog_is_none"),
+             std::pair(
+                 folder.file("header", std::as_bytes(std::span(&one, 1)).first(11)), "msg.drivelog_is_none"),
+             std::pair(folder.file("impossible", impossible), "msg.drivelog_is_none")}) {
         SCOPED_TRACE(path);
         desktop.alerts.shown.clear();
         open(path);
         desktop.dispatcher.advance(std::chrono::milliseconds(500));
-        EXPECT_EQ(desktop.alerts.shown.size(), 1u);
+        EXPECT_EQ(desktop.alerts.shown, Texts{"ZAVIK|" + platform::localized(key).toStdString()});
         EXPECT_EQ(rows(), 3);
         EXPECT_EQ(page->stringForColumnIndex(1, 2), "65535");
-        EXPECT_EQ(host.calls.back(), "hide");
     }
     EXPECT_EQ(lines.front(), "fopen fail:" + folder.path("none"));
 }
@@ -170,11 +202,30 @@ TEST_F(FlashLogPage, ExportsInLogicalOrderOverALongerFile)
     EXPECT_NE(csv.find(",65535,99,"), csv.npos) << "the export has what the file has";
     EXPECT_EQ(std::ranges::count(csv, '\n'), 2001);
     EXPECT_TRUE(csv.ends_with(",12.5\n"));
-    EXPECT_EQ(host.calls[2], "show Saving...");
-    EXPECT_TRUE(host.calls[3].starts_with("Saving... ") && host.calls[3].ends_with(" %")) << host.calls[3];
-    EXPECT_EQ(host.calls.back(), "hide");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
         << "nothing beside it";
+}
+
+TEST_F(FlashLogPage, EscapeDuringAnExportAsksAndWhatWasWrittenIsRemoved)
+{
+    open(std::vector(2000, flashRecord()));
+    const std::string path = folder.path("zavik_000.csv");
+    page->onSaveCSVFile();
+    desktop.panels.saveAnswer(path);
+    EXPECT_FALSE(window.close()) << "in the first half second, too";
+    const Texts question{
+        platform::localized("drivelog.stop_question").toStdString(), "0 % completed", "Stop", "Continue"};
+    EXPECT_EQ(shownWork(), question);
+    QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
+    EXPECT_EQ(shownWork(), (Texts{"Saving...", "0 % completed", "Stop"}));
+    QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
+    EXPECT_EQ(shownWork(), question);
+    QTest::mouseClick(window.findChild<ProgressWindow*>()->findChild<QPushButton*>(), Qt::LeftButton);
+    desktop.dispatcher.runAll();
+    desktop.dispatcher.advance(std::chrono::seconds(1));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "the log alone";
+    EXPECT_TRUE(desktop.alerts.shown.empty());
+    EXPECT_TRUE(window.close());
 }
 
 /// Files of this process end at a size, as they would on a full disk.
