@@ -2,7 +2,6 @@
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFile>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -19,7 +18,8 @@ std::string draggedPath(const QMimeData& data)
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return {};
-    return QFile::encodeName(urls.first().toLocalFile()).toStdString();
+    // As bytes: a name need not be UTF-8.
+    return QByteArray::fromPercentEncoding(urls.first().path(QUrl::FullyEncoded).toLatin1()).toStdString();
 }
 
 } // namespace

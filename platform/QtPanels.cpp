@@ -66,20 +66,6 @@ void setType(QFileDialog& dialog, const std::string& type)
     dialog.setDefaultSuffix(ending);
 }
 
-void start(QFileDialog& dialog, const QString& folder)
-{
-    // The proposed name is one of the folder that the panel is in.
-    const QString name = dialog.property("proposedName").toString();
-    dialog.setDirectory(folder);
-    if (!name.isEmpty())
-        dialog.selectFile(name);
-    if (auto* places = dialog.findChild<QWidget*>(QStringLiteral("sidebar")))
-        places->setMinimumWidth(placesWidth);
-    dialog.open();
-    for (QPushButton* button : dialog.findChildren<QPushButton*>())
-        button->setIcon({});
-}
-
 QMessageBox& madeAlert(QWidget& window, const std::string& title, const std::string& message)
 {
     auto* box = new QMessageBox(&window);
@@ -124,9 +110,25 @@ void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer an
     dialog.setProperty("proposedName", QFile::decodeName(panel.name.c_str()));
     connectAnswer(dialog, std::move(answer));
     if (panel.folder)
-        start(dialog, QFile::decodeName(panel.folder->c_str()));
+        start(dialog, panel.folder);
     else
         openWhereThingsAre(dialog);
+}
+
+/// In the documents where there is no folder or it cannot be shown.
+void QtPanels::start(QFileDialog& dialog, const std::optional<std::string>& folder)
+{
+    // The proposed name is one of the folder that the panel is in.
+    const QString name = dialog.property("proposedName").toString();
+    const QString place = folder ? folders.shown(*folder) : QString();
+    dialog.setDirectory(place.isEmpty() ? documentsFolder() : place);
+    if (!name.isEmpty())
+        dialog.selectFile(name);
+    if (auto* places = dialog.findChild<QWidget*>(QStringLiteral("sidebar")))
+        places->setMinimumWidth(placesWidth);
+    dialog.open();
+    for (QPushButton* button : dialog.findChildren<QPushButton*>())
+        button->setIcon({});
 }
 
 void QtPanels::connectAnswer(QFileDialog& dialog, Answer answer)
@@ -138,10 +140,12 @@ void QtPanels::connectAnswer(QFileDialog& dialog, Answer answer)
                 reply(std::nullopt);
                 return;
             }
-            const std::string path = QFile::encodeName(chosen.first()).toStdString();
+            const std::string path = folders.real(chosen.first());
             const bool isFolder = dialog.fileMode() == QFileDialog::Directory;
-            defaults.setStringList(
-                lastFolderKey, {isFolder ? path : std::filesystem::path(path).parent_path().native()});
+            const std::string folder = isFolder ? path : std::filesystem::path(path).parent_path().native();
+            // A link goes with the program, and the defaults keep texts only.
+            if (folders.real(QFile::decodeName(folder.c_str())) == folder)
+                defaults.setStringList(lastFolderKey, {folder});
             reply(path);
         });
 }
@@ -155,7 +159,7 @@ void QtPanels::openWhereThingsAre(QFileDialog& dialog)
         waiting->deleteLater();
     }
     waiting = &dialog;
-    const auto once = [this, panel = QPointer(&dialog)](const QString& folder) {
+    const auto once = [this, panel = QPointer(&dialog)](const std::optional<std::string>& folder) {
         if (!panel || panel != waiting)
             return;
         waiting.clear();
@@ -168,10 +172,9 @@ void QtPanels::openWhereThingsAre(QFileDialog& dialog)
                 folder.reset();
             if (!folder && !used.empty() && isAtHand(used.front()))
                 folder = used.front();
-            queues.onMain(
-                [once, folder] { once(folder ? QFile::decodeName(folder->c_str()) : documentsFolder()); });
+            queues.onMain([once, folder] { once(folder); });
         });
-    dispatcher.after(patience, [once] { once(documentsFolder()); });
+    dispatcher.after(patience, [once] { once({}); });
 }
 
 void QtAlerts::alertSheet(

@@ -2,6 +2,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
+#include "platform/ShownFolders.h"
 
 #include <QPointer>
 
@@ -31,10 +32,12 @@ public:
 private:
     void connectAnswer(QFileDialog& dialog, Answer answer);
     void openWhereThingsAre(QFileDialog& dialog);
+    void start(QFileDialog& dialog, const std::optional<std::string>& folder);
 
     Dispatcher& dispatcher;
     UserDefaults& defaults;
     std::function<std::optional<std::string>()> findCard = [] { return std::nullopt; };
+    ShownFolders folders;
     /// Not on screen yet.
     QPointer<QFileDialog> waiting;
 };

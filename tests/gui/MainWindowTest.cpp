@@ -110,6 +110,10 @@ TEST_F(MainWindow, ADroppedFolderIsOpenedAndNothingElseIsTaken)
     EXPECT_TRUE(drop({url(other.path())}));
     EXPECT_EQ(app.list().directoryPath(), other.path());
     EXPECT_EQ(app.list().count(), 1);
+    other.file("caf\xe9/alwa_20150321_142530_F.avi");
+    EXPECT_TRUE(drop({QUrl::fromEncoded(QByteArray::fromStdString("file://" + other.path("caf%E9")))}));
+    EXPECT_EQ(app.list().directoryPath(), other.path("caf\xe9"));
+    EXPECT_EQ(app.list().count(), 1);
 }
 
 TEST_F(MainWindow, ShowsEachKindByItsOwnPicture)

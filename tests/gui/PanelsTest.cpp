@@ -75,6 +75,29 @@ TEST_F(Panels, StartOnTheCardElseInTheLastFolderElseInTheDocuments)
     EXPECT_EQ(folderOfPanel(), documents);
 }
 
+TEST_F(Panels, ShowACardWhoseNameIsNotUtf8AndAnswerItsBytes)
+{
+    card = folder.path("caf\xe9");
+    folder.file("caf\xe9/DrvInfo/a.drv");
+    std::vector<std::optional<std::string>> answers;
+    const auto choose = [&](const char* chosen) {
+        desktop.dispatcher.runAll();
+        if (chosen)
+            panel()->selectFile(panel()->directory().path() + chosen);
+        QMetaObject::invokeMethod(panel(), "accept");
+    };
+    const auto collect = [&](const auto& path) { answers.push_back(path); };
+    panels.chooseFolder(window, "Open", collect);
+    choose(nullptr);
+    panels.chooseFile(window, {"Open", "drv"}, collect);
+    choose("/DrvInfo/a.drv");
+    panels.chooseSaveFile(window, {"Save", "a.csv", *card + "/DrvInfo", "csv"}, collect);
+    choose(nullptr);
+    EXPECT_EQ(answers,
+        (std::vector<std::optional<std::string>>{*card, *card + "/DrvInfo/a.drv", *card + "/DrvInfo/a.csv"}));
+    EXPECT_EQ(desktop.defaults.lists.count("LastPanelFolder"), 0u);
+}
+
 TEST_F(Panels, DoNotWaitForACardThatHangsAndOpenOnce)
 {
     int answers = 0;
