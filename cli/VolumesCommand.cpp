@@ -25,8 +25,8 @@ std::vector<TKUSBDiskEntity> cards(platform::DiskArbitration& disks)
 {
     std::vector<TKUSBDiskEntity> found = usbDiskEntities(disks);
     const auto preferred = preferredUSBDisk(found);
-    std::ranges::stable_partition(
-        found, [&](const TKUSBDiskEntity& card) { return card.key == preferred->key; });
+    std::stable_partition(
+        found.begin(), found.end(), [&](const TKUSBDiskEntity& card) { return card.key == preferred->key; });
     return found;
 }
 

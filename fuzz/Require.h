@@ -2,13 +2,28 @@
 
 #include "common/Log.h"
 
+#include <cstdint>
 #include <cstdlib>
+#include <string_view>
 
 /// What must hold for every input; a finding otherwise.
 inline void require(bool holds)
 {
     if (!holds)
         std::abort();
+}
+
+inline std::string_view textOf(const uint8_t* input, size_t size)
+{
+    return {reinterpret_cast<const char*>(input), size};
+}
+
+/// What comes before the next separator, which is taken away with it; the rest when there is none.
+inline std::string_view nextPart(std::string_view& rest, char separator)
+{
+    const std::string_view part = rest.substr(0, rest.find(separator));
+    rest.remove_prefix(part.size() == rest.size() ? part.size() : part.size() + 1);
+    return part;
 }
 
 /// Keeps the program's log lines out of the fuzzer's own.

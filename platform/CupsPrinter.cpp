@@ -1,5 +1,7 @@
 #include "platform/CupsPrinter.h"
 
+#include "platform/IppTexts.h"
+
 #include <array>
 #include <cups/cups.h>
 #include <cups/pwg.h>
@@ -172,10 +174,7 @@ std::optional<std::vector<std::string>> documentFormats(const std::string& print
         reached.connection.get(), reached.destination.get(), reached.information.get(), "document-format");
     if (!formats)
         return {};
-    std::vector<std::string> result;
-    for (int i = 0; i < ippGetCount(formats); ++i)
-        result.emplace_back(ippGetString(formats, i, nullptr));
-    return result;
+    return texts(formats);
 }
 
 int print(const std::string& printer, const JobOptions& wanted, const std::string& mimeType,

@@ -1,0 +1,90 @@
+#include "app/CommandLine.h"
+#include "cli/Program.h"
+#include "fuzz/Require.h"
+#include "fuzz/WellFormed.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+/// A folder of its own in memory that goes with the program.
+struct Place {
+    Place() { require(::mkdtemp(path)); }
+    ~Place() { std::filesystem::remove_all(path); }
+    char path[32] = "/dev/shm/zavik-fuzz-XXXXXX";
+};
+
+/// Works in an empty folder as long as this lives.
+class Visit {
+public:
+    explicit Visit(const Place& there)
+        : before(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(there.path);
+    }
+    ~Visit()
+    {
+        for (const auto& each : std::filesystem::directory_iterator("."))
+            std::filesystem::remove_all(each.path());
+        std::filesystem::current_path(before);
+    }
+
+private:
+    std::filesystem::path before;
+};
+
+/// Nothing outside the folder.
+bool staysHere(std::string_view word)
+{
+    return !word.starts_with('/') && word.find("..") == word.npos && word.find('\0') == word.npos;
+}
+
+/// As its last word; a "--json" elsewhere may be the value of an option.
+bool asksForJson(const std::vector<std::string_view>& words)
+{
+    const auto ends = [](std::string_view word) { return word == "--" || word == "--help" || word == "-h"; };
+    return words.size() > 1 && words.back() == "--json" && !words[words.size() - 2].starts_with('-')
+        && std::ranges::none_of(words, ends);
+}
+
+} // namespace
+
+/// Words, one a line, an empty line, then the contents of the file that the words name "f.drv", "f.bin" or
+/// so.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+{
+    static const Place place;
+    std::string_view rest = textOf(input, size);
+    std::vector<std::string_view> words;
+    for (std::string_view word = nextPart(rest, '\n'); !word.empty(); word = nextPart(rest, '\n'))
+        words.push_back(word);
+    if (!std::ranges::all_of(words, staysHere))
+        return 0;
+    const Visit visit(place);
+    for (const std::string_view word : words) {
+        if (word.starts_with("f."))
+            std::ofstream(std::string(word), std::ios::binary) << rest;
+    }
+    std::ostringstream out;
+    std::ostringstream err;
+    const cli::ExitCode code = cli::run(words, {out, err});
+    require((code == cli::ExitCode::Success) == err.view().empty());
+    require(err.view().empty() || err.view().starts_with("zavikctl: ") || err.view().starts_with("usage"));
+    require(isValidUtf8(err.view()));
+    if (code == cli::ExitCode::Success && asksForJson(words))
+        require(JsonCheck::passes(out.view()));
+
+    std::vector<std::string> copies(words.begin(), words.end());
+    std::vector<const char*> arguments;
+    for (const std::string& copy : copies)
+        arguments.push_back(copy.c_str());
+    const CommandLine line = CommandLine::parsed(arguments, "en");
+    require(!line.exitCode || isValidUtf8(line.message));
+    require(line.exitCode || line.language == "en" || line.language == "ko" || line.language == "auto");
+    return 0;
+}

@@ -1,0 +1,23 @@
+#include "fuzz/Require.h"
+#include "telemetry/Readouts.h"
+
+#include <cstring>
+#include <string>
+
+/// Any two numbers: the call's quotes stay closed, and both are places that can be.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+{
+    double place[2];
+    if (size < sizeof place)
+        return 0;
+    std::memcpy(place, input, sizeof place);
+    const std::string script = setLatLagScript(place[0], place[1]);
+    double longitude = 999;
+    double latitude = 999;
+    int end = 0;
+    require(std::sscanf(script.c_str(), "setLatLag('%lf','%lf')%n", &longitude, &latitude, &end) == 2);
+    require(static_cast<size_t>(end) == script.size());
+    require(script.find_first_not_of("setLag('-0123456789.,)") == script.npos);
+    require(longitude >= -180 && longitude <= 180 && latitude >= -90 && latitude <= 90);
+    return 0;
+}

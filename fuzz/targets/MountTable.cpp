@@ -1,0 +1,21 @@
+#include "platform/MountTable.h"
+#include "fuzz/Require.h"
+
+#include <algorithm>
+
+using namespace platform;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+{
+    const std::string_view text = textOf(input, size);
+    const auto lines = static_cast<size_t>(std::ranges::count(text, '\n')) + 1;
+    const auto mounts = parsedMounts(text);
+    require(mounts.size() <= lines && parsedSwaps(text).size() <= lines);
+    for (const Mount& mount : mounts) {
+        require(isWithin(mount.path, mount.path) && isWithin(mount.path, "/") == mount.path.starts_with('/'));
+        // What lies below a system's own folder is the system's, too.
+        require(!isSystemMount(mount.path) || mount.path.starts_with('/'));
+        require(isSystemMount("/usr" + mount.path) || !mount.path.starts_with('/'));
+    }
+    return 0;
+}
