@@ -43,7 +43,10 @@ TEST(CliDriveLog, SaysWhyThereIsNothing)
     const TempFolder folder;
     std::vector<std::byte> impossible = driveLogFile(std::vector{flashRecord()});
     std::fill_n(impossible.begin(), 4, std::byte{0xFF});
+    // A regular file that cannot be read: the loopback device has no speed.
+    std::filesystem::create_symlink("/sys/class/net/lo/speed", folder.path("failing.drv"));
     for (const auto& [path, why] : {std::pair(folder.file("empty.drv"), "is no drive log"),
+             std::pair(folder.path("failing.drv"), "could not be read: input/output error"),
              std::pair(folder.file("a.drv", impossible), "announces more records than a file can hold"),
              std::pair(folder.path("none.obd"), "cannot be opened"),
              std::pair(folder.file("log.csv"), "is neither a .drv nor an .obd file")}) {

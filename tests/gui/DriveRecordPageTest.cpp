@@ -147,7 +147,9 @@ TEST_F(FlashLogPage, AnUnreadableLogIsToldAndTheRowsStay)
     const FlashDataRecord one = flashRecord();
     std::vector<std::byte> impossible = driveLogFile(std::vector{one});
     std::memset(impossible.data(), 0xFF, 4);
+    std::filesystem::create_symlink("/sys/class/net/lo/speed", folder.path("failing"));
     for (const auto& [path, key] : {std::pair(folder.path("none"), "msg.drivelog_unreadable"),
+             std::pair(folder.path("failing"), "msg.drivelog_unreadable"),
              std::pair(folder.path(), "msg.drivelog_unreadable"),
              std::pair(folder.file("empty"), "msg.drivelog_is_none"),
              std::pair(
