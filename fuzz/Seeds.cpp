@@ -11,8 +11,6 @@
 #include <fstream>
 #include <string>
 
-using namespace std::string_view_literals;
-
 namespace {
 
 const DeviceFix fix{
@@ -116,20 +114,10 @@ std::string settingsRecord()
     return {reinterpret_cast<const char*>(&record), sizeof record};
 }
 
-void addDesktop(const std::filesystem::path& folder)
+void addPages(SeedFolder folder)
 {
-    SeedFolder objects(folder / "VolumeObjects");
-    objects.add("\x01\x02\x0f\x01usb\n\x01\x02\x14\x84\n\x02\x00\x00\x00/dev/sdb1\n"
-                "\x02\x00\x01\x09\n\x02\x00\x0a\x03"
-                "8000000000\n"sv);
-    SeedFolder answers(folder / "PrinterAnswer");
-    answers.add("\x02\x00\x00\x00\x00\x00\x00\x01\x04\x49\x00\x19"
-                "document-format-supported\x00\x09image/png"
-                "\x49\x00\x00\x00\x0aimage/jpeg\x21\x00\x06"
-                "copies\x00\x04\x00\x00\x00\x01\x03"sv);
-    SeedFolder pages(folder / "PageControls");
     for (const char page : {0, 2, 4, 6, 8, 10, 11})
-        pages.add(page + settingsRecord()
+        folder.add(page + settingsRecord()
             + "\x05"
               "1.1\n\x08\x02\n\x10"
               "12A3456\n\x20\x01\n");
@@ -152,31 +140,6 @@ void addCommandLines(SeedFolder& folder)
         addRecordings(folder, std::string("telemetry\nf.avi\n") + format + "\n\n");
 }
 
-void addTexts(const std::filesystem::path& folder)
-{
-    SeedFolder texts(folder / "Text");
-    for (const char* text :
-        {"plain", "<a href=\"x\">&amp;]]></a>", "\x1b[31m\xe2\x80\xae", "caf\xe9", "\xf0\x9f\x9a\x97"})
-        texts.add(text);
-    SeedFolder clocks(folder / "ClockFile");
-    for (const char* text : {"2015/03/21 14:25:30", "2016/02/29 00:00:00", "0001/13/40 24:60:60"})
-        clocks.add(text);
-    SeedFolder mounts(folder / "MountTable");
-    mounts.add("25 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n"
-               "90 25 8:17 / /media/u/ZA\\040VIK ro,nosuid - vfat /dev/sdb1 rw\n");
-    mounts.add("Filename Type Size Used Priority\n/dev/sda2 partition 1 0 -2\n/swap\\040file file 1 0 -3\n");
-    SeedFolder blocks(folder / "BlockDevices");
-    blocks.add("\x03\x02\x02\x02\x00\x00\x00\x00\x00\x00\x00\x0a\x00\x01\x01\x02\x0c\x0e\x0f"sv);
-    SeedFolder arguments(folder / "HelperArguments");
-    arguments.add("sdb1\n32\n8000000000\n12");
-    arguments.add("sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c 128 /dev/rdisk2");
-    arguments.add("diskutil umountDisk /dev/sdb");
-    SeedFolder scripts(folder / "MapScript");
-    for (const double place : {0.0, 127.04, -1e300})
-        scripts.add(
-            std::string(reinterpret_cast<const char*>(&place), sizeof place) + std::string(8, '\x40'));
-}
-
 } // namespace
 
 int main(int argumentCount, char** arguments)
@@ -192,8 +155,7 @@ int main(int argumentCount, char** arguments)
     addRecordings(writers, "alwa_20150321_142530_F.avi\n");
     SeedFolder commands(folder / "CommandLine");
     addCommandLines(commands);
-    addTexts(folder);
-    addDesktop(folder);
+    addPages(SeedFolder(folder / "PageControls"));
     addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
     addDriveLogs(SeedFolder(folder / "DriveLog"));
     addRecordingNames(SeedFolder(folder / "RecordingName"));

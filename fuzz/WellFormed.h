@@ -2,136 +2,82 @@
 
 #include "common/Text.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// Whether a text is one JSON value (RFC 8259), told without the writer's own code.
-class JsonCheck {
-public:
-    static bool passes(std::string_view text)
-    {
-        JsonCheck check{text};
-        return isValidUtf8(text) && check.value() && (check.spaces(), check.rest.empty());
-    }
-
-private:
-    explicit JsonCheck(std::string_view text)
-        : rest(text)
-    {
-    }
-    bool take(std::string_view what)
-    {
-        const bool isNext = rest.starts_with(what);
-        rest.remove_prefix(isNext ? what.size() : 0);
-        return isNext;
-    }
-    void spaces() { rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n"), rest.size())); }
-    bool digits()
-    {
-        const size_t count = std::min(rest.find_first_not_of("0123456789"), rest.size());
-        rest.remove_prefix(count);
-        return count > 0;
-    }
-    bool number()
-    {
-        take("-");
-        if (!take("0") && !digits())
-            return false;
-        if (take(".") && !digits())
-            return false;
-        if (!take("e") && !take("E"))
-            return true;
-        take("+") || take("-");
-        return digits();
-    }
-    bool string()
-    {
-        if (!take("\""))
-            return false;
-        for (;;) {
-            if (rest.empty() || static_cast<unsigned char>(rest.front()) < ' ')
-                return false;
-            if (take("\""))
-                return true;
-            if (!take("\\")) {
-                rest.remove_prefix(1);
-                continue;
-            }
-            const bool isCode = take("u");
-            const std::string_view code = rest.substr(0, isCode ? 4 : 1);
-            if (code.size() < (isCode ? 4 : 1)
-                || code.find_first_not_of(isCode ? "0123456789abcdefABCDEF" : "\"\\/bfnrt") != code.npos)
-                return false;
-            rest.remove_prefix(code.size());
-        }
-    }
-    bool members(std::string_view end, bool areNamed)
-    {
-        spaces();
-        if (take(end))
-            return true;
-        do {
-            spaces();
-            if (areNamed && !(string() && (spaces(), take(":"))))
-                return false;
-            if (!value())
-                return false;
-            spaces();
-        } while (take(","));
-        return take(end);
-    }
-    bool value()
-    {
-        spaces();
-        if (take("{"))
-            return members("}", true);
-        if (take("["))
-            return members("]", false);
-        return take("true") || take("false") || take("null") || string() || number();
-    }
-
-    std::string_view rest;
-};
-
-/// Whether a text is a well-formed XML document of elements, attributes and text alone.
-inline bool isXml(std::string_view rest)
+/// How long the JSON string is that the text begins with; 0 when it is none.
+inline size_t jsonStringLength(std::string_view text)
 {
-    if (!isValidUtf8(rest) || !rest.starts_with("<?xml "))
-        return false;
-    rest.remove_prefix(rest.find("?>") + 2);
-    std::vector<std::string_view> open;
-    while (!rest.empty()) {
-        const std::string_view text = rest.substr(0, rest.find('<'));
-        for (size_t i = 0; i < text.size(); ++i) {
-            const auto byte = static_cast<unsigned char>(text[i]);
-            const std::string_view here = text.substr(i);
-            const bool isEntity = here.starts_with("&amp;") || here.starts_with("&lt;")
-                || here.starts_with("&gt;") || here.starts_with("&quot;") || here.starts_with("&apos;")
-                || here.starts_with("&#");
-            if ((byte < ' ' && byte != '\n' && byte != '\t' && byte != '\r') || (byte == '&' && !isEntity)
-                || here.starts_with("]]>") || here.starts_with("\xEF\xBF\xBE")
-                || here.starts_with("\xEF\xBF\xBF"))
-                return false;
-        }
-        rest.remove_prefix(text.size());
-        if (rest.empty())
-            break;
-        const size_t end = rest.find('>');
-        if (end == rest.npos)
-            return false;
-        const std::string_view tag = rest.substr(1, end - 1);
-        rest.remove_prefix(end + 1);
-        if (tag.starts_with("/")) {
-            if (open.empty() || open.back() != tag.substr(1))
-                return false;
+    for (size_t i = 1; i < text.size() && static_cast<unsigned char>(text[i]) >= ' '; ++i) {
+        if (text[i] == '"')
+            return i + 1;
+        if (text[i] != '\\')
+            continue;
+        const std::string_view escaped = text.substr(++i, 5);
+        const bool isCode = escaped.size() == 5 && escaped.front() == 'u'
+            && escaped.find_first_not_of("0123456789abcdef", 1) == escaped.npos;
+        if (!isCode
+            && (escaped.empty() || std::string_view("\"\\/bfnrt").find(escaped.front()) == escaped.npos))
+            return 0;
+    }
+    return 0;
+}
+
+/// Whether strings are closed and escaped, brackets in pairs, and nothing else but numbers and JSON's words.
+inline bool isJson(std::string_view rest)
+{
+    std::string open;
+    for (size_t length = 1; !rest.empty() && length > 0; rest.remove_prefix(length)) {
+        const char next = rest.front();
+        const std::string_view signs = "-+.0123456789eE,: \n";
+        length = rest.starts_with("false") ? 5 : rest.starts_with("true") || rest.starts_with("null") ? 4 : 1;
+        if (next == '{' || next == '[')
+            open.push_back(next == '{' ? '}' : ']');
+        else if (!open.empty() && next == open.back())
             open.pop_back();
-        } else {
-            if (std::ranges::count(tag, '"') % 2 != 0)
-                return false;
-            open.push_back(tag.substr(0, tag.find_first_of(" \n")));
-        }
+        else if (next == '"')
+            length = jsonStringLength(rest);
+        else if (length == 1 && signs.find(next) == signs.npos)
+            return false;
+        if (length == 0)
+            return false;
     }
     return open.empty();
+}
+
+/// Whether the text can stand in an element, or in an attribute.
+inline bool isXmlText(std::string_view text)
+{
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) < ' ' && text[i] != '\n' && text[i] != '\t'
+            && text[i] != '\r')
+            return false;
+        const std::string_view name = text.substr(i, text.substr(i).find(';') + 1);
+        if (text[i] == '<'
+            || (text[i] == '&' && name != "&amp;" && name != "&lt;" && name != "&gt;" && name != "&quot;"
+                && name != "&apos;" && !name.starts_with("&#")))
+            return false;
+    }
+    return isValidUtf8(text);
+}
+
+/// Whether elements are closed in turn and everything between them is text.
+inline bool isXml(std::string_view rest)
+{
+    std::vector<std::string_view> open;
+    rest.remove_prefix(rest.find("?>") + 2);
+    for (size_t tag = rest.find('<'); tag != rest.npos; tag = rest.find('<')) {
+        const std::string_view name = rest.substr(tag + 1, rest.find_first_of(" \n>", tag) - tag - 1);
+        if (!isXmlText(rest.substr(0, tag)) || rest.find('>', tag) == rest.npos)
+            return false;
+        if (!name.starts_with('/'))
+            open.push_back(name);
+        else if (open.empty() || open.back() != name.substr(1))
+            return false;
+        else
+            open.pop_back();
+        rest.remove_prefix(rest.find('>', tag) + 1);
+    }
+    return open.empty() && isXmlText(rest);
 }

@@ -18,44 +18,31 @@ std::string nextWord(std::string_view& rest)
     return words[word % words.size()];
 }
 
-Block nextBlock(std::string_view& rest)
-{
-    Block block;
-    for (std::string Block::*field : {&Block::object, &Block::device, &Block::drive, &Block::table,
-             &Block::cryptoBacking, &Block::raid, &Block::raidMember, &Block::backingFile, &Block::type})
-        block.*field = nextWord(rest);
-    block.slaves = {nextWord(rest)};
-    block.mountPoints = {nextWord(rest), nextWord(rest)};
-    const std::string flags = nextWord(rest);
-    block.isSwap = flags == "sda";
-    block.systemHint = flags == "sda1";
-    block.isFilesystem = flags != "";
-    return block;
-}
-
 } // namespace
 
+/// Mounts, swaps, drives and blocks in any order, each made of words.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
 {
-    std::string_view rest = textOf(input, std::min<size_t>(size, 600));
+    std::string_view rest = textOf(input, std::min<size_t>(size, 240));
     BlockDevices devices;
     while (!rest.empty()) {
-        switch (static_cast<unsigned char>(rest.front()) % 4) {
-        case 0:
-            devices.mounts.push_back({nextWord(rest), "/dev/" + nextWord(rest)});
-            break;
-        case 1:
-            devices.drives.push_back({.object = nextWord(rest),
-                .bus = nextWord(rest),
-                .medium = nextWord(rest),
-                .media = {nextWord(rest)},
-                .mediaRemovable = true});
-            break;
-        case 2:
-            devices.swaps.push_back("/dev/" + nextWord(rest));
-            break;
-        default:
-            devices.blocks.push_back(nextBlock(rest));
+        const auto kind = static_cast<unsigned char>(rest.front()) % 4;
+        const std::string name = nextWord(rest);
+        if (kind == 0) {
+            devices.mounts.push_back({name, "/dev/" + nextWord(rest)});
+        } else if (kind == 1) {
+            devices.drives.push_back(
+                {.object = name, .bus = nextWord(rest), .media = {nextWord(rest)}, .mediaRemovable = true});
+        } else if (kind == 2) {
+            devices.swaps.push_back("/dev/" + name);
+        } else {
+            Block block{.object = name, .slaves = {nextWord(rest)}, .isSwap = rest.starts_with("s")};
+            for (std::string Block::*field : {&Block::device, &Block::drive, &Block::table,
+                     &Block::cryptoBacking, &Block::raid, &Block::raidMember, &Block::backingFile})
+                block.*field = nextWord(rest);
+            block.isFilesystem = true;
+            block.mountPoints = {nextWord(rest)};
+            devices.blocks.push_back(std::move(block));
         }
     }
     for (const VolumeDescription& volume : describedVolumes(devices))
