@@ -17,8 +17,22 @@ QRectF SMDoubleSliderCell::loKnobRectFlipped(bool flipped)
     return rect;
 }
 
+QRectF SMDoubleSliderCell::pictureRect(
+    const platform::Image& picture, const QRectF& knob, const QRectF& bar) const
+{
+    if (_knobLeftImage.isNull() || _knobRightImage.isNull())
+        return knob;
+    const auto [width, height] = picture.size();
+    return {(bar.width() - (width - knob.width())) * knob.x() / bar.width(), knob.y(), width, height};
+}
+
 bool SMDoubleSliderCell::choosesLoKnob(QPointF point, const QRectF& loKnob, bool flipped) const
 {
+    const QRectF bar = barRectFlipped(flipped);
+    const bool onLo = pictureRect(_knobLeftImage, loKnob, bar).contains(point);
+    const bool onHi = pictureRect(_knobRightImage, knobRectFlipped(flipped), bar).contains(point);
+    if (!isVertical() && onLo != onHi)
+        return onLo;
     bool lo = false;
     if (!isVertical())
         lo = loKnob.center().x() > point.x();
@@ -139,9 +153,7 @@ void SMDoubleSliderCell::drawKnob(QPainter& painter, const QRectF& rect)
         return;
     }
     _currentKnobRect = rect;
-    const auto [width, height] = currentKnobImage.size();
-    const double x = (_barRect.width() - (width - rect.width())) * rect.x() / _barRect.width();
-    const QRectF picture(x, rect.y(), width, height);
+    const QRectF picture = pictureRect(currentKnobImage, rect, _barRect);
     painter.setOpacity(isEnabled() ? 1.0 : 0.5);
     currentKnobImage.draw(painter, picture);
     painter.setOpacity(1.0);

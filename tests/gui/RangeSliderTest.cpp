@@ -4,10 +4,12 @@
 
 #include <QAccessible>
 #include <QDoubleSpinBox>
+#include <QImage>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <random>
 
@@ -40,7 +42,11 @@ struct RangeSlider : testing::Test {
         mouse(QEvent::MouseMove, to);
         mouse(QEvent::MouseButtonRelease, to);
     }
-    std::pair<double, double> values() const { return {slider.doubleLoValue(), slider.doubleHiValue()}; }
+    std::pair<double, double> values() const
+    {
+        const auto rounded = [](double value) { return std::round(value * 1e6) / 1e6; };
+        return {rounded(slider.doubleLoValue()), rounded(slider.doubleHiValue())};
+    }
 
     SMDoubleSlider slider;
 };
@@ -70,6 +76,16 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
 {
     drag(80, 60);
     EXPECT_EQ(values(), Values(20, 60));
+    drag(22, 30);
+    EXPECT_EQ(values(), Values(28, 60)) << "on the right half of the low one's picture";
+    drag(33, 50);
+    EXPECT_EQ(values(), Values(28, 50)) << "beside both pictures the side decides";
+    set(49, 51);
+    drag(47, 40);
+    EXPECT_EQ(values(), Values(42, 51)) << "where only the low one's picture is";
+    set(49, 51);
+    drag(50, 60);
+    EXPECT_EQ(values(), Values(49, 61)) << "where both pictures are the side decides";
     set(0, 0);
     drag(-1, 40);
     EXPECT_EQ(values(), Values(0, 41)) << "both at the minimum: the high one, the low one could not move";
@@ -79,6 +95,43 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
     slider.setEnabled(false);
     drag(31, 50);
     EXPECT_EQ(values(), Values(31, 100));
+}
+
+TEST_F(RangeSlider, AVerticalOneTakesTheKnobByItsSide)
+{
+    SMDoubleSliderCell cell;
+    cell.setVertical(true);
+    cell.setMaxValue(100);
+    cell.setDoubleHiValue(80);
+    cell.setDoubleLoValue(10);
+    QVariantMap coder;
+    cell.encodeWithCoder(coder);
+    const std::tuple<double, bool, bool> cases[] = {{179, true, false}, {181, true, true}, {215, true, true},
+        {60, true, false}, {35, false, true}, {37, false, false}, {1, false, true}, {160, false, false}};
+    for (const auto& [y, flipped, isLow] : cases) {
+        SMDoubleSliderCell pressed;
+        pressed.initWithCoder(coder);
+        pressed.setFrame({0, 0, 28, 216}); // the low knob is 20 to 36 points from the end of the minimum
+        pressed.startTrackingAt({10, y}, flipped);
+        EXPECT_EQ(pressed.trackingLoKnob(), isLow) << y;
+    }
+}
+
+TEST_F(RangeSlider, DrawsItsBarAndBothKnobsWhereTheyAreTaken)
+{
+    QImage picture(slider.size(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::black);
+    slider.render(&picture, {}, {}, {});
+    const auto light = [&](double value, int dx) {
+        return picture.pixelColor(int(at(value)) + dx, 8).lightness();
+    };
+    for (const double knob : {20.0, 80.0})
+        EXPECT_GT(std::min(light(knob, 5), light(knob, -6)), 150) << knob;
+    EXPECT_EQ(light(20, 12) + light(50, 0), 0) << "beside a knob and above the bar";
+    EXPECT_GT(picture.pixelColor(int(at(50)), 21).lightness(), 50) << "the bar";
+    // Their arrows point outwards: the low one's to the left.
+    EXPECT_LT(light(20, 1), light(20, -2));
+    EXPECT_LT(light(80, -2), light(80, 1));
 }
 
 TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
