@@ -87,7 +87,8 @@ QCheckBox::indicator:checked:disabled { background: @line; image: url(:/images/c
 QRadioButton::indicator:checked:disabled { background: @line; image: url(:/images/control_dot_d.svg); }
 
 QPushButton { color: @text; background: @panelRaised; border: 1px solid @line; border-radius: 6px; padding: 6px 16px;
-    min-width: 56px; outline: none; }
+    outline: none; }
+QDialogButtonBox QPushButton { min-width: 56px; }
 QPushButton:hover { background: @panel; }
 QPushButton:pressed { background: @header; }
 QPushButton:default { background: @accent; color: @accentText; border-color: @accent; }

@@ -5,6 +5,8 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QHBoxLayout>
+#include <QPushButton>
 #include <gtest/gtest.h>
 
 TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
@@ -23,6 +25,17 @@ TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
     EXPECT_EQ(control.segment(1)->focusPolicy(), Qt::NoFocus) << "the control is the one tab stop";
     control.setSelectedSegment(-1);
     EXPECT_FALSE(control.segment(1)->isChecked());
+}
+
+TEST(PushButton, IsNeverNarrowerThanItsText)
+{
+    QWidget bar;
+    QHBoxLayout row(&bar);
+    QPushButton button(QStringLiteral("Format Card…"));
+    row.addWidget(&button);
+    bar.resize(1, 1);
+    bar.show();
+    EXPECT_GT(button.width(), QFontMetrics(button.font()).horizontalAdvance(button.text()));
 }
 
 TEST(ButtonMatrix, ArrowsMoveInRowsAndColumnsAndOneCellTakesTheTabStop)
