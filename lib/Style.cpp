@@ -69,6 +69,10 @@ QGroupBox QWidget { font-weight: 400; }
 QGroupBox QLabel[role="hint"], QLabel[role="warning"] { font-size: 12px; }
 QLabel[role="warning"] { color: @danger; }
 QLabel:disabled { color: @textDisabled; }
+QLabel[role="shareAlways"], QLabel[role="shareMotion"], QLabel[role="shareEvent"] { padding-left: 6px;
+    border-left: 12px solid @ok; }
+QLabel[role="shareMotion"] { border-left-color: @accent; }
+QLabel[role="shareEvent"] { border-left-color: @danger; }
 QWidget[role="bar"] { background: @header; }
 
 QScrollArea { background: transparent; border: none; }
@@ -195,7 +199,7 @@ void apply(QApplication& application)
     const std::pair<const char*, QColor> names[] = {{"@videoBackdrop", videoBackdrop}, {"@header", header},
         {"@panelRaised", panelRaised}, {"@panel", panel}, {"@inset", inset}, {"@line", line},
         {"@textDisabled", textDisabled}, {"@textDim", textDim}, {"@accentText", accentText},
-        {"@accent", accent}, {"@text", text}, {"@danger", danger}, {"@window", window}};
+        {"@accent", accent}, {"@text", text}, {"@danger", danger}, {"@ok", ok}, {"@window", window}};
     for (const auto& [name, color] : names)
         rules.replace(QLatin1String(name), color.name());
     application.setStyleSheet(rules);

@@ -20,7 +20,8 @@ inline const QColor accentText(0x2B, 0x23, 0x20);
 inline const QColor videoBackdrop(0x16, 0x12, 0x11);
 
 inline const QColor textDisabled(0xAA, 0x9E, 0x99); // 4.5 : 1 on inset as well
-inline const QColor danger(0xFF, 0xB8, 0xA8);
+inline const QColor danger(0xFF, 0xB8, 0xA8); // failures, event recordings
+inline const QColor ok(0xB0, 0xEE, 0xC4); // success, always recordings
 
 /// Distances of the pages of secondary windows, in points: between a page's edge and its boxes, from box to
 /// box, and from line to line in a box.
@@ -33,7 +34,8 @@ inline constexpr int lineSpacing = 8;
 /// looks like: names of files, cards and devices come from outside. Widgets choose a look by their dynamic
 /// property "role": header, panel, graph, readout, axisX to axisZ, speed, caption, step; in secondary windows
 /// also hint (guide texts, word-wrapped), warning (a label that tells of something wrong), bar (the row of
-/// buttons at the bottom), link (a button without a frame).
+/// buttons at the bottom), link (a button without a frame), shareAlways, shareMotion and shareEvent (labels
+/// with the colour of a kind of recording).
 void apply(QApplication& application);
 
 } // namespace style

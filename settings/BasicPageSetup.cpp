@@ -29,6 +29,7 @@ ZVKSettingForBasicViewController::ZVKSettingForBasicViewController(platform::Pla
     awakeFromNib();
     setUpSegments();
     explainWords();
+    bindControls();
     connectActions();
 }
 
@@ -114,6 +115,33 @@ void ZVKSettingForBasicViewController::explainWords()
     explain(*o.compositeModeSeg, "setting.basic.video_out_use");
     explain(*o.carNumberField, "setting.basic.car_number_guide");
     o.carNumberField->setAccessibleName(o.carNumberLabelField->text());
+    o.carNumberHint->setText(localized("setting.basic.car_number_refused"));
+    o.carNumberHint->hide();
+}
+
+void ZVKSettingForBasicViewController::bindControls()
+{
+    const auto& o = *outlets;
+    addSegments(o.displayscreenSeg, &_FILEDATA::disp_segment_mode);
+    addSegments(o.recordingmodeSeg, &_FILEDATA::event_only_mode_on);
+    addSegments(o.compositeModeSeg, &_FILEDATA::composite_mode);
+    addFlag(o.gsensorEnableChk, &_FILEDATA::g_sensor_enable);
+    addFlag(o.safeTemperatureModeOnChk, &_FILEDATA::safe_temp_mode_on);
+    addFlag(o.autoDrivingModeChk, &_FILEDATA::auto_drive_in_mode_on);
+    addFlag(o.autoParkingModeChk, &_FILEDATA::auto_park_in_mode_on);
+    addFlag(o.ledOffChk, &_FILEDATA::ledoff, 0, 1);
+    for (const Sensitivity& group : sensitivities) {
+        // A preset is three thresholds.
+        for (size_t axis = 0; axis < group.fields.size(); ++axis) {
+            addSetting({group.segments, group.fields[axis]},
+                [field = group.fields[axis], threshold = group.thresholds[axis]](
+                    _FILEDATA& record) { record.*threshold = field->hundredths(); });
+        }
+    }
+    addSetting({o.stanbyTimeCombo}, [combo = o.stanbyTimeCombo](_FILEDATA& record) {
+        record.always_mode_timeout = stanbyTimes[size_t(combo->currentIndex())];
+    });
+    addSetting({o.carNumberField}, [this](_FILEDATA& record) { storeCarNumber(record); });
 }
 
 void ZVKSettingForBasicViewController::connectActions()
@@ -126,4 +154,5 @@ void ZVKSettingForBasicViewController::connectActions()
             group.segments, &platform::SegmentedControl::segmentClicked, this, &Page::updateGsensorThreshold);
     connect(o.autoParkingModeChk, &QCheckBox::clicked, this, &Page::clickAutoParkingModeChk);
     connect(o.safeTemperatureModeOnChk, &QCheckBox::clicked, this, &Page::clickSafeTemperatureModeChck);
+    connect(o.carNumberField, &ZVKCarNumberTextField::refused, o.carNumberHint, &QWidget::setVisible);
 }

@@ -3,6 +3,7 @@
 #include "common/InterfaceHelpers.h"
 #include "platform/Texts.h"
 #include "settings/PageControls.h"
+#include "settings/RecordPage.h"
 #include "settings/TimeZones.h"
 
 #include <QCheckBox>
@@ -10,7 +11,7 @@
 
 using platform::localized;
 
-void GpsFields::setUp() const
+void GpsFields::setUp(RecordPage& page) const
 {
     QStringList days;
     for (const char* day : {"none", "mon", "tue", "wed", "thu", "fri", "sat", "sun"})
@@ -21,6 +22,15 @@ void GpsFields::setUp() const
     setComboItems(*timeGmtCombo, QStringList(timeZones.begin(), timeZones.end()));
     summerTimeChk->setText(localized("summerTime"));
     explain(*summerTimeChk, "setting.gps.time_summer_guide");
+
+    page.addSegments(drivingDaySeg, &_FILEDATA::nodriving_day);
+    page.addSegments(speedDisplayUnitSeg, &_FILEDATA::speed_disp_unit);
+    page.addSegments(osdSpeedDisplaySeg, &_FILEDATA::osd_speed_flag);
+    page.addSetting({timeGmtCombo}, [combo = timeGmtCombo](_FILEDATA& record) {
+        if (combo->currentIndex() >= 0)
+            record.time_gmt = combo->currentIndex();
+    });
+    page.addFlag(summerTimeChk, &_FILEDATA::summer_time);
 }
 
 void GpsFields::display(const _FILEDATA& record) const
@@ -31,14 +41,4 @@ void GpsFields::display(const _FILEDATA& record) const
     const bool isZone = record.time_gmt >= 0 && record.time_gmt < int(timeZones.size());
     timeGmtCombo->setCurrentIndex(isZone ? record.time_gmt : -1);
     summerTimeChk->setChecked(record.summer_time != 0);
-}
-
-void GpsFields::populate(_FILEDATA& record) const
-{
-    storeSegment(*drivingDaySeg, record.nodriving_day);
-    storeSegment(*speedDisplayUnitSeg, record.speed_disp_unit);
-    storeSegment(*osdSpeedDisplaySeg, record.osd_speed_flag);
-    if (timeGmtCombo->currentIndex() >= 0)
-        record.time_gmt = timeGmtCombo->currentIndex();
-    record.summer_time = summerTimeChk->isChecked() ? 1 : 0;
 }

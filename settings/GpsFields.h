@@ -4,6 +4,7 @@
 
 class QCheckBox;
 class QComboBox;
+class RecordPage;
 
 namespace platform {
 class SegmentedControl;
@@ -17,10 +18,8 @@ struct GpsFields {
     QCheckBox* summerTimeChk;
     platform::SegmentedControl* osdSpeedDisplaySeg;
 
-    /// Labels and items.
-    void setUp() const;
+    /// Labels and items; makes them settings of the page.
+    void setUp(RecordPage& page) const;
     /// A value that a control has no place for leaves it without a selection.
     void display(const _FILEDATA& record) const;
-    /// A control without a selection leaves its field as it was.
-    void populate(_FILEDATA& record) const;
 };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <optional>
 
 class QWidget;
@@ -21,6 +22,14 @@ QStringList offOnLabels();
 
 /// An explanation for a word that a driver may not know: as tool tip and for accessibility tools.
 void explain(QWidget& control, const char* textKey);
+
+/// Calls back whenever the user makes a choice with the control: segments, a matrix, a button, a combo box, a
+/// text field. The choice that was shown already counts, too.
+void onUserChange(QWidget& control, const std::function<void()>& changed);
+
+/// The wheel over the control scrolls what the control is on unless the control has the focus, which the
+/// wheel does not give.
+void leaveWheelToPage(QWidget& control);
 
 /// The row of a value table that holds the value; nothing when none does.
 template <typename Value, std::size_t count, typename Wanted>

@@ -40,11 +40,15 @@ ThresholdField::ThresholdField(QWidget* parent)
 
 void ThresholdField::setHundredths(int32_t value)
 {
-    setText(twoDigits(value / 100.0));
+    shownValue = value;
+    shownText = twoDigits(value / 100.0);
+    setText(shownText);
 }
 
 int32_t ThresholdField::hundredths() const
 {
+    if (!isChanged())
+        return shownValue;
     using Limits = std::numeric_limits<int32_t>;
     const double value = numericValue(text()) * 100;
     return static_cast<int32_t>(std::clamp(value, double(Limits::min()), double(Limits::max())));
@@ -71,6 +75,11 @@ void ThresholdField::showTwoDigits()
     if (text().isEmpty() || !ZVKValidator::stringIsNumber(text().toStdString()))
         return;
     const double value = numericValue(text());
-    if (value >= 0 && value < 9.995)
-        setText(twoDigits(value));
+    if (value < 0 || value >= 9.995)
+        return;
+    // The alert about a refused number takes the focus after the number was selected.
+    const bool isSelected = hasSelectedText() && selectedText() == text();
+    setText(twoDigits(value));
+    if (isSelected)
+        selectAll();
 }

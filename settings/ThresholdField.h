@@ -3,7 +3,8 @@
 #include <QLineEdit>
 
 /// A field for an impact threshold in g, shown as "0.00". Typing is limited to one digit before the point and
-/// two after it; any other text can still be pasted and is left for the page to judge.
+/// two after it; any other text can still be pasted and is left for the page to judge. What the text shows
+/// only nearly is kept exactly until the text is another one.
 class ThresholdField : public QLineEdit {
     Q_OBJECT
 
@@ -11,7 +12,10 @@ public:
     explicit ThresholdField(QWidget* parent = nullptr);
 
     void setHundredths(int32_t value);
-    /// The number that the text begins with, in hundredths, truncated toward zero; 0 without one.
+    /// Whether the text is another one than setHundredths showed.
+    bool isChanged() const { return text() != shownText; }
+    /// What was set; of a changed text the number that it begins with, in hundredths, truncated toward zero,
+    /// 0 without one.
     int32_t hundredths() const;
 
 protected:
@@ -19,4 +23,7 @@ protected:
 
 private:
     void showTwoDigits();
+
+    QString shownText;
+    int32_t shownValue = 0;
 };

@@ -15,12 +15,11 @@ bool isAccepted(QChar character)
 ZVKCarNumberTextField::ZVKCarNumberTextField(QWidget* parent)
     : QLineEdit(parent)
 {
-    connect(this, &QLineEdit::textEdited, this, [this] { edited = true; });
-    // Walking past the field with the tab key changes nothing.
-    connect(this, &QLineEdit::editingFinished, this, [this] {
-        if (edited)
-            textDidEndEditing();
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        edited = true;
+        emit refused(carNumber() != text());
     });
+    connect(this, &QLineEdit::editingFinished, this, &ZVKCarNumberTextField::textDidEndEditing);
 }
 
 void ZVKCarNumberTextField::setCarNumber(const QString& number)
@@ -29,13 +28,19 @@ void ZVKCarNumberTextField::setCarNumber(const QString& number)
     edited = false;
 }
 
-void ZVKCarNumberTextField::textDidEndEditing()
+QString ZVKCarNumberTextField::carNumber() const
 {
     QString kept;
     for (const QChar character : text()) {
         if (kept.size() < longest && isAccepted(character))
             kept += character;
     }
-    if (kept != text())
-        setText(kept);
+    return kept;
+}
+
+/// What was never edited is the record's and stays, whatever it is.
+void ZVKCarNumberTextField::textDidEndEditing()
+{
+    if (edited && carNumber() != text())
+        setText(carNumber());
 }

@@ -3,7 +3,7 @@
 #include <QLineEdit>
 
 /// The field for a vehicle's plate number. When the user has finished editing, only what the camera accepts
-/// is left: the first 8 ASCII letters and digits.
+/// is left: the first 8 ASCII letters and digits. What is not accepted is reported as soon as it is there.
 class ZVKCarNumberTextField : public QLineEdit {
     Q_OBJECT
 
@@ -13,8 +13,12 @@ public:
     void textDidEndEditing();
     /// Shows the number and forgets that the user typed something.
     void setCarNumber(const QString& number);
-    /// Whether the user changed the text since setCarNumber.
-    bool isEdited() const { return edited; }
+    /// What of the text the camera accepts.
+    QString carNumber() const;
+
+signals:
+    /// The user typed or pasted something: whether the text has what the camera does not accept.
+    void refused(bool something);
 
 private:
     bool edited = false;

@@ -44,4 +44,7 @@ public:
 class SettingPage : public QWidget, public ZVKSettingControllerDelegate {
 public:
     using QWidget::QWidget;
+
+    /// Whether the user has changed something since the record was shown, also what is not valid yet.
+    virtual bool isTouched() const { return false; }
 };

@@ -32,6 +32,7 @@ ZVKSettingForAudioViewController::ZVKSettingForAudioViewController(platform::Pla
     outlets->setupUi(this);
     awakeFromNib();
     nameControls();
+    bindControls();
     connectActions();
 }
 
@@ -134,17 +135,19 @@ void ZVKSettingForAudioViewController::malaysianRadioSelected()
         fileData->Brightness1 = malaysianCode;
 }
 
-void ZVKSettingForAudioViewController::storeControls(_FILEDATA& record)
+void ZVKSettingForAudioViewController::bindControls()
 {
     auto& o = *outlets;
-    record.audio_mux_enable = o.useVoiceRecordingChk->isChecked() ? 1 : 0;
-    record.voiceEnable = o.useVoiceGuidanceChk->isChecked() ? 1 : 0;
-    record.alarm_ontime_flag = o.useEveryHourNoticeChk->isChecked() ? 1 : 0;
-    storeSegment(*o.micSeg, record.aud_input_vol, 1);
-    storeSegment(*o.speakerSeg, record.aud_output_vol, speakerLevels);
-    const int cell = o.voiceLangRadio->selectedCell();
-    if (o.malaysianRadio->isChecked())
-        record.Brightness1 = malaysianCode;
-    else if (cell >= 0)
-        record.Brightness1 = uint32_t(cell);
+    addFlag(o.useVoiceRecordingChk, &_FILEDATA::audio_mux_enable);
+    addFlag(o.useVoiceGuidanceChk, &_FILEDATA::voiceEnable);
+    addFlag(o.useEveryHourNoticeChk, &_FILEDATA::alarm_ontime_flag);
+    addSegments(o.micSeg, &_FILEDATA::aud_input_vol, 1);
+    addSegments(o.speakerSeg, &_FILEDATA::aud_output_vol, speakerLevels);
+    addSetting({o.voiceLangRadio, o.malaysianRadio}, [this](_FILEDATA& record) {
+        const int cell = outlets->voiceLangRadio->selectedCell();
+        if (outlets->malaysianRadio->isChecked())
+            record.Brightness1 = malaysianCode;
+        else if (cell >= 0)
+            record.Brightness1 = uint32_t(cell);
+    });
 }

@@ -21,11 +21,11 @@ public:
 
 protected:
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
 
 private:
     void awakeFromNib();
     void nameControls();
+    void bindControls();
     void connectActions();
     // These two follow the record, not the check boxes.
     void updateVoiceRecordingUI();

@@ -18,6 +18,7 @@ namespace {
 /// Stored sensitivities in the order of the segments, least sensitive first.
 constexpr std::array<uint32_t, 5> hdSensitivities{50, 60, 75, 100, 150};
 constexpr std::array<uint32_t, 5> fhdSensitivities{65, 70, 90, 100, 130};
+constexpr std::array<uint32_t, 2> placesOfUse{1, 0}; // vehicle, indoors
 
 std::optional<QString> checkedShare(int64_t percent)
 {
@@ -42,6 +43,7 @@ void ZVKSettingForAuxViewController::awakeFromNib()
 {
     setUpTexts();
     setUpSlider();
+    bindControls();
     connect(
         outlets->useMotionChk, &QCheckBox::clicked, this, &ZVKSettingForAuxViewController::clickUseMotionChk);
 }
@@ -61,6 +63,7 @@ void ZVKSettingForAuxViewController::setUpTexts()
         {o.eventLabel, "setting.aux.event"},
         {o.sdcardCapacityGuideLabel, "setting.aux.sdcard_capacity_guide"},
         {o.sdcardCapacityWarningLabel, "msg.memconfig_warning"},
+        {o.shareSumLabel, "setting.aux.share_sum"},
         {o.HDMotionSensitivityLabel, "setting.aux.hd_sensitivity"},
         {o.FHDMotionSensitivityLabel, "setting.aux.fhd_sensitivity"},
         {o.nightAEGuideLabel, "setting.aux.night_ae_guide"},
@@ -110,18 +113,37 @@ void ZVKSettingForAuxViewController::setUpSlider()
 
 void ZVKSettingForAuxViewController::setRatioLoValue(double value)
 {
-    ratioLo = value;
+    moveRatio(ratioLo, value);
     emit ratioLoValueChanged();
 }
 
 void ZVKSettingForAuxViewController::setRatioHiValue(double value)
 {
-    ratioHi = value;
+    moveRatio(ratioHi, value);
     emit ratioHiValueChanged();
 }
 
+void ZVKSettingForAuxViewController::moveRatio(double& ratio, double value)
+{
+    // A knob that was only taken moved nothing.
+    const bool moved = static_cast<int64_t>(ratio) != static_cast<int64_t>(value);
+    ratio = value;
+    if (!moved)
+        return;
+    touch(ratioSetting);
+    // A user's shares add up, whatever was stored: the other knob counts from where it is seen.
+    if (wasTouched(ratioSetting)) {
+        const double whole = outlets->sdRatioSlider->maxValue();
+        ratioLo = std::clamp(ratioLo, 0.0, whole);
+        ratioHi = std::clamp(ratioHi, 0.0, whole);
+    }
+}
+
+/// Until the user moves a knob the share is the stored one, which need not be what the others leave.
 int64_t ZVKSettingForAuxViewController::event() const
 {
+    if (fileData && !wasTouched(ratioSetting))
+        return fileData->sd_mem_event_ratio;
     return static_cast<int64_t>(outlets->sdRatioSlider->maxValue() - double(always()) - double(motion()));
 }
 
@@ -132,6 +154,8 @@ void ZVKSettingForAuxViewController::updateRatio()
     outlets->alwaysField->setText(QString::number(always()));
     outlets->motionField->setText(QString::number(motion()));
     outlets->eventField->setText(QString::number(event()));
+    outlets->shareBar->setShares({always(), motion(), event()});
+    outlets->shareSumLabel->setVisible(always() + motion() + event() != 100);
 }
 
 void ZVKSettingForAuxViewController::showRecord(const _FILEDATA& record)
@@ -169,6 +193,8 @@ void ZVKSettingForAuxViewController::clickUseMotionChk()
 
 std::optional<QString> ZVKSettingForAuxViewController::validateUserInput()
 {
+    if (!wasTouched(ratioSetting))
+        return std::nullopt;
     for (const int64_t share : {always(), motion(), 100 - always() - motion()}) {
         if (auto message = checkedShare(share))
             return message;
@@ -176,16 +202,18 @@ std::optional<QString> ZVKSettingForAuxViewController::validateUserInput()
     return std::nullopt;
 }
 
-void ZVKSettingForAuxViewController::storeControls(_FILEDATA& record)
+void ZVKSettingForAuxViewController::bindControls()
 {
     auto& o = *outlets;
-    record.sd_mem_always_ratio = static_cast<uint32_t>(always());
-    record.sd_mem_motion_ratio = static_cast<uint32_t>(motion());
-    record.sd_mem_event_ratio = static_cast<uint32_t>(event());
-    storeSegment(*o.dayTimeAESeg, record.DayTime);
-    storeSegment(*o.gammaSeg, record.Gamma);
-    record.BrightnessFixed = o.useEnvironmentSeg->selectedSegment() == 0 ? 1 : 0;
-    record.motion_detect_mode_on = o.useMotionChk->isChecked() ? 1 : 0;
-    storeSegment(*o.HDSensitivitySeg, record.motion720pCValue, hdSensitivities);
-    storeSegment(*o.FHDSensitivitySeg, record.motion1080pCValue, fhdSensitivities);
+    ratioSetting = addSetting({}, [this](_FILEDATA& record) {
+        record.sd_mem_always_ratio = static_cast<uint32_t>(always());
+        record.sd_mem_motion_ratio = static_cast<uint32_t>(motion());
+        record.sd_mem_event_ratio = static_cast<uint32_t>(event());
+    });
+    addSegments(o.dayTimeAESeg, &_FILEDATA::DayTime);
+    addSegments(o.gammaSeg, &_FILEDATA::Gamma);
+    addSegments(o.useEnvironmentSeg, &_FILEDATA::BrightnessFixed, placesOfUse);
+    addFlag(o.useMotionChk, &_FILEDATA::motion_detect_mode_on);
+    addSegments(o.HDSensitivitySeg, &_FILEDATA::motion720pCValue, hdSensitivities);
+    addSegments(o.FHDSensitivitySeg, &_FILEDATA::motion1080pCValue, fhdSensitivities);
 }

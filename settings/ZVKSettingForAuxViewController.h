@@ -31,7 +31,7 @@ public:
     void setRatioLoValue(double value);
     void setRatioHiValue(double value);
 
-    /// Each kind of recording needs a tenth of the card.
+    /// Each kind of recording needs a tenth of the card; what nobody moved stays as it is stored.
     std::optional<QString> validateUserInput() override;
     /// Motion detection goes into the record at once.
     void clickUseMotionChk();
@@ -42,12 +42,13 @@ signals:
 
 protected:
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
 
 private:
     void awakeFromNib();
     void setUpTexts();
     void setUpSlider();
+    void bindControls();
+    void moveRatio(double& ratio, double value);
     void updateRatio();
     void updateMotionUI();
     int64_t always() const { return static_cast<int64_t>(ratioLo); }
@@ -58,4 +59,5 @@ private:
     platform::ObjectController objController;
     double ratioLo = 0;
     double ratioHi = 0;
+    size_t ratioSetting = 0;
 };

@@ -15,7 +15,6 @@ using platform::localized;
 namespace {
 
 constexpr int customSegment = 5;
-constexpr std::array<uint32_t, 5> stanbyTimes{180, 300, 420, 600, 900};
 
 } // namespace
 
@@ -100,8 +99,9 @@ void ZVKSettingForBasicViewController::showCarNumber(const _FILEDATA& record)
     const auto end = std::find(record.szPlateNumber.begin(), record.szPlateNumber.end(), '\0');
     const std::string_view plate(record.szPlateNumber.data(), size_t(end - record.szPlateNumber.begin()));
     const QString shown = QString::fromUtf8(plate.data(), qsizetype(plate.size()));
-    isPlateReadable = shown.toStdString() == plate;
-    outlets->carNumberField->setCarNumber(isPlateReadable ? shown : QString());
+    const bool isReadable = shown.toStdString() == plate;
+    outlets->carNumberField->setCarNumber(isReadable ? shown : QString());
+    outlets->carNumberHint->hide();
 }
 
 void ZVKSettingForBasicViewController::clickAutoParkingModeChk()
@@ -125,6 +125,9 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
         if (group.segments->selectedSegment() != customSegment)
             continue;
         for (ThresholdField* field : group.fields) {
+            // What came from the record stays, also out of the range.
+            if (!field->isChanged())
+                continue;
             if (const auto message =
                     localizedMessage(ZVKValidator::validateGsensorThreshold(field->text().toStdString()))) {
                 // Impact detection may be off: what must be mended can be, also by choosing a preset.
@@ -139,43 +142,25 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
 }
 
 /// On the next turn of the loop: the alert that tells why comes first.
-void ZVKSettingForBasicViewController::focus(QWidget& control)
+void ZVKSettingForBasicViewController::focus(ThresholdField& field)
 {
-    desktop.dispatcher.after(std::chrono::milliseconds(0), [wanted = QPointer(&control)] {
-        if (wanted)
-            wanted->setFocus(Qt::TabFocusReason);
+    desktop.dispatcher.after(std::chrono::milliseconds(0), [wanted = QPointer(&field)] {
+        if (!wanted)
+            return;
+        wanted->setFocus(Qt::TabFocusReason);
+        wanted->selectAll(); // it may have had the focus
     });
 }
 
-void ZVKSettingForBasicViewController::storeControls(_FILEDATA& record)
+/// A command by keyboard leaves the field without an end of editing.
+void ZVKSettingForBasicViewController::endEditing()
 {
-    auto& o = *outlets;
-    storeSegment(*o.displayscreenSeg, record.disp_segment_mode);
-    storeSegment(*o.recordingmodeSeg, record.event_only_mode_on);
-    storeSegment(*o.compositeModeSeg, record.composite_mode);
-    record.g_sensor_enable = o.gsensorEnableChk->isChecked() ? 1 : 0;
-    record.safe_temp_mode_on = o.safeTemperatureModeOnChk->isChecked() ? 1 : 0;
-    record.auto_drive_in_mode_on = o.autoDrivingModeChk->isChecked() ? 1 : 0;
-    record.auto_park_in_mode_on = o.autoParkingModeChk->isChecked() ? 1 : 0;
-    record.ledoff = o.ledOffChk->isChecked() ? 0 : 1;
-    for (const Sensitivity& group : sensitivities) {
-        for (size_t axis = 0; axis < group.fields.size(); ++axis)
-            record.*group.thresholds[axis] = group.fields[axis]->hundredths();
-    }
-    record.always_mode_timeout = stanbyTimes[size_t(o.stanbyTimeCombo->currentIndex())];
-    storeCarNumber(record);
+    outlets->carNumberField->textDidEndEditing();
 }
 
-void ZVKSettingForBasicViewController::storeCarNumber(_FILEDATA& record)
+void ZVKSettingForBasicViewController::storeCarNumber(_FILEDATA& record) const
 {
-    ZVKCarNumberTextField& field = *outlets->carNumberField;
-    // A command by keyboard leaves the field without an end of editing.
-    if (field.isEdited())
-        field.textDidEndEditing();
-    else if (!isPlateReadable)
-        return;
-    const QByteArray text = field.text().toUtf8();
+    const QByteArray text = outlets->carNumberField->carNumber().toLatin1();
     record.szPlateNumber = {};
-    std::copy_n(text.begin(), std::min<size_t>(size_t(text.size()), record.szPlateNumber.size()),
-        record.szPlateNumber.begin());
+    std::copy(text.begin(), text.end(), record.szPlateNumber.begin());
 }

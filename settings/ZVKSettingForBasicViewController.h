@@ -34,7 +34,7 @@ public:
 
 protected:
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
+    void endEditing() override;
 
 private:
     using Thresholds = std::array<int32_t, 3>; // X, Y, Z in hundredths of g
@@ -50,22 +50,23 @@ private:
     static int presetIndex(const std::array<Thresholds, 5>& presets, const Thresholds& wanted);
     static const std::array<Thresholds, 5> drivingPresets;
     static const std::array<Thresholds, 5> parkingPresets;
+    static constexpr std::array<uint32_t, 5> stanbyTimes{180, 300, 420, 600, 900}; // seconds
 
     void awakeFromNib();
     void setUpSegments();
     void setUpSensitivity(const Sensitivity& group, const QString& title);
     void explainWords();
+    void bindControls();
     void connectActions();
     void changeGsensorEnable();
     void updateGsensorThreshold();
     void clickAutoParkingModeChk();
     void clickSafeTemperatureModeChck();
-    void focus(QWidget& control);
+    void focus(ThresholdField& field);
     void showCarNumber(const _FILEDATA& record);
-    void storeCarNumber(_FILEDATA& record);
+    void storeCarNumber(_FILEDATA& record) const;
 
     platform::Platform& desktop;
     std::unique_ptr<Ui::ZVKSettingForBasicViewController> outlets;
     std::array<Sensitivity, 2> sensitivities; // driving, parking
-    bool isPlateReadable = true;
 };

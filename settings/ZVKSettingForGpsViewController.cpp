@@ -37,9 +37,11 @@ ZVKSettingForGpsViewController::~ZVKSettingForGpsViewController() = default;
 void ZVKSettingForGpsViewController::awakeFromNib()
 {
     auto& o = *outlets;
-    shared.setUp();
+    shared.setUp(*this);
     setSegmentLabels(*o.saveDurationSeg, saveDurationLabels());
     setSegmentLabels(*o.nightTimeSeg, offOnLabels());
+    addSegments(o.saveDurationSeg, &_FILEDATA::SaveDuration);
+    addSegments(o.nightTimeSeg, &_FILEDATA::NightTime);
 
     o.boxOfDay->setTitle(localized("setting.gps.weekly_alarm"));
     o.boxOfSpeedDisplayUnit->setTitle(localized("setting.gps.speed_display"));
@@ -65,11 +67,4 @@ void ZVKSettingForGpsViewController::showRecord(const _FILEDATA& record)
     shared.display(record);
     outlets->saveDurationSeg->setSelectedSegment(record.SaveDuration);
     outlets->nightTimeSeg->setSelectedSegment(record.NightTime);
-}
-
-void ZVKSettingForGpsViewController::storeControls(_FILEDATA& record)
-{
-    shared.populate(record);
-    storeSegment(*outlets->saveDurationSeg, record.SaveDuration);
-    storeSegment(*outlets->nightTimeSeg, record.NightTime);
 }

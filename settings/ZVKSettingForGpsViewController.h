@@ -23,7 +23,6 @@ public:
 
 protected:
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
 
 private:
     void awakeFromNib();

@@ -58,7 +58,7 @@ ZVKSettingForObdViewController::~ZVKSettingForObdViewController() = default;
 void ZVKSettingForObdViewController::awakeFromNib()
 {
     auto& o = *outlets;
-    shared.setUp();
+    shared.setUp(*this);
     setUpTexts();
     setComboItems(*o.powerVoltageCombo, voltages());
     QStringList intervals;
@@ -68,6 +68,7 @@ void ZVKSettingForObdViewController::awakeFromNib()
     setSegmentLabels(*o.useObdParkingSeg, offOnLabels());
     o.useExternalPowerChk->hide();
     setUpSlider();
+    bindControls();
 }
 
 void ZVKSettingForObdViewController::setUpTexts()
@@ -122,12 +123,17 @@ void ZVKSettingForObdViewController::setUpSlider()
 
 void ZVKSettingForObdViewController::setEcoLoValue(double value)
 {
+    // A knob that was only taken moved nothing.
+    if (static_cast<int64_t>(value) != static_cast<int64_t>(ecoLo))
+        touch(ecoLoSetting);
     ecoLo = value;
     emit ecoLoValueChanged();
 }
 
 void ZVKSettingForObdViewController::setEcoHiValue(double value)
 {
+    if (static_cast<int64_t>(value) != static_cast<int64_t>(ecoHi))
+        touch(ecoHiSetting);
     ecoHi = value;
     emit ecoHiValueChanged();
 }
@@ -151,35 +157,43 @@ void ZVKSettingForObdViewController::showRecord(const _FILEDATA& record)
     shared.display(record);
     o.powerVoltageCombo->setCurrentIndex(voltageItem(record.sd_mem_always_reserved));
     o.useExternalPowerChk->setChecked(record.sd_mem_event_reserved != 0);
-    if ((record.SaveDuration & codeMask) == 3)
-        fileData->SaveDuration = (record.SaveDuration & ~codeMask) | 4;
-    o.saveDurationSeg->setSelectedSegment(qint64(record.SaveDuration & codeMask) - 1);
+    const qint64 code = record.SaveDuration & codeMask;
+    o.saveDurationSeg->setSelectedSegment(code == 3 ? 3 : code - 1);
     o.useObdParkingSeg->setSelectedSegment(isParkingOn(record.SaveDuration) ? 1 : 0);
     o.useEcoDriveChk->setChecked(record.MemConfig != 0);
     setEcoLoValue(100 - double(record.drivingSecurity));
     setEcoHiValue(100 - double(record.parkingSecurity));
 }
 
-void ZVKSettingForObdViewController::storeSaveDuration(uint32_t& SaveDuration) const
-{
-    const int segment = outlets->saveDurationSeg->selectedSegment();
-    const bool parking = outlets->useObdParkingSeg->selectedSegment() == 1;
-    if (segment < 0 && parking == isParkingOn(SaveDuration))
-        return;
-    const uint32_t code = segment < 0 ? SaveDuration & codeMask : segment < 3 ? uint32_t(segment) + 1 : 4;
-    SaveDuration = parking ? (SaveDuration & parkingMask) | parkingBit | code : code;
-}
-
-void ZVKSettingForObdViewController::storeControls(_FILEDATA& record)
+void ZVKSettingForObdViewController::bindControls()
 {
     auto& o = *outlets;
-    shared.populate(record);
-    storeSaveDuration(record.SaveDuration);
-    if (const int item = o.powerVoltageCombo->currentIndex(); item >= 0)
-        record.sd_mem_always_reserved = lowestVoltage + voltageStep * uint32_t(item);
-    record.sd_mem_event_reserved = o.useExternalPowerChk->isChecked() ? 1 : 0;
-    record.MemConfig = o.useEcoDriveChk->isChecked() ? 1 : 0;
-    // Values that the slider cannot reach come back as they were: the arithmetic is exact.
-    record.drivingSecurity = static_cast<uint32_t>(100 - static_cast<int64_t>(ecoLo));
-    record.parkingSecurity = static_cast<uint32_t>(100 - static_cast<int64_t>(ecoHi));
+    bindSaveDuration();
+    addSetting({o.powerVoltageCombo}, [combo = o.powerVoltageCombo](_FILEDATA& record) {
+        if (const int item = combo->currentIndex(); item >= 0)
+            record.sd_mem_always_reserved = lowestVoltage + voltageStep * uint32_t(item);
+    });
+    addFlag(o.useExternalPowerChk, &_FILEDATA::sd_mem_event_reserved);
+    addFlag(o.useEcoDriveChk, &_FILEDATA::MemConfig);
+    ecoLoSetting = addSetting({}, [this](_FILEDATA& record) {
+        record.drivingSecurity = static_cast<uint32_t>(100 - static_cast<int64_t>(ecoLo));
+    });
+    ecoHiSetting = addSetting({}, [this](_FILEDATA& record) {
+        record.parkingSecurity = static_cast<uint32_t>(100 - static_cast<int64_t>(ecoHi));
+    });
+}
+
+/// Interval and parking flag are bits of one field; each changes its own.
+void ZVKSettingForObdViewController::bindSaveDuration()
+{
+    auto& o = *outlets;
+    addSetting({o.saveDurationSeg}, [segments = o.saveDurationSeg](_FILEDATA& record) {
+        if (const int segment = segments->selectedSegment(); segment >= 0)
+            record.SaveDuration =
+                (record.SaveDuration & ~codeMask) | (segment < 3 ? uint32_t(segment) + 1 : 4);
+    });
+    addSetting({o.useObdParkingSeg}, [segments = o.useObdParkingSeg](_FILEDATA& record) {
+        const bool parking = segments->selectedSegment() == 1;
+        record.SaveDuration = (record.SaveDuration & codeMask) | (parking ? parkingBit : 0);
+    });
 }

@@ -36,20 +36,21 @@ signals:
     void ecoHiValueChanged();
 
 protected:
-    /// Moves an interval code 3 in the record to 4; the parking bits stay.
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
 
 private:
     void awakeFromNib();
     void setUpTexts();
     void setUpSlider();
+    void bindControls();
+    void bindSaveDuration();
     void updateEco();
-    void storeSaveDuration(uint32_t& SaveDuration) const;
 
     std::unique_ptr<Ui::ZVKSettingForObdViewController> outlets;
     GpsFields shared;
     platform::ObjectController objController;
     double ecoLo = 0;
     double ecoHi = 0;
+    size_t ecoLoSetting = 0;
+    size_t ecoHiSetting = 0;
 };

@@ -52,6 +52,7 @@ ZVKSettingForVideoViewController::ZVKSettingForVideoViewController(platform::Pla
 {
     outlets->setupUi(this);
     awakeFromNib();
+    bindControls();
     connect(outlets->videoResolution, &platform::SegmentedControl::segmentClicked, this,
         &ZVKSettingForVideoViewController::clickvideoResolutionSegment);
 }
@@ -127,6 +128,8 @@ void ZVKSettingForVideoViewController::showRecord(const _FILEDATA& record)
     o.videoEncodingBitrate->selectCell(cellOfBitrate(record.vid_enc_res, record.vid_enc_bitrate));
     setBPStext(record.vid_enc_res != 0);
     o.videoResolution->setSelectedSegment(record.vid_enc_res);
+    // The rates of a resolution that is not known are not known either.
+    o.videoEncodingBitrate->setEnabled(record.vid_enc_res < bitrates.size());
     o.videoFrameRate->setSelectedSegment(segmentOfFramerate(record.vid_framerate));
     o.videoBrightness->setSelectedSegment(segmentOfBrightness(record.vid_brightness));
     o.videoTinting->setSelectedSegment(record.Tinting);
@@ -136,20 +139,31 @@ void ZVKSettingForVideoViewController::showRecord(const _FILEDATA& record)
 
 void ZVKSettingForVideoViewController::clickvideoResolutionSegment()
 {
-    if (fileData)
-        setBPStext(outlets->videoResolution->selectedSegment() != 0);
+    if (!fileData)
+        return;
+    setBPStext(outlets->videoResolution->selectedSegment() != 0);
+    outlets->videoEncodingBitrate->setEnabled(true);
 }
 
-void ZVKSettingForVideoViewController::storeControls(_FILEDATA& record)
+void ZVKSettingForVideoViewController::bindControls()
 {
     auto& o = *outlets;
-    storeSegment(*o.videoResolution, record.vid_enc_res);
-    const int cell = o.videoEncodingBitrate->selectedCell();
+    // The selected cell stands for another rate then.
+    addSetting({o.videoResolution}, [this](_FILEDATA& record) {
+        storeSegment(*outlets->videoResolution, record.vid_enc_res);
+        storeBitrate(record);
+    });
+    addSetting({o.videoEncodingBitrate}, [this](_FILEDATA& record) { storeBitrate(record); });
+    addSegments(o.videoFrameRate, &_FILEDATA::vid_framerate, framerates);
+    addSegments(o.videoBrightness, &_FILEDATA::vid_brightness, darkest, brightnessStep);
+    addSegments(o.videoTinting, &_FILEDATA::Tinting);
+    addSegments(o.videoSharpness, &_FILEDATA::vid_sharpness, 1);
+    addSegments(o.videoNoisefilter, &_FILEDATA::vid_hue, 1);
+}
+
+void ZVKSettingForVideoViewController::storeBitrate(_FILEDATA& record) const
+{
+    const int cell = outlets->videoEncodingBitrate->selectedCell();
     if (cell >= 0 && record.vid_enc_res < bitrates.size())
         record.vid_enc_bitrate = bitrates[record.vid_enc_res][size_t(cell)] * 1000;
-    storeSegment(*o.videoFrameRate, record.vid_framerate, framerates);
-    storeSegment(*o.videoBrightness, record.vid_brightness, darkest, brightnessStep);
-    storeSegment(*o.videoTinting, record.Tinting);
-    storeSegment(*o.videoSharpness, record.vid_sharpness, 1);
-    storeSegment(*o.videoNoisefilter, record.vid_hue, 1);
 }

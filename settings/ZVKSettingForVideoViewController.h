@@ -25,12 +25,13 @@ public:
 
 protected:
     void showRecord(const _FILEDATA& record) override;
-    void storeControls(_FILEDATA& record) override;
 
 private:
     void awakeFromNib();
+    void bindControls();
     void arrangeBitrateCells();
     void clickvideoResolutionSegment();
+    void storeBitrate(_FILEDATA& record) const;
 
     std::unique_ptr<Ui::ZVKSettingForVideoViewController> outlets;
 };

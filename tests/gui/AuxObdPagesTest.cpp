@@ -1,12 +1,15 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "platform/Texts.h"
+#include "settings/ShareBar.h"
 #include "settings/ZVKSettingForAuxViewController.h"
 #include "settings/ZVKSettingForObdViewController.h"
 #include "tests/support/ShownPage.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLineEdit>
+#include <QLabel>
+#include <QMouseEvent>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -14,13 +17,18 @@
 namespace {
 
 struct AuxPage : testing::Test, Shown<ZVKSettingForAuxViewController> {
-    std::string text(const char* name) { return control<QLineEdit>(name).text().toStdString(); }
+    std::string text(const char* name) { return control<QLabel>(name).text().toStdString(); }
+    std::string shares()
+    {
+        return text("alwaysField") + " " + text("motionField") + " " + text("eventField");
+    }
+    bool isMarked() { return control<QLabel>("shareSumLabel").isVisibleTo(&page); }
 };
 struct ObdPage : testing::Test, Shown<ZVKSettingForObdViewController> { };
 
 TEST_F(AuxPage, SharesFollowTheKnobsAndEachKindNeedsATenth)
 {
-    EXPECT_EQ(text("alwaysField") + " " + text("motionField") + " " + text("eventField"), "70 10 20");
+    EXPECT_EQ(shares(), "70 10 20");
     auto& slider = control<SMDoubleSlider>("sdRatioSlider");
 
     const _FILEDATA before = record;
@@ -39,24 +47,65 @@ TEST_F(AuxPage, SharesFollowTheKnobsAndEachKindNeedsATenth)
     EXPECT_EQ(record.sd_mem_event_ratio, 80U);
 }
 
+TEST_F(AuxPage, SharesThatDoNotAddUpAreShownAsTheyAreAndMarkedUntilAKnobMoves)
+{
+    EXPECT_FALSE(isMarked());
+    record.sd_mem_motion_ratio = 70;
+    record.sd_mem_event_ratio = 4000000000;
+    page.setFileData(&record);
+    EXPECT_EQ(shares(), "70 70 4000000000");
+    EXPECT_TRUE(isMarked());
+    EXPECT_NEAR(
+        control<ShareBar>("shareBar").parts()[2].right(), control<ShareBar>("shareBar").width() - 8, 1e-6);
+
+    // A knob that is only taken moves nothing.
+    auto& slider = control<SMDoubleSlider>("sdRatioSlider");
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease}) {
+        const QPointF onLow(8 + 0.7 * (slider.width() - 16) + 1, slider.height() / 2.0);
+        QMouseEvent event(type, onLow, onLow, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&slider, &event);
+    }
+    EXPECT_FALSE(page.isTouched());
+    slider.updateBoundControllerLoValue(40);
+    EXPECT_EQ(shares(), "40 60 0") << "the other knob counts from where it is seen";
+    EXPECT_TRUE(page.isTouched());
+    EXPECT_FALSE(isMarked());
+    EXPECT_TRUE(page.validateUserInput());
+    slider.updateBoundControllerHiValue(90);
+    EXPECT_EQ(page.validateUserInput(), std::nullopt);
+    page.setFileData(&record);
+    EXPECT_EQ(shares(), "70 70 4000000000") << "shown anew";
+}
+
+TEST_F(AuxPage, PlaceOfUseIndoors)
+{
+    EXPECT_EQ(segment("useEnvironmentSeg"), 0) << "3000 is a vehicle";
+    for (const uint32_t stored : {0U, 0U, 1U}) { // changed, untouched, changed back
+        if (segment("useEnvironmentSeg") != int(stored == 0))
+            choose("useEnvironmentSeg", stored == 0);
+        page.populate();
+        EXPECT_EQ(record.BrightnessFixed, stored);
+        page.setFileData(&record);
+    }
+}
+
 TEST_F(AuxPage, MotionSensitivities)
 {
     const struct {
         uint32_t hd, fhd;
         int hdSegment, fhdSegment;
-        uint32_t hdStored, fhdStored;
-    } cases[] = {{75, 90, 2, 2, 75, 90}, {100, 80, 3, 3, 100, 100}, {50, 65, 0, 0, 50, 65},
-        {150, 130, 4, 4, 150, 130}, {55, 70, 0, 1, 50, 70}, {60, 1, 1, 1, 60, 70}};
+    } cases[] = {
+        {75, 90, 2, 2}, {100, 80, 3, 3}, {50, 65, 0, 0}, {150, 130, 4, 4}, {55, 70, 0, 1}, {60, 1, 1, 1}};
     for (const auto& c : cases) {
         record.motion720pCValue = c.hd;
         record.motion1080pCValue = c.fhd;
         page.setFileData(&record);
         EXPECT_EQ(segment("HDSensitivitySeg"), c.hdSegment);
         EXPECT_EQ(segment("FHDSensitivitySeg"), c.fhdSegment);
-        page.populate();
-        EXPECT_EQ(record.motion720pCValue, c.hdStored);
-        EXPECT_EQ(record.motion1080pCValue, c.fhdStored);
     }
+    choose("FHDSensitivitySeg", 1);
+    page.populate();
+    EXPECT_EQ(record.motion1080pCValue, 70U) << "what was shown already can be chosen";
     control<QCheckBox>("useMotionChk").click();
     EXPECT_EQ(record.motion_detect_mode_on, 0U) << "at once";
 }
@@ -79,26 +128,26 @@ TEST_F(ObdPage, IntervalAndParkingShareOneField)
     struct Case {
         uint32_t before;
         int interval, parking;
-        uint32_t shown, stored;
+        uint32_t firstInterval, otherParking; // after a choice
     };
-    const Case cases[] = {{0x12, 1, 1, 0x12, 0x12}, {0x01, 0, 0, 0x01, 0x01}, {0x13, 3, 1, 0x14, 0x14},
-        {0x03, 3, 0, 0x04, 0x04}, {0x24, 3, 0, 0x24, 0x04}, {0x10, -1, 1, 0x10, 0x10},
-        {0x29, -1, 0, 0x29, 0x29}, {0xABCD0011, 0, 1, 0xABCD0011, 0x11}};
+    const Case cases[] = {{0x12, 1, 1, 0x11, 0x02}, {0x02, 1, 0, 0x01, 0x12}, {0x13, 3, 1, 0x11, 0x03},
+        {0x24, 3, 0, 0x21, 0x14}, {0x10, -1, 1, 0x11, 0x00}, {0x29, -1, 0, 0x21, 0x19},
+        {0xABCD0012, 1, 1, 0xABCD0011, 0x02}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.before);
         record.SaveDuration = c.before;
         page.setFileData(&record);
         EXPECT_EQ(segment("saveDurationSeg"), c.interval);
         EXPECT_EQ(segment("useObdParkingSeg"), c.parking);
-        EXPECT_EQ(record.SaveDuration, c.shown);
+        choose("saveDurationSeg", 0);
         page.populate();
-        EXPECT_EQ(record.SaveDuration, c.stored);
+        EXPECT_EQ(record.SaveDuration, c.firstInterval);
+        record.SaveDuration = c.before;
+        page.setFileData(&record);
+        choose("useObdParkingSeg", 1 - c.parking);
+        page.populate();
+        EXPECT_EQ(record.SaveDuration, c.otherParking);
     }
-    record.SaveDuration = 0x09;
-    page.setFileData(&record);
-    control<platform::SegmentedControl>("useObdParkingSeg").setSelectedSegment(1);
-    page.populate();
-    EXPECT_EQ(record.SaveDuration, 0x19U) << "the interval that cannot be shown stays";
 }
 
 } // namespace
