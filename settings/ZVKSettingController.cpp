@@ -94,9 +94,10 @@ void ZVKSettingController::windowDidLoad()
     progressPanel->onTimeOut([this] { tellThatTheCardHangs(); });
     connectControls();
     centre();
+    // Before the loading sheet takes it, which gives it back.
+    outlets->functionSegmentedControl->setFocus();
     onInitDIalog();
     changeViewController(0);
-    outlets->functionSegmentedControl->setFocus();
 }
 
 /// In the middle of the visible area of its screen, and never larger than it.

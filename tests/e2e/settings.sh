@@ -77,7 +77,7 @@ changed disp_segment_mode "$2" "the screen's layout"
 [ "$(field checksum_ok)" = true ] || fail "the checksum does not fit"
 [ "$4 $(field BrightnessFixed)" = "3000 0" ] || fail "the place of use went from $4 to $(field BrightnessFixed)"
 changed audio_mux_enable "$5" "voice recording"
-[ ! -e "$config.bak" ] || fail "a copy was kept of what was read"
+[ "$("$zavikctl" config show "$config.bak" | sed -n 's/^vid_enc_res=//p')" = "$1" ] || fail "the record before is not kept"
 [ "$kilometres" != "$(region "$player" 130x130+540+400)" ] || fail "the player still shows kilometres"
 step "miles"
 
