@@ -64,6 +64,9 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
             [](BlockDevices& all) {
                 all.mounts = {{"/home", "/dev/sdb1", false}};
             }},
+        {"start files", true, mounted("sdb1", "/boot/efi")},
+        {"no part of a system", false, mounted("sdb1", "/media/usr")},
+        {"a swap file elsewhere", false, [](BlockDevices& all) { all.swaps = {"/swap"}; }},
         {"a system's drive", true, [](BlockDevices& all) { named(all, "sdb").systemHint = true; }},
         {"a pool", true, [](BlockDevices& all) { named(all, "sdb1").type = "zfs_member"; }},
         {"a volume in encryption", true,

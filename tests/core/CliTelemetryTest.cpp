@@ -4,11 +4,14 @@
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <limits>
 
 namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 constexpr int64_t start = 1426947930000; // 2015-03-21 14:25:30 UTC
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -108,6 +111,17 @@ TEST(CliTelemetry, WritesTheWayAsGpx)
         "    </trkseg>\n"
         "  </trk>\n"
         "</gpx>\n");
+}
+
+TEST(CliTelemetry, SummarisesForPeople)
+{
+    const TempFolder card;
+    const std::string file = card.file("a.avi", AviWriter().junk(drive()).bytes());
+    EXPECT_THAT(zavikctl({"telemetry", file}).out,
+        AllOf(HasSubstr("4 samples"),
+            HasSubstr("2015-03-21T14:25:30Z to 2015-03-21T14:25:30.300Z"),
+            HasSubstr("1.80 g (x +1.00, y +0.00, z -1.50)"), HasSubstr("2 records, 1 with a position"),
+            HasSubstr("33.500000 S, 70.750000 W, 36 km/h")));
 }
 
 TEST(CliTelemetry, AcceptsRecordingsWithoutWholeSideData)

@@ -43,7 +43,8 @@ public:
             folder.path("sys/class/block/" + fs::path(path).parent_path().filename().native()));
     }
 
-    FormatResult format(const std::string& name, const std::string& medium = "17") const
+    FormatResult format(
+        const std::string& name, const std::string& medium = "17", uint64_t more = 0, long cluster = 32) const
     {
         const auto numberAt = [this](const std::string& path) {
             const auto node = nodes.find(fs::path(path).filename());
@@ -54,7 +55,7 @@ public:
             [=](const std::string& node, const std::string&) { return std::vector{numberAt(node)}; }};
         policy.patience = {};
         const uint64_t size = platform::kernelDevice(name, policy.roots).size;
-        return formatCard({name, 32, size, medium}, policy);
+        return formatCard({name, cluster, size + more, medium}, policy);
     }
 
     /// What the nodes of these names are, wherever they are; of a loop device what it is on.
@@ -100,6 +101,8 @@ const Case cases[] = {
         {{ofCard("sdb2/holders/dm-0"), ""}, {all + "dm-0/dev", "253:7"},
             {mountinfo, mount("253:7", "/", "/dev/mapper/root")}}},
     {"LUKS or LVM on it", FormatStatus::heldByOthers, {{ofCard("sdb1/holders/dm-0"), ""}}},
+    {"an array on a partition of the whole", FormatStatus::heldByOthers, {{ofCard("sdb2/holders/md0"), ""}},
+        {}, "sdb"},
     {"a loop device on it", FormatStatus::heldByOthers, {{all + "loop3/loop/backing_file", "/dev/sdb1\n"}}},
     {"a loop device on it by a node that has another name", FormatStatus::heldByOthers,
         {{all + "loop3/loop/backing_file", "/mnt/dev/card\n"}}, {{"loop3", "8:17"}}},
@@ -145,6 +148,10 @@ TEST(FormatHelper, RefusesByWhatTheKernelTells)
             "../../" + name, machine.folder.path("sys/fs/bcachefs/1-2/dev-" + name + "/block"));
     }
     EXPECT_EQ(machine.format("sdb1").status, FormatStatus::heldByOthers);
+
+    const Machine other;
+    EXPECT_EQ(other.format("sdb1", "17", 512).status, FormatStatus::otherSize) << "than the user saw";
+    EXPECT_EQ(other.format("sdb1", "17", 0, 64).status, FormatStatus::wrongCluster);
 }
 
 TEST(FormatHelper, OnlyACardInASlotNeedsNoRemovableFlag)

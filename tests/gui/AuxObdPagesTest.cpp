@@ -108,6 +108,8 @@ TEST_F(AuxPage, MotionSensitivities)
     EXPECT_EQ(record.motion1080pCValue, 70U) << "what was shown already can be chosen";
     control<QCheckBox>("useMotionChk").click();
     EXPECT_EQ(record.motion_detect_mode_on, 0U) << "at once";
+    for (const char* const name : {"HDSensitivitySeg", "FHDSensitivitySeg"})
+        EXPECT_FALSE(control<platform::SegmentedControl>(name).isEnabled());
 }
 
 TEST_F(ObdPage, VoltageAndEcoRange)

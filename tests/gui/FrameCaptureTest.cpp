@@ -81,6 +81,13 @@ TEST_F(FrameCapture, SavesTheFrameThatWasOnScreenAndOpensIt)
     EXPECT_THAT(alerts, ElementsAre(alert("capture.saved"))) << "no viewer shows it";
 }
 
+TEST_F(FrameCapture, ACancelledPanelSavesAndSaysNothing)
+{
+    captureTo({});
+    EXPECT_THAT(commands, IsEmpty());
+    EXPECT_THAT(alerts, IsEmpty());
+}
+
 TEST_F(FrameCapture, NeedsAPlayingPlayer)
 {
     for (const PlayerState state : {PlayerState::paused, PlayerState::opening, PlayerState::stopped}) {

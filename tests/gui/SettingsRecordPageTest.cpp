@@ -211,7 +211,15 @@ TEST(SettingsBasicPage, AStoredThresholdStaysExactUntilItIsTypedAnew)
     EXPECT_EQ(storedX(), 113);
     EXPECT_EQ(record.gsen_z_threshold, 900);
     basic.choose("gsensorSensitivityDrivingSeg", 4);
+    basic.choose("gsensorSensitivityParkingSeg", 4);
     EXPECT_EQ(storedX(), 45);
+    const std::array stored = {record.gsen_y_threshold, record.gsen_z_threshold, record.parkmode_x_threshold,
+        record.parkmode_y_threshold, record.parkmode_z_threshold};
+    EXPECT_EQ(stored, (std::array{50, 40, 8, 8, 8}));
+    basic.choose("gsensorSensitivityDrivingSeg", 0);
+    EXPECT_EQ(storedX(), 65);
+    EXPECT_EQ(record.gsen_y_threshold, 90);
+    EXPECT_EQ(ZVKSettingForBasicViewController::findDrivingGsensorThresholdIndex(55, 70, 51), 5);
 }
 
 TEST(SettingsBasicPage, APlateNumberKeepsItsFirstEightLettersAndDigits)
