@@ -4,7 +4,7 @@
 #include "telemetry/FileByteSource.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cerrno>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -65,15 +65,14 @@ DriveLog readDriveLog(
     return log;
 }
 
-DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop,
+DriveLog readDriveLog(const platform::FilePlace& place, const DriveLogFormat& format, std::stop_token stop,
     const DriveLogProgress& progress)
 {
-    if (const auto file = FileByteSource::open(path.c_str()))
+    platform::FileError why;
+    if (const auto file = FileByteSource::take(place.open(why).release()))
         return readDriveLog(*file, format, std::move(stop), progress);
     DriveLog log(format);
-    std::error_code error;
-    const bool isThere = std::filesystem::exists(path, error) || error;
-    log.ending = isThere ? DriveLogEnd::CannotOpen : DriveLogEnd::NotThere;
-    logFormat("fopen fail:%s", path.c_str());
+    log.ending = why.code == ENOENT ? DriveLogEnd::NotThere : DriveLogEnd::CannotOpen;
+    logFormat("fopen fail:%s", place.path().c_str());
     return log;
 }

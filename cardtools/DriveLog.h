@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cardtools/DriveLogReader.h"
+#include "platform/FilePlace.h"
 
 #include <functional>
 #include <memory>
@@ -37,8 +38,8 @@ public:
 
     friend DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop,
         const DriveLogProgress& progress);
-    friend DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop,
-        const DriveLogProgress& progress);
+    friend DriveLog readDriveLog(const platform::FilePlace& place, const DriveLogFormat& format,
+        std::stop_token stop, const DriveLogProgress& progress);
 
 private:
     void readRecords(DriveLogReader& reader, const DriveLogProgress& progress);
@@ -55,5 +56,5 @@ private:
 /// empty when its `end()` is not usable; a file that cannot be opened is also logged.
 DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {},
     const DriveLogProgress& progress = {});
-DriveLog readDriveLog(const std::string& path, const DriveLogFormat& format, std::stop_token stop = {},
-    const DriveLogProgress& progress = {});
+DriveLog readDriveLog(const platform::FilePlace& place, const DriveLogFormat& format,
+    std::stop_token stop = {}, const DriveLogProgress& progress = {});

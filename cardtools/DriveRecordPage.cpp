@@ -5,6 +5,7 @@
 #include "common/Alerts.h"
 #include "common/InterfaceHelpers.h"
 #include "common/Log.h"
+#include "platform/CardRoot.h"
 #include "platform/Platform.h"
 #include "platform/Texts.h"
 #include "telemetry/ZVKMapWindowController.h"
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QTableView>
 
+#include <filesystem>
 #include <utility>
 
 DriveRecordPage::DriveRecordPage(platform::Platform& pieces, const std::string& interfaceLanguage,
@@ -48,9 +50,10 @@ void DriveRecordPage::awakeFromNib(const Outlets& widgets)
     showState();
 }
 
-void DriveRecordPage::setM_FlashDataFilePath(const std::string& path)
+void DriveRecordPage::setM_FlashDataFilePath(const std::string& path, const std::string& root)
 {
     m_FlashDataFilePath = path;
+    cardRoot = root;
 }
 
 void DriveRecordPage::setFileData(_FILEDATA* record)
@@ -113,9 +116,13 @@ void DriveRecordPage::loadFlashDataFile()
 void DriveRecordPage::doReadFlashDataFile(bool isAskedFor)
 {
     desktop.dispatcher.inBackground(
-        [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath, &kind = format,
-            stop = work.get_token(), report = progressWindow->report(), isAskedFor] {
-            const auto log = std::make_shared<const DriveLog>(readDriveLog(path, kind, stop, report));
+        [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath,
+            root = cardRoot, &kind = format, stop = work.get_token(), report = progressWindow->report(),
+            isAskedFor] {
+            const std::string below = std::filesystem::path(path).lexically_relative(root).native();
+            const auto place =
+                root.empty() ? platform::FilePlace::chosen(path) : platform::CardRoot(root).file(below);
+            const auto log = std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
             dispatcher.onMain([page, log, stop, isAskedFor] {
                 if (page && !stop.stop_requested())
                     page->publish(log, isAskedFor);

@@ -31,7 +31,8 @@ public:
     ~DriveRecordPage() override;
 
     /// The log to show. It is read when the record comes for the first time, and by loadFlashDataFile.
-    void setM_FlashDataFilePath(const std::string& path);
+    /// `cardRoot`: of the card that the file is on, which leads nowhere else; empty for the user's choice.
+    void setM_FlashDataFilePath(const std::string& path, const std::string& cardRoot = {});
 
     void setFileData(_FILEDATA* record) override;
     void displayFileData();
@@ -99,6 +100,7 @@ private:
     bool firstLoad = true;
     bool m_bFlashDataAccess = false;
     std::optional<std::string> m_FlashDataFilePath;
+    std::string cardRoot;
     std::unique_ptr<ZVKMapWindowController> mapWindowController;
 
     std::stop_source work; // the one under way or the latest

@@ -18,7 +18,7 @@ std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
 {
     auto page = std::make_unique<ZVKSettingForFlashDataViewController>(context.desktop, context.language);
     if (!context.driveLog.empty())
-        page->setM_FlashDataFilePath(context.driveLog);
+        page->setM_FlashDataFilePath(context.driveLog, context.cardRoot);
     return page;
 }
 

@@ -20,13 +20,13 @@ void readMillionRecordLog(benchmark::State& state)
 {
     const std::string& path = millionRecordLog();
     for (auto _ : state)
-        benchmark::DoNotOptimize(readDriveLog(path, flashDataFormat));
+        benchmark::DoNotOptimize(readDriveLog(platform::FilePlace::chosen(path), flashDataFormat));
 }
 BENCHMARK(readMillionRecordLog)->Unit(benchmark::kMillisecond);
 
 void makeMillionCsvLines(benchmark::State& state)
 {
-    const DriveLog log = readDriveLog(millionRecordLog(), flashDataFormat);
+    const DriveLog log = readDriveLog(platform::FilePlace::chosen(millionRecordLog()), flashDataFormat);
     const auto titles = driveLogColumnNames(flashDataFormat, "en");
     size_t size = 0;
     for (auto _ : state)

@@ -135,8 +135,10 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
         [&](int64_t done, int64_t all) { percentages.push_back(done * 100 / all); });
     EXPECT_EQ(percentages, (std::vector<int64_t>{38, 77, 100}));
     const TempFolder folder;
-    EXPECT_EQ(readDriveLog(folder.path("none"), obdDriveFormat).end(), DriveLogEnd::NotThere);
-    EXPECT_EQ(readDriveLog(folder.path(), obdDriveFormat).end(), DriveLogEnd::CannotOpen);
+    EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path("none")), obdDriveFormat).end(),
+        DriveLogEnd::NotThere);
+    EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path()), obdDriveFormat).end(),
+        DriveLogEnd::CannotOpen);
 }
 
 } // namespace

@@ -123,6 +123,17 @@ TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
     EXPECT_TRUE(desktop.alerts.shown.empty());
 }
 
+TEST_F(FlashLogPage, NoLinkLeadsFromTheCardToAnotherLog)
+{
+    folder.file("mine/zavik_000.drv", driveLogFile(std::vector(2, flashRecord())));
+    std::filesystem::create_directory(folder.path("card"));
+    std::filesystem::create_symlink("../mine", folder.path("card/DrvInfo"));
+    page->setM_FlashDataFilePath(folder.path("card/DrvInfo/zavik_000.drv"), folder.path("card"));
+    page->setFileData(&record);
+    desktop.dispatcher.runAll();
+    EXPECT_EQ(rows(), 0);
+}
+
 TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)
 {
     page->setM_FlashDataFilePath(folder.path("none.drv"));
