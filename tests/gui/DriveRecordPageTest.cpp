@@ -5,6 +5,7 @@
 #include "platform/Texts.h"
 #include "settings/FileData.h"
 #include "tests/support/CollectedLog.h"
+#include "tests/support/CountedCalls.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
@@ -270,9 +271,14 @@ TEST_F(FlashLogPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
         const FullDisk disk(100000);
         saveAs(path);
     }
+    for (const char* call : {"fsync", "rename"}) {
+        CountedCalls calls;
+        calls.fail(call, EIO);
+        saveAs(path);
+    }
     saveAs(folder.path());
     saveAs(folder.path("no/such/folder.csv"));
-    EXPECT_EQ(desktop.alerts.shown, (Texts{told, told, told}));
+    EXPECT_EQ(desktop.alerts.shown, (Texts{told, told, told, told, told}));
     EXPECT_EQ(contents(path), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
