@@ -2,6 +2,7 @@
 #include "platform/DiskCommand.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/FormatCard.h"
+#include "tools/formathelper/FormatTool.h"
 
 #include <vector>
 
@@ -41,6 +42,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
         require(isPlainDeviceName(command->device) && command->device.find('/') == std::string::npos);
         require(command->cluster == 0 || command->kind == DiskCommand::Kind::format);
     }
+    // Of a tool's words one line is told, and it is one of them.
+    const std::string line = errorLine("mkfs.fat", std::string(text));
+    require(line.find('\n') == line.npos && text.find(line) != text.npos);
     // A file system whose boot sector differs from its copy is never taken for whole.
     const auto bytes = std::as_bytes(std::span(input, size));
     const uint64_t volume = uint64_t{size} << 20;
