@@ -24,7 +24,6 @@ public:
     /// Shows the sheet, or begins anew when it is there already.
     void showLoading(const QString& title);
     void hideLoading();
-    void setTitle(const QString& title);
     /// Called when the sheet went by itself: what it waits for is not there yet.
     void onTimeOut(std::function<void()> work) { timedOut = std::move(work); }
 
@@ -33,6 +32,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void setTitle(const QString& title);
     void scheduleUpdate(double seconds);
     void updateLoadingWindow(double seconds);
     void end();

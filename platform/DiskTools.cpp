@@ -4,6 +4,7 @@
 #include "platform/Texts.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <filesystem>
 #include <thread>
@@ -36,7 +37,7 @@ ScriptResult failure(int number, std::string_view key, const std::string& detail
 
 std::string installedHelper()
 {
-    const fs::path program = QCoreApplication::applicationDirPath().toStdString();
+    const fs::path program = QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString();
     for (const fs::path& folder : {program / "../libexec/zavik", program}) {
         std::error_code error;
         const fs::path found = fs::canonical(folder / helperName, error);

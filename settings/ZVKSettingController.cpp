@@ -149,8 +149,3 @@ void ZVKSettingController::hideLoading()
 {
     progressPanel->hideLoading();
 }
-
-void ZVKSettingController::setLoadingTitle(const QString& title)
-{
-    progressPanel->setTitle(title);
-}

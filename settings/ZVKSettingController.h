@@ -70,7 +70,6 @@ public:
 
     void showLoading(const QString& title) override;
     void hideLoading() override;
-    void setLoadingTitle(const QString& title) override;
 
 private:
     enum class Work { None, Reading, Saving };

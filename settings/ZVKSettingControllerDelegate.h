@@ -15,8 +15,6 @@ public:
 
     virtual void showLoading(const QString& title) = 0;
     virtual void hideLoading() = 0;
-    /// Another text on the sheet while it is up, such as "Saving... 42 %".
-    virtual void setLoadingTitle(const QString&) { }
 };
 
 /// What the settings window asks of every page. All on the main thread.
