@@ -21,6 +21,8 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(14, 6, 12, 6);
     row->setSpacing(12);
+    // The page below does not jump when the button comes and goes.
+    setMinimumHeight(button->sizeHint().height() + 12);
     row->addWidget(label, 1);
     row->addWidget(button);
     connect(button, &QPushButton::clicked, this, [this] {
