@@ -112,14 +112,17 @@ bool ZVKSettingController::mayClose()
         return false;
     if (work == Work::Reading || !hasChanges())
         return true;
-    // The answer may come while the window is still being closed.
-    letGo([this] {
-        desktop.dispatcher.onMain([this, life = std::weak_ptr(alive)] {
-            if (!life.expired())
-                onCloseCmd();
-        });
-    });
+    letGo([this] { onCloseCmd(); });
     return false;
+}
+
+/// What may end this window waits until nothing of it is at work: its sheet, its closing.
+void ZVKSettingController::later(std::function<void()> next)
+{
+    desktop.dispatcher.onMain([go = std::move(next), life = std::weak_ptr(alive)] {
+        if (!life.expired())
+            go();
+    });
 }
 
 void ZVKSettingController::letGo(std::function<void()> next)
@@ -143,7 +146,7 @@ void ZVKSettingController::letGo(std::function<void()> next)
             fileDataReplaced.reset();
             if (targetController)
                 targetController->setFileData(&m_FileData);
-            go();
+            later(go);
         });
 }
 

@@ -197,7 +197,7 @@ void ZVKSettingController::saved(const SaveOutcome& outcome)
     showAlertSheet(desktop.alerts, *view, outcome.path, message.toStdString(),
         [this, next = std::exchange(afterSave, {}), life = std::weak_ptr(alive)] {
             if (!life.expired())
-                next ? next() : onCloseCmd();
+                next ? later(next) : onCloseCmd();
         });
     if (delegate)
         delegate->setDisplayMile(m_FileData.speed_disp_unit);

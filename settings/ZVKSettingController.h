@@ -106,6 +106,7 @@ private:
 
     bool hasChanges() const;
     bool mayClose();
+    void later(std::function<void()> next);
     void replaceAll(const _FILEDATA& record, const char* noticeKey);
     void takeBack();
     void save(const SaveRequest& request);

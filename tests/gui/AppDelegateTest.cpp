@@ -2,13 +2,17 @@
 #include "lib/LoadingIndicator.h"
 #include "lib/PositionSlider.h"
 #include "lib/TKImageButton.h"
+#include "platform/SegmentedControl.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tests/support/TempFolder.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QLabel>
 #include <QTableView>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,6 +36,34 @@ TEST(Start, FindsAnEmptyListAndTheWindowCentred)
     EXPECT_EQ(app.find<TKImageButton>("recordButtonImageView").imageName(), "record_p");
     EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());
     EXPECT_FALSE(app.find<QLabel>("listStateLabel").text().isEmpty());
+}
+
+TEST(SecondaryWindow, IsReplacedOnlyWhenItsChangesAreSavedOrDropped)
+{
+    AppDelegateProbe app;
+    const auto shown = [](const char* className) {
+        const auto all = QApplication::topLevelWidgets();
+        return std::ranges::any_of(all, [&](QWidget* window) {
+            return window->isVisible() && window->objectName() == QLatin1String(className);
+        });
+    };
+    app.controller->showSettingPanel();
+    app.desk.dispatcher.runAll();
+    app.desk.dispatcher.advance(std::chrono::milliseconds(500));
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (auto* const rate = window->findChild<platform::SegmentedControl*>("videoFrameRate"))
+            rate->findChildren<QAbstractButton*>().front()->click();
+    }
+    app.controller->showTimeSetupPanel();
+    EXPECT_TRUE(shown("ZVKSettingController"));
+    ASSERT_EQ(app.desk.alerts.open.size(), 1u);
+    app.desk.alerts.open[0]->answered(2); // stay
+    EXPECT_TRUE(shown("ZVKSettingController"));
+    app.desk.alerts.answer = 1; // drop
+    app.controller->showTimeSetupPanel();
+    app.desk.dispatcher.runMain();
+    EXPECT_FALSE(shown("ZVKSettingController"));
+    EXPECT_TRUE(shown("ZVKTimeSetupController"));
 }
 
 TEST(Start, StoresTheLanguageUnlessItFollowsTheSystem)
