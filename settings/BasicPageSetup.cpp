@@ -139,7 +139,8 @@ void ZVKSettingForBasicViewController::bindControls()
         }
     }
     addSetting({o.stanbyTimeCombo}, [combo = o.stanbyTimeCombo](_FILEDATA& record) {
-        record.always_mode_timeout = stanbyTimes[size_t(combo->currentIndex())];
+        if (const int item = combo->currentIndex(); item >= 0)
+            record.always_mode_timeout = stanbyTimes[size_t(item)];
     });
     addSetting({o.carNumberField}, [this](_FILEDATA& record) { storeCarNumber(record); });
 }
