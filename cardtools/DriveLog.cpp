@@ -72,7 +72,11 @@ DriveLog readDriveLog(const platform::FilePlace& place, const DriveLogFormat& fo
     if (const auto file = FileByteSource::take(place.open(why).release()))
         return readDriveLog(*file, format, std::move(stop), progress);
     DriveLog log(format);
-    log.ending = why.code == ENOENT ? DriveLogEnd::NotThere : DriveLogEnd::CannotOpen;
+    const bool isRefused =
+        why.code == platform::FileError::link || why.code == platform::FileError::noPlainFile;
+    log.ending = why.code == ENOENT ? DriveLogEnd::NotThere
+        : isRefused                 ? DriveLogEnd::Refused
+                                    : DriveLogEnd::CannotOpen;
     logFormat("fopen fail:%s", place.path().c_str());
     return log;
 }

@@ -15,6 +15,7 @@ enum class DriveLogEnd {
     // From here on nothing of the log can be used.
     NotThere,
     CannotOpen,
+    Refused, // a link, or no plain file
     HeaderFailed, // the device failed before it gave a header
     NoHeader, // shorter than a header
     ImpossibleCount, // more records than a file on the card can hold

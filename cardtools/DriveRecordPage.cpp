@@ -142,6 +142,8 @@ const char* messageKey(DriveLogEnd end)
     case DriveLogEnd::CannotOpen:
     case DriveLogEnd::HeaderFailed:
         return "msg.drivelog_unreadable";
+    case DriveLogEnd::Refused:
+        return "msg.drivelog_refused";
     case DriveLogEnd::NoHeader:
     case DriveLogEnd::ImpossibleCount:
         return "msg.drivelog_is_none";

@@ -64,7 +64,9 @@ QString formatCardText(const TKUSBDiskEntity& card, const std::optional<CardCont
     TKUSBDiskEntity named = card;
     if (named.volumeName.empty())
         named.volumeName = localized("format.no_name").toStdString();
-    QStringList details{shown(card.deviceFilePath), fileSystemText(card.fileSystem)};
+    QStringList details{shown(card.deviceFilePath)};
+    if (card.mountedURL.empty() || !card.fileSystem.empty())
+        details += fileSystemText(card.fileSystem);
     if (card.mountedURL.empty())
         details += localized("format.not_mounted");
     else if (contents)

@@ -1,10 +1,14 @@
 #include "cardtools/FormatReport.h"
 
 #include "cardtools/FormatRule.h"
+#include "cardtools/WriteFailure.h"
 #include "common/Text.h"
 #include "platform/Texts.h"
 
 #include <QRegularExpression>
+
+#include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -18,13 +22,14 @@ QString lines(const QString& first, const QString& second)
 
 bool saysWriteError(const QString& words)
 {
-    return words.contains(QLatin1String("Input/output error"));
+    return words.contains(QLatin1String("Input/output error"))
+        || words.contains(QString::fromLocal8Bit(std::strerror(EIO)));
 }
 
 /// The system's reason, or what a reason of the medium means for the card.
 QString reason(const std::string& words)
 {
-    const QString text = QString::fromStdString(words);
+    const QString text = inUsersWords(QString::fromStdString(words));
     return saysWriteError(text) ? localized("format.medium_errors") : text;
 }
 
@@ -121,7 +126,7 @@ FormatReport configQuestion(const CardFormat::Outcome& outcome)
 {
     const QString card = QString::fromStdString(outcome.card.displayString());
     const QString words =
-        outcome.error.empty() ? QString::fromStdString(outcome.text) : lastWords(outcome.error);
+        outcome.error.empty() ? inUsersWords(QString::fromStdString(outcome.text)) : lastWords(outcome.error);
     return {localized("format.cannot_copy_config"),
         lines(lines(card, saysWriteError(words) ? localized("format.cannot_be_read") : words),
             localized("format.anyway_hint"))};

@@ -24,8 +24,6 @@ using Phase = CardFormat::Phase;
 constexpr double tickSeconds = 0.3;
 constexpr auto tick = std::chrono::milliseconds(300);
 constexpr double longestDisplay = 1000;
-/// Of what is left of a step, for every tick.
-constexpr double approach = 0.03;
 
 // For files of the card that take their time to close.
 constexpr auto lettingGoInterval = std::chrono::milliseconds(100);
@@ -89,7 +87,7 @@ void ZVKFormatWindowController::letGo()
     letGoPath = job->mountPath();
     if (letGoPath.empty() || job->isCancelled())
         return runJob(job->isCancelled() ? &CardFormat::giveUp : &CardFormat::run);
-    showStep(localized("format.letting_go"), 10, 15);
+    showStep(localized("format.letting_go"), 10);
     platform::leaveFolder(letGoPath);
     if (cardHolder)
         cardHolder->letGoOf(letGoPath);
@@ -102,7 +100,7 @@ void ZVKFormatWindowController::awaitLettingGo(int tries)
     const auto open = platform::openFilesBelow(letGoPath);
     if (open.empty() || tries == 0 || job->isCancelled())
         return runJob(job->isCancelled() ? &CardFormat::giveUp : &CardFormat::run);
-    showStep(localized("format.still_reading").arg(QString::fromStdString(open.front())), progress, 15);
+    showStep(localized("format.still_reading").arg(QString::fromStdString(open.front())), progress);
     desktop.dispatcher.after(lettingGoInterval, whileAlive([this, tries] { awaitLettingGo(tries - 1); }));
 }
 
@@ -200,26 +198,25 @@ void ZVKFormatWindowController::showPhase(Phase phase)
         return;
     switch (phase) {
     case Phase::looking:
-        return showStep("Formatting...", 0, 5);
+        return showStep("Formatting...", 0);
     case Phase::copying:
-        return showStep(localized("format.copying"), 5, 10);
+        return showStep(localized("format.copying"), 5);
     case Phase::unmounting:
-        return showStep("unmount disk...", 15, 25);
+        return showStep("unmount disk...", 15);
     case Phase::formatting:
         outlets->cancelButton->setEnabled(false);
         outlets->hintLabel->setText(localized("format.no_cancel"));
-        return showStep("formatting...", 25, 75);
+        return showStep("formatting...", 25);
     case Phase::mounting:
-        return showStep("try mount...", 75, 85);
+        return showStep("try mount...", 75);
     case Phase::finishing:
-        return showStep("Format completed!", 85, 99);
+        return showStep("Format completed!", 85);
     }
 }
 
-void ZVKFormatWindowController::showStep(const QString& message, double from, double to)
+void ZVKFormatWindowController::showStep(const QString& message, double done)
 {
-    progress = from;
-    stepEnd = to;
+    progress = done;
     outlets->progressBar->setDoubleValue(progress);
     outlets->progressMessageField->setText(message);
 }
@@ -257,7 +254,9 @@ void ZVKFormatWindowController::updateProgressBar(double seconds)
 {
     if (!stopProgressBar) {
         setBarVisible(true);
-        progress += isFormatting() ? (stepEnd - progress) * approach : 100 / (seconds / tickSeconds);
+        // A format is as far as its steps are: how long one takes is the card's secret.
+        if (!isFormatting())
+            progress += 100 / (seconds / tickSeconds);
         outlets->progressBar->setDoubleValue(progress);
         if (progress < 100)
             return scheduleTick(seconds);

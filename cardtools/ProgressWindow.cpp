@@ -13,8 +13,9 @@
 namespace {
 
 constexpr std::chrono::milliseconds patience{500};
+constexpr std::chrono::seconds longestSilence{15};
 
-}
+} // namespace
 
 ProgressWindow::ProgressWindow(
     platform::Dispatcher& queue, QWidget& part, const QString& what, const QString& asked)
@@ -55,6 +56,19 @@ ProgressWindow::ProgressWindow(
     wordsLabel->setMinimumHeight(2 * wordsLabel->fontMetrics().lineSpacing());
     setFixedSize(420, sizeHint().height());
     comeLater();
+    awaitReport();
+}
+
+/// A work of which nothing is heard is said to hang, until it goes on.
+void ProgressWindow::awaitReport()
+{
+    dispatcher.after(longestSilence, [window = QPointer(this), heard = reports] {
+        if (!window)
+            return;
+        if (window->reports == heard && window->continueButton->isHidden())
+            window->wordsLabel->setText(platform::localized("progress.no_answer"));
+        window->awaitReport();
+    });
 }
 
 ProgressWindow::Report ProgressWindow::report()
@@ -96,7 +110,10 @@ void ProgressWindow::come()
 
 void ProgressWindow::setDone(int percent)
 {
+    ++reports;
     bar->setDoubleValue(percent);
+    if (continueButton->isHidden())
+        wordsLabel->setText(words);
 }
 
 void ProgressWindow::reject()

@@ -39,6 +39,7 @@ public:
 
 private:
     void comeLater();
+    void awaitReport();
     void come();
     void setDone(int percent);
     void ask(bool isAsking);
@@ -49,6 +50,7 @@ private:
     QPointer<QWidget> below; // the page's window, also when it shows another page by now
     const QString words;
     const QString question;
+    int reports = 0;
     QLabel* wordsLabel;
     QLabel* timeLabel;
     PMProgressIndicator* bar;

@@ -34,6 +34,17 @@ constexpr std::array rows = {
 
 } // namespace
 
+QString inUsersWords(QString words)
+{
+    constexpr std::array own = {Row{FileError::link, "file.link"},
+        Row{FileError::noPlainFile, "file.no_plain_file"}, Row{FileError::tooLarge, "file.too_large"},
+        Row{FileError::notReadBack, "file.not_read_back"}, Row{FileError::otherLength, "file.other_length"},
+        Row{FileError::locked, "file.locked"}};
+    for (const Row& row : own)
+        words.replace(QString::fromStdString(FileError{row.code}.text()), platform::localized(row.key));
+    return words;
+}
+
 QString writeFailureText(FileError error, const std::string& path, const char* otherwise)
 {
     const char* key = otherwise;

@@ -4,6 +4,9 @@
 
 #include <QString>
 
+/// The words with our own reasons in the user's language; the system's stay as they are.
+QString inUsersWords(QString words);
+
 /// What the user reads when a file could not be written: nothing was saved, and why.
 /// `otherwise` is the key of the text for every other reason.
 QString writeFailureText(

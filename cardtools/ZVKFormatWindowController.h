@@ -83,7 +83,7 @@ private:
     void setFormatting(std::shared_ptr<CardFormat> formatting);
 
     void showPhase(CardFormat::Phase phase);
-    void showStep(const QString& message, double from, double to);
+    void showStep(const QString& message, double done);
     void setBarVisible(bool visible);
     void scheduleTick(double seconds);
     void tellThatItIsFormatting();
@@ -100,7 +100,6 @@ private:
     std::stop_source lookingAtCards;
     bool stopProgressBar = true;
     double progress = 0;
-    double stepEnd = 0; // where the bar stands at the end of the step
     int progressDisplay = 0; // counts the displays, so that an old one's tick ends with it
     std::shared_ptr<CardFormat> job; // of the card that is being formatted
     std::string letGoPath; // of the card that the holder let go of

@@ -16,6 +16,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <utility>
 
 using platform::localized;
 
@@ -53,6 +54,15 @@ void ZVKTimeSetupController::showWindow()
     window().show();
     window().raise();
     window().activateWindow();
+}
+
+/// What becomes of a save is told first.
+void ZVKTimeSetupController::letGo(std::function<void()> next)
+{
+    if (!isSaving)
+        return next();
+    afterSave = std::move(next);
+    showWindow();
 }
 
 void ZVKTimeSetupController::windowDidLoad()
@@ -229,6 +239,7 @@ void ZVKTimeSetupController::doWriteConfigFile(std::function<platform::FilePlace
 {
     const TimeSet moment{selectedDate.year(), selectedDate.month(), selectedDate.day(), selectedTime.hour(),
         selectedTime.minute(), selectedTime.second()};
+    isSaving = true;
     setWorking(true, "sheet.saving");
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground(
@@ -247,14 +258,20 @@ void ZVKTimeSetupController::doWriteConfigFile(std::function<platform::FilePlace
 
 void ZVKTimeSetupController::saveDidEnd(platform::FileError error, const std::string& path)
 {
+    isSaving = false;
     setWorking(false, nullptr);
+    const auto next = std::exchange(afterSave, {});
     if (error)
         return showAlertSheet(desktop.alerts, *loaded, "ZAVIK",
             writeFailureText(error, path, "msg.write_failed").toStdString(), {});
-    showAlertSheet(desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this, life = std::weak_ptr(alive)] {
-        if (!life.expired())
+    showAlertSheet(
+        desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this, next, life = std::weak_ptr(alive)] {
+            if (life.expired())
+                return;
             didEndAlert();
-    });
+            if (next)
+                desktop.dispatcher.onMain(next);
+        });
 }
 
 void ZVKTimeSetupController::didEndAlert()

@@ -38,6 +38,7 @@ public:
 
     void showWindow() override;
     QWidget& window() override;
+    void letGo(std::function<void()> next) override;
 
 private:
     void windowDidLoad();
@@ -67,6 +68,8 @@ private:
     std::optional<std::string> m_SettingFilePath;
     std::string cardRoot; // of that file
     bool isWorking = false;
+    bool isSaving = false;
+    std::function<void()> afterSave;
     LoadingSheet* progressPanel = nullptr;
     QDate selectedDate;
     QTime selectedTime;

@@ -6,6 +6,7 @@
 #include "platform/ReplaceFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 
@@ -66,13 +67,14 @@ std::optional<FilePlace> recordBeside(const FilePlace& settings)
     return std::nullopt;
 }
 
-/// Where nothing is yet.
-FilePlace freeBeside(const FilePlace& settings)
+/// Where nothing is yet; nothing when there is no such place.
+std::optional<FilePlace> freeBeside(const FilePlace& settings)
 {
-    int number = 1;
-    while (number < mostCopies && copyBeside(settings, number).isThere())
-        ++number;
-    return copyBeside(settings, number);
+    for (int number = 1; number <= mostCopies; ++number) {
+        if (FilePlace copy = copyBeside(settings, number); !copy.isThere())
+            return copy;
+    }
+    return std::nullopt;
 }
 
 /// The card that was read, wherever it is mounted now; otherwise the preferred one.
@@ -100,14 +102,15 @@ std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::D
 void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutcome& outcome)
 {
     outcome.before = asRecord(contents);
-    const auto copy = outcome.before ? recordBeside(settings) : std::nullopt;
-    const FilePlace kept = copy ? *copy : freeBeside(settings);
-    outcome.error = platform::replaceFile(kept, contents);
+    auto kept = outcome.before ? recordBeside(settings) : std::nullopt;
+    if (!kept)
+        kept = freeBeside(settings);
+    outcome.error = kept ? platform::replaceFile(*kept, contents) : FileError{EEXIST};
     if (outcome.error) {
         logFormat("%s cannot be kept: %s", settings.path().c_str(), outcome.error.text().c_str());
         outcome.kind = SaveOutcome::Kind::CannotKeep;
     } else if (!outcome.before) {
-        outcome.keptAs = kept.name();
+        outcome.keptAs = kept->name();
     }
 }
 
@@ -159,7 +162,8 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
         return {};
     CardSettings card;
     const CardRoot root(disk->mountedURL);
-    if (const FilePlace log = root.file(driveLogName); log.isThere())
+    // A link is refused by whoever reads the log, with a word to the user.
+    if (const FilePlace log = root.file(driveLogName); log.isThere() || log.error().code == FileError::link)
         card.driveLog = log.path();
     const FilePlace settings = root.file("config.bin");
     if (settings.size() == sizeof(_FILEDATA)) {

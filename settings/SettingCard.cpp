@@ -27,6 +27,11 @@ QString shownName(const TKUSBDiskEntity& disk)
 
 void ZVKSettingController::loadSettingFile()
 {
+    // Nothing of another card stays on screen as this one's.
+    initFileDataForRegion(m_FileData, m_bKorean);
+    showRecord(m_FileData);
+    fileDataRead.reset();
+    fileDataPrevious.reset();
     setWork(Work::Reading);
     showNotice();
     showLoading(localized("loading"));
@@ -183,7 +188,7 @@ QString ZVKSettingController::noticeText() const
     if (isCardGone)
         return localized("setting.card_gone").arg(shownName(*selectedUSBDisk));
     if (const auto& card = cardLetGo ? cardLetGo : selectedUSBDisk)
-        return localized("setting.card").arg(shownName(*card));
+        return localized(fileDataRead ? "setting.card" : "setting.card_unread").arg(shownName(*card));
     if (!cardShown.emptyCard)
         return localized("setting.no_card");
     const char* const key = cardShown.refusal ? "setting.card_refused" : "setting.card_empty";

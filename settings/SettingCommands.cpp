@@ -127,6 +127,11 @@ void ZVKSettingController::later(std::function<void()> next)
 
 void ZVKSettingController::letGo(std::function<void()> next)
 {
+    if (work == Work::Saving) {
+        // What becomes of the save is told first.
+        afterSave = std::move(next);
+        return showWindow();
+    }
     if (!view || !view->isVisible() || work != Work::None || !hasChanges())
         return next();
     view->raise();

@@ -114,7 +114,8 @@ void ZVKSettingController::askForOtherCard(SaveRequest request, const SaveOutcom
 
 void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveOutcome& outcome)
 {
-    desktop.alerts.ask(*view, outcome.path, text("msg.others_settings"),
+    desktop.alerts.ask(*view, outcome.path,
+        text(fileDataRead ? "msg.others_settings" : "msg.others_settings_unread"),
         {text("msg.replace_them"), text("msg.show_them"), text("cancel")},
         [this, request = std::move(request), theirs = *outcome.before, disk = outcome.disk,
             path = outcome.path, life = std::weak_ptr(alive)](size_t answer) mutable {
