@@ -1,9 +1,6 @@
 #include "telemetry/ByteCursor.h"
 #include "tests/core/SideDataSupport.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/Testing.h"
 
 namespace {
 

@@ -2,22 +2,15 @@
 #include "platform/ReplaceFile.h"
 #include "platform/StreamedFile.h"
 #include "tests/support/CountedCalls.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 
-#include <gmock/gmock.h>
-
-#include <cerrno>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-namespace fs = std::filesystem;
 using platform::CardRoot;
 using platform::FileError;
 using platform::FilePlace;
-using ::testing::ElementsAre;
 
 size_t entriesIn(const std::string& folder)
 {
@@ -41,18 +34,15 @@ TEST(CardRoot, NoWayLeadsThroughALinkOrOutOfTheCard)
         FileError why;
         EXPECT_EQ(card.file("real/deep/log").contents(100, why), "log");
         EXPECT_EQ(card.file("real/missing").isThere(), false);
-        struct Row {
-            std::string name;
-            int reason;
-        };
-        for (const Row& row : {Row{"link", FileError::link}, {"dangling", FileError::link},
+        using Row = std::pair<std::string, int>;
+        for (const auto& [name, reason] : {Row{"link", FileError::link}, {"dangling", FileError::link},
                  {"DrvInfo/key", FileError::link}, {"inside/deep/log", FileError::link},
                  {"real", FileError::noPlainFile}, {"pipe", FileError::noPlainFile}, {"../home/key", EXDEV},
                  {"real/../../home/key", EXDEV}, {folder.path("home/key"), EXDEV}, {"..", EINVAL}}) {
-            SCOPED_TRACE(row.name);
-            const FilePlace place = card.file(row.name);
+            SCOPED_TRACE(name);
+            const FilePlace place = card.file(name);
             EXPECT_FALSE(place.open(why));
-            EXPECT_EQ(why.code, row.reason) << why.text();
+            EXPECT_EQ(why.code, reason) << why.text();
             EXPECT_FALSE(place.size());
             EXPECT_TRUE(platform::replaceFile(place, "attack"));
         }

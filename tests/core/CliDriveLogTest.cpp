@@ -1,11 +1,7 @@
 #include "cardtools/DriveLogTitles.h"
 #include "tests/core/CliSupport.h"
 #include "tests/support/DriveLogs.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "tests/support/Testing.h"
 
 namespace {
 

@@ -1,17 +1,12 @@
 #include "cli/GpsTrack.h"
 #include "tests/core/CliSupport.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
-
-#include <gmock/gmock.h>
-
-#include <limits>
 
 namespace {
 
 using ::testing::AllOf;
-using ::testing::HasSubstr;
 
 constexpr int64_t start = 1426947930000; // 2015-03-21 14:25:30 UTC
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -20,38 +15,17 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 /// position and with an impossible speed that is paired with it; one sample more.
 SideDataWriter drive()
 {
-    DeviceFix fix;
-    fix.year = 2015;
-    fix.month = 3;
-    fix.day = 21;
-    fix.hour = 14;
-    fix.minute = 25;
-    fix.second = 30;
-    fix.latitude = 3330;
-    fix.longitude = 7045;
-    fix.ns = 'S';
-    fix.ew = 'W';
-    fix.speed = 36;
-    fix.course = 90;
-    fix.satellitesUsed = 7;
-    fix.hdop = 1.5;
-    GpsRecordFields gps;
-    gps.timestamp = start + 100;
-    gps.latitude = fix.latitude;
-    gps.longitude = fix.longitude;
+    // 33.5 S, 70.75 W, 36 km/h to the east, 7 satellites, HDOP 1.5
+    const DeviceFix fix{2015, 3, 21, 14, 25, 30, true, 3330, 7045, 'S', 'W', 36, 90, 7, 1.5};
+    GpsRecordFields gps{.timestamp = start + 100, .latitude = 3330, .longitude = 7045};
     gps.speed = 36;
     gps.km = '9';
     gps.text = deviceText(fix);
-
     SideDataWriter writer;
     writer.gsensor(start, 256, 0, -384, 25).gsensor(start + 100, 1, 0, 0, -3).gps(gps);
-    gps.timestamp = start + 200;
-    gps.latitude = 0;
-    gps.longitude = 0;
-    gps.speed = infinity;
-    gps.quality = -1;
-    gps.text.clear();
+    gps = {.timestamp = start + 200, .quality = -1, .speed = infinity};
     gps.km = '\xFF';
+    gps.text.clear();
     writer.gsensor(start + 200, 0, 0, 256).gps(gps).gsensor(start + 300, 0, 0, 256);
     return writer;
 }
@@ -118,8 +92,7 @@ TEST(CliTelemetry, SummarisesForPeople)
     const TempFolder card;
     const std::string file = card.file("a.avi", AviWriter().junk(drive()).bytes());
     EXPECT_THAT(zavikctl({"telemetry", file}).out,
-        AllOf(HasSubstr("4 samples"),
-            HasSubstr("2015-03-21T14:25:30Z to 2015-03-21T14:25:30.300Z"),
+        AllOf(HasSubstr("4 samples"), HasSubstr("2015-03-21T14:25:30Z to 2015-03-21T14:25:30.300Z"),
             HasSubstr("1.80 g (x +1.00, y +0.00, z -1.50)"), HasSubstr("2 records, 1 with a position"),
             HasSubstr("33.500000 S, 70.750000 W, 36 km/h")));
 }
@@ -155,24 +128,19 @@ TEST(CliTelemetry, BeginsATrackSegmentAtEveryGap)
     constexpr auto latest = std::numeric_limits<int64_t>::max();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     const auto at = [](int64_t milliseconds) { return record(milliseconds, 3730, 12700); };
-    const struct {
-        const char* what;
-        std::vector<ZVKGpsRecord> records;
-        std::vector<size_t> lengths;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<ZVKGpsRecord>, std::vector<size_t>> cases[] = {
         {"more than ten seconds", {at(0), at(10001), at(11000)}, {1, 2}},
         {"back in time", {at(1000), at(999), at(2000)}, {1, 2}},
         {"absurd times", {at(earliest), at(latest), at(earliest)}, {1, 1, 1}},
         {"no position", {at(0), record(1000, 0, 0), at(2000)}, {1, 1}},
         {"poles and date line", {record(0, 9000, 18000), record(1000, -9000, -18000)}, {2}},
         {"beyond", {record(0, 9000.01, 0), at(1), record(2, 0, 18000.01), at(3), record(4, nan, 1)}, {1, 1}},
-        {"infinite", {record(0, infinity, 1), record(1, 1, -infinity), at(2)}, {1}},
-    };
-    for (const auto& expected : cases) {
+        {"infinite", {record(0, infinity, 1), record(1, 1, -infinity), at(2)}, {1}}};
+    for (const auto& [what, records, expected] : cases) {
         std::vector<size_t> lengths;
-        for (const auto& segment : cli::trackSegments(expected.records))
+        for (const auto& segment : cli::trackSegments(records))
             lengths.push_back(segment.size());
-        EXPECT_EQ(lengths, expected.lengths) << expected.what;
+        EXPECT_EQ(lengths, expected) << what;
     }
 }
 

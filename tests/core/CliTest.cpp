@@ -1,25 +1,14 @@
 #include "common/Text.h"
 #include "tests/core/CliSupport.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 #include "tools/samplecard/AviWriter.h"
 
-#include <gmock/gmock.h>
-
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 TEST(Cli, RefusesWrongUsage)
 {
-    const std::vector<std::string> cases[] = {
-        {},
-        {"frobnicate"},
-        {"list"},
-        {"list", "--", "--json", "a"},
-        {"telemetry", "--json"},
-        {"telemetry", "a", "--json", "--csv"},
-        {"telemetry", "a", "-j"},
-    };
+    const std::vector<std::string> cases[] = {{}, {"frobnicate"}, {"list"}, {"list", "--", "--json", "a"},
+        {"telemetry", "--json"}, {"telemetry", "a", "--json", "--csv"}, {"telemetry", "a", "-j"}};
     for (const auto& words : cases) {
         SCOPED_TRACE(testing::PrintToString(words));
         const Outcome outcome = zavikctl(words);

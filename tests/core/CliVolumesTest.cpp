@@ -1,13 +1,10 @@
 #include "cli/VolumesSource.h"
 #include "tests/core/CliSupport.h"
-#include "tests/support/TempFolder.h"
 #include "tests/support/TestDiskArbitration.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace {
 
-using testing::HasSubstr;
 using testing::StartsWith;
 
 class CliVolumesTest : public testing::Test {

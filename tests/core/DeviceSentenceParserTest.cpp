@@ -5,24 +5,10 @@
 
 namespace {
 
-const DeviceFix fix{
-    .year = 2015,
-    .month = 7,
-    .day = 31,
-    .hour = 23,
-    .minute = 59,
-    .second = 58,
-    .latitude = 3723.4567,
-    .longitude = 12701.25,
-    .ns = 'S',
-    .ew = 'W',
-    .speed = 61.5,
-    .course = 270.5,
-    .satellitesUsed = 9,
-    .hdop = 1.5,
-};
+// 2015-07-31 23:59:58, 61.5 to 270.5 degrees, 9 satellites, HDOP 1.5
+const DeviceFix fix{2015, 7, 31, 23, 59, 58, true, 3723.4567, 12701.25, 'S', 'W', 61.5, 270.5, 9, 1.5};
 
-}
+} // namespace
 
 TEST(DeviceSentenceParser, TheDateComesFromWhicheverSentenceWasLast)
 {
@@ -50,30 +36,22 @@ TEST(DeviceSentenceParser, TheDateComesFromWhicheverSentenceWasLast)
 
 TEST(DeviceSentenceParser, GALeavesWhatItDoesNotCarry)
 {
-    struct Row {
-        std::string sentence;
-        double latitude;
-        char ns;
-        char ew;
-        _SYSTEMTIME now;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, double, char, char, _SYSTEMTIME> rows[] = {
         {"$GA,,,,,,,*00", 3723.5, 'S', 'W', {}},
         {"$GA,010203,V,1.5,,,N,E*00", 1.5, 'N', 'W', {0, 0, 0, 0, 1, 2, 3, 0}}, // no valid fix: EW stays
         {"$GA,0102,,x,,,N,E*00", 0, 'N', 'E', {0, 0, 0, 0, 1, 2, 0, 0}},
-        {"$GA,-1 203,v,,,,North,East,more,fields*00", 3723.5, 'N', 'E', {0, 0, 0, 0, 65535, 20, 3, 0}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.sentence);
+        {"$GA,-1 203,v,,,,North,East,more,fields*00", 3723.5, 'N', 'E', {0, 0, 0, 0, 65535, 20, 3, 0}}};
+    for (const auto& [sentence, latitude, ns, ew, now] : rows) {
+        SCOPED_TRACE(sentence);
         ZVKZAVIKNMEASentenceParser parser;
         ASSERT_TRUE(parser.parse("$GA,235958,A,3723.5,12701.25,61.5,S,W*00"));
-        EXPECT_TRUE(parser.parse(row.sentence));
-        EXPECT_EQ(parser.m_Current.Latitude, row.latitude);
+        EXPECT_TRUE(parser.parse(sentence));
+        EXPECT_EQ(parser.m_Current.Latitude, latitude);
         EXPECT_EQ(parser.m_Current.Longitude, 12701.25);
         EXPECT_EQ(parser.m_Current.SpeedOverGround, 61.5);
-        EXPECT_EQ(parser.m_Current.NS, row.ns);
-        EXPECT_EQ(parser.m_Current.EW, row.ew);
-        EXPECT_EQ(parser.m_Current.Now, row.now);
+        EXPECT_EQ(parser.m_Current.NS, ns);
+        EXPECT_EQ(parser.m_Current.EW, ew);
+        EXPECT_EQ(parser.m_Current.Now, now);
     }
 }
 

@@ -1,9 +1,7 @@
 #include "cardtools/DriveLog.h"
 #include "tests/core/SideDataSupport.h"
 #include "tests/support/DriveLogs.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace {
 
@@ -89,28 +87,21 @@ TEST(DriveLogCells, ShowNothingForWhatCannotBe)
 TEST(DriveLogFile, ShowsTheWholeRecordsThatWereReadWhateverTheHeaderSays)
 {
     const std::vector<std::byte> three = driveLogFile(std::vector(3, flashRecord()));
-    struct Case {
-        uint32_t count;
-        size_t size;
-        DriveLogEnd end;
-        int64_t records;
-    };
-    for (const Case& c : {Case{3, 132, DriveLogEnd::Whole, 3}, Case{0, 132, DriveLogEnd::Whole, 0},
-             Case{1, 132, DriveLogEnd::Whole, 1}, Case{4, 132, DriveLogEnd::Cut, 3},
-             Case{3, 131, DriveLogEnd::Cut, 2}, Case{3, 92, DriveLogEnd::Cut, 2},
-             Case{3, 12, DriveLogEnd::Cut, 0}, Case{3, 11, DriveLogEnd::NoHeader, 0},
-             Case{3, 0, DriveLogEnd::NoHeader, 0}, Case{107374182, 132, DriveLogEnd::Cut, 3},
-             Case{107374183, 132, DriveLogEnd::ImpossibleCount, 0},
-             Case{UINT32_MAX, 132, DriveLogEnd::ImpossibleCount, 0}}) {
-        SCOPED_TRACE(std::to_string(c.count) + " records announced in " + std::to_string(c.size) + " bytes");
+    using enum DriveLogEnd;
+    const std::tuple<uint32_t, size_t, DriveLogEnd, int64_t> cases[] = {{3, 132, Whole, 3},
+        {0, 132, Whole, 0}, {1, 132, Whole, 1}, {4, 132, Cut, 3}, {3, 131, Cut, 2}, {3, 92, Cut, 2},
+        {3, 12, Cut, 0}, {3, 11, NoHeader, 0}, {3, 0, NoHeader, 0}, {107374182, 132, Cut, 3},
+        {107374183, 132, ImpossibleCount, 0}, {UINT32_MAX, 132, ImpossibleCount, 0}};
+    for (const auto& [count, size, end, records] : cases) {
+        SCOPED_TRACE(std::to_string(count) + " records announced in " + std::to_string(size) + " bytes");
         std::vector<std::byte> file = three;
-        std::memcpy(file.data(), &c.count, sizeof c.count);
-        file.resize(c.size);
+        std::memcpy(file.data(), &count, sizeof count);
+        file.resize(size);
         MemoryByteSource source(file);
         const DriveLog log = readDriveLog(source, flashDataFormat);
-        EXPECT_EQ(log.end(), c.end);
-        EXPECT_EQ(log.count(), c.records);
-        EXPECT_EQ(log.stringForColumnIndex(1, c.records - 1), c.records ? "65535" : "");
+        EXPECT_EQ(log.end(), end);
+        EXPECT_EQ(log.count(), records);
+        EXPECT_EQ(log.stringForColumnIndex(1, records - 1), records ? "65535" : "");
     }
 }
 

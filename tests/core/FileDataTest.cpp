@@ -1,12 +1,7 @@
 #include "settings/FileDataFields.h"
 #include "tests/core/CliSupport.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/RecordBytes.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
+#include "tests/support/Testing.h"
 
 namespace {
 

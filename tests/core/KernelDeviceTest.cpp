@@ -1,15 +1,9 @@
 #include "platform/KernelDevice.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 #include "tools/formathelper/FormatCard.h"
 #include "tools/formathelper/FormatTool.h"
 
-#include <gmock/gmock.h>
-
-#include <map>
-
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* card = "sys/devices/pci0/usb1/1-2/block/sdb/";
 constexpr const char* mountinfo = "proc/self/mountinfo";

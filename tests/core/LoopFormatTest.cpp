@@ -1,17 +1,11 @@
 #include "platform/DeviceUse.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/LoopDevice.h"
+#include "tests/support/Testing.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/FormatCard.h"
 
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <unistd.h>
-
-#include <fstream>
 
 namespace {
 
@@ -33,8 +27,7 @@ FormatRequest request(const LoopDevice& card, uint64_t size)
 std::vector<std::byte> start(const std::string& path)
 {
     std::vector<std::byte> bytes(checkedBytes);
-    std::ifstream(path, std::ios::binary)
-        .read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    std::ifstream(path, std::ios::binary).read(reinterpret_cast<char*>(bytes.data()), checkedBytes);
     return bytes;
 }
 
@@ -127,25 +120,18 @@ TEST_F(LoopFormat, WhatFailsIsToldAsWhatItIs)
 TEST_F(LoopFormat, DeviceThatIsNotWhatTheKernelToldIsNotTouched)
 {
     constexpr uint64_t size = gib / 2;
-    struct Case {
-        FormatStatus expected;
-        std::string number = {};
-        uint64_t size = gib / 2;
-        const char* option = "--nooverlap";
-        bool linked = false;
-        bool built = false;
-    };
-    for (const Case& one : {Case{FormatStatus::ok}, Case{FormatStatus::notADevice, "7:99"},
-             Case{FormatStatus::otherSize, "", size + 512},
-             Case{FormatStatus::writeProtected, "", size, "--read-only"},
-             Case{FormatStatus::notADevice, "", size, "--nooverlap", true},
-             Case{FormatStatus::heldByOthers, "", size, "--nooverlap", false, true}}) {
-        SCOPED_TRACE(static_cast<int>(one.expected));
-        const LoopDevice card(size, one.option);
+    enum class Odd { nothing, number, bytes, readOnly, linked, built };
+    for (const auto& [odd, expected] :
+        {std::pair(Odd::nothing, FormatStatus::ok), {Odd::number, FormatStatus::notADevice},
+            {Odd::bytes, FormatStatus::otherSize}, {Odd::readOnly, FormatStatus::writeProtected},
+            {Odd::linked, FormatStatus::notADevice}, {Odd::built, FormatStatus::heldByOthers}}) {
+        SCOPED_TRACE(static_cast<int>(odd));
+        const LoopDevice card(size, odd == Odd::readOnly ? "--read-only" : "--nooverlap");
+        const uint64_t told = odd == Odd::bytes ? size + 512 : size;
         const TempFolder folder;
         const std::string device = "sys/devices/virtual/block/" + card.name;
-        folder.file(device + "/dev", one.number.empty() ? platform::blockNumber(card.path()) : one.number);
-        folder.file(device + "/size", std::to_string(one.size / 512));
+        folder.file(device + "/dev", odd == Odd::number ? "7:99" : platform::blockNumber(card.path()));
+        folder.file(device + "/size", std::to_string(told / 512));
         folder.file(device + "/ro", "0");
         std::filesystem::create_directories(folder.path("sys/class/block"));
         std::filesystem::create_symlink("../../../" + device, folder.path("sys/class/block/" + card.name));
@@ -153,16 +139,15 @@ TEST_F(LoopFormat, DeviceThatIsNotWhatTheKernelToldIsNotTouched)
         policy.roots.sys = folder.path("sys");
         policy.mkfs =
             folder.program("mkfs", "echo run > " + folder.path("mark") + "; exec mkfs.fat \"$@\"\n");
-        if (one.linked) {
+        if (odd == Odd::linked) {
             policy.roots.dev = folder.path();
             std::filesystem::create_symlink(card.path(), folder.path(card.name));
         }
         // Something is built on the card after the first look.
-        if (one.built)
+        if (odd == Odd::built)
             policy.opened = [&] { folder.file(device + "/holders/dm-0"); };
-        const FormatRequest asked{card.name, 32, one.size, "-"};
-        EXPECT_EQ(formatCard(asked, policy).status, one.expected);
-        EXPECT_EQ(std::filesystem::exists(folder.path("mark")), one.expected == FormatStatus::ok);
+        EXPECT_EQ(formatCard({card.name, 32, told, "-"}, policy).status, expected);
+        EXPECT_EQ(fs::exists(folder.path("mark")), odd == Odd::nothing);
     }
 }
 

@@ -1,15 +1,10 @@
 #include "media/ZVKMediaList.h"
-#include "tests/support/CollectedLog.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 #include "tests/support/VirtualDispatcher.h"
-
-#include <gmock/gmock.h>
 
 #include <dirent.h>
 #include <dlfcn.h>
 
-#include <cerrno>
-#include <map>
 #include <new>
 
 namespace {
@@ -43,9 +38,6 @@ extern "C" dirent* readdir(DIR* folder)
 }
 
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 class MediaListScan : public testing::Test, public ZVKMediaListDelegate {
 protected:
@@ -174,29 +166,21 @@ TEST_F(MediaListScan, NamesWhatCouldNotBeRead)
     for (const char* folder : {"a/Private", "lost+found", "$Recycle.Bin", ".Trash-1000", "b"})
         newCard.file(std::string(folder) + "/alwa_20160101_000009.avi");
     std::filesystem::create_symlink("nothing", newCard.path("dangling"));
-    const struct {
-        std::map<std::string, int> errors; // by folder
-        size_t count;
-        std::string first;
-    } cases[] = {
-        {{}, 0, ""},
+    using Errors = std::map<std::string, int>; // by folder
+    const std::tuple<Errors, size_t, std::string> cases[] = {{{}, 0, ""},
         {{{"lost+found", EACCES}, {"$Recycle.Bin", EPERM}, {".Trash-1000", EACCES}}, 0, ""},
         {{{"lost+found", EIO}}, 1, "lost+found"},
         {{{"Private", EACCES}, {".Trash-1000", EACCES}}, 1, "a/Private"},
-        {{{"Private", EACCES}, {"b", EIO}}, 2, ""},
-    };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(testing::PrintToString(expected.errors));
-        const ReaddirHook hook([&](const std::string& folder) {
-            const auto found = expected.errors.find(folder);
-            return found == expected.errors.end() ? 0 : found->second;
-        });
+        {{{"Private", EACCES}, {"b", EIO}}, 2, ""}};
+    for (const auto& [errors, count, first] : cases) {
+        SCOPED_TRACE(testing::PrintToString(errors));
+        const ReaddirHook hook([all = errors](const std::string& folder) mutable { return all[folder]; });
         const auto [medias, state] = ZVKMediaList::scan(newCard.path());
         EXPECT_TRUE(state.isReadable);
-        EXPECT_EQ(state.unreadCount, expected.count);
-        EXPECT_EQ(expected.count < 2 ? state.unread : "", expected.first);
-        EXPECT_EQ(state.failure.empty(), expected.count == 0);
-        EXPECT_EQ(medias.size(), 7 - expected.errors.size());
+        EXPECT_EQ(state.unreadCount, count);
+        EXPECT_EQ(count < 2 ? state.unread : "", first);
+        EXPECT_EQ(state.failure.empty(), count == 0);
+        EXPECT_EQ(medias.size(), 7 - errors.size());
     }
 }
 

@@ -1,20 +1,11 @@
 #include "media/ZVKMediaList.h"
 #include "tests/core/CliSupport.h"
-#include "tests/support/TempFolder.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/un.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <cstring>
 
 namespace {
-
-using testing::ElementsAre;
 
 /// The listed files by their paths below the folder, in list order.
 std::vector<std::string> listed(const TempFolder& card)

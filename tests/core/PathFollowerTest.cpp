@@ -1,9 +1,7 @@
 #include "cardtools/PathFollower.h"
-#include "tests/support/TempFolder.h"
 #include "tests/support/TestDiskArbitration.h"
+#include "tests/support/Testing.h"
 #include "tests/support/VirtualDispatcher.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

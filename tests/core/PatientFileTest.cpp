@@ -1,11 +1,7 @@
 #include "platform/PatientFile.h"
 #include "tests/support/HungFile.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-#include <chrono>
 #include <future>
 #include <thread>
 

@@ -1,17 +1,9 @@
 #include "telemetry/Readouts.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
+#include "tests/support/Testing.h"
 
 TEST(Readouts, PickTheEntryByFraction)
 {
-    struct Case {
-        double position;
-        size_t n;
-        size_t expected;
-    };
+    using Case = std::tuple<double, size_t, size_t>;
     for (const auto& [position, n, expected] : {Case{0, 100, 0}, {0.505, 100, 50}, {0.999, 100, 99},
              {1, 100, 99}, {-0.5, 100, 99}, {-0.001, 100, 0}, {7, 100, 99}, {0.5, 1, 0}, {1e300, 3, 2},
              {std::numeric_limits<double>::infinity(), 3, 2}, {std::nan(""), 3, 0}})
@@ -20,12 +12,7 @@ TEST(Readouts, PickTheEntryByFraction)
 
 TEST(Readouts, ConvertSpeedByMarkerAndUnit)
 {
-    struct Case {
-        double speed;
-        uint8_t KM;
-        bool showMiles;
-        const char* expected;
-    };
+    using Case = std::tuple<double, uint8_t, bool, const char*>;
     for (const auto& [speed, KM, showMiles, expected] :
         {Case{100.7, '1', false, "62 Km/h"}, {100.7, '1', true, "100 Mi/h"}, {100.7, '9', false, "100 Km/h"},
             {100.7, '9', true, "162 Mi/h"}, {100.7, '0', false, "100 Km/h"}, {100.7, 0, true, "100 Mi/h"},

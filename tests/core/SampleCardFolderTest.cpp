@@ -1,7 +1,5 @@
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 #include "tools/samplecard/CardMaker.h"
-
-#include <gmock/gmock.h>
 
 TEST(SampleCardFolder, RefusesFoldersOfOthers)
 {

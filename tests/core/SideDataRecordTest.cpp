@@ -1,13 +1,10 @@
 #include "tests/core/SampleRecordings.h"
 #include "tests/core/SideDataSupport.h"
+#include "tests/support/Testing.h"
 #include "tools/samplecard/DeviceSentence.h"
 
-#include <gmock/gmock.h>
-
-#include <array>
 #include <climits>
 
-using testing::SizeIs;
 using namespace std::string_literals;
 
 TEST(SideData, CountsEachRecordDownByItsRule)
@@ -41,55 +38,44 @@ TEST(SideData, CountsEachRecordDownByItsRule)
 
 TEST(SideData, StepsOverForeignWords)
 {
-    struct Row {
-        std::string foreign;
-        size_t samples;
-    };
-    for (const Row& row : std::initializer_list<Row>{{"", 2}, {"idx1", 2}, {"0GD 0GPs", 2},
-             {"JUNKRIFF0000", 2}, {"abc", 0}, {"0GD", 0}, {"abcde", 0}}) {
-        SCOPED_TRACE(row.foreign);
+    for (const auto& [foreign, samples] : {std::pair<std::string, size_t>("", 2), {"idx1", 2},
+             {"0GD 0GPs", 2}, {"JUNKRIFF0000", 2}, {"abc", 0}, {"0GD", 0}, {"abcde", 0}}) {
+        SCOPED_TRACE(foreign);
         SideDataWriter area;
-        area.foreign(row.foreign).gsensor(0, 1, 1, 1).foreign("word").gsensor(0, 1, 1, 1);
+        area.foreign(foreign).gsensor(0, 1, 1, 1).foreign("word").gsensor(0, 1, 1, 1);
         const auto [result, data] = extract(recordingOf(area).bytes());
         EXPECT_TRUE(result);
-        EXPECT_THAT(data.m_GSensors, SizeIs(row.samples));
+        EXPECT_THAT(data.m_GSensors, SizeIs(samples));
     }
 }
 
 TEST(SideData, NeverTrustsTheLengthOfAText)
 {
-    struct Row {
-        int32_t declared;
-        size_t available; // bytes of text that are in the file
-        bool isLast; // nothing follows the text
-        bool isRead;
-        WalkEnd end;
-    };
-    const Row rows[] = {
+    // The length that is declared, the bytes that are there; whether they are the last and whether they are
+    // read.
+    const std::tuple<int32_t, size_t, bool, bool, WalkEnd> rows[] = {
         {512, 512, false, true, WalkEnd::EndOfFile},
         {512, 400, true, true, WalkEnd::EndOfFile}, // cut by the end of the file, used as far as it goes
-        {513, 513, false, false, WalkEnd::EndOfFile},
-        {513, 512, true, false, WalkEnd::ImpossibleText},
+        {513, 513, false, false, WalkEnd::EndOfFile}, {513, 512, true, false, WalkEnd::ImpossibleText},
         {INT_MAX, 600, true, false, WalkEnd::ImpossibleText},
         {-1, 600, false, false, WalkEnd::ImpossibleText},
-        {INT_MIN, 600, false, false, WalkEnd::ImpossibleText},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.declared << " of " << row.available);
+        {INT_MIN, 600, false, false, WalkEnd::ImpossibleText}};
+    for (const auto& [declared, available, isLast, isRead, end] : rows) {
+        SCOPED_TRACE(testing::Message() << declared << " of " << available);
         std::string text = "$GA,,,1,2,3,N,W*00\n";
-        text.resize(row.available, 'x');
+        text.resize(available, 'x');
         SideDataWriter area;
         area.gsensor(0, 1, 1, 1);
-        area.gps({.km = '1', .text = text, .zeroByte = false, .declaredLength = row.declared});
+        area.gps({.km = '1', .text = text, .zeroByte = false, .declaredLength = declared});
         std::vector<std::byte> bytes = recordingOf(area.gsensor(0, 2, 2, 2)).bytes();
-        if (row.isLast)
+        if (isLast)
             bytes.resize(bytes.size() - 28 - 7);
 
         const auto [result, data] = extract(bytes);
         EXPECT_TRUE(result);
-        EXPECT_EQ(data.walkEnd(), row.end);
-        EXPECT_THAT(data.m_GSensors, SizeIs(row.isLast || row.end == WalkEnd::ImpossibleText ? 1 : 2));
-        const size_t records = row.isRead ? 1 : 0;
+        EXPECT_EQ(data.walkEnd(), end);
+        EXPECT_THAT(data.m_GSensors, SizeIs(isLast || end == WalkEnd::ImpossibleText ? 1 : 2));
+        const size_t records = isRead ? 1 : 0;
         EXPECT_THAT(data.m_GpsRecords, SizeIs(records));
         EXPECT_THAT(data.m_NMEAs, SizeIs(records));
         EXPECT_THAT(data.m_vGpsData, SizeIs(records));
@@ -113,19 +99,11 @@ TEST(SideData, NeverUsesBytesOfAnEarlierText)
 TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
 {
     // Samples are positive, fixes negative; each paired sample is expected to hold the time of its fix.
-    struct Event {
-        bool isFix;
-        int64_t time;
-    };
-    struct Row {
-        std::vector<Event> events;
-        std::vector<int64_t> fixOfSample;
-    };
+    using Event = std::pair<bool, int64_t>;
     const auto sample = [](int64_t time) { return Event{false, time}; };
     const auto fix = [](int64_t time) { return Event{true, time}; };
-    const Row rows[] = {
-        {{sample(0), sample(100), sample(200), fix(200)}, {200, 200, 200}},
-        {{fix(0), sample(0)}, {}},
+    const std::pair<std::vector<Event>, std::vector<int64_t>> rows[] = {
+        {{sample(0), sample(100), sample(200), fix(200)}, {200, 200, 200}}, {{fix(0), sample(0)}, {}},
         // The samples after the fix's own tenth of a second wait for the next one.
         {{sample(0), sample(100), sample(200), fix(100), fix(300)}, {100, 100, 300}},
         // Samples that are all older count as paired: the next fix does not get them again.
@@ -133,17 +111,16 @@ TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
         // Keys truncate toward zero.
         {{sample(1900), sample(1999), fix(1999), fix(2000)}, {1999, 2000}},
         {{sample(-99), sample(99), fix(50), fix(60)}, {50, 60}},
-        {{sample(INT64_MIN), sample(INT64_MAX), fix(INT64_MAX)}, {INT64_MAX, INT64_MAX}},
-    };
-    for (const Row& row : rows) {
+        {{sample(INT64_MIN), sample(INT64_MAX), fix(INT64_MAX)}, {INT64_MAX, INT64_MAX}}};
+    for (const auto& [events, expected] : rows) {
         SideDataWriter area;
-        for (const Event& event : row.events)
-            event.isFix ? area.gps(gpsAt(event.time)) : area.gsensor(event.time, 0, 0, 0);
+        for (const auto& [isFix, time] : events)
+            isFix ? area.gps(gpsAt(time)) : area.gsensor(time, 0, 0, 0);
         std::vector<int64_t> fixOfSample;
         const auto paired = extract(recordingOf(area).bytes()).data.m_vGpsData;
         for (size_t i = 0; i < paired.size(); ++i)
             fixOfSample.push_back(int64_t{paired[i].data.nTimestamp});
-        EXPECT_EQ(fixOfSample, row.fixOfSample) << testing::PrintToString(row.fixOfSample);
+        EXPECT_EQ(fixOfSample, expected);
     }
 }
 

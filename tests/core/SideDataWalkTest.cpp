@@ -1,8 +1,7 @@
 #include "tests/core/SampleRecordings.h"
 #include "tests/core/SideDataSupport.h"
+#include "tests/support/Testing.h"
 #include "tools/samplecard/DeviceSentence.h"
-
-#include <gmock/gmock.h>
 
 #include <new>
 #ifdef __SANITIZE_ADDRESS__
@@ -10,8 +9,6 @@
 extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
-using testing::IsEmpty;
-using testing::SizeIs;
 using namespace std::string_literals;
 
 TEST(SideData, ReadsBytesWrittenByHand)
@@ -106,30 +103,21 @@ TEST(SideData, StopsWhenAsked)
 
 TEST(SideData, RefusesFilesWithoutSideData)
 {
-    struct Row {
-        std::string file;
-        bool result;
-        WalkEnd end;
-    };
-    const std::string avi = "RIFF\xFF\xFF\xFF\xFF"
-                            "AVI ";
-    const Row rows[] = {
-        {"", false, WalkEnd::NotAvi},
-        {"RIFF\0\0\0\0AVI"s, false, WalkEnd::NotAvi},
-        {"RIFF\0\0\0\0WAVEJUNK"s, false, WalkEnd::NotAvi},
+    const std::string avi = "RIFF\xFF\xFF\xFF\xFF\x41VI ";
+    const std::tuple<std::string, bool, WalkEnd> rows[] = {{"", false, WalkEnd::NotAvi},
+        {"RIFF\0\0\0\0AVI"s, false, WalkEnd::NotAvi}, {"RIFF\0\0\0\0WAVEJUNK"s, false, WalkEnd::NotAvi},
         {avi, false, WalkEnd::NoSideData},
         {avi + "LIST\xFF\xFF\xFF\xFFJUNK\1\0\0\0"s, false, WalkEnd::NoSideData},
         // No padding follows an odd size.
         {avi + "LIST\1\0\0\0x\0JUNK\1\0\0\0"s, false, WalkEnd::NoSideData},
         {avi + "LIST\1\0\0\0xJUNK\1\0\0\0"s, true, WalkEnd::EndOfFile},
         {avi + "JUNK\0\0\0\0"s, true, WalkEnd::Complete},
-        {avi + "JUNK\1\0\0\0junk"s, true, WalkEnd::EndOfFile},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.file));
-        const auto [result, data] = extract(asBytes(row.file));
-        EXPECT_EQ(result, row.result);
-        EXPECT_EQ(data.walkEnd(), row.end);
+        {avi + "JUNK\1\0\0\0junk"s, true, WalkEnd::EndOfFile}};
+    for (const auto& [file, isRead, end] : rows) {
+        SCOPED_TRACE(testing::PrintToString(file));
+        const auto [result, data] = extract(asBytes(file));
+        EXPECT_EQ(result, isRead);
+        EXPECT_EQ(data.walkEnd(), end);
     }
 }
 
@@ -142,11 +130,7 @@ TEST(SideData, TakesMemoryForWhatTheFileHoldsOnly)
             text += piece;
         return text;
     };
-    struct Row {
-        const char* what;
-        GpsRecordFields gps;
-        int samples;
-    };
+    using Row = std::tuple<const char*, GpsRecordFields, int>;
     for (const auto& [what, gps, samples] : {Row{"refused sentences", {.text = repeated("$GX\n", 512)}, 0},
              Row{"short sentences", {.text = repeated("$GA,1,,,,,,*\n$GA,2,,,,,,*\n", 512)}, 0},
              Row{"empty GPS records", {.km = '\0', .text = {}, .zeroByte = false, .declaredLength = 0}, 0},

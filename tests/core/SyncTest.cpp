@@ -1,13 +1,9 @@
 #include "cardtools/CardFormat.h"
 #include "cardtools/Volumes.h"
 #include "tests/support/CountedCalls.h"
-#include "tests/support/TempFolder.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/TestPrinting.h"
-
-#include <gmock/gmock.h>
-
-#include <cerrno>
+#include "tests/support/Testing.h"
 
 // No kill shows a missing one: what a process wrote outlives it, but not a pulled card.
 TEST(Sync, FormattedCardIsDoneWhenItsFileSystemIsOnTheMedium)

@@ -1,20 +1,14 @@
 #include "platform/ToolRun.h"
 #include "tests/support/CountedCalls.h"
-#include "tests/support/TempFolder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <csignal>
 #include <thread>
 
 namespace {
 
-using namespace std::chrono_literals;
 using platform::runTool;
 
 /// What the file says, as soon as it does.

@@ -1,15 +1,11 @@
 #include "cardtools/Volumes.h"
 #include "platform/FolderCard.h"
-#include "tests/support/TempFolder.h"
 #include "tests/support/TestDiskArbitration.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace {
 
 using platform::VolumeDescription;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class VolumesTest : public testing::Test {
 protected:
@@ -44,33 +40,33 @@ TEST_F(VolumesTest, OnlyRemovableUsbVolumesWithADeviceAreCards)
 
 TEST_F(VolumesTest, ThePreferredCardIsTheOneThatTheCameraUses)
 {
-    struct Case {
-        const char* volumes; // in the system's order; see below
-        const char* preferred;
-    };
+    // The volumes in the system's order and the one that is preferred.
     // A letter is a volume: Z a ZAVIK with config.bin, z with a folder of that name, R and r (without any)
     // the same write-protected; o another label with config.bin, p the same write-protected, l labelled
     // "zavik".
-    const Case cases[] = {{"", ""}, {"zZ", "Z"}, {"ozZ", "Z"}, {"orz", "z"}, {"Rz", "z"}, {"oR", "R"},
-        {"or", "r"}, {"lr", "r"}, {"po", "o"}, {"pl", "l"}, {"p", "p"}, {"RZ", "Z"}, {"ol", "o"}};
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.volumes);
+    const std::pair<std::string, const char*> cases[] = {{"", ""}, {"zZ", "Z"}, {"ozZ", "Z"}, {"orz", "z"},
+        {"Rz", "z"}, {"oR", "R"}, {"or", "r"}, {"lr", "r"}, {"po", "o"}, {"pl", "l"}, {"p", "p"}, {"RZ", "Z"},
+        {"ol", "o"}};
+    for (const auto& [volumes, preferred] : cases) {
+        SCOPED_TRACE(volumes);
         disks.volumes.clear();
-        for (const char letter : std::string(row.volumes)) {
+        for (const char letter : volumes) {
             const std::string name(1, letter);
-            const bool isCamera = std::string("ZzRr").find(letter) != std::string::npos;
+            const auto isOneOf = [letter](std::string_view letters) {
+                return letters.find(letter) != letters.npos;
+            };
             add(name,
-                isCamera            ? "ZAVIK"
+                isOneOf("ZzRr")     ? "ZAVIK"
                     : letter == 'l' ? "zavik"
                                     : "MUSIC")
-                .writable = std::string("Rrp").find(letter) == std::string::npos;
-            if (std::string("ZRop").find(letter) != std::string::npos)
+                .writable = !isOneOf("Rrp");
+            if (isOneOf("ZRop"))
                 folder.file(name + "/config.bin");
             else if (letter == 'z')
                 std::filesystem::create_directories(folder.path(name + "/config.bin"));
         }
         disks.asked = 0;
-        EXPECT_EQ(preferredUSBDisk(disks).value_or(TKUSBDiskEntity{}).deviceFilePath, row.preferred);
+        EXPECT_EQ(preferredUSBDisk(disks).value_or(TKUSBDiskEntity{}).deviceFilePath, preferred);
         EXPECT_EQ(disks.asked, 1);
     }
 }
