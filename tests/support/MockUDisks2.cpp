@@ -22,11 +22,6 @@ QByteArray bytes(const std::string& text)
     return QByteArray::fromStdString(text + '\0');
 }
 
-QVariant object(const QString& path)
-{
-    return QVariant::fromValue(QDBusObjectPath(path));
-}
-
 std::string wholeDevice(const std::string& device)
 {
     return device.substr(0, device.size() - (device.ends_with('1') ? 1 : 0));
@@ -119,14 +114,11 @@ QString MockUDisks2::Service::newMountPoint(const std::string& device) const
     const QString label = block["IdLabel"].toString();
     const QString path =
         mountFolders.at(device) + '/' + (label.isEmpty() ? block["IdUUID"].toString() : label);
-    const auto isTaken = [&](const QString& wanted) {
-        return std::ranges::any_of(objects, [&](const Interfaces& other) {
-            return other[prefix + "Filesystem"]["MountPoints"].value<QByteArrayList>().contains(
-                bytes(wanted.toStdString()));
-        });
-    };
+    QByteArrayList taken;
+    for (const Interfaces& other : objects)
+        taken += other[prefix + "Filesystem"]["MountPoints"].value<QByteArrayList>();
     QString free = path;
-    for (int number = 1; isTaken(free); ++number)
+    for (int number = 1; taken.contains(bytes(free.toStdString())); ++number)
         free = path + QString::number(number);
     return free;
 }
@@ -161,11 +153,11 @@ QDBusObjectPath MockUDisks2::objectOf(const std::string& device)
 void MockUDisks2::addBlock(const std::string& device)
 {
     const std::lock_guard lock(service->mutex);
+    const QVariant none = QVariant::fromValue(QDBusObjectPath("/"));
     service->objects[objectOf(device)] = {{prefix + "Block",
         {{"Device", bytes("/dev/" + device)}, {"IdLabel", QString()}, {"IdType", QString()},
             {"IdUUID", QString()}, {"Size", qulonglong(0)}, {"ReadOnly", false}, {"HintSystem", false},
-            {"Drive", object("/")}, {"MDRaid", object("/")}, {"MDRaidMember", object("/")},
-            {"CryptoBackingDevice", object("/")}}}};
+            {"Drive", none}, {"MDRaid", none}, {"MDRaidMember", none}, {"CryptoBackingDevice", none}}}};
 }
 
 void MockUDisks2::add(const Card& card)

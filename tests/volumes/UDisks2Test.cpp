@@ -1,25 +1,18 @@
 #include "platform/UDisks2DiskArbitration.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/MockUDisks2.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Testing.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
-#include <gmock/gmock.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
 
 #include <thread>
 
 namespace {
 
 using namespace platform;
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 class UDisks2Test : public testing::Test {
 protected:
@@ -32,11 +25,9 @@ protected:
     }
     std::optional<bool> isRemovable(const std::string& device)
     {
-        for (const VolumeDescription& volume : volumes()->mountedVolumes()) {
-            if (volume.deviceName == device)
-                return volume.removable;
-        }
-        return std::nullopt;
+        const auto all = volumes()->mountedVolumes();
+        const auto found = std::ranges::find(all, device, &VolumeDescription::deviceName);
+        return found == all.end() ? std::nullopt : found->removable;
     }
 
     TempFolder folder;
@@ -48,27 +39,21 @@ protected:
 TEST_F(UDisks2Test, DescribesWhatIsMounted)
 {
     service.add({});
-    service.add({.device = "sdc",
-        .label = "블랙박스 카드",
-        .mountPath = "/media/김 기사/블랙박스 카드",
-        .vendor = "ACME",
-        .model = ""});
+    service.add({"sdc", "블랙박스 카드", "/media/김 기사/블랙박스 카드", 1'977'614'336, "ACME", ""});
     service.add({.device = "sdd1", .mountPath = ""});
     service.set("sdc", "Drive", "TimeMediaDetected", qulonglong(77));
 
     const auto found = volumes()->mountedVolumes();
     ASSERT_EQ(found.size(), 2u) << "what is not mounted is no volume";
-    EXPECT_EQ(found[0].deviceName, "sdb1");
-    EXPECT_EQ(found[0].deviceModel, "Generic Card Reader");
-    EXPECT_EQ(found[0].protocol, "USB");
-    EXPECT_EQ(found[0].removable, true);
-    EXPECT_EQ(found[0].size, 1'977'614'336u);
-    EXPECT_FALSE(found[0].whole);
-
-    EXPECT_TRUE(found[1].whole);
-    EXPECT_EQ(found[1].label, "블랙박스 카드");
-    EXPECT_EQ(found[1].mountPath, "/media/김 기사/블랙박스 카드");
-    EXPECT_EQ(found[1].deviceModel, "ACME");
+    const auto shown = [](const VolumeDescription& one) {
+        return one.deviceName + '|' + one.label + '|' + one.mountPath + '|' + one.deviceModel.value_or("-")
+            + '|' + one.protocol + '|' + std::to_string(one.size)
+            + (one.removable.value_or(false) ? " removable" : "") + (one.whole ? " whole" : "");
+    };
+    EXPECT_EQ(
+        shown(found[0]), "sdb1|ZAVIK|/run/media/driver/ZAVIK|Generic Card Reader|USB|1977614336 removable");
+    EXPECT_EQ(shown(found[1]),
+        "sdc|블랙박스 카드|/media/김 기사/블랙박스 카드|ACME|USB|1977614336 removable whole");
     EXPECT_NE(found[0].mediaPath, found[1].mediaPath);
     EXPECT_EQ(found[1].mediaPath, volumes()->mountedVolumes()[1].mediaPath);
     service.set("sdc", "Drive", "TimeMediaDetected", qulonglong(78));
@@ -82,14 +67,13 @@ TEST_F(UDisks2Test, SeesWriteProtectionWhereverItIs)
     const auto isWritable = [&] { return volumes()->mountedVolumes().at(0).writable; };
     service.add({.mountPath = "/media/my card"});
     EXPECT_TRUE(isWritable());
-    service.set("sdb", "Block", "ReadOnly", true);
-    EXPECT_FALSE(isWritable()) << "the switch of the card";
-    service.set("sdb", "Block", "ReadOnly", false);
-    service.set("sdb1", "Block", "ReadOnly", true);
-    EXPECT_FALSE(isWritable());
-    service.set("sdb1", "Block", "ReadOnly", false);
-    const std::string mounts = "36 25 8:17 / /media/my\\040card ro,nosuid shared:1 - vfat /dev/sdb1 rw\n";
-    folder.file("proc/self/mountinfo", mounts);
+    for (const char* protectedPart : {"sdb", "sdb1"}) { // the switch of the card, the partition
+        service.set(protectedPart, "Block", "ReadOnly", true);
+        EXPECT_FALSE(isWritable()) << protectedPart;
+        service.set(protectedPart, "Block", "ReadOnly", false);
+    }
+    folder.file(
+        "proc/self/mountinfo", "36 25 8:17 / /media/my\\040card ro,nosuid shared:1 - vfat /dev/sdb1 rw\n");
     EXPECT_FALSE(isWritable()) << "mounted read-only";
 }
 
