@@ -26,6 +26,15 @@ inline std::string_view nextPart(std::string_view& rest, char separator)
     return part;
 }
 
+/// What a target does with an input.
+void fuzz(std::string_view input);
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+{
+    fuzz(textOf(input, size));
+    return 0;
+}
+
 /// Keeps the program's log lines out of the fuzzer's own.
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {

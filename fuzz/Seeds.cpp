@@ -50,12 +50,7 @@ void addRecordings(SeedFolder& folder, const std::string& before = {})
         for (const bool zeroByte : {true, false}) {
             SideDataWriter area;
             area.gsensor(900, 1, 2, 3).gsensor(1000, 4, 5, 6);
-            area.gps({.timestamp = 1000,
-                .latitude = 3723.4567,
-                .km = km,
-                .text = deviceText(fix),
-                .zeroByte = zeroByte});
-            area.gsensor(1100, 7, 8, 9);
+            area.gps({1000, 1, 3723.4567, 0, 0, km, deviceText(fix), zeroByte}).gsensor(1100, 7, 8, 9);
             add(area, zeroByte);
         }
     }
@@ -89,29 +84,25 @@ void addRecordingNames(SeedFolder folder)
         folder.add(name);
 }
 
+std::string settingsRecord(bool isKorean = false)
+{
+    _FILEDATA record;
+    initFileDataForRegion(record, isKorean);
+    finishFileData(record);
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
 void addSettings(SeedFolder folder)
 {
-    for (const bool isKorean : {false, true}) {
-        _FILEDATA record;
-        initFileDataForRegion(record, isKorean);
-        finishFileData(record);
+    for (const bool isKorean : {false, true})
         for (const char* value : {"0", "-1", "4294967295", "12AB3456"})
-            folder.add(std::string(reinterpret_cast<const char*>(&record), sizeof record) + value);
-    }
+            folder.add(settingsRecord(isKorean) + value);
 }
 
 void addNumbers(SeedFolder folder)
 {
     for (const char* text : {"0.05", " +1.5 ", "0.5g", "-1e999", "abc", ".", "1e"})
         folder.add(text);
-}
-
-std::string settingsRecord()
-{
-    _FILEDATA record;
-    initFileDataForRegion(record, false);
-    finishFileData(record);
-    return {reinterpret_cast<const char*>(&record), sizeof record};
 }
 
 void addPages(SeedFolder folder)
@@ -123,7 +114,7 @@ void addPages(SeedFolder folder)
               "12A3456\n\x20\x01\n");
 }
 
-void addCommandLines(SeedFolder& folder)
+void addCommandLines(SeedFolder folder)
 {
     const std::string settings = settingsRecord();
     for (const char* words :
@@ -153,8 +144,7 @@ int main(int argumentCount, char** arguments)
     addRecordings(sideData);
     SeedFolder writers(folder / "TelemetryWriters");
     addRecordings(writers, "alwa_20150321_142530_F.avi\n");
-    SeedFolder commands(folder / "CommandLine");
-    addCommandLines(commands);
+    addCommandLines(SeedFolder(folder / "CommandLine"));
     addPages(SeedFolder(folder / "PageControls"));
     addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
     addDriveLogs(SeedFolder(folder / "DriveLog"));

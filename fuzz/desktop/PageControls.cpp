@@ -46,17 +46,17 @@ void use(QWidget& control, std::string_view& rest)
 } // namespace
 
 /// A page's number, a record, then what the user does: a control's number and its value up to a line feed.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
     static auto& stage = *new Stage;
     _FILEDATA record;
-    if (size < 1 + sizeof record)
-        return 0;
-    std::memcpy(&record, input + 1, sizeof record);
-    std::string_view rest = textOf(input + 1 + sizeof record, size - 1 - sizeof record);
+    if (input.size() < 1 + sizeof record)
+        return;
+    std::memcpy(&record, input.data() + 1, sizeof record);
+    std::string_view rest = input.substr(1 + sizeof record);
     const std::string noCard;
-    const std::string language = input[0] % 2 ? "ko" : "en";
-    const SettingTab& tab = stage.tabs[input[0] / 2 % stage.tabs.size()];
+    const std::string language = static_cast<unsigned char>(input[0]) % 2 ? "ko" : "en";
+    const SettingTab& tab = stage.tabs[static_cast<unsigned char>(input[0]) / 2 % stage.tabs.size()];
     const auto page = tab.make({stage.desktop.pieces, language, noCard, noCard});
 
     // What nobody touched stays.
@@ -84,5 +84,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     page->setFileData(&record);
     page->populate();
     require(isRefused || std::memcmp(&record, &written, sizeof record) == 0);
-    return 0;
 }

@@ -19,13 +19,11 @@ ssize_t read(void* context, ipp_uchar_t* buffer, size_t count)
 } // namespace
 
 /// An answer of a printer, as IPP (RFC 8010).
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view rest)
 {
-    std::string_view rest = textOf(input, size);
     const std::unique_ptr<ipp_t, decltype(&ippDelete)> answer(ippNew(), ippDelete);
     ippReadIO(&rest, read, 1, nullptr, answer.get());
     for (ipp_attribute_t* each = ippFirstAttribute(answer.get()); each; each = ippNextAttribute(answer.get()))
         require(platform::cups::texts(each).size() <= static_cast<size_t>(ippGetCount(each)));
     require(platform::cups::texts(nullptr).empty());
-    return 0;
 }

@@ -21,9 +21,9 @@ std::string nextWord(std::string_view& rest)
 } // namespace
 
 /// Mounts, swaps, drives and blocks in any order, each made of words.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
-    std::string_view rest = textOf(input, std::min<size_t>(size, 240));
+    std::string_view rest = input.substr(0, 240);
     BlockDevices devices;
     while (!rest.empty()) {
         const auto kind = static_cast<unsigned char>(rest.front()) % 4;
@@ -49,5 +49,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
         require(!volume.removable.value_or(false) || !holdsSystem(devices, volume.deviceName));
     for (const Block& block : devices.blocks)
         require(!block.isSwap || holdsSystem(devices, block.device) || devices.block(block.device) != &block);
-    return 0;
 }

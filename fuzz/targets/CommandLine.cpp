@@ -49,14 +49,13 @@ bool asksForJson(const std::vector<std::string_view>& words)
 
 /// Words, one a line, an empty line, then the contents of the file that the words name "f.drv", "f.bin" or
 /// so.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view rest)
 {
-    std::string_view rest = textOf(input, size);
     std::vector<std::string_view> words;
     for (std::string_view word = nextPart(rest, '\n'); !word.empty(); word = nextPart(rest, '\n'))
         words.push_back(word);
     if (!std::ranges::all_of(words, staysHere))
-        return 0;
+        return;
     const Visit folder;
     for (const std::string_view word : words) {
         if (word.starts_with("f."))
@@ -78,5 +77,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     const CommandLine line = CommandLine::parsed(arguments, "en");
     require(!line.exitCode || isValidUtf8(line.message));
     require(line.exitCode || line.language == "en" || line.language == "ko" || line.language == "auto");
-    return 0;
 }

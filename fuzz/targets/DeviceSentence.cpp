@@ -2,9 +2,8 @@
 #include "telemetry/ZVKZAVIKNMEASentenceParser.h"
 
 /// Feeds the lines of the input to one parser, so that fields persist from sentence to sentence.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view rest)
 {
-    std::string_view rest(reinterpret_cast<const char*>(input), size);
     ZVKZAVIKNMEASentenceParser parser;
     while (!rest.empty()) {
         const std::string_view sentence = rest.substr(0, rest.find('\n'));
@@ -12,5 +11,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
         const auto before = parser.m_Current.duplicate();
         require(parser.parse(sentence) || parser.m_Current == before);
     }
-    return 0;
 }

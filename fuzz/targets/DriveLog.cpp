@@ -58,10 +58,9 @@ void readBoth(std::span<const std::byte> bytes, const DriveLogFormat& format)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
-    const auto bytes = std::as_bytes(std::span(input, size));
+    const auto bytes = std::as_bytes(std::span(input));
     readBoth(bytes, flashDataFormat);
     readBoth(bytes, obdDriveFormat);
-    return 0;
 }

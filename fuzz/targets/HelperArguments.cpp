@@ -34,9 +34,8 @@ void askFor(std::string_view text)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view text)
 {
-    const std::string_view text = textOf(input, size);
     askFor(text);
     if (const auto command = parsedDiskCommand(text)) {
         require(isPlainDeviceName(command->device) && command->device.find('/') == std::string::npos);
@@ -46,9 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     const std::string line = errorLine("mkfs.fat", std::string(text));
     require(line.find('\n') == line.npos && text.find(line) != text.npos);
     // A file system whose boot sector differs from its copy is never taken for whole.
-    const auto bytes = std::as_bytes(std::span(input, size));
-    const uint64_t volume = uint64_t{size} << 20;
-    if (size >= checkedBytes && fileSystemFault(bytes, {.size = volume, .cluster = 32}).empty())
+    const auto bytes = std::as_bytes(std::span(text));
+    const uint64_t volume = uint64_t{text.size()} << 20;
+    if (text.size() >= checkedBytes && fileSystemFault(bytes, {.size = volume, .cluster = 32}).empty())
         require(text.substr(0, 512) == text.substr(6 * 512, 512));
-    return 0;
 }

@@ -5,12 +5,12 @@
 #include <string>
 
 /// Any two numbers: the call's quotes stay closed, and both are places that can be.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
     double place[2];
-    if (size < sizeof place)
-        return 0;
-    std::memcpy(place, input, sizeof place);
+    if (input.size() < sizeof place)
+        return;
+    std::memcpy(place, input.data(), sizeof place);
     const std::string script = setLatLagScript(place[0], place[1]);
     double longitude = 999;
     double latitude = 999;
@@ -19,5 +19,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     require(static_cast<size_t>(end) == script.size());
     require(script.find_first_not_of("setLag('-0123456789.,)") == script.npos);
     require(longitude >= -180 && longitude <= 180 && latitude >= -90 && latitude <= 90);
-    return 0;
 }

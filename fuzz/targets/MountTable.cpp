@@ -5,9 +5,8 @@
 
 using namespace platform;
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view text)
 {
-    const std::string_view text = textOf(input, size);
     const auto lines = static_cast<size_t>(std::ranges::count(text, '\n')) + 1;
     const auto mounts = parsedMounts(text);
     require(mounts.size() <= lines && parsedSwaps(text).size() <= lines);
@@ -17,5 +16,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
         require(isSystemMount(mount.path) || mount.path.starts_with('/'));
         require(isSystemMount("/usr" + mount.path) || !mount.path.starts_with('/'));
     }
-    return 0;
 }

@@ -3,9 +3,8 @@
 
 #include <cmath>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view text)
 {
-    const std::string_view text(reinterpret_cast<const char*>(input), size);
     std::string_view rest = text;
     const auto number = readNumber(rest);
     require(number.has_value() == (rest.size() < text.size()));
@@ -14,5 +13,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     require(numeric.empty() || ZVKValidator::stringIsNumber(numeric));
     const auto message = ZVKValidator::validateGsensorThreshold(text);
     require(message.has_value() == (!text.empty() && (!number || *number < 0.05 || *number > 1.5)));
-    return 0;
 }

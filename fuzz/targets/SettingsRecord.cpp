@@ -3,12 +3,12 @@
 
 #include <cstring>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
     _FILEDATA record;
-    if (size < sizeof record)
-        return 0;
-    std::memcpy(&record, input, sizeof record);
+    if (input.size() < sizeof record)
+        return;
+    std::memcpy(&record, input.data(), sizeof record);
     // Every value that a record can hold is shown and read back; a plate that the camera cannot know is not.
     _FILEDATA back;
     std::memset(&back, 0, sizeof back);
@@ -26,8 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     finishFileData(record);
     require(record.checksum == checksum);
     // The rest of the input is a value for one of the fields.
-    const std::string_view text(reinterpret_cast<const char*>(input) + sizeof record, size - sizeof record);
+    const std::string_view text = input.substr(sizeof record);
     for (const FileDataField& field : fileDataFields())
         (void)setField(record, field, text);
-    return 0;
 }

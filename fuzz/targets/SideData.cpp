@@ -22,9 +22,9 @@ void requireSound(const ZVKBlackBoxData& data)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view input)
 {
-    const auto bytes = std::as_bytes(std::span(input, size));
+    const auto bytes = std::as_bytes(std::span(input));
     ZVKBlackBoxData atOnce;
     MemoryByteSource memory(bytes);
     const bool result = atOnce.ExtractStreamInformation(memory);
@@ -42,9 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
 
     ZVKBlackBoxData failed;
     UnreliableSource failing(bytes);
-    failing.failsAt = size / 2;
+    failing.failsAt = input.size() / 2;
     failed.ExtractStreamInformation(failing);
     requireSound(failed);
     require(failed.m_GSensors.size() <= atOnce.m_GSensors.size());
-    return 0;
 }

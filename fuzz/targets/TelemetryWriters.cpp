@@ -7,9 +7,8 @@
 #include <sstream>
 
 /// A name up to the first line feed, then a recording.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
+void fuzz(std::string_view rest)
 {
-    std::string_view rest = textOf(input, size);
     const std::string_view name = nextPart(rest, '\n');
     ZVKBlackBoxData data;
     MemoryByteSource source(std::as_bytes(std::span(rest.data(), rest.size())));
@@ -34,5 +33,4 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
     std::ostringstream summary;
     cli::writeTelemetrySummary(summary, data, name);
     require(isValidUtf8(summary.view()));
-    return 0;
 }
