@@ -29,23 +29,12 @@ TEST(DriveLogCells, OfWholeRows)
     EXPECT_EQ(rowText(logOf(obdRecord())),
         "1|70000|2015/03/21|07:05:09|SUN|3734.1234|12702.5000|60|61|2500|123.5|12.6|30|OFF|ON|ON|-30|OFF|3|D|"
         "ON|17|25.3|-0.50|+1.00|+0.00");
-    EXPECT_EQ(rowText(logOf(ObdDriveRecord{.yoil = 9,
-                  .gps_speed = -1,
-                  .cur_speed = -1,
-                  .rpm = -1,
-                  .driving_distance = -1,
-                  .battery = -1,
-                  .acp = -1,
-                  .fbk = -1,
-                  .rll = -1,
-                  .lll = -1,
-                  .swa = 9999,
-                  .sbt = -1,
-                  .gel = 0,
-                  .gep = 5,
-                  .sbk = 2,
-                  .tpa = -1,
-                  .abt = 9999})),
+    ObdDriveRecord odd{.yoil = 9, .gep = 5, .sbk = 2};
+    odd.gps_speed = odd.cur_speed = odd.rpm = odd.battery = odd.acp = odd.fbk = odd.rll = odd.lll = odd.sbt =
+        odd.tpa = -1;
+    odd.driving_distance = -1;
+    odd.swa = odd.abt = 9999;
+    EXPECT_EQ(rowText(logOf(odd)),
         "1|0|1900/00/00|00:00:00|-|0000.0000|00000.0000|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|+0.00|+0.00|+0.00");
     const DriveLog wild = logOf(FlashDataRecord{.latWhole = 65535,
         .latFraction = 65535,
