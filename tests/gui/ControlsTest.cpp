@@ -1,13 +1,7 @@
 #include "common/InterfaceHelpers.h"
 #include "platform/ButtonMatrix.h"
 #include "platform/SegmentedControl.h"
-#include "tests/support/KeyPress.h"
-
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QHBoxLayout>
-#include <QPushButton>
-#include <gtest/gtest.h>
+#include "tests/support/GuiTesting.h"
 
 TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
 {

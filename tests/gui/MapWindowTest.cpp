@@ -1,7 +1,5 @@
 #include "telemetry/ZVKMapWindowController.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 

@@ -1,12 +1,4 @@
 #include "tests/support/AppDelegateProbe.h"
-#include "tests/support/TempFolder.h"
-
-#include <QLabel>
-#include <QTableView>
-#include <gtest/gtest.h>
-
-using namespace std::chrono_literals;
-using platform::PlayerState;
 
 namespace {
 
@@ -15,7 +7,6 @@ class OpenFolder : public testing::Test {
 protected:
     OpenFolder()
     {
-        std::filesystem::create_directories(root.path("MUSIC/Movie"));
         for (const char* name : {"MUSIC/Movie/alwa_20150321_142530_F.avi",
                  "MUSIC/Movie/alwa_20150321_142600_F.avi", "MUSIC/Movie/alwa_20150321_142630_F.avi"})
             root.file(name);
@@ -32,12 +23,7 @@ protected:
         app.desk.disks.move(app.desk.disks.volumes[0], root.path("MUSIC1"));
         app.desk.dispatcher.runAll();
     }
-    int selectedRow()
-    {
-        const auto rows = app.find<QTableView>("mediaListTableView").selectionModel()->selectedRows();
-        return rows.size() == 1 ? rows.first().row() : -1;
-    }
-    QString failure() { return app.find<QLabel>("videoStateLabel").text(); }
+    QString failure() { return app.text("videoStateLabel"); }
     std::string playersFile() { return app.player().current->url().value(); }
     const std::string& label() { return app.desk.disks.volumes[0].label; }
 
@@ -59,13 +45,13 @@ TEST_F(OpenFolder, GoesAlongWhenItsVolumeMoves)
 {
     app.open(root.path("MUSIC/Movie/"));
     app.start(0);
-    app.find<QTableView>("mediaListTableView").selectRow(2);
+    app.table().selectRow(2);
     const auto calls = app.player().calls;
     move();
     EXPECT_EQ(app.list().directoryPath(), root.path("MUSIC1/Movie"));
     ASSERT_EQ(app.list().count(), 3);
     EXPECT_EQ(app.list().mediaAtIndex(0)->path(), firstMoved);
-    EXPECT_EQ(selectedRow(), 2);
+    EXPECT_EQ(app.selectedRow(), 2);
     EXPECT_EQ(playersFile(), firstMoved);
     EXPECT_EQ(app.player().calls, calls) << "what plays goes on";
     EXPECT_EQ(app.mediaIndex(), 0);
@@ -106,7 +92,6 @@ TEST_F(OpenFolder, WhatTheMoveBrokeBeginsAgain)
 
 TEST_F(OpenFolder, IsLetGoWhileItsCardIsFormattedAndReadAgain)
 {
-    const auto state = [&] { return app.find<QLabel>("listStateLabel").text().toStdString(); };
     const auto letGo = [&](const char* mount) {
         app.controller->letGoOf(root.path(mount));
         app.desk.dispatcher.runAll();
@@ -123,7 +108,7 @@ TEST_F(OpenFolder, IsLetGoWhileItsCardIsFormattedAndReadAgain)
     letGo("MUSIC");
     EXPECT_FALSE(app.player().current);
     EXPECT_EQ(app.list().count(), 0);
-    EXPECT_EQ(state(), "The card is being formatted.");
+    EXPECT_EQ(app.text("listStateLabel"), "The card is being formatted.");
     app.desk.disks.move(app.desk.disks.volumes[0], root.path("ZAVIK"));
     app.desk.dispatcher.runAll();
     EXPECT_EQ(app.list().count(), 0) << "nobody reads it";
@@ -136,7 +121,7 @@ TEST_F(OpenFolder, IsLetGoWhileItsCardIsFormattedAndReadAgain)
     app.desk.dispatcher.runOneBackground();
     letGo("ZAVIK");
     EXPECT_EQ(app.list().count(), 0);
-    std::filesystem::remove_all(root.path("ZAVIK/Movie"));
+    fs::remove_all(root.path("ZAVIK/Movie"));
     giveBack("ZAVIK", root.path("ZAVIK"));
     EXPECT_EQ(app.list().directoryPath(), root.path("ZAVIK"));
 

@@ -1,8 +1,6 @@
 #include "cardtools/PMProgressIndicator.h"
 #include "cardtools/PMProgressIndicatorController.h"
-#include "tests/support/VirtualDispatcher.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 

@@ -1,15 +1,6 @@
 #include "platform/QtScriptRunner.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/CountedCalls.h"
-#include "tests/support/TempFolder.h"
-
-#include <gmock/gmock.h>
-
-#include <sys/stat.h>
-
-#include <cerrno>
-
-using testing::HasSubstr;
+#include "tests/support/Testing.h"
 
 namespace {
 
@@ -28,8 +19,8 @@ protected:
 
     const std::string path = getenv("PATH");
     TempFolder folder;
-    platform::DiskToolLimits limits{std::chrono::seconds(20), std::chrono::milliseconds(300), {}};
-    platform::QtScriptRunner runner{folder.program("helper", ""), limits, std::chrono::milliseconds(300)};
+    platform::DiskToolLimits limits{20s, 300ms, {}};
+    platform::QtScriptRunner runner{folder.program("helper", ""), limits, 300ms};
     const std::string format = "sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c 32 sdz1";
 };
 

@@ -1,15 +1,7 @@
 #include "cardtools/ZVKTimeSetupController.h"
 #include "platform/ClockFace.h"
 #include "platform/Texts.h"
-#include "tests/support/KeyPress.h"
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestPlatform.h"
-
-#include <QCalendarWidget>
-#include <QLabel>
-#include <QPushButton>
-#include <QTimeEdit>
-#include <gtest/gtest.h>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 
@@ -23,7 +15,7 @@ struct TimeSetup : testing::Test {
     void settle()
     {
         test.dispatcher.runAll();
-        test.dispatcher.advance(std::chrono::milliseconds(500));
+        test.dispatcher.advance(500ms);
     }
     void save()
     {
@@ -58,11 +50,11 @@ TEST_F(TimeSetup, AFailedWriteIsToldAndLeavesTheWindowOpen)
 {
     const std::string diary = card.file("diary.txt", "secret");
     for (const bool isLink : {false, true}) {
-        std::filesystem::remove(card.path("timeset.cfg"));
+        fs::remove(card.path("timeset.cfg"));
         if (isLink)
-            std::filesystem::create_symlink(diary, card.path("timeset.cfg"));
+            fs::create_symlink(diary, card.path("timeset.cfg"));
         else
-            std::filesystem::create_directory(card.path("timeset.cfg"));
+            fs::create_directory(card.path("timeset.cfg"));
         save();
         EXPECT_EQ(test.alerts.shown.back(),
             "ZAVIK|timeset.cfg is a link or no file. It was left alone and nothing was saved.");
@@ -76,7 +68,7 @@ TEST_F(TimeSetup, ACardThatHangsHoldsUpNothingAndIsTold)
     card.file("timeset.cfg", "");
     controller.showWindow();
     EXPECT_FALSE(outlet<QPushButton>("saveButton").isEnabled());
-    test.dispatcher.advance(std::chrono::seconds(15));
+    test.dispatcher.advance(15s);
     EXPECT_EQ(test.alerts.shown.size(), 1u);
     settle();
     EXPECT_TRUE(outlet<QPushButton>("saveButton").isEnabled());
@@ -89,7 +81,7 @@ TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
     test.panels.saveAnswer(std::nullopt);
     EXPECT_TRUE(isOpen());
     EXPECT_TRUE(test.alerts.shown.empty());
-    EXPECT_FALSE(std::filesystem::exists(card.path("timeset.cfg")));
+    EXPECT_FALSE(fs::exists(card.path("timeset.cfg")));
     test.panels.saveAnswer(card.path("other.cfg"));
     settle();
     EXPECT_EQ(contents(card.path("other.cfg")), "2016/05/03 14:22:01");

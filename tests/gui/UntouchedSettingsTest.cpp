@@ -8,20 +8,8 @@
 #include "settings/ZVKSettingForGpsViewController.h"
 #include "settings/ZVKSettingForObdViewController.h"
 #include "settings/ZVKSettingForVideoViewController.h"
-#include "tests/support/KeyPress.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ShownPage.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QMetaProperty>
-#include <QRadioButton>
-
-#include <cstring>
-#include <gtest/gtest.h>
-#include <map>
-#include <random>
-#include <set>
 
 namespace {
 

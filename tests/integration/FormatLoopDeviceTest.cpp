@@ -1,18 +1,9 @@
 #include "cardtools/ZVKFormatWindowController.h"
 #include "platform/QtScriptRunner.h"
+#include "tests/support/GuiTesting.h"
 #include "tests/support/LoopDevice.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// The window, the real script runner and the real file system tools on a file that stands in for the card;
 /// udisksctl and pkexec are small scripts that do what the real ones do, without a service.
@@ -89,6 +80,6 @@ TEST_F(FormatLoopDevice, FromTheWindowToTheCardAndBack)
     for (const char* name : {"AlwaysMovie", "EventMovie", "MotionMovie"})
         EXPECT_TRUE(fs::is_directory(mountPoint + "/" + name)) << name;
     ASSERT_TRUE(platform::runTool({{"udisksctl", "unmount", "-b", card.path()}}).succeeded());
-    const auto checked = platform::runTool({{"fsck.fat", "-n", card.path()}, std::chrono::minutes(1), true});
+    const auto checked = platform::runTool({{"fsck.fat", "-n", card.path()}, 1min, true});
     EXPECT_TRUE(checked.succeeded()) << checked.text;
 }

@@ -1,15 +1,11 @@
 #include "platform/CupsPrintInfo.h"
 #include "platform/CupsPrintSession.h"
-#include "tests/support/VirtualDispatcher.h"
+#include "tests/support/GuiTesting.h"
 
-#include <QLabel>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QProgressDialog>
-#include <gmock/gmock.h>
 
 using namespace platform;
-using testing::ElementsAre;
 
 namespace {
 

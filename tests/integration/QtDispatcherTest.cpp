@@ -1,8 +1,5 @@
 #include "platform/QtDispatcher.h"
-
-#include <QCoreApplication>
-#include <QTimer>
-#include <gtest/gtest.h>
+#include "tests/support/GuiTesting.h"
 
 #include <future>
 #include <latch>
@@ -21,11 +18,11 @@ TEST(QtDispatcher, WorkThatHangsOrFailsHoldsUpNoOther)
     for (int i = 0; i < hungJobs; ++i)
         dispatcher.inBackground([&isOver] { isOver.wait(); });
     dispatcher.inBackground([&ran] { ran.set_value(); });
-    EXPECT_EQ(hasRun.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+    EXPECT_EQ(hasRun.wait_for(20s), std::future_status::ready);
     isOver.count_down();
     QTimer deadline;
     deadline.setSingleShot(true);
-    deadline.start(std::chrono::seconds(20));
+    deadline.start(20s);
     while (!isTold && deadline.isActive())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     EXPECT_TRUE(isTold) << "on the main thread";

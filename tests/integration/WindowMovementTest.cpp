@@ -1,10 +1,6 @@
 #include "platform/QtScreens.h"
 #include "platform/TimeLimit.h"
-#include "tests/support/TestPlatform.h"
-
-#include <QVariantAnimation>
-#include <gtest/gtest.h>
-#include <unistd.h>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 
@@ -63,7 +59,7 @@ TEST_F(WindowMovement, FullScreenComesWhenTheWindowHasArrived)
 TEST(TimeLimit, LeavesTheProcessThatHangs)
 {
     const auto hang = [] {
-        const platform::TimeLimit limit(std::chrono::milliseconds(1));
+        const platform::TimeLimit limit(1ms);
         pause();
     };
     EXPECT_EXIT(hang(), testing::ExitedWithCode(0), "");

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "app/ZVKAppDelegate.h"
-#include "tests/support/TestPlatform.h"
+#include "lib/PositionSlider.h"
+#include "lib/TKImageButton.h"
+#include "tests/support/GuiTesting.h"
 
-#include <memory>
-#include <string>
+using platform::PlayerState;
 
 /// The main controller on the test desktop, and what a test needs to see of it.
 class AppDelegateProbe {
@@ -39,6 +40,25 @@ public:
         return *controller->mainWindow().findChild<Widget*>(QLatin1String(name));
     }
 
+    CustomWindow& window() { return controller->mainWindow(); }
+    QTableView& table() { return find<QTableView>("mediaListTableView"); }
+    /// -1 when it is not exactly one.
+    int selectedRow()
+    {
+        const auto rows = table().selectionModel()->selectedRows();
+        return rows.size() == 1 ? rows.first().row() : -1;
+    }
+    bool isShown(const char* widget) { return find<QWidget>(widget).isVisible(); }
+    QString text(const char* label) { return find<QLabel>(label).text(); }
+    /// "A|B"
+    std::string texts(std::initializer_list<const char*> labels)
+    {
+        QStringList all;
+        for (const char* label : labels)
+            all += text(label);
+        return all.join('|').toStdString();
+    }
+
     /// Opens the folder and lets the scan finish.
     void open(const std::string& folder)
     {
@@ -50,7 +70,31 @@ public:
     void start(int64_t index)
     {
         controller->playAtIndex(index);
-        desk.dispatcher.runAll();
-        player().reportState(platform::PlayerState::playing);
+        begin();
     }
+    /// What is prepared plays.
+    void begin()
+    {
+        desk.dispatcher.runAll();
+        player().reportState(PlayerState::playing);
+    }
+};
+
+/// The program with a folder of recordings.
+class AppTest : public testing::Test {
+protected:
+    explicit AppTest(std::vector<platform::Screen> screens = {})
+        : app("en", {}, std::move(screens))
+    {
+    }
+    void openWith(std::initializer_list<const char*> recordings)
+    {
+        for (const char* recording : recordings)
+            folder.file(recording);
+        app.open(folder.path());
+    }
+
+    TempFolder folder;
+    AppDelegateProbe app;
+    ZVKAppDelegate& controller = *app.controller;
 };

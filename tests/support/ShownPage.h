@@ -2,7 +2,7 @@
 
 #include "platform/SegmentedControl.h"
 #include "settings/FileData.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/support/GuiTesting.h"
 
 #include <functional>
 

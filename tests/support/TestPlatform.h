@@ -78,8 +78,7 @@ public:
         std::map<std::string, bool> flags;
         std::vector<std::string> stringList(const std::string& key) const override
         {
-            const auto found = lists.find(key);
-            return found == lists.end() ? std::vector<std::string>{} : found->second;
+            return lists.contains(key) ? lists.at(key) : std::vector<std::string>{};
         }
         void setStringList(const std::string& key, const std::vector<std::string>& values) override
         {
@@ -87,8 +86,7 @@ public:
         }
         std::optional<bool> boolean(const std::string& key) const override
         {
-            const auto found = flags.find(key);
-            return found == flags.end() ? std::nullopt : std::optional(found->second);
+            return flags.contains(key) ? std::optional(flags.at(key)) : std::nullopt;
         }
         void setBoolean(const std::string& key, bool value) override { flags[key] = value; }
     } defaults;
