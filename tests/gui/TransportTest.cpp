@@ -1,34 +1,20 @@
-#include "lib/PositionSlider.h"
-#include "lib/TKImageButton.h"
 #include "tests/support/AppDelegateProbe.h"
-#include "tests/support/TempFolder.h"
-
-#include <QApplication>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QTableView>
-#include <gtest/gtest.h>
-
-using namespace std::chrono_literals;
-using platform::PlayerState;
 
 namespace {
 
 /// A recording of 60 seconds that plays.
-class Transport : public testing::Test {
+class Transport : public AppTest {
 protected:
     Transport()
     {
-        folder.file("alwa_20150321_142530_F.avi");
-        folder.file("alwa_20150321_142600_F.avi");
-        app.open(folder.path());
+        openWith({"alwa_20150321_142530_F.avi", "alwa_20150321_142600_F.avi"});
         app.start(0);
         app.player().calls.clear();
     }
 
     PositionSlider& slider() { return app.find<PositionSlider>("videoPositionSlider"); }
     void drag(double fraction) { slider().setValue(int(fraction * slider().maximum())); }
-    CustomWindow& window() { return app.controller->mainWindow(); }
+    CustomWindow& window() { return app.window(); }
     platform::Size size() { return window().frame().size(); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, QWidget* target = nullptr)
     {
@@ -36,9 +22,6 @@ protected:
         QApplication::sendEvent(target ? target : &window(), &event);
     }
 
-    TempFolder folder;
-    AppDelegateProbe app;
-    ZVKAppDelegate& controller = *app.controller;
     ScriptedPlayer& player = app.player();
 };
 
@@ -49,7 +32,6 @@ TEST_F(Transport, PlayButtonPausesResumesAndRestarts)
     player.reportState(PlayerState::paused);
     controller.clickPlayButton();
     EXPECT_EQ(player.calls.back(), "play");
-
     player.reportState(PlayerState::playing);
     player.reportEnd();
     drag(0.5);
@@ -100,20 +82,13 @@ TEST_F(Transport, SliderIsMovedSilentlyByThePlayerAndNotWhileItIsHeld)
 
 TEST_F(Transport, JumpsGoTenSecondsAndStopAtTheEnds)
 {
-    struct Case {
-        float from;
-        std::function<void()> jump;
-        std::string expected;
-        bool moves;
-    };
-    for (const auto& [from, jump, expected, moves] :
-        {Case{0.5f, [this] { controller.jumpForward(); }, "jumpForward 10", true},
-            {52.0f / 60, [this] { controller.jumpForward(); }, "setTime 60000", false},
-            {0.5f, [this] { controller.jumpBackward(); }, "setPosition 0.33", true},
-            {6.0f / 60, [this] { controller.jumpBackward(); }, "setPosition 0.00", false}}) {
+    for (const auto& [from, isForward, expected, moves] :
+        {std::tuple(0.5f, true, std::string("jumpForward 10"), true),
+            {52.0f / 60, true, "setTime 60000", false}, {0.5f, false, "setPosition 0.33", true},
+            {6.0f / 60, false, "setPosition 0.00", false}}) {
         SCOPED_TRACE(expected);
         player.fraction = from;
-        jump();
+        isForward ? controller.jumpForward() : controller.jumpBackward();
         EXPECT_EQ(player.calls.back(), expected);
         EXPECT_EQ(app.isMoving(), moves);
         const double target = expected.starts_with("jump") ? 40.0 / 60 : 20.0 / 60;
@@ -128,22 +103,13 @@ TEST_F(Transport, JumpsGoTenSecondsAndStopAtTheEnds)
 TEST_F(Transport, WhatIsShownAfterASeekIsThePlayersOwnMoment)
 {
     const std::pair<const char*, std::function<void()>> seeks[] = {
-        {"forward", [this] { controller.jumpForward(); }},
-        {"back", [this] { controller.jumpBackward(); }},
-        {"slider forward", [this] { drag(0.7); }},
-        {"slider back", [this] { drag(0.3); }},
+        {"forward", [this] { controller.jumpForward(); }}, {"back", [this] { controller.jumpBackward(); }},
+        {"slider forward", [this] { drag(0.7); }}, {"slider back", [this] { drag(0.3); }},
         {"two jumps",
             [this] {
-                controller.jumpForward();
-                app.desk.dispatcher.advance(400ms);
-                controller.jumpBackward();
+                controller.jumpForward(), app.desk.dispatcher.advance(400ms), controller.jumpBackward();
             }},
-        {"to the end and back",
-            [this] {
-                drag(1);
-                drag(0.2);
-            }},
-    };
+        {"to the end and back", [this] { drag(1), drag(0.2); }}};
     for (const auto state : {PlayerState::paused, PlayerState::playing}) {
         for (const auto& [name, seek] : seeks) {
             for (const auto arrival : {210ms, 350ms, 5000ms}) {
@@ -162,7 +128,7 @@ TEST_F(Transport, WhatIsShownAfterASeekIsThePlayersOwnMoment)
                 app.desk.dispatcher.advance(400ms);
                 EXPECT_FLOAT_EQ(float(app.playInfo().position()), 0.41f);
                 EXPECT_NEAR(slider().doubleValue(), 0.41, 1e-5);
-                EXPECT_EQ(app.find<QLabel>("timeField").text(), "00:24 / 01:00");
+                EXPECT_EQ(app.text("timeField"), "00:24 / 01:00");
                 EXPECT_FALSE(app.isMoving());
             }
         }
@@ -226,14 +192,12 @@ TEST_F(Transport, NothingOfAnEarlierSeekFollowsALaterOne)
 
 TEST_F(Transport, AMoveToTheNextFileIsVoidOnceTheUserGoesElsewhere)
 {
-    const std::pair<const char*, std::function<void()>> wishes[] = {
-        {"slider", [this] { drag(0.5); }},
+    const std::pair<const char*, std::function<void()>> wishes[] = {{"slider", [this] { drag(0.5); }},
         {"jump back", [this] { controller.jumpBackward(); }},
         {"replay by button", [this] { controller.clickPlayButton(); }},
         {"replay by double click", [this] { controller.changeAndPlay(); }},
         {"stop", [this] { controller.stopPlay(); }},
-        {"hold the knob", [this] { slider().setSliderDown(true); }},
-    };
+        {"hold the knob", [this] { slider().setSliderDown(true); }}};
     for (const auto& [name, wish] : wishes) {
         SCOPED_TRACE(name);
         slider().setSliderDown(false);
@@ -284,17 +248,16 @@ TEST_F(Transport, SizeStepsKeepTheOriginAndEndInFullScreen)
 
 TEST_F(Transport, FullScreenShowsTheVideoAboveASlimBar)
 {
-    const auto isShown = [this](const char* name) { return app.find<QWidget>(name).isVisible(); };
     controller.toggleFullScreen();
     EXPECT_EQ(window().frame(), (platform::Rect{0, 0, 1920, 1080}));
     for (const char* hidden : {"headBox", "bodyRightBox", "gsensorBox", "mediaControlBox"})
-        EXPECT_FALSE(isShown(hidden)) << hidden;
-    EXPECT_TRUE(isShown("mediaControlBoxForFullScreen"));
+        EXPECT_FALSE(app.isShown(hidden)) << hidden;
+    EXPECT_TRUE(app.isShown("mediaControlBoxForFullScreen"));
     EXPECT_EQ(app.find<QWidget>("mediaControlBoxForFullScreen").height(), 36);
     EXPECT_EQ(app.find<QWidget>("videoBox").size(), QSize(1920, 1080 - 2 - 36));
     press(Qt::Key_Escape);
     EXPECT_FALSE(window().isFullScreen());
-    EXPECT_TRUE(isShown("headBox"));
+    EXPECT_TRUE(app.isShown("headBox"));
     EXPECT_EQ(app.find<QWidget>("videoBox").geometry(), QRect(0, 0, 656, 372));
     EXPECT_EQ(app.find<QWidget>("bodyRightBox").geometry(), QRect(676, 0, 334, 582));
     controller.toggleFullScreen();
@@ -346,7 +309,7 @@ TEST_F(Transport, KeysReachThePlayerFromEveryControlAndFromFullScreen)
     press(Qt::Key_F);
     press(Qt::Key_Escape, {}, &app.find<QWidget>("playButtonForFullScreen"));
     EXPECT_FALSE(window().isFullScreen());
-    app.find<QTableView>("mediaListTableView").setFocus();
+    app.table().setFocus();
     press(Qt::Key_F);
     const QWidget* focused = window().focusWidget();
     EXPECT_TRUE(!focused || focused->isVisibleTo(&window()));
@@ -394,14 +357,13 @@ TEST_F(Transport, KeysDoWhatTheirButtonsDo)
 
 TEST_F(Transport, TheListKeepsItsOwnKeysAndEnterPlays)
 {
-    auto& table = app.find<QTableView>("mediaListTableView");
+    auto& table = app.table();
     press(Qt::Key_Down, {}, &table);
     EXPECT_EQ(app.volume(), 70u);
     EXPECT_EQ(app.mediaIndex(), 0);
     press(Qt::Key_Return, {}, &table);
     EXPECT_EQ(app.mediaIndex(), 1);
-    app.desk.dispatcher.runAll();
-    player.reportState(PlayerState::playing);
+    app.begin();
     press(Qt::Key_Space, {}, &table);
     EXPECT_EQ(player.calls.back(), "pause");
     press(Qt::Key_PageUp, {}, &table);
@@ -415,26 +377,23 @@ TEST_F(Transport, NamesFollowTheState)
     EXPECT_TRUE(button.toolTip().contains("Space"));
     player.reportState(PlayerState::paused);
     EXPECT_EQ(button.accessibleName(), "Play");
-    for (TKImageButton* each : window().findChildren<TKImageButton*>()) {
-        EXPECT_FALSE(each->accessibleName().isEmpty()) << each->objectName().toStdString();
-        EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        EXPECT_NE(each->focusPolicy() & Qt::TabFocus, 0) << each->objectName().toStdString();
-    }
+    for (const TKImageButton* each : window().findChildren<TKImageButton*>())
+        EXPECT_TRUE(!each->accessibleName().isEmpty() && !each->toolTip().isEmpty()
+            && (each->focusPolicy() & Qt::TabFocus))
+            << each->objectName().toStdString();
 }
 
-TEST(WindowDrag, StopsBelowTheTopOfTheVisibleArea)
+TEST_F(Transport, ADragStopsBelowTheTopOfTheVisibleArea)
 {
-    AppDelegateProbe app;
-    CustomWindow& window = app.controller->mainWindow();
     const auto send = [&](QEvent::Type type, QPointF at) {
         QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, {});
-        QApplication::sendEvent(&window, &event);
+        QApplication::sendEvent(&window(), &event);
     };
     send(QEvent::MouseButtonPress, {300, 20});
     send(QEvent::MouseMove, {320, 50});
-    EXPECT_EQ(window.frame(), (platform::Rect{470, 175, 1020, 640}));
+    EXPECT_EQ(window().frame(), (platform::Rect{470, 175, 1020, 640}));
     send(QEvent::MouseMove, {300, -900});
-    EXPECT_EQ(window.frame().maxY(), 1050);
+    EXPECT_EQ(window().frame().maxY(), 1050);
 }
 
 } // namespace
