@@ -1,30 +1,17 @@
 #include "app/CommandLine.h"
 #include "lib/LoadingIndicator.h"
-#include "lib/PositionSlider.h"
-#include "lib/TKImageButton.h"
 #include "platform/SegmentedControl.h"
 #include "tests/support/AppDelegateProbe.h"
-#include "tests/support/TempFolder.h"
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QLabel>
-#include <QTableView>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr const char* first = "alwa_20150321_142530_F.avi";
-constexpr const char* second = "alwa_20150321_142600_F.avi";
+using Start = AppTest;
+using SecondaryWindow = AppTest;
+using Folder = AppTest;
 
-TEST(Start, FindsAnEmptyListAndTheWindowCentred)
+TEST_F(Start, FindsAnEmptyListAndTheWindowCentred)
 {
-    AppDelegateProbe app;
     EXPECT_EQ(app.list().count(), 0);
     EXPECT_EQ(app.mediaIndex(), -1);
     EXPECT_EQ(app.volume(), 70u);
@@ -34,39 +21,36 @@ TEST(Start, FindsAnEmptyListAndTheWindowCentred)
     EXPECT_FALSE(app.desk.screens.wasAnimated);
     EXPECT_EQ(app.find<TKImageButton>("playButton").imageName(), "icon_play_n");
     EXPECT_EQ(app.find<TKImageButton>("recordButtonImageView").imageName(), "record_p");
-    EXPECT_FALSE(app.find<QWidget>("video1View").isVisible());
-    EXPECT_FALSE(app.find<QLabel>("listStateLabel").text().isEmpty());
+    EXPECT_FALSE(app.isShown("video1View"));
 }
 
-TEST(SecondaryWindow, IsReplacedOnlyWhenItsChangesAreSavedOrDropped)
+TEST_F(SecondaryWindow, IsReplacedOnlyWhenItsChangesAreSavedOrDropped)
 {
-    AppDelegateProbe app;
     const auto shown = [](const char* className) {
         const auto all = QApplication::topLevelWidgets();
         return std::ranges::any_of(all, [&](QWidget* window) {
             return window->isVisible() && window->objectName() == QLatin1String(className);
         });
     };
-    app.controller->showSettingPanel();
+    controller.showSettingPanel();
     app.desk.dispatcher.runAll();
-    app.desk.dispatcher.advance(std::chrono::milliseconds(500));
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
+    app.desk.dispatcher.advance(500ms);
+    for (QWidget* const window : QApplication::topLevelWidgets())
         if (auto* const rate = window->findChild<platform::SegmentedControl*>("videoFrameRate"))
             rate->findChildren<QAbstractButton*>().front()->click();
-    }
-    app.controller->showTimeSetupPanel();
+    controller.showTimeSetupPanel();
     EXPECT_TRUE(shown("ZVKSettingController"));
     ASSERT_EQ(app.desk.alerts.open.size(), 1u);
     app.desk.alerts.open[0]->answered(2); // stay
     EXPECT_TRUE(shown("ZVKSettingController"));
     app.desk.alerts.answer = 1; // drop
-    app.controller->showTimeSetupPanel();
+    controller.showTimeSetupPanel();
     app.desk.dispatcher.runMain();
     EXPECT_FALSE(shown("ZVKSettingController"));
     EXPECT_TRUE(shown("ZVKTimeSetupController"));
 }
 
-TEST(Start, StoresTheLanguageUnlessItFollowsTheSystem)
+TEST_F(Start, StoresTheLanguageUnlessItFollowsTheSystem)
 {
     EXPECT_EQ(AppDelegateProbe("en").desk.defaults.lists["AppleLanguages"], std::vector<std::string>{"en"});
     EXPECT_TRUE(AppDelegateProbe("ko").isKorean());
@@ -75,40 +59,35 @@ TEST(Start, StoresTheLanguageUnlessItFollowsTheSystem)
     EXPECT_FALSE(automatic.isKorean());
 }
 
-TEST(Start, TakesOnlyZeroAndOneForMiles)
+TEST_F(Start, TakesOnlyZeroAndOneForMiles)
 {
-    AppDelegateProbe app;
     for (const auto& [value, expected] : {std::pair{1u, true}, {2u, true}, {0u, false}, {256u, false}}) {
-        app.controller->setDisplayMile(value);
+        controller.setDisplayMile(value);
         EXPECT_EQ(app.showsMiles(), expected) << value;
     }
 }
 
-TEST(Start, TakesTheUnitOfSpeedFromTheCardUnlessANewerOneWasSaved)
+TEST_F(Start, TakesTheUnitOfSpeedFromTheCardUnlessANewerOneWasSaved)
 {
-    TempFolder card;
     for (const auto& [unit, expected] : {std::pair{1u, true}, {0u, false}, {0x100u, false}, {0x2u, true}}) {
         _FILEDATA record;
         initFileData(record);
         record.speed_disp_unit = unit;
-        card.file("config.bin", std::as_bytes(std::span(&record, 1)));
-        AppDelegateProbe app("en", {TestDiskArbitration::card(card.path())});
-        EXPECT_FALSE(app.showsMiles());
-        app.desk.dispatcher.runAll();
-        EXPECT_EQ(app.showsMiles(), expected) << unit;
-        AppDelegateProbe later("en", {TestDiskArbitration::card(card.path())});
+        folder.file("config.bin", std::as_bytes(std::span(&record, 1)));
+        AppDelegateProbe reading("en", {TestDiskArbitration::card(folder.path())});
+        EXPECT_FALSE(reading.showsMiles());
+        reading.desk.dispatcher.runAll();
+        EXPECT_EQ(reading.showsMiles(), expected) << unit;
+        AppDelegateProbe later("en", {TestDiskArbitration::card(folder.path())});
         later.controller->setDisplayMile(expected ? 0 : 1);
         later.desk.dispatcher.runAll();
         EXPECT_EQ(later.showsMiles(), !expected) << unit;
     }
 }
 
-TEST(Folder, CancellingThePanelChangesNothing)
+TEST_F(Folder, CancellingThePanelChangesNothing)
 {
-    TempFolder folder;
-    folder.file(first);
-    AppDelegateProbe app;
-    app.open(folder.path());
+    openWith({first});
     app.start(0);
     const size_t calls = app.player().calls.size();
     app.desk.panels.folder = std::nullopt;
@@ -119,14 +98,10 @@ TEST(Folder, CancellingThePanelChangesNothing)
     EXPECT_EQ(app.player().calls.size(), calls);
 }
 
-TEST(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
+TEST_F(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
 {
-    TempFolder full;
-    full.file(first);
-    full.file(second);
     TempFolder empty;
-    AppDelegateProbe app;
-    app.open(full.path());
+    openWith({first, "alwa_20150321_142600_F.avi"});
     EXPECT_EQ(app.list().count(), 2);
     app.start(1);
     app.desk.panels.folder = empty.path();
@@ -136,18 +111,16 @@ TEST(Folder, ChoosingOneStopsThePlayerAndStartsNothing)
     app.desk.dispatcher.advance(std::chrono::seconds(5));
     EXPECT_EQ(app.list().count(), 0);
     EXPECT_EQ(app.player().calls.back(), "setMedia none");
-    EXPECT_EQ(app.find<QTableView>("mediaListTableView").model()->rowCount(), 0);
-    EXPECT_TRUE(app.find<QLabel>("listStateLabel").isVisibleTo(&app.controller->mainWindow()));
+    EXPECT_EQ(app.table().model()->rowCount(), 0);
+    EXPECT_TRUE(app.isShown("listStateLabel"));
 }
 
-TEST(Folder, ListSaysWhatItDoesAndWhatWentWrong)
+TEST_F(Folder, ListSaysWhatItDoesAndWhatWentWrong)
 {
-    TempFolder folder;
     folder.file(first);
-    AppDelegateProbe app;
     const auto said = [&] {
-        const auto& label = app.find<QLabel>("listStateLabel");
-        return label.isVisible() ? label.text().section(' ', 0, 0).toStdString() : "";
+        return app.isShown("listStateLabel") ? app.text("listStateLabel").section(' ', 0, 0).toStdString()
+                                             : "";
     };
     EXPECT_EQ(said(), "No");
     app.controller->openMediaDirectory(folder.path());
@@ -161,9 +134,8 @@ TEST(Folder, ListSaysWhatItDoesAndWhatWentWrong)
     EXPECT_EQ(said(), "There");
 }
 
-TEST(Folder, ListSaysWhatIsNotInIt)
+TEST_F(Folder, ListSaysWhatIsNotInIt)
 {
-    TempFolder folder;
     const std::string path = folder.file(first);
     int deep = open(folder.path().c_str(), O_DIRECTORY);
     for (int i = 0; i < 20; ++i) { // a path that is too long for any program to read
@@ -173,13 +145,12 @@ TEST(Folder, ListSaysWhatIsNotInIt)
         close(std::exchange(deep, next));
     }
     close(deep);
-    AppDelegateProbe app;
     app.open(folder.path());
     const auto& label = app.find<QLabel>("listStateLabel");
     EXPECT_TRUE(label.isVisible());
     EXPECT_EQ(label.text(), "The folder “…" + QString(39, 'x') + "” could not be read.");
     EXPECT_EQ(label.textFormat(), Qt::PlainText);
-    EXPECT_TRUE(app.find<QTableView>("mediaListTableView").isVisible());
+    EXPECT_TRUE(app.table().isVisible());
 
     TempFolder full;
     for (int i = 0; i < 15001; ++i)
@@ -191,15 +162,10 @@ TEST(Folder, ListSaysWhatIsNotInIt)
     EXPECT_EQ(app.list().count(), 15000);
 }
 
-TEST(Folder, ListShowsKindDateTimeAndName)
+TEST_F(Folder, ListShowsKindDateTimeAndName)
 {
-    TempFolder folder;
-    for (const char* name :
-        {"event_20150321_142500.avi", "motion_20150321_142530.AVI", "abcdefghijklmnopqrst.avi"})
-        folder.file(name);
-    AppDelegateProbe app;
-    app.open(folder.path());
-    const QAbstractItemModel& model = *app.find<QTableView>("mediaListTableView").model();
+    openWith({"event_20150321_142500.avi", "motion_20150321_142530.AVI", "abcdefghijklmnopqrst.avi"});
+    const QAbstractItemModel& model = *app.table().model();
     QStringList rows;
     for (int row = 0; row < model.rowCount(); ++row) {
         QStringList cells;
@@ -214,14 +180,11 @@ TEST(Folder, ListShowsKindDateTimeAndName)
     EXPECT_FALSE(model.index(0, 0).data(Qt::DecorationRole).isNull());
 }
 
-TEST(Loading, IndicatorHidesAfterItsFileReportsOrAfterFifteenSeconds)
+TEST_F(Folder, IndicatorHidesAfterItsFileReportsOrAfterFifteenSeconds)
 {
-    TempFolder folder;
-    folder.file(first);
     for (const bool reports : {true, false}) {
         SCOPED_TRACE(reports);
-        AppDelegateProbe app;
-        app.open(folder.path());
+        openWith({first});
         auto& indicator = app.find<LoadingIndicator>("progressIndicator");
         app.start(0);
         EXPECT_TRUE(indicator.isVisible());
@@ -236,19 +199,16 @@ TEST(Loading, IndicatorHidesAfterItsFileReportsOrAfterFifteenSeconds)
     }
 }
 
-TEST(Quitting, DuringAScanAndDuringAnExtractionLeavesNothingBehind)
+TEST_F(Folder, QuittingDuringAScanAndDuringAnExtractionLeavesNothingBehind)
 {
-    TempFolder folder;
-    folder.file(first);
-    auto app = std::make_unique<AppDelegateProbe>();
-    app->open(folder.path());
-    app->controller->playAtIndex(0);
-    app->controller->openMediaDirectory(folder.path());
-    app->controller->mainWindow().close();
-    app->controller->applicationWillTerminate();
-    app->controller.reset();
-    app->desk.dispatcher.runAll();
-    app->desk.dispatcher.advance(std::chrono::seconds(20));
+    openWith({first});
+    controller.playAtIndex(0);
+    controller.openMediaDirectory(folder.path());
+    app.window().close();
+    controller.applicationWillTerminate();
+    app.controller.reset();
+    app.desk.dispatcher.runAll();
+    app.desk.dispatcher.advance(20s);
 }
 
 TEST(CommandLineArguments, AreRefusedWithUsageWhenWrong)

@@ -1,19 +1,5 @@
-#include "lib/TKImageButton.h"
 #include "platform/Images.h"
 #include "tests/support/AppDelegateProbe.h"
-#include "tests/support/TempFolder.h"
-
-#include <QApplication>
-#include <QDropEvent>
-#include <QHeaderView>
-#include <QLabel>
-#include <QMimeData>
-#include <QPainter>
-#include <QSlider>
-#include <QTableView>
-#include <gtest/gtest.h>
-
-#include <set>
 
 using platform::Rect;
 using platform::Screen;
@@ -24,20 +10,16 @@ const Screen left{1, {0, 0, 1920, 1080}, {0, 0, 1920, 1050}};
 const Screen right{2, {1920, 0, 1920, 1080}, {1920, 0, 1920, 1080}};
 
 /// A recording that plays in a window across two screens.
-class MainWindow : public testing::Test {
+class MainWindow : public AppTest {
 protected:
     MainWindow()
+        : AppTest({left, right})
     {
-        for (const char* name : {"alwa_20150321_142530_F.avi", "alwa_20150321_142600_R.avi",
-                 "event_20150321_142530.avi", "motion_20150321_142530.avi"})
-            folder.file(name);
-        app.open(folder.path());
+        openWith({"alwa_20150321_142530_F.avi", "alwa_20150321_142600_R.avi", "event_20150321_142530.avi",
+            "motion_20150321_142530.avi"});
         app.start(0);
     }
-    CustomWindow& window() { return app.controller->mainWindow(); }
-
-    TempFolder folder;
-    AppDelegateProbe app{"en", {}, {left, right}};
+    CustomWindow& window() { return app.window(); }
 };
 
 TEST_F(MainWindow, ANewFileLeavesTheWindowWhereTheUserHasPutIt)
@@ -46,11 +28,11 @@ TEST_F(MainWindow, ANewFileLeavesTheWindowWhereTheUserHasPutIt)
         window().setFrame(frame);
         app.start(app.mediaIndex() == 0 ? 1 : 0);
         EXPECT_EQ(window().frame(), frame) << frame.x;
-        app.controller->sizeDown();
+        controller.sizeDown();
         EXPECT_EQ(window().frame() == frame, frame.width == 1020) << "at the least size nothing moves either";
     }
     window().setFrame({450, 205, 1000, 700});
-    app.controller->setVideoScaleIndex(0);
+    controller.setVideoScaleIndex(0);
     EXPECT_EQ(window().frame(), (Rect{450, 205, 1020, 640})) << "below the minimum both sides get it";
 }
 
@@ -61,7 +43,7 @@ TEST_F(MainWindow, GrowsWhollyOnTheScreenThatHoldsMostOfIt)
              {{1500, 300, 1020, 640}, {1920, 300, 1224, 768}},
              {{3000, 600, 1020, 640}, {2616, 312, 1224, 768}}}) {
         window().setFrame(before);
-        app.controller->sizeUp();
+        controller.sizeUp();
         EXPECT_EQ(window().frame(), after) << before.x;
     }
 }
@@ -69,15 +51,12 @@ TEST_F(MainWindow, GrowsWhollyOnTheScreenThatHoldsMostOfIt)
 TEST_F(MainWindow, HasItsMinimumBackAfterFullScreen)
 {
     for (const bool byNewFile : {false, true}) {
-        app.controller->toggleFullScreen();
+        controller.toggleFullScreen();
         EXPECT_EQ(window().minimumSize(), QSize(0, 0));
-        if (byNewFile)
-            app.start(1);
-        else
-            window().leaveFullscreen();
+        byNewFile ? app.start(1) : window().leaveFullscreen();
         EXPECT_EQ(window().minimumSize(), QSize(1020, 640)) << byNewFile;
     }
-    app.controller->toggleFullScreen();
+    controller.toggleFullScreen();
     app.desk.screens.screens = {{1, {0, 0, 1024, 600}, {0, 0, 1024, 600}}};
     window().leaveFullscreen();
     EXPECT_EQ(window().frame(), (Rect{4, 0, 1020, 600})) << "the large screen was unplugged meanwhile";
@@ -118,14 +97,13 @@ TEST_F(MainWindow, ADroppedFolderIsOpenedAndNothingElseIsTaken)
 
 TEST_F(MainWindow, ShowsEachKindByItsOwnPicture)
 {
-    auto& table = app.find<QTableView>("mediaListTableView");
     std::set<std::string> kinds;
     for (int row = 0; row < app.list().count(); ++row) {
         const ZVKMedia& media = *app.list().mediaAtIndex(row);
         const QString name = media.isEventMedia() ? "car_event"
             : media.isMotionMedia()               ? "car_motion"
                                                   : "car_alwa";
-        const auto icon = table.model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>();
+        const auto icon = app.table().model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>();
         EXPECT_EQ(icon.pixmap(24).toImage(), platform::imageNamed(name).icon().pixmap(24).toImage())
             << media.fileName();
         kinds.insert(name.toStdString());
@@ -133,21 +111,19 @@ TEST_F(MainWindow, ShowsEachKindByItsOwnPicture)
     EXPECT_EQ(kinds.size(), 3u);
 }
 
-TEST(MainWindowList, ShowsNamesAndTheOtherColumnsWholeInBothLanguages)
+TEST_F(MainWindow, ListsNamesAndTheOtherColumnsWholeInBothLanguages)
 {
-    TempFolder folder;
     for (const char* name :
-        {"motion_20150321_142530.avi", "event_20150321_142530.avi", "alwa_20150321_142530_F.avi",
-            "alwa_20150321_142530.avi", "abcdefghijklmnopqrstuv.avi", "event_20150321<b>xyz12.avi"})
+        {"alwa_20150321_142530.avi", "abcdefghijklmnopqrstuv.avi", "event_20150321<b>xyz12.avi"})
         folder.file(name);
     for (const char* language : {"en", "ko"}) {
-        AppDelegateProbe app(language);
-        app.open(folder.path());
-        auto& table = app.find<QTableView>("mediaListTableView");
+        AppDelegateProbe shown(language);
+        shown.open(folder.path());
+        auto& table = shown.table();
         EXPECT_LT(table.rowHeight(0) * 12, table.viewport()->height()) << "a dozen rows are in sight";
         for (int column = 0; column < 4; ++column) {
             EXPECT_LE(table.horizontalHeader()->sectionSizeHint(column), table.columnWidth(column));
-            for (int row = 0; row < app.list().count(); ++row) {
+            for (int row = 0; row < shown.list().count(); ++row) {
                 const QModelIndex index = table.model()->index(row, column);
                 QStyleOptionViewItem cell;
                 cell.initFrom(&table);
@@ -173,12 +149,8 @@ TEST(Pictures, AreDrawnWithTheScreensOwnPixels)
     fine.fill(Qt::transparent);
     QImage large = fine;
     fine.setDevicePixelRatio(2);
-    {
-        QPainter onFine(&fine);
-        picture.draw(onFine, {0, 0, 32, 32});
-        QPainter onLarge(&large);
-        picture.draw(onLarge, {0, 0, 64, 64});
-    }
+    picture.draw(*std::make_unique<QPainter>(&fine), {0, 0, 32, 32});
+    picture.draw(*std::make_unique<QPainter>(&large), {0, 0, 64, 64});
     fine.setDevicePixelRatio(1);
     EXPECT_EQ(fine, large);
 }
@@ -197,11 +169,9 @@ std::string notWholeIn(CustomWindow& window)
         bool isWhole = window.rect().contains(place);
         for (const QWidget* box = part->parentWidget(); box != &window; box = box->parentWidget())
             isWhole &= QRect(box->mapTo(&window, QPoint()), box->size()).contains(place);
-        if (label)
-            isWhole &= label->wordWrap() ? label->heightForWidth(label->width()) <= label->height()
-                                         : label->sizeHint().width() <= label->width();
-        else
-            isWhole &= part->minimumSizeHint().width() <= part->width();
+        isWhole &= !label       ? part->minimumSizeHint().width() <= part->width()
+            : label->wordWrap() ? label->heightForWidth(label->width()) <= label->height()
+                                : label->sizeHint().width() <= label->width();
         if (!isWhole)
             names += part->objectName().toStdString() + " ";
     }
@@ -216,7 +186,7 @@ TEST(MainWindowParts, AreWholeAndInsideOnEveryScreenInBothLanguages)
             TempFolder folder;
             folder.file("motion_20150321_142530.avi");
             AppDelegateProbe app(language, {}, {{1, area, area}});
-            CustomWindow& window = app.controller->mainWindow();
+            CustomWindow& window = app.window();
             EXPECT_EQ(fittedInto(area, window.frame()), window.frame());
             EXPECT_EQ(notWholeIn(window), "");
             app.open(folder.path());
