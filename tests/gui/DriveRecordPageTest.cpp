@@ -4,21 +4,10 @@
 #include "cardtools/ZVKSettingForObdDriveInfoViewController.h"
 #include "platform/Texts.h"
 #include "settings/FileData.h"
-#include "tests/support/CollectedLog.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/DriveLogs.h"
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestPlatform.h"
+#include "tests/support/GuiTesting.h"
 
-#include <QHeaderView>
-#include <QLabel>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <csignal>
 #include <sys/resource.h>
 
 namespace {
@@ -55,9 +44,14 @@ protected:
     {
         page->onSaveCSVFile();
         desktop.panels.saveAnswer(path);
-        desktop.dispatcher.runAll();
-        desktop.dispatcher.advance(std::chrono::milliseconds(500));
+        settle();
     }
+    void settle()
+    {
+        desktop.dispatcher.runAll();
+        desktop.dispatcher.advance(1s);
+    }
+    auto filesIn(const std::string& path) { return std::distance(fs::directory_iterator(path), {}); }
 
     /// What the window of the work shows, its buttons last; empty when there is none.
     Texts shownWork()
@@ -90,9 +84,9 @@ TEST_F(FlashLogPage, ReadsTheCardsLogOnceAndTellsHowFarItIs)
     page->setFileData(&record);
     page->openFileDialog();
     EXPECT_FALSE(desktop.panels.openAnswer) << "nothing else while a log is read";
-    desktop.dispatcher.advance(std::chrono::milliseconds(499));
+    desktop.dispatcher.advance(499ms);
     EXPECT_EQ(shownWork(), Texts()) << "a short work shows nothing";
-    desktop.dispatcher.advance(std::chrono::milliseconds(1));
+    desktop.dispatcher.advance(1ms);
     EXPECT_EQ(shownWork(), (Texts{"Loading...", "0 % completed", "Stop"}));
     PMProgressIndicatorController& icon = PMProgressIndicatorController::sharedInstance();
     EXPECT_EQ(icon.numProgressIndicators(), 1u);
@@ -114,12 +108,11 @@ TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
     open(std::vector(3, flashRecord()));
     page->setM_FlashDataFilePath(folder.file("next.drv", driveLogFile(std::vector(2, flashRecord()))));
     page->loadFlashDataFile();
-    desktop.dispatcher.advance(std::chrono::milliseconds(500));
+    desktop.dispatcher.advance(500ms);
     QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
     page->openFileDialog();
     EXPECT_TRUE(desktop.panels.openAnswer);
-    desktop.dispatcher.runAll();
-    desktop.dispatcher.advance(std::chrono::seconds(1));
+    settle();
     EXPECT_EQ(rows(), 3);
     EXPECT_TRUE(desktop.alerts.shown.empty());
 }
@@ -139,8 +132,7 @@ TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)
 {
     page->setM_FlashDataFilePath(folder.path("none.drv"));
     page->setFileData(&record);
-    desktop.dispatcher.runAll();
-    desktop.dispatcher.advance(std::chrono::seconds(1));
+    settle();
     EXPECT_TRUE(desktop.alerts.shown.empty());
     EXPECT_TRUE(child<QLabel>("emptyLabel").isVisible());
     EXPECT_FALSE(child<QPushButton>("exportButton").isEnabled());
@@ -156,21 +148,18 @@ TEST_F(FlashLogPage, AnUnreadableLogIsToldAndTheRowsStay)
 {
     open(std::vector(3, flashRecord()));
     EXPECT_EQ(desktop.panels.open.type, "drv");
-    const FlashDataRecord one = flashRecord();
-    std::vector<std::byte> impossible = driveLogFile(std::vector{one});
-    std::memset(impossible.data(), 0xFF, 4);
-    std::filesystem::create_symlink("/sys/class/net/lo/speed", folder.path("failing"));
+    std::vector<std::byte> impossible = driveLogFile(std::vector{flashRecord()});
+    std::fill_n(impossible.begin(), 4, std::byte{0xFF});
+    fs::create_symlink("/sys/class/net/lo/speed", folder.path("failing"));
     for (const auto& [path, key] : {std::pair(folder.path("none"), "msg.drivelog_unreadable"),
-             std::pair(folder.path("failing"), "msg.drivelog_unreadable"),
-             std::pair(folder.path(), "msg.drivelog_unreadable"),
-             std::pair(folder.file("empty"), "msg.drivelog_is_none"),
-             std::pair(
-                 folder.file("header", std::as_bytes(std::span(&one, 1)).first(11)), "msg.drivelog_is_none"),
-             std::pair(folder.file("impossible", impossible), "msg.drivelog_is_none")}) {
+             {folder.path("failing"), "msg.drivelog_unreadable"}, {folder.path(), "msg.drivelog_unreadable"},
+             {folder.file("empty"), "msg.drivelog_is_none"},
+             {folder.file("header", std::span(impossible).first(11)), "msg.drivelog_is_none"},
+             {folder.file("impossible", impossible), "msg.drivelog_is_none"}}) {
         SCOPED_TRACE(path);
         desktop.alerts.shown.clear();
         open(path);
-        desktop.dispatcher.advance(std::chrono::milliseconds(500));
+        settle();
         EXPECT_EQ(desktop.alerts.shown, Texts{"ZAVIK|" + platform::localized(key).toStdString()});
         EXPECT_EQ(rows(), 3);
         EXPECT_EQ(page->stringForColumnIndex(1, 2), "65535");
@@ -216,8 +205,7 @@ TEST_F(FlashLogPage, ExportsInLogicalOrderOverALongerFile)
     EXPECT_NE(csv.find(",65535,99,"), csv.npos) << "the export has what the file has";
     EXPECT_EQ(std::ranges::count(csv, '\n'), 2001);
     EXPECT_TRUE(csv.ends_with(",12.5\n"));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
-        << "nothing beside it";
+    EXPECT_EQ(filesIn(folder.path()), 2) << "nothing beside it";
 }
 
 TEST_F(FlashLogPage, EscapeDuringAnExportAsksAndWhatWasWrittenIsRemoved)
@@ -235,9 +223,8 @@ TEST_F(FlashLogPage, EscapeDuringAnExportAsksAndWhatWasWrittenIsRemoved)
     QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
     EXPECT_EQ(shownWork(), question);
     QTest::mouseClick(window.findChild<ProgressWindow*>()->findChild<QPushButton*>(), Qt::LeftButton);
-    desktop.dispatcher.runAll();
-    desktop.dispatcher.advance(std::chrono::seconds(1));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "the log alone";
+    settle();
+    EXPECT_EQ(filesIn(folder.path()), 1) << "the log alone";
     EXPECT_TRUE(desktop.alerts.shown.empty());
     EXPECT_TRUE(window.close());
 }
@@ -280,7 +267,7 @@ TEST_F(FlashLogPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
     saveAs(folder.path("no/such/folder.csv"));
     EXPECT_EQ(desktop.alerts.shown, (Texts{told, told, told, told, told}));
     EXPECT_EQ(contents(path), "old");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+    EXPECT_EQ(filesIn(folder.path()), 2);
 }
 
 TEST_F(FlashLogPage, AWorkUnderWayIsDroppedWithThePage)
@@ -291,9 +278,8 @@ TEST_F(FlashLogPage, AWorkUnderWayIsDroppedWithThePage)
     desktop.panels.saveAnswer(csv);
     page->onHide();
     page.reset();
-    desktop.dispatcher.runAll();
-    desktop.dispatcher.advance(std::chrono::seconds(1));
-    EXPECT_FALSE(std::filesystem::exists(csv));
+    settle();
+    EXPECT_FALSE(fs::exists(csv));
     EXPECT_TRUE(desktop.alerts.shown.empty());
 
     page = std::make_unique<ZVKSettingForFlashDataViewController>(desktop.pieces, "en");
@@ -339,7 +325,6 @@ void expectTextsFit(TestPlatform& desktop, const DriveLogFormat& format, const R
     }
     platform::setTextLanguage("en");
 }
-
 TEST(DriveRecordColumns, HoldTheirTitlesInBothLanguagesAndTheirCells)
 {
     TestPlatform desktop;

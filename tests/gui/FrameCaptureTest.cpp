@@ -1,23 +1,11 @@
-#include "lib/TKImageButton.h"
 #include "platform/NewFile.h"
 #include "platform/Texts.h"
 #include "platform/VideoSnapshot.h"
 #include "tests/support/AppDelegateProbe.h"
-#include "tests/support/CollectedLog.h"
-#include "tests/support/TempFolder.h"
 
-#include <QImage>
-#include <QScopeGuard>
-#include <gmock/gmock.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-namespace fs = std::filesystem;
 using platform::NewFile;
-using platform::PlayerState;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -27,7 +15,7 @@ std::string alert(const char* key)
 }
 
 /// A recording that plays.
-class FrameCapture : public testing::Test {
+class FrameCapture : public AppTest {
 protected:
     FrameCapture()
     {
@@ -53,9 +41,7 @@ protected:
         app.desk.printing.press(returnCode);
     }
 
-    TempFolder folder;
     std::string frame = folder.path("zavik_capture.jpg");
-    AppDelegateProbe app;
     TestPlatform::TestPanels& panels = app.desk.panels;
     std::vector<std::string>& alerts = app.desk.alerts.shown;
     std::vector<std::string>& commands = app.desk.scripts.commands;
@@ -106,12 +92,8 @@ TEST_F(FrameCapture, ARefusedChoiceIsToldAndTheSameFrameIsAskedForAgain)
     folder.file("taken.png", "mine");
     folder.file("taken 2.png", "mine, too");
     fs::create_symlink(folder.path("nowhere"), folder.path("link.png"));
-    const struct {
-        std::string path;
-        const char* told;
-        std::string folder;
-        std::string name;
-    } cases[] = {
+    // What is chosen, what is told, the folder and the name that are asked for then.
+    const std::tuple<std::string, const char*, std::string, std::string> cases[] = {
         {folder.path("taken.png"), "capture.exists", folder.path(), "taken 3.png"},
         {folder.path("link.png"), "capture.exists", folder.path(), "link 2.png"},
         {folder.path("card"), "capture.exists", folder.path(), "card 2"},
@@ -237,11 +219,8 @@ TEST_F(FrameCapture, PrintsAPausedFrameAndKeepsTheSettings)
 TEST_F(FrameCapture, LogsAndTellsWhyNothingWasPrinted)
 {
     using Destination = platform::PrintSession::Destination;
-    const struct {
-        std::function<void()> arrange;
-        const char* line;
-        const char* told;
-    } cases[] = {
+    // What is wrong, how the log's line begins, what is told.
+    const std::tuple<std::function<void()>, const char*, const char*> cases[] = {
         {[&] { printing.destination.reset(); }, "Either got an error", "print.failed"},
         {[&] { printing.destination = Destination::file; }, "Either got an error", "print.only_printer"},
         {[&] { printing.printer.status = 1030; }, "Got an error from PMSessionGetCurrentPrinter (1030)",
@@ -252,7 +231,7 @@ TEST_F(FrameCapture, LogsAndTellsWhyNothingWasPrinted)
         {[&] { printing.printStatus = 1285; }, "PMPrinterPrintWithFile returned error 1285", "print.failed"},
     };
     for (const auto& [arrange, line, told] : cases) {
-        SCOPED_TRACE(&arrange - &cases[0].arrange);
+        SCOPED_TRACE(line ? line : told);
         alerts.clear();
         printing.destination = Destination::printer;
         printing.printer = {0, "office"};
