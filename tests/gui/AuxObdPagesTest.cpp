@@ -5,15 +5,6 @@
 #include "settings/ZVKSettingForObdViewController.h"
 #include "tests/support/ShownPage.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QMouseEvent>
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 namespace {
 
 struct AuxPage : testing::Test, Shown<ZVKSettingForAuxViewController> {
@@ -91,17 +82,13 @@ TEST_F(AuxPage, PlaceOfUseIndoors)
 
 TEST_F(AuxPage, MotionSensitivities)
 {
-    const struct {
-        uint32_t hd, fhd;
-        int hdSegment, fhdSegment;
-    } cases[] = {
-        {75, 90, 2, 2}, {100, 80, 3, 3}, {50, 65, 0, 0}, {150, 130, 4, 4}, {55, 70, 0, 1}, {60, 1, 1, 1}};
-    for (const auto& c : cases) {
-        record.motion720pCValue = c.hd;
-        record.motion1080pCValue = c.fhd;
+    for (const auto& [hd, fhd, hdSegment, fhdSegment] : {std::tuple(75U, 90U, 2, 2), {100U, 80U, 3, 3},
+             {50U, 65U, 0, 0}, {150U, 130U, 4, 4}, {55U, 70U, 0, 1}, {60U, 1U, 1, 1}}) {
+        record.motion720pCValue = hd;
+        record.motion1080pCValue = fhd;
         page.setFileData(&record);
-        EXPECT_EQ(segment("HDSensitivitySeg"), c.hdSegment);
-        EXPECT_EQ(segment("FHDSensitivitySeg"), c.fhdSegment);
+        EXPECT_EQ(segment("HDSensitivitySeg"), hdSegment);
+        EXPECT_EQ(segment("FHDSensitivitySeg"), fhdSegment);
     }
     choose("FHDSensitivitySeg", 1);
     page.populate();
@@ -127,28 +114,23 @@ TEST_F(ObdPage, VoltageAndEcoRange)
 
 TEST_F(ObdPage, IntervalAndParkingShareOneField)
 {
-    struct Case {
-        uint32_t before;
-        int interval, parking;
-        uint32_t firstInterval, otherParking; // after a choice
-    };
-    const Case cases[] = {{0x12, 1, 1, 0x11, 0x02}, {0x02, 1, 0, 0x01, 0x12}, {0x13, 3, 1, 0x11, 0x03},
-        {0x24, 3, 0, 0x21, 0x14}, {0x10, -1, 1, 0x11, 0x00}, {0x29, -1, 0, 0x21, 0x19},
-        {0xABCD0012, 1, 1, 0xABCD0011, 0x02}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.before);
-        record.SaveDuration = c.before;
-        page.setFileData(&record);
-        EXPECT_EQ(segment("saveDurationSeg"), c.interval);
-        EXPECT_EQ(segment("useObdParkingSeg"), c.parking);
-        choose("saveDurationSeg", 0);
-        page.populate();
-        EXPECT_EQ(record.SaveDuration, c.firstInterval);
-        record.SaveDuration = c.before;
-        page.setFileData(&record);
-        choose("useObdParkingSeg", 1 - c.parking);
-        page.populate();
-        EXPECT_EQ(record.SaveDuration, c.otherParking);
+    // What is stored, the interval and the parking that are shown, what is stored after another choice of
+    // each.
+    const std::tuple<uint32_t, int, int, uint32_t, uint32_t> cases[] = {{0x12, 1, 1, 0x11, 0x02},
+        {0x02, 1, 0, 0x01, 0x12}, {0x13, 3, 1, 0x11, 0x03}, {0x24, 3, 0, 0x21, 0x14},
+        {0x10, -1, 1, 0x11, 0x00}, {0x29, -1, 0, 0x21, 0x19}, {0xABCD0012, 1, 1, 0xABCD0011, 0x02}};
+    for (const auto& [before, interval, parking, firstInterval, otherParking] : cases) {
+        SCOPED_TRACE(before);
+        for (const char* const changed : {"saveDurationSeg", "useObdParkingSeg"}) {
+            const bool isInterval = *changed == 's';
+            record.SaveDuration = before;
+            page.setFileData(&record);
+            EXPECT_EQ(segment("saveDurationSeg"), interval);
+            EXPECT_EQ(segment("useObdParkingSeg"), parking);
+            choose(changed, isInterval ? 0 : 1 - parking);
+            page.populate();
+            EXPECT_EQ(record.SaveDuration, isInterval ? firstInterval : otherParking);
+        }
     }
 }
 

@@ -1,17 +1,6 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "platform/KeyPath.h"
-#include "tests/support/KeyPress.h"
-
-#include <QAccessible>
-#include <QDoubleSpinBox>
-#include <QImage>
-#include <QLineEdit>
-#include <QMouseEvent>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <random>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 
@@ -74,24 +63,18 @@ TEST_F(RangeSlider, StaysInOrderWhateverItIsGiven)
 
 TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
 {
-    drag(80, 60);
-    EXPECT_EQ(values(), Values(20, 60));
-    drag(22, 30);
-    EXPECT_EQ(values(), Values(28, 60)) << "on the right half of the low one's picture";
-    drag(33, 50);
-    EXPECT_EQ(values(), Values(28, 50)) << "beside both pictures the side decides";
-    set(49, 51);
-    drag(47, 40);
-    EXPECT_EQ(values(), Values(42, 51)) << "where only the low one's picture is";
-    set(49, 51);
-    drag(50, 60);
-    EXPECT_EQ(values(), Values(49, 61)) << "where both pictures are the side decides";
-    set(0, 0);
-    drag(-1, 40);
-    EXPECT_EQ(values(), Values(0, 41)) << "both at the minimum: the high one, the low one could not move";
-    set(100, 100);
-    drag(99, 30);
-    EXPECT_EQ(values(), Values(31, 100));
+    for (const auto& [before, from, to, after, where] :
+        {std::tuple(Values(20, 80), 80, 60, Values(20, 60), "on the high one's picture"),
+            {{20, 60}, 22, 30, {28, 60}, "on the right half of the low one's picture"},
+            {{28, 60}, 33, 50, {28, 50}, "beside both pictures the side decides"},
+            {{49, 51}, 47, 40, {42, 51}, "where only the low one's picture is"},
+            {{49, 51}, 50, 60, {49, 61}, "where both pictures are the side decides"},
+            {{0, 0}, -1, 40, {0, 41}, "both at the minimum: the high one, the low one could not move"},
+            {{100, 100}, 99, 30, {31, 100}, "both at the maximum: the low one"}}) {
+        set(before.first, before.second);
+        drag(from, to);
+        EXPECT_EQ(values(), after) << where;
+    }
     slider.setEnabled(false);
     drag(31, 50);
     EXPECT_EQ(values(), Values(31, 100));

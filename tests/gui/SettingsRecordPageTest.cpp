@@ -9,20 +9,6 @@
 #include "settings/ZVKSettingForVideoViewController.h"
 #include "tests/support/ShownPage.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLayout>
-#include <QRadioButton>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QTest>
-#include <QWheelEvent>
-
-#include <cstring>
-#include <gtest/gtest.h>
-
 namespace {
 
 using platform::ButtonMatrix;
@@ -151,21 +137,18 @@ TEST(SettingsAudioPage, OneLanguageIsChosenAmongTheMatrixAndTheSeparateButton)
 
 TEST(SettingsBasicPage, ACustomThresholdIsCheckedBeforeAnythingIsStored)
 {
-    struct {
-        const char* text;
-        const char* message;
-        int32_t stored;
-    } const cases[] = {{"0.29", "", 28}, {"0.55", "", 55}, {"", "", 0}, {"0.5g", "", 50}, {"1.5", "", 150},
-        {"0.049", "msg.gsensor_outofrange_fmt", 0}, {"9.5", "msg.gsensor_outofrange_fmt", 0},
-        {"abc", "msg.input_value_invalid_format", 0}, {".", "msg.input_value_invalid_format", 0}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.text);
-        const bool detects = &each - cases != 6;
+    const std::tuple<const char*, const char*, int32_t> cases[] = {{"0.29", "", 28}, {"0.55", "", 55},
+        {"", "", 0}, {"0.5g", "", 50}, {"1.5", "", 150}, {"0.049", "msg.gsensor_outofrange_fmt", 0},
+        {"9.5", "msg.gsensor_outofrange_fmt", 0}, {"abc", "msg.input_value_invalid_format", 0},
+        {".", "msg.input_value_invalid_format", 0}};
+    for (const auto& [text, wanted, stored] : cases) {
+        SCOPED_TRACE(text);
+        const bool detects = std::string(text) != "9.5";
         Basic basic;
         basic.page.show();
         QApplication::setActiveWindow(&basic.page);
         basic.choose("gsensorSensitivityDrivingSeg", 5);
-        basic.driving('Y').setText(each.text);
+        basic.driving('Y').setText(text);
         // A command by keyboard leaves the focus where it is.
         QWidget* const focused = detects ? &basic.driving('Y') : &basic.control<QWidget>("ledOffChk");
         focused->setFocus();
@@ -173,14 +156,13 @@ TEST(SettingsBasicPage, ACustomThresholdIsCheckedBeforeAnythingIsStored)
         if (!detects)
             basic.control<QCheckBox>("gsensorEnableChk").click();
         const auto message = basic.page.validateUserInput();
-        const QString known = platform::localized(each.message);
-        EXPECT_EQ(message.value_or(QString()).left(10), known.left(10));
-        basic.desktop.dispatcher.advance(std::chrono::milliseconds(0));
+        EXPECT_EQ(message.value_or(QString()).left(10), platform::localized(wanted).left(10));
+        basic.desktop.dispatcher.advance(0ms);
         EXPECT_EQ(QApplication::focusWidget(), message ? &basic.driving('Y') : focused);
-        EXPECT_EQ(basic.driving('Y').selectedText(), message ? each.text : "") << "typing replaces it";
+        EXPECT_EQ(basic.driving('Y').selectedText(), message ? text : "") << "typing replaces it";
         basic.choose("recordingmodeSeg", 1);
         basic.page.populate();
-        EXPECT_EQ(basic.record.gsen_y_threshold, message ? 70 : each.stored);
+        EXPECT_EQ(basic.record.gsen_y_threshold, message ? 70 : stored);
         EXPECT_EQ(basic.record.event_only_mode_on, message ? 0u : 1u);
         QFocusEvent alert(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
         QApplication::sendEvent(&basic.driving('Y'), &alert);
