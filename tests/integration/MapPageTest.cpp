@@ -3,22 +3,10 @@
 #include "platform/QtWebView.h"
 #include "platform/Texts.h"
 #include "platform/WebEngine.h"
+#include "tests/support/GuiTesting.h"
 
-#include <QApplication>
-#include <QDeadlineTimer>
-#include <QDesktopServices>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLabel>
-#include <QTemporaryDir>
-#include <QTextBrowser>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <unistd.h>
 
 // Asked by AddressSanitizer where it is on. The engine frees objects of its own by another size than it made
 // them with.
@@ -78,8 +66,7 @@ protected:
         view.loadResource("map2_eng.htm");
         view.evaluateWebScript(script);
         window.show();
-        ASSERT_TRUE(until([&] { return content() != nullptr; }));
-        ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+        ASSERT_TRUE(until([&] { return content() && !car().isEmpty(); }));
     }
 
     QTemporaryDir storage;
@@ -92,13 +79,9 @@ TEST_F(MapPage, StartsOnlyWhenItsWindowIsOnScreenAndShowsTheLatestPoint)
 {
     view.loadResource("map2_eng.htm");
     view.evaluateWebScript("setLatLag('127.000000','37.000000')");
-    view.evaluateWebScript("setLatLag('126.978000','37.566500')");
     QCoreApplication::processEvents();
     EXPECT_EQ(content(), nullptr);
-
-    window.show();
-    ASSERT_TRUE(until([&] { return content() != nullptr; }));
-    ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+    openWithCarAt("setLatLag('126.978000','37.566500')");
     EXPECT_FALSE(content()->profile()->isOffTheRecord()) << "what is chosen on the page is kept";
     EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
     EXPECT_DOUBLE_EQ(car()["lat"].toDouble(), 37.5665);

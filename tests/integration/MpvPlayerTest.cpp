@@ -1,22 +1,11 @@
 #include "platform/MpvPlayer.h"
 #include "platform/OpenFiles.h"
 #include "platform/VideoView.h"
+#include "tests/support/GuiTesting.h"
 #include "tests/support/HungFile.h"
-#include "tests/support/TempFolder.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QImage>
-#include <QProcess>
-#include <QTimer>
-#include <algorithm>
-#include <cstring>
-#include <gmock/gmock.h>
-
-namespace fs = std::filesystem;
 using namespace platform;
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::Ge;
 using testing::Le;
 
@@ -80,13 +69,11 @@ void claim(std::string& avi, const char* header, size_t offset, uint32_t value)
 
 bool isBlack(const QImage& image)
 {
-    for (int y = 0; y < image.height(); y += 8) {
-        for (int x = 0; x < image.width(); x += 8) {
-            if (qGray(image.pixel(x, y)) > 24)
-                return false;
-        }
-    }
-    return true;
+    int lightest = 0;
+    for (int y = 0; y < image.height(); y += 8)
+        for (int x = 0; x < image.width(); x += 8)
+            lightest = std::max(lightest, qGray(image.pixel(x, y)));
+    return lightest <= 24;
 }
 
 class MpvPlayerTest : public testing::Test {
@@ -104,6 +91,17 @@ protected:
     {
         player->setMedia(Media::mediaWithPath(path));
         player->play();
+    }
+    bool plays(const std::string& path)
+    {
+        open(path);
+        return waitFor([this] { return player->isPlaying(); });
+    }
+    bool fails(const std::string& path)
+    {
+        recorder.failures.clear();
+        open(path);
+        return waitFor([this] { return !recorder.failures.empty(); });
     }
 
     void openPaused()
@@ -221,26 +219,17 @@ TEST_F(MpvPlayerTest, StartsAgainFromTheEndAfterASeekToTheStart)
 TEST_F(MpvPlayerTest, SeeksExactlyWhilePausedAndShowsThePicture)
 {
     openPaused();
-    const struct {
-        const char* what;
-        std::function<void()> seek;
-        int64_t milliseconds;
-    } seeks[] = {
+    const std::tuple<const char*, std::function<void()>, int64_t> seeks[] = {
         {"back, between key frames", [this] { player->setTime(MediaTime::timeWithInt(700)); }, 700},
         {"forward", [this] { player->jumpForward(1); }, 1700},
         {"no time is the start", [this] { player->setTime(MediaTime::nullTime()); }, 0},
         {"the last of several",
-            [this] {
-                player->setPosition(0.9F);
-                player->setPosition(0.1F);
-                player->setPosition(0.5F);
-            },
+            [this] { player->setPosition(0.9F), player->setPosition(0.1F), player->setPosition(0.5F); },
             1000},
         {"to the end", [this] { player->setTime(MediaTime::timeWithInt(99'000)); }, clipLength},
         {"back from the end", [this] { player->setPosition(0.25F); }, 500},
         {"jump beyond the end", [this] { player->jumpForward(10); }, clipLength},
-        {"not a number is the start", [this] { player->setPosition(NAN); }, 0},
-    };
+        {"not a number is the start", [this] { player->setPosition(NAN); }, 0}};
     QImage before = shown();
     for (const auto& [what, seek, milliseconds] : seeks) {
         SCOPED_TRACE(what);
@@ -266,50 +255,35 @@ TEST_F(MpvPlayerTest, ReportsWhatCannotBePlayedAndPlaysTheNextFile)
 {
     const std::string whole = contents(clip());
     const auto data = whole.find("movi") + 4;
-    const std::pair<const char*, std::string> files[] = {
-        {"empty.avi", ""},
-        {"header.avi", whole.substr(0, data)},
-        {"garbage.avi", whole.substr(0, data) + std::string(100'000, '\x5a')},
-    };
-    std::vector<std::string> paths = {folder.path("missing.avi"), folder.path()};
-    for (const auto& [name, bytes] : files) {
-        paths.push_back(folder.path(name));
-        std::ofstream(paths.back(), std::ios::binary) << bytes;
-    }
-    for (const auto& path : paths) {
+    for (const auto& path : {folder.path("missing.avi"), folder.path(), folder.file("empty.avi"),
+             folder.file("header.avi", whole.substr(0, data)),
+             folder.file("garbage.avi", whole.substr(0, data) + std::string(100'000, '\x5a'))}) {
         SCOPED_TRACE(path);
-        recorder.failures.clear();
-        open(path);
-        ASSERT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        ASSERT_TRUE(fails(path));
         EXPECT_GT(recorder.failures.front().size(), 5U);
         EXPECT_EQ(recorder.states.back(), PlayerState::error);
         EXPECT_FALSE(player->isPlaying());
     }
-    open(clip());
-    EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    EXPECT_TRUE(plays(clip()));
 }
 
 TEST_F(MpvPlayerTest, DecodesOnlyWhatCamerasRecord)
 {
     const std::string path = folder.path("film.avi");
-    for (const auto& [codec, sound] :
-        {std::pair("libx264", "aac"), std::pair("mpeg4", "mp3"), std::pair("mjpeg", "ac3"),
-            std::pair("mjpeg", "pcm_mulaw"), std::pair("mjpeg", "adpcm_ima_wav")}) {
+    for (const auto& [codec, sound] : {std::pair("libx264", "aac"), {"mpeg4", "mp3"}, {"mjpeg", "ac3"},
+             {"mjpeg", "pcm_mulaw"}, {"mjpeg", "adpcm_ima_wav"}}) {
         SCOPED_TRACE(std::string(codec) + " " + sound);
         film(path, "160x120", {"-c:v", codec, "-c:a", sound});
-        open(path);
-        ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+        ASSERT_TRUE(plays(path));
         EXPECT_EQ(player->videoSize().width, 160);
         EXPECT_EQ(player->audioTrackIndexes().size(), 1U);
     }
-    for (const auto& [codec, pixels] : {std::pair("png", "rgb24"), std::pair("rawvideo", "bgr24"),
-             std::pair("ffv1", "yuv420p"), std::pair("cinepak", "rgb24")}) {
+    for (const auto& [codec, pixels] :
+        {std::pair("png", "rgb24"), {"rawvideo", "bgr24"}, {"ffv1", "yuv420p"}, {"cinepak", "rgb24"}}) {
         SCOPED_TRACE(codec);
         film(path, "160x120", {"-t", "0.2", "-c:v", codec, "-pix_fmt", pixels, "-an"});
         ASSERT_GT(fs::file_size(path), 10'000U);
-        recorder.failures.clear();
-        open(path);
-        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        EXPECT_TRUE(fails(path));
     }
 }
 
@@ -319,8 +293,7 @@ TEST_F(MpvPlayerTest, OpensNothingButTheOneAviFile)
     const std::string path = folder.path("film.avi");
     film(folder.path("film.wav"), "160x120", {"-vn"});
     fs::copy_file(clip(), path);
-    open(path);
-    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    ASSERT_TRUE(plays(path));
     EXPECT_EQ(player->audioTrackIndexes().size(), 1U) << "the sound beside it is not its own";
 
     film(folder.path("film.mkv"), "160x120", {"-c:v", "mpeg4"});
@@ -330,9 +303,7 @@ TEST_F(MpvPlayerTest, OpensNothingButTheOneAviFile)
              "# mpv EDL v0\n" + clip() + "\n", "ffconcat version 1.0\nfile " + clip() + "\n"}) {
         SCOPED_TRACE(content.substr(0, 12));
         ASSERT_FALSE(content.empty());
-        recorder.failures.clear();
-        open(folder.file("stranger.avi", content));
-        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        EXPECT_TRUE(fails(folder.file("stranger.avi", content)));
     }
 }
 
@@ -340,8 +311,7 @@ TEST_F(MpvPlayerTest, RestsAtItsLastMomentWhereARecordingBreaksOff)
 {
     const std::string path = folder.path("film.avi");
     film(path, "160x120", {"-c:v", "mpeg4", "-an"}, 10);
-    open(path);
-    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    ASSERT_TRUE(plays(path));
     player->setTime(player->media()->length());
     ASSERT_TRUE(reachesEnd());
     EXPECT_FALSE(player->breaksOff());
@@ -370,10 +340,7 @@ TEST_F(MpvPlayerTest, RefusesPicturesThatAreTooLargeWhateverTheHeaderSays)
             claim(large, header, offset, lies ? 160 : 8256);
             claim(large, header, offset + 4, lies ? 120 : 4352);
         }
-        std::ofstream(path, std::ios::binary) << large;
-        recorder.failures.clear();
-        open(path);
-        EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+        EXPECT_TRUE(fails(folder.file("large.avi", large)));
         EXPECT_EQ(view->pictures(), 0U);
     }
 }
@@ -383,8 +350,7 @@ TEST_F(MpvPlayerTest, GivesUpAFileThatTakesTooMuchMemory)
     player.reset();
     player = makeMpvPlayer(*view, 64 << 20);
     player->setDelegate(&recorder);
-    open(clip());
-    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    ASSERT_TRUE(plays(clip()));
     // What the file before gave back is used again, so that a small file may take nothing anew.
     const std::string taken(256 << 20, 'x');
     ASSERT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
@@ -394,16 +360,13 @@ TEST_F(MpvPlayerTest, GivesUpAFileThatTakesTooMuchMemory)
 
 TEST_F(MpvPlayerTest, ShowsNoLengthThatCannotBe)
 {
-    const std::string path = folder.path("years.avi");
     for (const uint32_t secondsAPicture : {1U, 0xFFFF'FFFFU}) {
         SCOPED_TRACE(secondsAPicture);
         std::string bytes = contents(clip());
-        for (const auto& [offset, value] : {std::pair(20U, secondsAPicture), std::pair(24U, 1U),
-                 std::pair(32U, 0xFFFF'FFFFU)}) // dwScale, dwRate, dwLength
+        // dwScale, dwRate, dwLength
+        for (const auto& [offset, value] : {std::pair(20U, secondsAPicture), {24U, 1U}, {32U, 0xFFFF'FFFFU}})
             claim(bytes, "strh", offset, value);
-        std::ofstream(path, std::ios::binary) << bytes;
-        open(path);
-        ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+        ASSERT_TRUE(plays(folder.file("years.avi", bytes)));
         EXPECT_TRUE(player->media()->length().isNull());
         EXPECT_TRUE(player->remainingTime().isNull());
         EXPECT_EQ(player->position(), 0);
@@ -417,16 +380,14 @@ TEST_F(MpvPlayerTest, TakesPathsLiterally)
         SCOPED_TRACE(name);
         const std::string path = folder.path(name);
         fs::copy_file(clip(), path);
-        open(path);
-        EXPECT_TRUE(waitFor([this] { return player->isPlaying(); }));
+        EXPECT_TRUE(plays(path));
     }
 }
 
 TEST_F(MpvPlayerTest, ForgetsReportsOfTheFileBefore)
 {
     open(folder.path("missing.avi"));
-    open(clip());
-    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    ASSERT_TRUE(plays(clip()));
     player->setPosition(0.5F);
     player->pause();
     player->setMedia(nullptr);
@@ -446,13 +407,11 @@ TEST_F(MpvPlayerTest, ForgetsReportsOfTheFileBefore)
 
 TEST_F(MpvPlayerTest, OutlivesItsView)
 {
-    open(clip());
-    ASSERT_TRUE(waitFor([this] { return player->isPlaying(); }));
+    ASSERT_TRUE(plays(clip()));
     view.reset();
     player->setPosition(0.5F);
     EXPECT_FALSE(player->saveVideoSnapshotAt(folder.path("none.png"), 0, 0));
-    open(clip());
-    EXPECT_TRUE(waitFor([this] { return !recorder.failures.empty(); }));
+    EXPECT_TRUE(fails(clip()));
 }
 
 TEST_F(MpvPlayerTest, KeepsTheShapeOrFillsTheView)
