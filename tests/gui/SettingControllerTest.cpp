@@ -1,25 +1,13 @@
 #include "platform/SegmentedControl.h"
 #include "platform/Texts.h"
 #include "settings/ZVKSettingController.h"
-#include "tests/support/CollectedLog.h"
+#include "tests/support/GuiTesting.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ScriptedPage.h"
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestPlatform.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
-#include <gmock/gmock.h>
 
 namespace {
 
-namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 struct UnitReceiver final : viewControllerForZVKSettingDelegate {
     std::vector<uint32_t> units;
@@ -74,21 +62,42 @@ protected:
         window->setDelegate(&receiver);
         window->showWindow();
     }
+    void settle()
+    {
+        desk.dispatcher.runAll();
+        desk.dispatcher.advance(500ms);
+    }
     void open()
     {
         show();
+        settle();
+    }
+    /// A card whose record has the zone 5.
+    void insertOwnCard()
+    {
+        writeConfig(card, recordWith(5));
+        insertCard(card);
+    }
+    void openOwnCard()
+    {
+        insertOwnCard();
+        open();
+    }
+    void tellOfMounts()
+    {
+        desk.disks.tellOfMounts();
         desk.dispatcher.runAll();
-        desk.dispatcher.advance(500ms);
     }
     /// What the user sets on the page, then Save.
     void save(int32_t zone)
     {
         script.input = zone;
         window->onSave();
-        desk.dispatcher.runAll();
-        desk.dispatcher.advance(500ms);
+        settle();
     }
-    QString notice() { return window->window().findChild<QLabel*>("noticeLabel")->text(); }
+    std::string notice() { return window->window().findChild<QLabel*>("noticeLabel")->text().toStdString(); }
+    std::string title() { return window->window().windowTitle().toStdString(); }
+    int32_t zone() { return zoneIn(card.path("config.bin")); }
     QPushButton& button(const char* name) { return *window->window().findChild<QPushButton*>(name); }
     bool isSheetUp() { return !window->window().findChild<QWidget*>("contentBox")->isEnabled(); }
     std::vector<std::string>& alerts() { return desk.alerts.shown; }
@@ -103,11 +112,10 @@ protected:
 
 TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
+    insertOwnCard();
     show();
     EXPECT_EQ(script.shown, 28);
-    EXPECT_EQ(window->window().windowTitle(), "Camera Settings[Ver 1.2]");
+    EXPECT_EQ(title(), "Camera Settings[Ver 1.2]");
     window->onSave();
     window->changeViewController(1);
     EXPECT_THAT(script.calls, ElementsAre("make a"));
@@ -115,8 +123,7 @@ TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
 
     desk.dispatcher.runAll();
     EXPECT_EQ(script.shown, 5);
-    EXPECT_EQ(window->window().windowTitle().toStdString(),
-        "Camera Settings[Ver 1.2] : " + card.path("config.bin"));
+    EXPECT_EQ(title(), "Camera Settings[Ver 1.2] : " + card.path("config.bin"));
     EXPECT_TRUE(isSheetUp());
     desk.dispatcher.advance(499ms);
     EXPECT_TRUE(isSheetUp());
@@ -138,8 +145,7 @@ TEST_F(SettingWindow, LoadingSheetGoesByItselfAfterFifteenSeconds)
 
 TEST_F(SettingWindow, AReadThatEndsAfterTheWindowIsDropped)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
+    insertOwnCard();
     for (const int steps : {0, 1, 2}) {
         SCOPED_TRACE(steps);
         show();
@@ -157,8 +163,7 @@ TEST_F(SettingWindow, AReadThatEndsAfterTheWindowIsDropped)
 
 TEST_F(SettingWindow, ACardPulledDuringTheReadIsTold)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
+    insertOwnCard();
     show();
     desk.dispatcher.runOneBackground();
     fs::remove(card.path("config.bin"));
@@ -176,7 +181,7 @@ TEST_F(SettingWindow, AFileOfAnotherSizeIsIgnored)
         insertCard(card);
         open();
         EXPECT_EQ(script.shown, 28);
-        EXPECT_EQ(window->window().windowTitle(), "Camera Settings[Ver 1.2]");
+        EXPECT_EQ(title(), "Camera Settings[Ver 1.2]");
     }
 }
 
@@ -220,7 +225,7 @@ TEST_F(SettingWindow, SavesToItsCardWhereThatIsMountedNow)
         desk.disks.move(desk.disks.volumes[1], card.path("new"));
         if (isTold) {
             desk.dispatcher.runAll();
-            EXPECT_THAT(window->window().windowTitle().toStdString(), HasSubstr(card.path("new/config.bin")));
+            EXPECT_THAT(title(), HasSubstr(card.path("new/config.bin")));
         }
         save(7);
         EXPECT_EQ(zoneIn(card.path("new/config.bin")), 7);
@@ -233,82 +238,67 @@ TEST_F(SettingWindow, SavesToItsCardWhereThatIsMountedNow)
 
 TEST_F(SettingWindow, SavesToTheCard)
 {
-    struct Row {
-        const char* name;
-        std::function<void()> beforeOpening;
-        std::function<void()> whileOpen;
-        std::string told; // after "|"; the others tell that nothing was written
-        std::string keptBytes; // in config.bin.bak
-        std::optional<size_t> answer; // to the question about others' settings
-    };
+    // What happens before and after the opening, what is told behind "|" (the others tell that nothing was
+    // written), what is kept in config.bin.bak, and the answer to the question about others' settings.
+    using Step = std::function<void()>;
+    using Row = std::tuple<const char*, Step, Step, std::string, std::string, std::optional<size_t>>;
     const auto nothing = [] {};
     const auto known = [&] { writeConfig(card, recordWith(5)); };
     const auto others = [&] { writeConfig(card, recordWith(9)); };
+    const auto linked = [&] {
+        fs::rename(card.path("config.bin"), card.path("key"));
+        fs::create_symlink("key", card.path("config.bin"));
+    };
     const std::string before = bytesOf(recordWith(5));
     const Row rows[] = {
         {"back to the file that was read", known, nothing, "Saved.", before, {}},
         {"a card without the file", nothing, nothing, "Saved.", {}, {}},
         {"a card that appears while the window is open", [&] { desk.disks.volumes.clear(); },
-            [&] {
-                insertCard(card);
-                others();
-            },
-            "Saved.", bytesOf(recordWith(9)), 0},
+            [&] { insertCard(card), others(); }, "Saved.", bytesOf(recordWith(9)), 0},
         {"changed by another program", known, others, "Saved.", bytesOf(recordWith(9)), 0},
         {"changed by another program, and given up", known, others, {}, {}, 2},
         {"cut by another program", known, [&] { fs::resize_file(card.path("config.bin"), 100); },
             "Saved. The file held something else; it was kept beside it as config.bin.bak.",
             before.substr(0, 100), {}},
         {"removed meanwhile", known, [&] { fs::remove(card.path("config.bin")); }, "Saved.", {}, {}},
-        {"a link to a file of the user's",
-            [&] {
-                known();
-                fs::rename(card.path("config.bin"), card.path("key"));
-                fs::create_symlink("key", card.path("config.bin"));
-            },
-            nothing, {}, {}, {}},
-        {"a link that comes later", known,
-            [&] {
-                fs::rename(card.path("config.bin"), card.path("key"));
-                fs::create_symlink("key", card.path("config.bin"));
-            },
-            {}, {}, {}},
+        {"a link to a file of the user's", [&] { known(), linked(); }, nothing, {}, {}, {}},
+        {"a link that comes later", known, linked, {}, {}, {}},
         {"a link in the copy's place", known,
             [&] {
-                card.file("key", "secret");
-                fs::create_symlink("key", card.path("config.bin.bak"));
+                fs::create_symlink(
+                    fs::path(card.file("key", "secret")).filename(), card.path("config.bin.bak"));
             },
             "Saved.", "secret", {}},
         {"a folder of that name", [&] { fs::create_directory(card.path("config.bin")); }, nothing, {}, {},
             {}},
         {"the card is pulled", known, [&] { fs::remove_all(card.path()); }, {}, {}, {}},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, beforeOpening, whileOpen, told, keptBytes, answer] : rows) {
+        SCOPED_TRACE(name);
         fs::remove_all(card.path());
         fs::create_directory(card.path());
         desk.disks.volumes.clear();
         alerts().clear();
         receiver.units.clear();
         insertCard(card);
-        row.beforeOpening();
+        beforeOpening();
         open();
-        row.whileOpen();
+        whileOpen();
         window->filedata()->speed_disp_unit = 1;
-        desk.alerts.answer = row.answer;
+        desk.alerts.answer = answer;
         const std::string key = contents(card.path("key"));
         save(7);
         EXPECT_EQ(contents(card.path("key")), key);
-        EXPECT_EQ(alerts().size(), row.answer == 0u ? 2u : 1u);
-        EXPECT_EQ(contents(card.path("config.bin.bak")), row.keptBytes);
-        EXPECT_EQ(window->window().isVisible(), row.told.empty());
-        if (row.told.empty()) {
-            EXPECT_NE(zoneIn(card.path("config.bin")), 7);
+        EXPECT_EQ(alerts().size(), answer == 0u ? 2u : 1u);
+        EXPECT_EQ(contents(card.path("config.bin.bak")), keptBytes);
+        EXPECT_EQ(window->window().isVisible(), told.empty());
+        if (told.empty()) {
+            EXPECT_NE(zone(), 7);
             EXPECT_THAT(receiver.units, IsEmpty());
             continue;
         }
-        EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
-        EXPECT_EQ(alerts().back(), card.path("config.bin") + "|" + row.told);
+        EXPECT_EQ(zone(), 7);
+        EXPECT_EQ(alerts().back(), card.path("config.bin") + "|" + told);
         EXPECT_THAT(receiver.units, ElementsAre(1));
     }
 }
@@ -318,20 +308,17 @@ TEST_F(SettingWindow, SaysWhichCardIsEditedAndOffersOneThatComesLater)
     open();
     EXPECT_EQ(notice(), "No camera card found: these are the defaults of a new camera");
     writeConfig(card, recordWith(5));
-    insertCard(card, "<b>ZAVIK");
-    desk.disks.volumes[0].label = "ZAVIK";
-    desk.disks.tellOfMounts();
-    desk.dispatcher.runAll();
-    EXPECT_THAT(notice().toStdString(), HasSubstr("A camera card was found: [1.9 GB] ZAVIK"));
+    insertCard(card);
+    tellOfMounts();
+    EXPECT_THAT(notice(), HasSubstr("A camera card was found: [1.9 GB] ZAVIK"));
     EXPECT_EQ(script.shown, 28);
     button("noticeButton").click();
     desk.dispatcher.runAll();
     EXPECT_EQ(script.shown, 5);
-    EXPECT_THAT(notice().toStdString(), HasSubstr("Camera card: [1.9 GB] ZAVIK"));
+    EXPECT_THAT(notice(), HasSubstr("Camera card: [1.9 GB] ZAVIK"));
     desk.disks.volumes.clear();
-    desk.disks.tellOfMounts();
-    desk.dispatcher.runAll();
-    EXPECT_THAT(notice().toStdString(), HasSubstr("is not there any more"));
+    tellOfMounts();
+    EXPECT_THAT(notice(), HasSubstr("is not there any more"));
 
     // Another card is written only when the user says so.
     fs::remove(card.path("config.bin"));
@@ -348,8 +335,7 @@ TEST_F(SettingWindow, SaysWhichCardIsEditedAndOffersOneThatComesLater)
 
 TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
+    insertOwnCard();
     show();
     desk.dispatcher.advance(15s);
     EXPECT_THAT(alerts(), ElementsAre(HasSubstr("does not answer")));
@@ -365,9 +351,9 @@ TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
     EXPECT_TRUE(window->window().isVisible()) << "it is being saved";
     desk.dispatcher.advance(15s);
     EXPECT_THAT(alerts().back(), HasSubstr("not known whether"));
-    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
+    EXPECT_EQ(zone(), 5);
     desk.dispatcher.runAll();
-    EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
+    EXPECT_EQ(zone(), 7);
     EXPECT_THAT(alerts().back(), HasSubstr("|Saved."));
 }
 
@@ -377,9 +363,7 @@ TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
     for (const int answer : {Save, Drop, Stay}) {
         SCOPED_TRACE(answer);
         desk.disks.volumes.clear();
-        writeConfig(card, recordWith(5));
-        insertCard(card);
-        open();
+        openOwnCard();
         desk.alerts.answer = Stay;
         window->filedata()->time_gmt = 7;
         script.shown = 7;
@@ -390,7 +374,7 @@ TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
         window->letGo([&] { isLetGo = true; });
         desk.dispatcher.runAll();
         EXPECT_EQ(isLetGo, answer != Stay);
-        EXPECT_EQ(zoneIn(card.path("config.bin")), answer == Save ? 7 : 5);
+        EXPECT_EQ(zone(), answer == Save ? 7 : 5);
     }
 }
 
@@ -399,13 +383,11 @@ TEST_F(SettingWindow, OfTwoCardsTheOneThatWasReadIsWritten)
     const TempFolder other;
     writeConfig(other, recordWith(9));
     insertCard(other, "MUSIC");
-    writeConfig(card, recordWith(5));
-    insertCard(card);
-    open();
+    openOwnCard();
     EXPECT_EQ(script.shown, 5);
     desk.disks.volumes[0].label = "ZAVIK"; // now the preferred one
     save(7);
-    EXPECT_EQ(zoneIn(card.path("config.bin")), 7);
+    EXPECT_EQ(zone(), 7);
     EXPECT_EQ(zoneIn(other.path("config.bin")), 9);
 }
 
@@ -436,9 +418,7 @@ TEST_F(SettingWindow, WithoutACardTheUserSaysWhere)
 
 TEST_F(SettingWindow, KeepsThePageWithInvalidInput)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
-    open();
+    openOwnCard();
     const auto& tabs = *window->window().findChild<platform::SegmentedControl*>("functionSegmentedControl");
     script.complaint = "Out of range.";
     window->changeViewController(1);
@@ -446,7 +426,7 @@ TEST_F(SettingWindow, KeepsThePageWithInvalidInput)
     save(7);
     EXPECT_THAT(alerts(), ElementsAre("ZAVIK|Out of range.", "ZAVIK|Out of range."));
     EXPECT_THAT(script.calls, ElementsAre("make a"));
-    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
+    EXPECT_EQ(zone(), 5);
 
     script.complaint.reset();
     window->changeViewController(1);
@@ -460,13 +440,11 @@ TEST_F(SettingWindow, KeepsThePageWithInvalidInput)
 
 TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
 {
-    writeConfig(card, recordWith(5));
-    insertCard(card);
-    open();
+    openOwnCard();
     window->onSaveDefaultSetting();
     EXPECT_EQ(script.shown, 28);
     EXPECT_EQ(window->filedata()->vid_enc_bitrate, 9000u);
-    EXPECT_THAT(notice().toStdString(), HasSubstr("Every page shows the defaults"));
+    EXPECT_THAT(notice(), HasSubstr("Every page shows the defaults"));
     button("noticeButton").click();
     EXPECT_EQ(script.shown, 5);
     EXPECT_EQ(bytesOf(*window->filedata()), bytesOf(recordWith(5)));
@@ -489,9 +467,7 @@ TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
 TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
 {
     const TempFolder other;
-    writeConfig(card, recordWith(5));
-    insertCard(card);
-    open();
+    openOwnCard();
     insertCard(other);
     window->onFormat();
     desk.dispatcher.runAll();
@@ -510,9 +486,7 @@ TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
 TEST_F(SettingWindow, LetsGoOfTheCardThatIsFormattedAndGoesAlong)
 {
     const TempFolder moved;
-    writeConfig(card, recordWith(5));
-    insertCard(card);
-    open();
+    openOwnCard();
     window->changeViewController(2);
     script.card = card.path();
     window->letGoOf("/another");
@@ -525,10 +499,10 @@ TEST_F(SettingWindow, LetsGoOfTheCardThatIsFormattedAndGoesAlong)
     writeConfig(moved, recordWith(5));
     desk.disks.volumes[0].mountPath = moved.path();
     window->cardFormatted(card.path(), moved.path());
-    EXPECT_THAT(window->window().windowTitle().toStdString(), HasSubstr(moved.path("config.bin")));
+    EXPECT_THAT(title(), HasSubstr(moved.path("config.bin")));
     save(7);
     EXPECT_EQ(zoneIn(moved.path("config.bin")), 7);
-    EXPECT_EQ(zoneIn(card.path("config.bin")), 5);
+    EXPECT_EQ(zone(), 5);
 }
 
 TEST_F(SettingWindow, TellsWhenThereIsNoDiskUtility)
