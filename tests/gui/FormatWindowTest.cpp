@@ -1,26 +1,10 @@
 #include "cardtools/CardHolder.h"
 #include "cardtools/ZVKFormatWindowController.h"
 #include "settings/FileData.h"
-#include "tests/support/TempFolder.h"
-#include "tests/support/TestPlatform.h"
-
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QShortcut>
-
-#include <fstream>
-#include <utility>
+#include "tests/support/GuiTesting.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::string unmountCommand = "diskutil umount sdb1";
@@ -92,13 +76,24 @@ protected:
         controller.loadUSBVolumes();
         platform.dispatcher.runAll();
     }
+    void pressFormat()
+    {
+        controller.onFormat();
+        platform.dispatcher.runAll();
+    }
     void format()
     {
         platform.alerts.shown.clear();
         platform.scripts.commands.clear();
         loadVolumes();
-        controller.onFormat();
-        platform.dispatcher.runAll();
+        pressFormat();
+    }
+    std::string line(const char* name) { return outlet<QLineEdit>(name).text().toStdString(); }
+    std::string label(const char* name) { return outlet<QLabel>(name).text().toStdString(); }
+    /// The next steps that have something to do with it meet this.
+    void meanwhile(const std::string& command, std::function<void()> event)
+    {
+        events = {{command, std::move(event)}};
     }
     template <typename Widget> Widget& outlet(const char* name)
     {
@@ -135,9 +130,7 @@ protected:
 TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
 {
     const auto fields = [&] {
-        return outlet<QLineEdit>("pathField").text().toStdString() + "|"
-            + outlet<QLineEdit>("allocationUnitField").text().toStdString() + "|"
-            + outlet<QLineEdit>("fileSystemField").text().toStdString();
+        return line("pathField") + "|" + line("allocationUnitField") + "|" + line("fileSystemField");
     };
     platform.disks.volumes.push_back(card());
     platform.disks.volumes[1].deviceName = "sdc";
@@ -149,10 +142,9 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     EXPECT_FALSE(controller.selectUSBByDevFile("sdd"));
     EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
     platform.disks.volumes[1].mediaPath = "another";
-    for (QShortcut* const shortcut : controller.window().findChildren<QShortcut*>()) {
+    for (QShortcut* const shortcut : controller.window().findChildren<QShortcut*>())
         if (shortcut->key() == QKeySequence(Qt::Key_F5))
             emit shortcut->activated();
-    }
     platform.dispatcher.runAll();
     EXPECT_FALSE(controller.selectedUSBDisk());
     EXPECT_EQ(fields(), "-|64KB|FAT32");
@@ -165,13 +157,12 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     platform.disks.volumes[0].writable = false;
     platform.disks.mediaAreWritable = false;
     loadVolumes();
-    controller.onFormat();
-    platform.dispatcher.runAll();
+    pressFormat();
     EXPECT_THAT(platform.alerts.shown,
         ElementsAre("ZAVIK|Please select USB drive.", "ZAVIK|There is no USB drive.",
             "The card cannot be formatted|[1.9 GB] ZAVIK <Card Reader>\nThe card is write-protected or "
-            "cannot be "
-            "written to."));
+            "cannot "
+            "be written to."));
     EXPECT_TRUE(platform.scripts.commands.empty());
 }
 
@@ -202,24 +193,22 @@ TEST_F(FormatWindow, WholeMediumWithoutSettingsGetsDefaultOnes)
 
 TEST_F(FormatWindow, FailuresLeaveTheCardListedAndItsSettingsSafe)
 {
-    struct Row {
-        platform::ScriptResult answer;
-        std::string text;
-    };
+    using Row = std::pair<platform::ScriptResult, std::string>;
     const std::string writeErrors =
         "\nError:The card has read or write errors, and what was on it may be lost. Do not use it any more.";
-    for (const Row& row : {Row{{1, "x"}, "\nThe card is write-protected or cannot be written to."},
-             Row{{-128, "The password entry was cancelled."}, "\nError:The password entry was cancelled."},
-             Row{{26, "/x"}, "\nError:Another card is in the reader now. Choose the card again.\n/x"},
-             Row{{25, "1 / 2 bytes"}, "\nError:Another card is in the reader now. Choose the card again."},
-             Row{{8, ""}, writeErrors},
-             Row{{4, "mkfs.fat 4.2 (2021-01-31)\nmkfs.fat: unable to write: Input/output error"},
-                 writeErrors + "\nmkfs.fat: unable to write: Input/output error"},
-             Row{{9, "zavik-format-card: 9"}, "\nError:The system gave no reason."}}) {
-        formatAnswer = row.answer;
+    for (const auto& [answer, text] :
+        {Row{{1, "x"}, "\nThe card is write-protected or cannot be written to."},
+            {{-128, "The password entry was cancelled."}, "\nError:The password entry was cancelled."},
+            {{26, "/x"}, "\nError:Another card is in the reader now. Choose the card again.\n/x"},
+            {{25, "1 / 2 bytes"}, "\nError:Another card is in the reader now. Choose the card again."},
+            {{8, ""}, writeErrors},
+            {{4, "mkfs.fat 4.2 (2021-01-31)\nmkfs.fat: unable to write: Input/output error"},
+                writeErrors + "\nmkfs.fat: unable to write: Input/output error"},
+            {{9, "zavik-format-card: 9"}, "\nError:The system gave no reason."}}) {
+        formatAnswer = answer;
         format();
         EXPECT_THAT(platform.alerts.shown,
-            ElementsAre("The card cannot be formatted|[1.9 GB] ZAVIK <Card Reader>" + row.text));
+            ElementsAre("The card cannot be formatted|[1.9 GB] ZAVIK <Card Reader>" + text));
         EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, formatCommand, mountCommand));
         EXPECT_EQ(onCard("config.bin"), settings);
         EXPECT_EQ(copiesKept(), 0U);
@@ -234,15 +223,13 @@ TEST_F(FormatWindow, NothingIsUnmountedForACardThatIsNotTheOneShown)
         [this] { platform.disks.volumes[0].size += 512; },
         [this] { platform.disks.mediaAreWritable = false; },
         [this] { platform.disks.volumes[0].mountPath = "/boot"; },
-        [this] { platform.disks.volumes.clear(); },
-    };
+        [this] { platform.disks.volumes.clear(); }};
     for (const auto& change : changes) {
         platform.disks.volumes = {card()};
         loadVolumes();
         platform.alerts.shown.clear();
         change();
-        controller.onFormat();
-        platform.dispatcher.runAll();
+        pressFormat();
         EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card cannot be formatted|")));
         EXPECT_TRUE(platform.scripts.commands.empty());
         EXPECT_EQ(copiesKept(), 0U);
@@ -272,8 +259,7 @@ TEST_F(FormatWindow, CardThatCannotBeUnmountedIsLeftAlone)
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, formatCommand, mountCommand));
     // For one that is gone nobody is asked for a password.
-    events["diskutil umount"] = [this] { platform.disks.volumes.clear(); };
-    events.erase("diskutil mount");
+    meanwhile("diskutil umount", [this] { platform.disks.volumes.clear(); });
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
     EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("not in its reader any more")));
@@ -309,18 +295,15 @@ TEST_F(FormatWindow, UserDecidesAboutSettingsThatCannotBeKept)
     const std::pair<const char*, std::function<void()>> troubles[] = {
         {"it is no plain file",
             [this] {
-                fs::remove(root.path("card/config.bin"));
-                fs::create_directory(root.path("card/config.bin"));
+                fs::remove(root.path("card/config.bin")), fs::create_directory(root.path("card/config.bin"));
             }},
         {"Not a directory", [this] { setenv("HOME", "/dev/null", 1); }},
-        {"\nwrong fs type",
-            [this] {
-                unmountCard();
-                platform.disks.unmounted[0].fileSystem = "vfat";
-                answers["diskutil mount"] = {
-                    1, "Error mounting:\nGDBus.Error:org.freedesktop.UDisks2.Error.Failed: wrong fs type"};
-            }},
-    };
+        {"\nwrong fs type", [this] {
+             unmountCard();
+             platform.disks.unmounted[0].fileSystem = "vfat";
+             answers["diskutil mount"] = {
+                 1, "Error mounting:\nGDBus.Error:org.freedesktop.UDisks2.Error.Failed: wrong fs type"};
+         }}};
     for (const auto& [why, makeTrouble] : troubles) {
         SCOPED_TRACE(why);
         answers.clear();
@@ -350,19 +333,18 @@ TEST_F(FormatWindow, CardIsLetGoBeforeItIsUnmountedAndGivenBack)
     std::ifstream recording(root.path("card/AlwaysMovie/old.avi"));
     const fs::path here = fs::current_path();
     fs::current_path(root.path("card/AlwaysMovie"));
-    holder.letsGo = [&] { platform.dispatcher.after(std::chrono::seconds(1), [&] { recording.close(); }); };
+    holder.letsGo = [&] { platform.dispatcher.after(1s, [&] { recording.close(); }); };
     bool wasOpen = false;
     events["diskutil umount"] = [&] { wasOpen = recording.is_open() || fs::current_path() != "/"; };
     format();
-    EXPECT_THAT(platform.scripts.commands, testing::IsEmpty()) << "it is still open";
-    EXPECT_EQ(outlet<QLabel>("progressMessageField").text().toStdString(),
-        "Still being read: " + root.path("card/AlwaysMovie/old.avi"));
+    EXPECT_THAT(platform.scripts.commands, IsEmpty()) << "it is still open";
+    EXPECT_EQ(label("progressMessageField"), "Still being read: " + root.path("card/AlwaysMovie/old.avi"));
     // Meanwhile the card got its name and its place with it.
     events["diskutil mount"] = [this] {
         fs::rename(root.path("card"), root.path("ZAVIK"));
         platform.disks.volumes[0].mountPath = root.path("ZAVIK");
     };
-    platform.dispatcher.advance(std::chrono::seconds(2));
+    platform.dispatcher.advance(2s);
     platform.dispatcher.runAll();
     fs::current_path(here);
     EXPECT_FALSE(wasOpen);
@@ -375,7 +357,7 @@ TEST_F(FormatWindow, CardIsLetGoBeforeItIsUnmountedAndGivenBack)
     events.clear();
     answers["diskutil umount"] = {1, "target is busy"};
     format();
-    platform.dispatcher.advance(std::chrono::seconds(5));
+    platform.dispatcher.advance(5s);
     platform.dispatcher.runAll();
     EXPECT_THAT(
         platform.alerts.shown, ElementsAre(HasSubstr("still reading:\n" + root.path("ZAVIK/config.bin"))));
@@ -387,31 +369,26 @@ TEST_F(FormatWindow, CancelGivesUpUntilTheCardIsTouched)
     loadVolumes();
     controller.showWindow();
     holder.letsGo = [this] { controller.cancel(); };
-    controller.onFormat();
-    platform.dispatcher.runAll();
+    pressFormat();
     EXPECT_TRUE(platform.scripts.commands.empty());
     EXPECT_EQ(holder.told.back(), root.path("card") + " is " + root.path("card"));
-    EXPECT_EQ(outlet<QLabel>("progressMessageField").text(), "Cancelled. Nothing was formatted.");
+    EXPECT_EQ(label("progressMessageField"), "Cancelled. Nothing was formatted.");
     EXPECT_TRUE(cancel.isEnabled());
     EXPECT_EQ(copiesKept(), 0U);
 
     holder.letsGo = [] {};
     events["diskutil umount"] = [this] { controller.cancel(); };
-    controller.onFormat();
-    platform.dispatcher.runAll();
+    pressFormat();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
     EXPECT_EQ(copiesKept(), 0U);
 
-    events.clear();
-    events["sudo"] = [&] {
+    meanwhile("sudo", [&] {
         platform.dispatcher.runMain();
         EXPECT_FALSE(cancel.isEnabled());
-        EXPECT_THAT(
-            outlet<QLabel>("hintLabel").text().toStdString(), HasSubstr("cannot be cancelled any more"));
+        EXPECT_THAT(label("hintLabel"), HasSubstr("cannot be cancelled any more"));
         controller.cancel();
-    };
-    controller.onFormat();
-    platform.dispatcher.runAll();
+    });
+    pressFormat();
     EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card has been formatted|")));
 }
 
@@ -443,17 +420,15 @@ TEST_F(FormatWindow, ListTellsEqualCardsApartAndFollowsThem)
     platform.dispatcher.runAll();
     EXPECT_EQ(controller.selectedUSBDisk()->deviceFilePath, "sdc");
     EXPECT_TRUE(controller.selectUSBByDevFile("sdb1"));
-    EXPECT_THAT(outlet<QLineEdit>("pathField").text().toStdString(), HasSubstr(root.path("ZAVIK1")));
+    EXPECT_THAT(line("pathField"), HasSubstr(root.path("ZAVIK1")));
 }
 
 TEST_F(FormatWindow, AnotherCardAfterTheFormatIsNotWrittenTo)
 {
     const TempFolder other;
     const std::vector<std::function<void(platform::VolumeDescription&)>> changes = {
-        [](platform::VolumeDescription& volume) { volume.deviceName = "sdc1"; },
-        [](platform::VolumeDescription& volume) { volume.mediaPath = "usb-2"; },
-        [](platform::VolumeDescription& volume) { volume.size *= 2; },
-    };
+        [](auto& volume) { volume.deviceName = "sdc1"; }, [](auto& volume) { volume.mediaPath = "usb-2"; },
+        [](auto& volume) { volume.size *= 2; }};
     for (const auto& change : changes) {
         put("config.bin", settings);
         platform.disks.volumes = {card()};
@@ -487,8 +462,7 @@ TEST_F(FormatWindow, AnotherCardBetweenChoiceAndFormatIsNotTakenForTheOneChosen)
     put("config.bin", std::string(272, 'o'));
     platform.disks.volumes[0].mountPath = root.path("elsewhere");
     events.clear();
-    controller.onFormat();
-    platform.dispatcher.runAll();
+    pressFormat();
     EXPECT_EQ(contents(root.path("elsewhere/config.bin")), settings);
 }
 
@@ -499,11 +473,7 @@ TEST_F(FormatWindow, CardThatIsPulledAtAnyStepIsToldAndKeepsNoOneWaiting)
         put("config.bin", settings);
         platform.disks.volumes = {card()};
         formatAnswer = {step == "diskutil mount" ? 0 : 8, ""};
-        events.clear();
-        events[step] = [this] {
-            platform.disks.volumes.clear();
-            fs::remove_all(root.path("card"));
-        };
+        meanwhile(step, [this] { platform.disks.volumes.clear(), fs::remove_all(root.path("card")); });
         format();
         EXPECT_EQ(copyNamed(), settings);
         EXPECT_FALSE(controller.isFormatting());
@@ -564,7 +534,7 @@ TEST_F(FormatWindow, ControllerThatGoesAwayLeavesTheCardWhole)
         if (!isTouched)
             second.reset();
         platform.dispatcher.runAll();
-        platform.dispatcher.advance(std::chrono::seconds(2));
+        platform.dispatcher.advance(2s);
         EXPECT_EQ(onCard("config.bin"), settings);
         EXPECT_EQ(fs::is_directory(root.path("card/MotionMovie")), isTouched);
         EXPECT_EQ(platform.scripts.commands.empty(), !isTouched);

@@ -16,7 +16,7 @@ using namespace platform;
 
 class UDisks2Test : public testing::Test {
 protected:
-    UDisks2Test() { std::filesystem::create_directories(folder.path("proc/self")); }
+    UDisks2Test() { fs::create_directories(folder.path("proc/self")); }
 
     std::unique_ptr<UDisks2DiskArbitration> volumes(std::chrono::milliseconds limit = 5s)
     {
@@ -107,7 +107,7 @@ TEST_F(UDisks2Test, AsksTheKernelWhatIsMappedOntoADrive)
     service.addBlock("dm-0");
     service.setMountPoints("dm-0", {"/home"});
     EXPECT_EQ(isRemovable("sdb1"), true);
-    std::filesystem::create_directories(folder.path("sys/class/block/dm-0/slaves/sdb1"));
+    fs::create_directories(folder.path("sys/class/block/dm-0/slaves/sdb1"));
     EXPECT_EQ(isRemovable("sdb1"), false) << "a logical volume lies on it";
 }
 
