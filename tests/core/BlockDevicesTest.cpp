@@ -49,10 +49,8 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
     const auto mounted = [](const char* device, const char* path) {
         return [=](BlockDevices& all) { named(all, device).mountPoints.emplace_back(path); };
     };
-    const Case cases[] = {
-        {"a card alone", false, [](BlockDevices&) {}},
-        {"the root", true, mounted("sdb1", "/")},
-        {"a home", true, mounted("sdb1", "/home/kim")},
+    const Case cases[] = {{"a card alone", false, [](BlockDevices&) {}},
+        {"the root", true, mounted("sdb1", "/")}, {"a home", true, mounted("sdb1", "/home/kim")},
         {"a folder in a home", false, mounted("sdb1", "/home/kim/card")},
         {"a part of /var", true, mounted("sdb1", "/var/lib/images")},
         {"a live system's medium", true, mounted("sdb1", "/run/live/medium")},
@@ -88,12 +86,10 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
                     named(all, device).uuid = "1-2";
                 }
             }},
-        {"a file used as a device", true,
-            [](BlockDevices& all) {
-                named(all, "x0").backingFile = "/media/kim/ZAVIK/system.img";
-                named(all, "x0").mountPoints = {"/usr"};
-            }},
-    };
+        {"a file used as a device", true, [](BlockDevices& all) {
+             named(all, "x0").backingFile = "/media/kim/ZAVIK/system.img";
+             named(all, "x0").mountPoints = {"/usr"};
+         }}};
     for (const Case& row : cases) {
         SCOPED_TRACE(row.what);
         BlockDevices devices = machine();
@@ -121,16 +117,14 @@ TEST(BlockDevices, TellsCardsFromBuiltInMemoryAndDisks)
         std::optional<bool> removable;
         const char* protocol;
     };
-    const Case cases[] = {
-        {"sdc1", "usb", {}, true, "", true, "USB"},
+    const Case cases[] = {{"sdc1", "usb", {}, true, "", true, "USB"},
         {"sdc1", "usb", {}, false, "", false, "USB"}, // an external disk
         {"sdc1", "", {}, true, "", true, ""},
         {"sdc1", "", {"flash_cf", "flash_sdhc"}, false, "", true, "USB"},
         {"sdc1", "", {"flash_cf"}, false, "", false, ""},
         {"mmcblk1p1", "sdio", {}, false, "mmcblk0boot0", true, "USB"},
         {"mmcblk1", "", {}, false, "", true, "USB"},
-        {"mmcblk0p1", "sdio", {"flash_mmc"}, false, "mmcblk0boot0", false, "USB"},
-    };
+        {"mmcblk0p1", "sdio", {"flash_mmc"}, false, "mmcblk0boot0", false, "USB"}};
     for (const Case& row : cases) {
         SCOPED_TRACE(std::string(row.device) + " " + row.bus);
         BlockDevices devices = machine();

@@ -29,13 +29,11 @@ TEST(FormatRule, RefusesACardOfAnotherSizeOrMediumThanTheUserChose)
         {FormatStatus::tooLarge, [](FormatFacts& f) { f.size = f.sizeSeen = 2048 * gib; }},
         {FormatStatus::wrongCluster, [](FormatFacts& f) { f.cluster = 128; }},
         // No other reason hides that it is the system's disk.
-        {FormatStatus::systemDisk,
-            [](FormatFacts& f) {
-                f.systemDisk = f.swapSpace = f.held = f.mounted = true;
-                f.card = f.writable = false;
-                f.medium = "18";
-            }},
-    };
+        {FormatStatus::systemDisk, [](FormatFacts& f) {
+             f.systemDisk = f.swapSpace = f.held = f.mounted = true;
+             f.card = f.writable = false;
+             f.medium = "18";
+         }}};
     for (const auto& [status, change] : refusals) {
         SCOPED_TRACE(static_cast<int>(status));
         FormatFacts facts = cardThatMayBeFormatted();
