@@ -2,9 +2,15 @@
 
 #include "common/Log.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 /// What must hold for every input; a finding otherwise.
 inline void require(bool holds)

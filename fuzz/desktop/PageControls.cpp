@@ -10,8 +10,6 @@
 #include <QSlider>
 #include <QSpinBox>
 
-#include <cstring>
-
 namespace {
 
 /// The toolkit without a screen, and the settings' pages on a virtual desktop.

@@ -1,8 +1,6 @@
 #include "fuzz/Require.h"
 #include "platform/IppTexts.h"
 
-#include <algorithm>
-#include <cstring>
 #include <memory>
 
 namespace {

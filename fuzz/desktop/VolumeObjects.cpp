@@ -1,8 +1,6 @@
 #include "fuzz/Require.h"
 #include "platform/UDisks2Objects.h"
 
-#include <array>
-
 namespace {
 
 using Words = std::array<const char*, 8>;

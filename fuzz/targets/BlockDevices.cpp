@@ -1,9 +1,6 @@
 #include "platform/BlockDevices.h"
 #include "fuzz/Require.h"
 
-#include <algorithm>
-#include <array>
-
 using namespace platform;
 
 namespace {

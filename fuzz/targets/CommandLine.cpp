@@ -3,12 +3,10 @@
 #include "fuzz/Require.h"
 #include "fuzz/WellFormed.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 

@@ -2,9 +2,6 @@
 #include "fuzz/Require.h"
 #include "telemetry/MemoryByteSource.h"
 
-#include <algorithm>
-#include <vector>
-
 namespace {
 
 std::string csvOf(const DriveLog& log)

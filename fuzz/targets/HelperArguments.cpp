@@ -4,8 +4,6 @@
 #include "tools/formathelper/FormatCard.h"
 #include "tools/formathelper/FormatTool.h"
 
-#include <vector>
-
 using namespace platform;
 
 namespace {

@@ -1,9 +1,6 @@
 #include "fuzz/Require.h"
 #include "telemetry/Readouts.h"
 
-#include <cstring>
-#include <string>
-
 /// Any two numbers: the call's quotes stay closed, and both are places that can be.
 void fuzz(std::string_view input)
 {

@@ -1,8 +1,6 @@
 #include "platform/MountTable.h"
 #include "fuzz/Require.h"
 
-#include <algorithm>
-
 using namespace platform;
 
 void fuzz(std::string_view text)

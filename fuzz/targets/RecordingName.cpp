@@ -2,8 +2,6 @@
 #include "media/ZVKMedia.h"
 #include "media/ZVKMediaList.h"
 
-#include <string>
-
 void fuzz(std::string_view input)
 {
     const std::string path(input);

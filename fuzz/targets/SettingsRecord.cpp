@@ -1,8 +1,6 @@
 #include "fuzz/Require.h"
 #include "settings/FileDataFields.h"
 
-#include <cstring>
-
 void fuzz(std::string_view input)
 {
     _FILEDATA record;
