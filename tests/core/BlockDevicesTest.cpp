@@ -41,11 +41,8 @@ Block& named(BlockDevices& devices, const std::string& device)
 
 TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
 {
-    struct Case {
-        const char* what;
-        bool holds;
-        std::function<void(BlockDevices&)> change;
-    };
+    // What is changed, and whether the system needs the card's drive then.
+    using Case = std::tuple<const char*, bool, std::function<void(BlockDevices&)>>;
     const auto mounted = [](const char* device, const char* path) {
         return [=](BlockDevices& all) { named(all, device).mountPoints.emplace_back(path); };
     };
@@ -60,7 +57,7 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
         {"a swap file", true, [](BlockDevices& all) { all.swaps = {"/media/kim/ZAVIK/swap"}; }},
         {"a mount that only the kernel knows", true,
             [](BlockDevices& all) {
-                all.mounts = {{"/home", "/dev/sdb1", false}};
+                all.mounts.push_back({"/home", "/dev/sdb1", false});
             }},
         {"start files", true, mounted("sdb1", "/boot/efi")},
         {"no part of a system", false, mounted("sdb1", "/media/usr")},
@@ -81,26 +78,24 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
             }},
         {"a file system over two drives", true,
             [](BlockDevices& all) {
-                for (const char* device : {"sda2", "sdb1"}) {
-                    named(all, device).type = "btrfs";
-                    named(all, device).uuid = "1-2";
-                }
+                for (const char* device : {"sda2", "sdb1"})
+                    named(all, device).type = "btrfs", named(all, device).uuid = "1-2";
             }},
         {"a file used as a device", true, [](BlockDevices& all) {
              named(all, "x0").backingFile = "/media/kim/ZAVIK/system.img";
              named(all, "x0").mountPoints = {"/usr"};
          }}};
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [what, holds, change] : cases) {
+        SCOPED_TRACE(what);
         BlockDevices devices = machine();
-        row.change(devices);
-        EXPECT_EQ(holdsSystem(devices, "sdb1"), row.holds);
-        EXPECT_EQ(holdsSystem(devices, "sdb"), row.holds);
+        change(devices);
+        EXPECT_EQ(holdsSystem(devices, "sdb1"), holds);
+        EXPECT_EQ(holdsSystem(devices, "sdb"), holds);
         EXPECT_TRUE(holdsSystem(devices, "sda1")) << "a neighbour of the system";
         const auto volumes = describedVolumes(devices);
         const auto card = std::ranges::find(volumes, "sdb1", &VolumeDescription::deviceName);
         ASSERT_NE(card, volumes.end());
-        EXPECT_EQ(card->removable, !row.holds);
+        EXPECT_EQ(card->removable, !holds);
         EXPECT_EQ(volumes.front().removable, false);
     }
     EXPECT_FALSE(holdsSystem(machine(), "none"));
@@ -108,15 +103,11 @@ TEST(BlockDevices, ADriveThatTheSystemNeedsIsNeverRemovableByWhateverRoute)
 
 TEST(BlockDevices, TellsCardsFromBuiltInMemoryAndDisks)
 {
-    struct Case {
-        const char* device;
-        const char* bus;
-        std::vector<std::string> media;
-        bool mediaRemovable;
-        const char* also; // another block that is there
-        std::optional<bool> removable;
-        const char* protocol;
-    };
+    // The device, its bus, the media that fit, whether they are removable and another block that is there;
+    // whether the card counts as removable then, and its protocol.
+    using Media = std::vector<std::string>;
+    using Case =
+        std::tuple<std::string, const char*, Media, bool, const char*, std::optional<bool>, const char*>;
     const Case cases[] = {{"sdc1", "usb", {}, true, "", true, "USB"},
         {"sdc1", "usb", {}, false, "", false, "USB"}, // an external disk
         {"sdc1", "", {}, true, "", true, ""},
@@ -125,23 +116,23 @@ TEST(BlockDevices, TellsCardsFromBuiltInMemoryAndDisks)
         {"mmcblk1p1", "sdio", {}, false, "mmcblk0boot0", true, "USB"},
         {"mmcblk1", "", {}, false, "", true, "USB"},
         {"mmcblk0p1", "sdio", {"flash_mmc"}, false, "mmcblk0boot0", false, "USB"}};
-    for (const Case& row : cases) {
-        SCOPED_TRACE(std::string(row.device) + " " + row.bus);
+    for (const auto& [device, bus, media, mediaRemovable, also, removable, protocol] : cases) {
+        SCOPED_TRACE(device + " " + bus);
         BlockDevices devices = machine();
         devices.blocks.resize(3);
         devices.blocks[0] = {};
-        devices.blocks[0].device = row.also;
-        devices.blocks[2].device = row.device;
+        devices.blocks[0].device = also;
+        devices.blocks[2].device = device;
         devices.blocks[2].mountPoints = {"/\xFF", "/media/x"};
         devices.drives.resize(1);
-        devices.drives[0].bus = row.bus;
-        devices.drives[0].media = row.media;
-        devices.drives[0].mediaRemovable = row.mediaRemovable;
+        devices.drives[0].bus = bus;
+        devices.drives[0].media = media;
+        devices.drives[0].mediaRemovable = mediaRemovable;
         const auto volumes = describedVolumes(devices);
         ASSERT_EQ(volumes.size(), 1u);
         EXPECT_EQ(volumes[0].mountPath, "/media/x") << "texts are UTF-8";
-        EXPECT_EQ(volumes[0].removable, row.removable);
-        EXPECT_EQ(volumes[0].protocol, row.protocol);
+        EXPECT_EQ(volumes[0].removable, removable);
+        EXPECT_EQ(volumes[0].protocol, protocol);
     }
 }
 
