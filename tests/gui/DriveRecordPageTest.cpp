@@ -109,6 +109,8 @@ TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
     page->setM_FlashDataFilePath(folder.file("next.drv", driveLogFile(std::vector(2, flashRecord()))));
     page->loadFlashDataFile();
     desktop.dispatcher.advance(500ms);
+    desktop.dispatcher.advance(std::chrono::seconds(15));
+    EXPECT_EQ(shownWork()[0], "The card does not answer. Leave it in, or stop.");
     QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
     page->openFileDialog();
     EXPECT_TRUE(desktop.panels.openAnswer);
@@ -125,7 +127,10 @@ TEST_F(FlashLogPage, NoLinkLeadsFromTheCardToAnotherLog)
     page->setM_FlashDataFilePath(folder.path("card/DrvInfo/zavik_000.drv"), folder.path("card"));
     page->setFileData(&record);
     desktop.dispatcher.runAll();
+    desktop.dispatcher.advance(std::chrono::seconds(1));
     EXPECT_EQ(rows(), 0);
+    ASSERT_EQ(desktop.alerts.shown.size(), 1u);
+    EXPECT_NE(desktop.alerts.shown[0].find("is a link"), std::string::npos);
 }
 
 TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)

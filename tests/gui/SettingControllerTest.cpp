@@ -55,7 +55,7 @@ protected:
             return [this, name](
                        const SettingPageContext&) { return std::make_unique<ScriptedPage>(script, name); };
         };
-        window = std::make_unique<ZVKSettingController>(desk.pieces, "en",
+        window = std::make_unique<ZVKSettingController>(desk.pieces, language,
             SettingTabs{{"setting.video", "setting.video", page("a")},
                 {"setting.gps", "setting.gps", page("b")},
                 {"setting.driveinfoview", "setting.information", page("kept"), true}});
@@ -103,6 +103,7 @@ protected:
     std::vector<std::string>& alerts() { return desk.alerts.shown; }
 
     TestPlatform desk;
+    std::string language = "en";
     TempFolder card;
     PageScript script;
     UnitReceiver receiver;
@@ -170,6 +171,7 @@ TEST_F(SettingWindow, ACardPulledDuringTheReadIsTold)
     desk.dispatcher.runAll();
     EXPECT_EQ(script.shown, 28);
     EXPECT_THAT(alerts(), ElementsAre(HasSubstr("could not be read")));
+    EXPECT_THAT(notice(), HasSubstr("could not be read: these are the defaults"));
 }
 
 TEST_F(SettingWindow, AFileOfAnotherSizeIsIgnored)
@@ -256,7 +258,15 @@ TEST_F(SettingWindow, SavesToTheCard)
         {"a card that appears while the window is open", [&] { desk.disks.volumes.clear(); },
             [&] { insertCard(card), others(); }, "Saved.", bytesOf(recordWith(9)), 0},
         {"changed by another program", known, others, "Saved.", bytesOf(recordWith(9)), 0},
+        {"changed by another program, and shown", known, others, {}, {}, 1},
         {"changed by another program, and given up", known, others, {}, {}, 2},
+        {"no place for one more copy", known,
+            [&] {
+                fs::resize_file(card.path("config.bin"), 100);
+                for (int number = 1; number < 100; ++number)
+                    card.file("config.bin.bak" + (number > 1 ? std::to_string(number) : ""), "mine");
+            },
+            {}, "mine", {}},
         {"cut by another program", known, [&] { fs::resize_file(card.path("config.bin"), 100); },
             "Saved. The file held something else; it was kept beside it as config.bin.bak.",
             before.substr(0, 100), {}},
@@ -292,6 +302,8 @@ TEST_F(SettingWindow, SavesToTheCard)
         EXPECT_EQ(alerts().size(), answer == 0u ? 2u : 1u);
         EXPECT_EQ(contents(card.path("config.bin.bak")), keptBytes);
         EXPECT_EQ(window->window().isVisible(), told.empty());
+        EXPECT_EQ(script.shown == 9, answer == 1u);
+        EXPECT_NE(contents(card.path("config.bin.bak99")), before.substr(0, 100));
         if (told.empty()) {
             EXPECT_NE(zone(), 7);
             EXPECT_THAT(receiver.units, IsEmpty());
@@ -352,7 +364,11 @@ TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
     desk.dispatcher.advance(15s);
     EXPECT_THAT(alerts().back(), HasSubstr("not known whether"));
     EXPECT_EQ(zone(), 5);
+    bool isLetGo = false;
+    window->letGo([&] { isLetGo = true; });
+    EXPECT_FALSE(isLetGo) << "before the outcome is told";
     desk.dispatcher.runAll();
+    EXPECT_TRUE(isLetGo);
     EXPECT_EQ(zone(), 7);
     EXPECT_THAT(alerts().back(), HasSubstr("|Saved."));
 }
@@ -454,6 +470,11 @@ TEST_F(SettingWindow, DefaultsAreShownButNotWrittenUntilSaved)
     desk.dispatcher.runAll();
     EXPECT_FALSE(window->window().isVisible());
     EXPECT_EQ(contents(card.path("config.bin")), bytesOf(recordWith(5)));
+
+    language = "ko";
+    open();
+    window->onSaveDefaultSetting();
+    EXPECT_EQ(window->filedata()->vid_enc_bitrate, 8000u);
 
     // The record before a save can be brought back.
     open();

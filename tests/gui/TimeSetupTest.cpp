@@ -72,6 +72,12 @@ TEST_F(TimeSetup, ACardThatHangsHoldsUpNothingAndIsTold)
     EXPECT_EQ(test.alerts.shown.size(), 1u);
     settle();
     EXPECT_TRUE(outlet<QPushButton>("saveButton").isEnabled());
+    outlet<QPushButton>("saveButton").click();
+    bool isLetGo = false;
+    controller.letGo([&] { isLetGo = true; });
+    EXPECT_FALSE(isLetGo) << "before the outcome is told";
+    settle();
+    EXPECT_TRUE(isLetGo);
 }
 
 TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
