@@ -136,19 +136,27 @@ bool StreamedFile::write(std::string_view piece)
 
 FileError StreamedFile::finish()
 {
-    if (!failure && ::fsync(file.get()) != 0)
-        fail();
-    close();
+    sync();
     if (!failure && !beside.empty()) {
         isRenamed = ::renameat(target.folder(), beside.c_str(), target.folder(), target.name().c_str()) == 0;
         if (isRenamed)
             beside.clear();
         else
             fail();
+        // A FAT keeps where a file begins in its folder, but writes it with the file: without this the name
+        // still leads to the file before on the medium, and that one's room is free by now.
+        sync();
     }
+    close();
     if (!failure && !syncFolder(target.folder()))
         fail();
     return failure;
+}
+
+void StreamedFile::sync()
+{
+    if (!failure && ::fsync(file.get()) != 0)
+        fail();
 }
 
 void StreamedFile::fail()

@@ -10,8 +10,9 @@
 namespace platform {
 
 /// Creates or replaces a file, written in pieces, so that its readers find the old or the new contents and
-/// never a mixture: written beside it, synced, renamed, the folder synced. Where no file can be made beside
-/// it (and only there), a file that is there is written in place, if its length is known to stay the same.
+/// never a mixture: written beside it, synced, renamed, synced again, the folder synced. Where no file can be
+/// made beside it (and only there), a file that is there is written in place, if its length is known to stay
+/// the same.
 /// Anything in its place that is neither a regular file nor missing is refused. What killed programs have
 /// left beside it (".zvk*.tmp") is removed. One thread at a time.
 class StreamedFile {
@@ -34,6 +35,7 @@ public:
 
 private:
     void fail();
+    void sync();
     void close();
     bool createBeside();
 

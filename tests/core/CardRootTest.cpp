@@ -76,7 +76,7 @@ TEST(ReplaceFile, IsOnTheMediumBeforeItIsInPlaceAndStaysThere)
     const FilePlace place = FilePlace::chosen(folder.file("config.bin", "old"));
     CountedCalls calls;
     EXPECT_FALSE(platform::replaceFile(place, "new"));
-    EXPECT_THAT(calls.names(), ElementsAre("fsync", "rename", "fsync"));
+    EXPECT_THAT(calls.names(), ElementsAre("fsync", "rename", "fsync", "fsync folder"));
     for (const char* const call : {"fsync", "rename"}) {
         SCOPED_TRACE(call);
         calls.fail(call, EIO);

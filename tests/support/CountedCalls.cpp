@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -48,7 +49,9 @@ template <typename... Words> int counted(const char* name, long number, Words...
 extern "C" {
 int fsync(int file)
 {
-    return counted("fsync", SYS_fsync, file);
+    struct stat status { };
+    const bool isFolder = ::fstat(file, &status) == 0 && S_ISDIR(status.st_mode);
+    return counted(isFolder ? "fsync folder" : "fsync", SYS_fsync, file);
 }
 int fdatasync(int file)
 {
