@@ -6,13 +6,6 @@ zavik=$1 sample=$2 zavikctl=$3 shots=${4:-}
 . "$(dirname "$0")/desk.sh"
 card=$work/card
 
-named() { xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1; }
-is_open() { [ -n "$(named "$1")" ]; }
-is_closed() { ! is_open "$1"; }
-windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }
-# The alert that has come since the windows were listed.
-alert() { comm -13 <(echo "$known") <(windows) | tail -n 1; }
-has_alert() { [ -n "$(alert)" ]; }
 answer() { await "$1" has_alert; step "$2"; xdotool windowfocus --sync "$(alert)"; key Return; }
 
 start "$zavik" --card "$card"
