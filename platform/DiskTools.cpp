@@ -92,6 +92,8 @@ ScriptResult privilegedResult(const std::string& tool, const ToolResult& run)
         return failure(cannotRun, "script.tool_missing", "pkexec");
     if (run.end == ToolResult::End::exited && run.status == 126)
         return failure(cancelled, "script.cancelled");
+    if (says(run, "authentication agent") && run.status == 127)
+        return failure(notAllowed, "script.nobody_asks");
     if (run.end == ToolResult::End::exited && run.status == 127)
         return failure(notAllowed, "script.not_allowed", run.text);
     return scriptResult(tool, run);

@@ -94,6 +94,11 @@ TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
     EXPECT_EQ(answered("exit 126\n").number, -128);
     EXPECT_THAT(answered("exit 126\n").message, HasSubstr("cancelled"));
     EXPECT_THAT(answered("echo 'Not authorized' >&2; exit 127\n").message, HasSubstr("Not authorized"));
+    const auto nobodyAsks =
+        answered("echo \"Error creating textual authentication agent: Error opening current"
+                 " controlling terminal for the process ('/dev/tty')\" >&2; exit 127\n");
+    EXPECT_THAT(nobodyAsks.message, HasSubstr("password"));
+    EXPECT_THAT(nobodyAsks.message, testing::Not(HasSubstr("tty")));
     EXPECT_THAT(answered("sleep 600\n").message, HasSubstr("too long"));
     CountedCalls calls;
     calls.fail("kill", EPERM);
