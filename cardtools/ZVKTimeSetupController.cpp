@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QTextCharFormat>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <utility>
@@ -23,6 +24,13 @@ using platform::localized;
 namespace {
 
 constexpr const char* clockFile = "timeset.cfg";
+
+std::optional<TKUSBDiskEntity> cardAt(platform::DiskArbitration& disks, const std::string& mountPath)
+{
+    const auto present = usbDiskEntities(disks);
+    const auto found = std::ranges::find(present, mountPath, &TKUSBDiskEntity::mountedURL);
+    return found == present.end() ? std::nullopt : std::optional(*found);
+}
 
 } // namespace
 
@@ -72,7 +80,8 @@ void ZVKTimeSetupController::windowDidLoad()
     progressPanel = new LoadingSheet(desktop.dispatcher, *outlets->contentBox);
     progressPanel->onTimeOut([this] {
         if (isWorking)
-            showAlert(desktop.alerts, *loaded, "ZAVIK", localized("msg.card_hangs").toStdString());
+            takeHangAlertAway = desktop.alerts.ask(*loaded, "ZAVIK",
+                localized("msg.card_hangs").toStdString(), {localized("format.ok").toStdString()}, {});
     });
     onInitDIalog();
     connectOutlets();
@@ -146,13 +155,13 @@ void ZVKTimeSetupController::loadSettingFile()
     setWorking(true, "loading");
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, volume = findUSBVolumeContainingPath(disks, clockFile)] {
+        const auto volume = findUSBVolumeContainingPath(disks, clockFile);
+        dispatcher.onMain([this, life, found = volume ? cardAt(disks, *volume) : std::nullopt] {
             if (life.expired())
                 return;
-            if (volume) {
-                cardRoot = *volume;
-                m_SettingFilePath = (std::filesystem::path(*volume) / clockFile).native();
-            }
+            card = found;
+            if (found)
+                m_SettingFilePath = (std::filesystem::path(found->mountedURL) / clockFile).native();
             setWorking(false, nullptr);
         });
     });
@@ -162,6 +171,8 @@ void ZVKTimeSetupController::loadSettingFile()
 void ZVKTimeSetupController::setWorking(bool on, const char* titleKey)
 {
     isWorking = on;
+    if (const auto takeAway = std::exchange(takeHangAlertAway, {}))
+        takeAway();
     outlets->saveButton->setEnabled(!on);
     if (on)
         progressPanel->showLoading(localized(titleKey));
@@ -228,7 +239,12 @@ void ZVKTimeSetupController::onSaveConfigFile()
         return;
     outlets->timePicker->interpretText();
     if (m_SettingFilePath)
-        return doWriteConfigFile([root = cardRoot] { return platform::CardRoot(root).file(clockFile); });
+        return doWriteConfigFile([&disks = desktop.disks, known = *card] {
+            // Another card may be in its place by now.
+            const auto found = cardAt(disks, known.mountedURL);
+            const bool isThere = found && found->key == known.key;
+            return platform::CardRoot(isThere ? known.mountedURL : std::string()).file(clockFile);
+        });
     openSavePanel([this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
         if (!life.expired() && path && !isWorking)
             doWriteConfigFile([chosen = *path] { return platform::FilePlace::chosen(chosen); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cardtools/TKUSBDiskEntity.h"
 #include "cardtools/TimeSet.h"
 #include "common/WindowController.h"
 #include "platform/FilePlace.h"
@@ -66,10 +67,11 @@ private:
     Now now;
     QLocale locale;
     std::optional<std::string> m_SettingFilePath;
-    std::string cardRoot; // of that file
+    std::optional<TKUSBDiskEntity> card; // of that file
     bool isWorking = false;
     bool isSaving = false;
     std::function<void()> afterSave;
+    std::function<void()> takeHangAlertAway;
     LoadingSheet* progressPanel = nullptr;
     QDate selectedDate;
     QTime selectedTime;

@@ -54,12 +54,15 @@ FilePlace copyBeside(const FilePlace& settings, int number)
 
 constexpr int mostCopies = 99;
 
-/// The copy of the record before: the first that is one.
-std::optional<FilePlace> recordBeside(const FilePlace& settings)
+/// The copy of the record before: the first that is a record of this version.
+std::optional<FilePlace> recordBeside(const FilePlace& settings, uint16_t version)
 {
     for (int number = 1; number <= mostCopies; ++number) {
         FilePlace copy = copyBeside(settings, number);
-        if (copy.size() == sizeof(_FILEDATA))
+        FileError why;
+        const auto bytes = copy.contents(sizeof(_FILEDATA), why);
+        const auto record = bytes ? asRecord(*bytes) : std::nullopt;
+        if (record && record->cfg_ver == version)
             return copy;
         if (!copy.isThere())
             break;
@@ -92,8 +95,10 @@ std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::D
         if (same != present.end())
             return *same;
     }
-    // A card that the system does not describe any more is written where it was, while it is there.
-    if (card.disk && settingsOn(*card.disk).isThere())
+    // A card that the system does not describe any more is written where it was, while nothing else is there.
+    const bool isReplaced = card.disk
+        && std::ranges::find(present, card.disk->mountedURL, &TKUSBDiskEntity::mountedURL) != present.end();
+    if (card.disk && !isReplaced && settingsOn(*card.disk).isThere())
         return card.disk;
     return preferredUSBDisk(present);
 }
@@ -102,7 +107,7 @@ std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::D
 void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutcome& outcome)
 {
     outcome.before = asRecord(contents);
-    auto kept = outcome.before ? recordBeside(settings) : std::nullopt;
+    auto kept = outcome.before ? recordBeside(settings, outcome.before->cfg_ver) : std::nullopt;
     if (!kept)
         kept = freeBeside(settings);
     outcome.error = kept ? platform::replaceFile(*kept, contents) : FileError{EEXIST};
@@ -200,7 +205,7 @@ ReadSettings readCardSettings(const CardSettings& card)
         return loadFileData(place, record) ? std::optional(record) : std::nullopt;
     };
     read.record = recordOf(settings);
-    if (const auto copy = recordBeside(settings))
+    if (const auto copy = read.record ? recordBeside(settings, read.record->cfg_ver) : std::nullopt)
         read.previous = recordOf(*copy);
     return read;
 }

@@ -131,8 +131,9 @@ void ZVKSettingController::showRecord(const _FILEDATA& record)
 void ZVKSettingController::tellThatTheCardHangs()
 {
     if (work != Work::None && view->isVisible())
-        showAlert(desktop.alerts, *view, "Warn",
-            localized(work == Work::Reading ? "msg.reading_hangs" : "msg.saving_hangs").toStdString());
+        takeHangAlertAway = desktop.alerts.ask(*view, "Warn",
+            localized(work == Work::Reading ? "msg.reading_hangs" : "msg.saving_hangs").toStdString(),
+            {localized("format.ok").toStdString()}, {});
 }
 
 /// A card was put in or pulled, or something else was mounted.

@@ -85,7 +85,16 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
         fileDataRead = request.record;
         return saved(outcome);
     case Kind::NoCard:
-        return saveWhereTheUserSays();
+        if (!request.card.disk)
+            return saveWhereTheUserSays();
+        return showAlertSheet(desktop.alerts, *view, "ZAVIK",
+            localized("setting.card_gone")
+                .arg(QString::fromStdString(request.card.disk->displayString()).trimmed())
+                .toStdString(),
+            [this, life = std::weak_ptr(alive)] {
+                if (!life.expired())
+                    saveWhereTheUserSays();
+            });
     case Kind::OtherCard:
         return askForOtherCard(request, outcome);
     case Kind::OthersSettings:

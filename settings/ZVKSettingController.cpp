@@ -133,6 +133,9 @@ void ZVKSettingController::showTitle()
 void ZVKSettingController::setWork(Work now)
 {
     work = now;
+    // What it says is not so any more.
+    if (const auto takeAway = std::exchange(takeHangAlertAway, {}))
+        takeAway();
     for (QWidget* control : {static_cast<QWidget*>(outlets->targetView),
              static_cast<QWidget*>(outlets->resetButton), static_cast<QWidget*>(outlets->previousButton),
              static_cast<QWidget*>(outlets->sdcardFormatButton), static_cast<QWidget*>(outlets->noticeBar),

@@ -142,6 +142,7 @@ private:
     std::string m_strVersion;
     Work work = Work::None;
     std::function<void()> afterSave;
+    std::function<void()> takeHangAlertAway;
     int lastSelectedTabIndex = -1;
     std::unique_ptr<QWidget> view;
     std::unique_ptr<Ui::ZVKSettingController> outlets;

@@ -85,6 +85,10 @@ TEST(ReplaceFile, IsOnTheMediumBeforeItIsInPlaceAndStaysThere)
         EXPECT_EQ(entriesIn(folder.path()), 1u);
         calls.fail(call, 0);
     }
+    // What is in place may be another program's by now: nothing is taken back.
+    calls.fail("fsync folder", EIO);
+    EXPECT_EQ(platform::replaceFile(place, "newest").code, EIO);
+    EXPECT_EQ(contents(folder.path("config.bin")), "newest");
 }
 
 TEST(ReplaceFile, LeftoversOfKilledProgramsGoAndThoseOfOthersStay)

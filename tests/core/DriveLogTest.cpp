@@ -118,7 +118,7 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
     EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path("none")), obdDriveFormat).end(),
         DriveLogEnd::NotThere);
     EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path()), obdDriveFormat).end(),
-        DriveLogEnd::CannotOpen);
+        DriveLogEnd::Refused);
 }
 
 } // namespace

@@ -51,9 +51,11 @@ TEST(PatientFile, GivingUpEndsTheWaitAndNothingStaysOpen)
         std::this_thread::yield();
     EXPECT_LE(openDescriptors(), before) << "files of other tests may be closed meanwhile";
 
-    const HungFile hung(path);
+    // One that no thread from before may still have open.
+    const std::string hungPath = folder.file("hung.avi", "0123456789");
+    const HungFile hung(hungPath);
     ASSERT_TRUE(hung.isHung);
-    PatientFile file(path);
+    PatientFile file(hungPath);
     auto size = std::async(std::launch::async, [&file] { return file.size(); });
     EXPECT_EQ(size.wait_for(50ms), std::future_status::timeout);
     file.giveUp();

@@ -25,7 +25,7 @@ await "another row" logged '^rowNum='
 step "a record on the map"
 
 xdotool windowfocus --sync "$window"
-click 743 610
+eval "$(geometry)"; click $((WIDTH - 57)) $((HEIGHT - 82))
 await "no save panel" is_open '^Export the drive log$'
 panel=$(named '^Export the drive log$')
 xdotool windowfocus --sync "$panel"

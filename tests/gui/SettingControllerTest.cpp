@@ -394,6 +394,16 @@ TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
     }
 }
 
+TEST_F(SettingWindow, AnotherCardInTheSamePlaceIsAskedFor)
+{
+    openOwnCard();
+    desk.disks.volumes[0].mediaPath = "usb-2";
+    desk.alerts.answer = 1;
+    save(7);
+    EXPECT_THAT(alerts(), ElementsAre(HasSubstr("is not there any more|Save them to this card")));
+    EXPECT_EQ(zone(), 5);
+}
+
 TEST_F(SettingWindow, OfTwoCardsTheOneThatWasReadIsWritten)
 {
     const TempFolder other;
@@ -498,7 +508,10 @@ TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
     }
     ASSERT_TRUE(window->isFormatting());
     fs::remove(card.path("config.bin"));
-    save(7);
+    alerts().clear();
+    window->onSave();
+    EXPECT_FALSE(isSheetUp()) << "it is not even begun";
+    desk.dispatcher.runAll();
     EXPECT_FALSE(fs::exists(other.path("config.bin")));
     desk.dispatcher.runAll();
     EXPECT_FALSE(window->isFormatting());

@@ -63,6 +63,18 @@ TEST_F(TimeSetup, AFailedWriteIsToldAndLeavesTheWindowOpen)
     EXPECT_EQ(contents(diary), "secret");
 }
 
+TEST_F(TimeSetup, AnotherCardInTheSamePlaceIsNotWritten)
+{
+    card.file("timeset.cfg", "");
+    controller.showWindow();
+    settle();
+    test.disks.volumes[0].mediaPath = "usb-2";
+    outlet<QPushButton>("saveButton").click();
+    settle();
+    EXPECT_EQ(contents(card.path("timeset.cfg")), "");
+    EXPECT_NE(test.alerts.shown.back().find("not there any more"), std::string::npos);
+}
+
 TEST_F(TimeSetup, ACardThatHangsHoldsUpNothingAndIsTold)
 {
     card.file("timeset.cfg", "");
