@@ -12,12 +12,10 @@ using Folder = AppTest;
 
 TEST_F(Start, FindsAnEmptyListAndTheWindowCentred)
 {
-    EXPECT_EQ(app.list().count(), 0);
     EXPECT_EQ(app.mediaIndex(), -1);
-    EXPECT_EQ(app.volume(), 70u);
     EXPECT_EQ(app.player().loudness, 70);
     EXPECT_FALSE(app.player().muted);
-    EXPECT_EQ(app.controller->mainWindow().frame(), (platform::Rect{450, 205, 1020, 640}));
+    EXPECT_EQ(app.window().frame(), (platform::Rect{450, 205, 1020, 640}));
     EXPECT_FALSE(app.desk.screens.wasAnimated);
     EXPECT_EQ(app.find<TKImageButton>("playButton").imageName(), "icon_play_n");
     EXPECT_EQ(app.find<TKImageButton>("recordButtonImageView").imageName(), "record_p");
