@@ -117,8 +117,8 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
     const TempFolder folder;
     EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path("none")), obdDriveFormat).end(),
         DriveLogEnd::NotThere);
-    EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path()), obdDriveFormat).end(),
-        DriveLogEnd::Refused);
+    EXPECT_EQ(
+        readDriveLog(platform::FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::Refused);
 }
 
 } // namespace
