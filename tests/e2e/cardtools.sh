@@ -16,9 +16,9 @@ key ctrl+comma
 await "the settings do not come" is_open '^Camera Settings'
 window=$(named '^Camera Settings')
 xdotool windowfocus --sync "$window"
-await "the card's sheet does not go" rests 320x60+240+300
+await "the card's sheet does not go" rests 320x140+240+290
 key ctrl+6
-sleep 0.3; await "the log's sheet does not go" rests 320x60+240+300
+sleep 0.3; await "the log's sheet does not go" rests 320x140+240+290
 # The log is read behind the page: its first row comes when it may.
 move 200 140
 opens_map() { xdotool click --repeat 2 --delay 60 1; sleep 0.5; is_open '^Map$'; }

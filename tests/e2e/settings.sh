@@ -31,7 +31,7 @@ open_settings() {
   window=$(settings_window)
   xdotool windowfocus --sync "$window"
   # The sheet's bar moves while the card is read.
-  await "the loading sheet does not go" rests "$window" 320x60+240+300
+  await "the loading sheet does not go" rests "$window" 320x140+240+290
 }
 save() {
   known=$(windows); key ctrl+s
@@ -41,7 +41,7 @@ save() {
   await "the window does not close after the save" is_closed
 }
 # A page that loads something does so behind the sheet.
-page() { key "ctrl+$1"; sleep 0.3; await "page $1 does not come to rest" rests "$window" 320x60+240+300; step "page $1"; }
+page() { key "ctrl+$1"; sleep 0.3; await "page $1 does not come to rest" rests "$window" 320x140+240+290; step "page $1"; }
 changed() { [ "$(field "$1")" != "$2" ] || fail "$3 is still $2"; }
 
 xdotool windowfocus "$player"
