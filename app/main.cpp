@@ -3,6 +3,7 @@
 #include "cardtools/PMProgressIndicatorController.h"
 #include "cardtools/Volumes.h"
 #include "lib/Style.h"
+#include "platform/FilePanel.h"
 #include "platform/Images.h"
 #include "platform/LinuxPlatform.h"
 
@@ -11,11 +12,15 @@
 #include <chrono>
 #include <cstdio>
 #include <span>
+#include <string_view>
 
 int main(int argc, char* argv[])
 {
     const std::span<const char* const> arguments(argv, static_cast<size_t>(argc));
-    const CommandLine command = CommandLine::parsed(arguments.subspan(argc > 0 ? 1 : 0), ZAVIK_LANGUAGE);
+    // This program again, for one panel: not meant for users.
+    const bool isPanel = argc == 2 && arguments[1] == std::string_view("--file-panel");
+    const CommandLine command =
+        CommandLine::parsed(arguments.subspan(argc > 0 && !isPanel ? 1 : argc), ZAVIK_LANGUAGE);
     if (command.exitCode) {
         std::fputs(command.message.c_str(), *command.exitCode == 0 ? stdout : stderr);
         return *command.exitCode;
@@ -27,6 +32,8 @@ int main(int argc, char* argv[])
     platform::initialiseLayer();
     style::apply(application);
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
+    if (isPanel)
+        return platform::runFilePanel();
 
     platform::LinuxPlatform layer(command.card);
     layer.setCardFinder([](platform::DiskArbitration& disks) {

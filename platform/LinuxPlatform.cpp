@@ -3,6 +3,7 @@
 #include "platform/CupsPrintSession.h"
 #include "platform/FolderCard.h"
 #include "platform/MpvPlayer.h"
+#include "platform/PanelProcess.h"
 #include "platform/QtDispatcher.h"
 #include "platform/QtPanels.h"
 #include "platform/QtScreens.h"
@@ -12,6 +13,8 @@
 #include "platform/UDisks2DiskArbitration.h"
 #include "platform/VideoView.h"
 #include "platform/WebEngine.h"
+
+#include <QCoreApplication>
 
 #include <clocale>
 
@@ -47,8 +50,12 @@ struct LinuxPlatform::Parts {
 
     QtDispatcher dispatcher;
     QtUserDefaults defaults;
-    QtPanels panels{dispatcher, defaults};
     QtAlerts alerts;
+    QtPanels panels{
+        dispatcher, defaults, [this](QWidget& window, const PanelRequest& request, Panels::Answer answer) {
+            auto* const panel = new PanelProcess(window, alerts, QCoreApplication::applicationFilePath());
+            panel->show(request, std::move(answer));
+        }};
     QtScreens screens{defaults};
     CupsPrintSession printing{dispatcher};
     QtScriptRunner scripts;

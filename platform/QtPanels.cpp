@@ -4,13 +4,10 @@
 #include "platform/UserDefaults.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
+#include <QFile>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QStandardPaths>
 
 #include <filesystem>
 #include <memory>
@@ -25,28 +22,6 @@ namespace {
 constexpr const char* lastFolderKey = "LastPanelFolder";
 /// A card that has not been found by then does not hold the panel up.
 constexpr auto patience = 500ms;
-constexpr int placesWidth = 140;
-
-/// The home folder where there is no documents folder.
-QString documentsFolder()
-{
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
-}
-
-QFileDialog& madePanel(QWidget& window, const std::string& title)
-{
-    // Without a folder it would look into the last one, on a card that may hang.
-    auto* dialog = new QFileDialog(&window, QString::fromStdString(title), documentsFolder());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowModality(Qt::WindowModal);
-    // A desktop's own panel speaks the desktop's language, and may ask about replacing or hide hidden files
-    // whatever it is told.
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
-    // Names alone: the details would be cut off, and their words are the system's.
-    dialog->setViewMode(QFileDialog::List);
-    return *dialog;
-}
 
 /// Whether the folder can be listed; waits for a card that hangs.
 bool isAtHand(const std::string& folder)
@@ -56,14 +31,10 @@ bool isAtHand(const std::string& folder)
     return !error;
 }
 
-/// Both cases of the ending, as cards carry either.
-void setType(QFileDialog& dialog, const std::string& type)
+/// The defaults keep texts only.
+bool isText(const std::string& path)
 {
-    if (type.empty())
-        return;
-    const QString ending = QString::fromStdString(type);
-    dialog.setNameFilter(QStringLiteral("*.%1 (*.%1 *.%2)").arg(ending, ending.toUpper()));
-    dialog.setDefaultSuffix(ending);
+    return QFile::encodeName(QFile::decodeName(path.c_str())).toStdString() == path;
 }
 
 QMessageBox& madeAlert(QWidget& window, const std::string& title, const std::string& message)
@@ -83,87 +54,54 @@ QMessageBox& madeAlert(QWidget& window, const std::string& title, const std::str
 
 void QtPanels::chooseFolder(QWidget& window, const std::string& title, Answer answer)
 {
-    QFileDialog& dialog = madePanel(window, title);
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
-    connectAnswer(dialog, std::move(answer));
-    openWhereThingsAre(dialog);
+    openWhereThingsAre(window, {PanelRequest::Kind::folder, {title, {}, {}}}, std::move(answer));
 }
 
 void QtPanels::chooseFile(QWidget& window, const OpenPanel& panel, Answer answer)
 {
-    QFileDialog& dialog = madePanel(window, panel.title);
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    setType(dialog, panel.type);
-    connectAnswer(dialog, std::move(answer));
-    openWhereThingsAre(dialog);
+    openWhereThingsAre(
+        window, {PanelRequest::Kind::file, {panel.title, {}, {}, panel.type}}, std::move(answer));
 }
 
 void QtPanels::chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer)
 {
-    QFileDialog& dialog = madePanel(window, panel.title);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !panel.asksBeforeReplacing);
-    dialog.setFilter(dialog.filter().setFlag(QDir::Hidden, !panel.hidesHiddenFiles));
-    setType(dialog, panel.type);
-    dialog.setProperty("proposedName", QFile::decodeName(panel.name.c_str()));
-    connectAnswer(dialog, std::move(answer));
+    PanelRequest request{PanelRequest::Kind::save, panel};
     if (panel.folder)
-        start(dialog, panel.folder);
+        show(window, request, std::move(answer));
     else
-        openWhereThingsAre(dialog);
+        openWhereThingsAre(window, std::move(request), std::move(answer));
 }
 
-/// In the documents where there is no folder or it cannot be shown.
-void QtPanels::start(QFileDialog& dialog, const std::optional<std::string>& folder)
+void QtPanels::show(QWidget& window, const PanelRequest& request, Answer answer)
 {
-    // The proposed name is one of the folder that the panel is in.
-    const QString name = dialog.property("proposedName").toString();
-    const QString place = folder ? folders.shown(*folder) : QString();
-    dialog.setDirectory(place.isEmpty() ? documentsFolder() : place);
-    if (!name.isEmpty())
-        dialog.selectFile(name);
-    if (auto* places = dialog.findChild<QWidget*>(QStringLiteral("sidebar")))
-        places->setMinimumWidth(placesWidth);
-    dialog.open();
-    for (QPushButton* button : dialog.findChildren<QPushButton*>())
-        button->setIcon({});
-}
-
-void QtPanels::connectAnswer(QFileDialog& dialog, Answer answer)
-{
-    QObject::connect(
-        &dialog, &QFileDialog::finished, &dialog, [this, &dialog, reply = std::move(answer)](int result) {
-            const QStringList chosen = dialog.selectedFiles();
-            if (result != QDialog::Accepted || chosen.isEmpty()) {
-                reply(std::nullopt);
-                return;
+    const bool isFolder = request.kind == PanelRequest::Kind::folder;
+    showPanel(
+        window, request, [this, isFolder, reply = std::move(answer)](const std::optional<std::string>& path) {
+            if (path) {
+                const std::string folder =
+                    isFolder ? *path : std::filesystem::path(*path).parent_path().native();
+                if (isText(folder))
+                    defaults.setStringList(lastFolderKey, {folder});
             }
-            const std::string path = folders.real(chosen.first());
-            const bool isFolder = dialog.fileMode() == QFileDialog::Directory;
-            const std::string folder = isFolder ? path : std::filesystem::path(path).parent_path().native();
-            // A link goes with the program, and the defaults keep texts only.
-            if (folders.real(QFile::decodeName(folder.c_str())) == folder)
-                defaults.setStringList(lastFolderKey, {folder});
             reply(path);
         });
 }
 
 /// The folders are looked at in the background: a card may hang.
-void QtPanels::openWhereThingsAre(QFileDialog& dialog)
+void QtPanels::openWhereThingsAre(QWidget& window, PanelRequest request, Answer answer)
 {
     // Whoever asks twice means one panel.
-    if (waiting) {
-        waiting->reject();
-        waiting->deleteLater();
-    }
-    waiting = &dialog;
-    const auto once = [this, panel = QPointer(&dialog)](const std::optional<std::string>& folder) {
+    if (const auto before = std::exchange(waiting, nullptr))
+        before->answer(std::nullopt);
+    waiting = std::make_shared<Waiting>(Waiting{&window, std::move(request), std::move(answer)});
+    const auto once = [this, asked = std::weak_ptr(waiting)](const std::optional<std::string>& folder) {
+        const auto panel = asked.lock();
         if (!panel || panel != waiting)
             return;
-        waiting.clear();
-        start(*panel, folder);
+        waiting.reset();
+        panel->request.panel.folder = folder;
+        if (panel->window)
+            show(*panel->window, panel->request, std::move(panel->answer));
     };
     dispatcher.inBackground(
         [&queues = dispatcher, once, find = findCard, used = defaults.stringList(lastFolderKey)] {

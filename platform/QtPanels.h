@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "platform/FilePanel.h"
 #include "platform/Panels.h"
-#include "platform/ShownFolders.h"
 
 #include <QPointer>
-
-class QFileDialog;
 
 namespace platform {
 
@@ -16,9 +14,13 @@ class UserDefaults;
 /// Panels on QFileDialog; the toolkit's own, which speaks the program's language.
 class QtPanels final : public Panels {
 public:
-    QtPanels(Dispatcher& queues, UserDefaults& userDefaults)
+    /// Puts a panel on screen. Its request's folder is the one to start in, its documents without one.
+    using Show = std::function<void(QWidget& window, const PanelRequest& request, Answer answer)>;
+
+    QtPanels(Dispatcher& queues, UserDefaults& userDefaults, Show show)
         : dispatcher(queues),
-          defaults(userDefaults)
+          defaults(userDefaults),
+          showPanel(std::move(show))
     {
     }
 
@@ -30,16 +32,20 @@ public:
     void chooseSaveFile(QWidget& window, const SavePanel& panel, Answer answer) override;
 
 private:
-    void connectAnswer(QFileDialog& dialog, Answer answer);
-    void openWhereThingsAre(QFileDialog& dialog);
-    void start(QFileDialog& dialog, const std::optional<std::string>& folder);
+    /// Asked for and not on screen yet.
+    struct Waiting {
+        QPointer<QWidget> window;
+        PanelRequest request;
+        Answer answer;
+    };
+    void openWhereThingsAre(QWidget& window, PanelRequest request, Answer answer);
+    void show(QWidget& window, const PanelRequest& request, Answer answer);
 
     Dispatcher& dispatcher;
     UserDefaults& defaults;
+    Show showPanel;
     std::function<std::optional<std::string>()> findCard = [] { return std::nullopt; };
-    ShownFolders folders;
-    /// Not on screen yet.
-    QPointer<QFileDialog> waiting;
+    std::shared_ptr<Waiting> waiting;
 };
 
 /// Alerts on QMessageBox.

@@ -29,6 +29,14 @@ step "a record on the map"
 xdotool windowfocus --sync "$window"
 eval "$(geometry)"; click $((WIDTH - 57)) $((HEIGHT - 82))
 await "no save panel" is_open '^Export the drive log$'
+# A panel that hangs, with the card that it shows, holds nothing else up.
+known=$(windows)
+pkill -STOP -P "$program" -f file-panel
+await "no word about the panel that hangs" has_alert
+step "a panel that hangs"
+pkill -CONT -P "$program" -f file-panel
+word_is_gone() { ! has_alert; }
+await "the word stays though the panel answers" word_is_gone
 panel=$(named '^Export the drive log$')
 xdotool windowfocus --sync "$panel"
 key ctrl+a; xdotool type --delay 20 "$work/log.csv"

@@ -1,4 +1,5 @@
 #include "platform/QtPanels.h"
+#include "platform/ShownFolders.h"
 #include "platform/Texts.h"
 #include "tests/support/GuiTesting.h"
 
@@ -31,7 +32,15 @@ protected:
 
     TempFolder folder;
     TestPlatform desktop;
-    platform::QtPanels panels{desktop.dispatcher, desktop.defaults};
+    platform::ShownFolders folders;
+    platform::QtPanels panels{
+        desktop.dispatcher, desktop.defaults, [this](QWidget& asking, const auto& request, auto answer) {
+            QFileDialog& made = platform::makeFilePanel(request, folders, &asking);
+            QObject::connect(&made, &QFileDialog::finished, &made, [=, this, &made](int result) {
+                answer(result == QDialog::Accepted ? chosenPath(made, folders) : std::nullopt);
+            });
+            made.open();
+        }};
     std::optional<std::string> card;
     QWidget window;
 };
