@@ -25,6 +25,10 @@ constexpr double tickSeconds = 0.3;
 constexpr auto tick = std::chrono::milliseconds(300);
 constexpr double longestDisplay = 1000;
 
+// Where the bar is when the writing begins and when it ends.
+constexpr double writingFrom = 25;
+constexpr double writingTo = 75;
+
 // For files of the card that take their time to close.
 constexpr auto lettingGoInterval = std::chrono::milliseconds(100);
 constexpr int lettingGoTries = 30;
@@ -41,10 +45,18 @@ std::string copiesFolder()
 
 void ZVKFormatWindowController::doFormat(const TKUSBDiskEntity& card)
 {
-    const auto say = [&layer = desktop, token = std::weak_ptr(alive), this](Phase phase) {
-        layer.dispatcher.onMain([token, this, phase] {
-            if (!token.expired())
-                showPhase(phase);
+    const auto count = [ask = desktop.writtenBytes, device = card.deviceFilePath] {
+        return ask ? ask(device) : std::nullopt;
+    };
+    const auto say = [&layer = desktop, token = std::weak_ptr(alive), this, size = card.volumeSize, count](
+                         Phase phase) {
+        // Before the first byte: made here, not when the main thread comes to it.
+        auto writes = phase == Phase::formatting ? std::make_shared<FormatWriting>(size, count) : nullptr;
+        layer.dispatcher.onMain([token, this, phase, writes] {
+            if (token.expired())
+                return;
+            showPhase(phase);
+            writing = writes;
         });
     };
     lookingAtCards.request_stop();
@@ -151,6 +163,7 @@ void ZVKFormatWindowController::setFormatting(std::shared_ptr<CardFormat> format
     if (isFormatting() == on)
         return;
     job = std::move(formatting);
+    writing.reset();
     outlets->usbDiskList->setEnabled(!on);
     outlets->formatButton->setEnabled(!on);
     outlets->cancelButton->setEnabled(true);
@@ -206,9 +219,9 @@ void ZVKFormatWindowController::showPhase(Phase phase)
     case Phase::formatting:
         outlets->cancelButton->setEnabled(false);
         outlets->hintLabel->setText(localized("format.no_cancel"));
-        return showStep("formatting...", 25);
+        return showStep("formatting...", writingFrom);
     case Phase::mounting:
-        return showStep("try mount...", 75);
+        return showStep("try mount...", writingTo);
     case Phase::finishing:
         return showStep("Format completed!", 85);
     }
@@ -217,8 +230,24 @@ void ZVKFormatWindowController::showPhase(Phase phase)
 void ZVKFormatWindowController::showStep(const QString& message, double done)
 {
     progress = done;
+    outlets->progressBar->setDisplayTimeRemaining(false);
+    outlets->progressBar->restartEstimate(); // the steps are no measure of it
     outlets->progressBar->setDoubleValue(progress);
     outlets->progressMessageField->setText(message);
+}
+
+/// The counters of the system are read on the main thread: that takes some microseconds and waits for no
+/// card. Before the first byte the user may be asked for a password, after the last one the card is read
+/// back: no time is told then.
+void ZVKFormatWindowController::followWriting()
+{
+    const double share = writing->share();
+    progress = writingFrom + share * (writingTo - writingFrom);
+    outlets->progressBar->setDisplayTimeRemaining(share > 0 && share < 1);
+    if (share == 0)
+        outlets->progressBar->restartEstimate();
+    outlets->progressBar->setDoubleValue(progress);
+    outlets->progressBar->updateProgressText(); // also of a card that does not get on
 }
 
 void ZVKFormatWindowController::setBarVisible(bool visible)
@@ -254,9 +283,10 @@ void ZVKFormatWindowController::updateProgressBar(double seconds)
 {
     if (!stopProgressBar) {
         setBarVisible(true);
-        // A format is as far as its steps are: how long one takes is the card's secret.
         if (!isFormatting())
             progress += 100 / (seconds / tickSeconds);
+        else if (writing)
+            followWriting();
         outlets->progressBar->setDoubleValue(progress);
         if (progress < 100)
             return scheduleTick(seconds);

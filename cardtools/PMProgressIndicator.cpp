@@ -123,15 +123,19 @@ void PMProgressIndicator::display()
     update();
 }
 
+void PMProgressIndicator::restartEstimate()
+{
+    startTime.reset();
+    startTime2.reset();
+}
+
 /// The estimate comes from an interval that begins anew about every 3.5 seconds.
 void PMProgressIndicator::moveInterval()
 {
     const double moment = now();
     const double share = doubleValue() / maxValue();
-    if (doubleValue() < minValue() + edge) {
-        startTime.reset();
-        startTime2.reset();
-    }
+    if (doubleValue() < minValue() + edge)
+        restartEstimate();
     if (!startTime) {
         startTime = moment;
         startFraction = share;

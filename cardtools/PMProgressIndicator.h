@@ -24,6 +24,8 @@ public:
     /// The companion text; none at first.
     void setProgressText(QLabel* label) { progressText = label; }
     void updateProgressText();
+    /// The time remaining is estimated from what is done from now on.
+    void restartEstimate();
     /// Draws icon, text and bar anew.
     void display();
 

@@ -50,7 +50,7 @@ void ZVKFormatWindowController::windowDidLoad()
     outlets->usbDiskList->setTextElideMode(Qt::ElideMiddle);
     outlets->progressBar->setDrawDockProgress(false);
     outlets->progressBar->setDisplayPercentage(true);
-    // How long a card takes to be formatted nobody knows before.
+    // Only the writing has a length; of the other steps nobody knows it before.
     outlets->progressBar->setDisplayTimeRemaining(false);
     outlets->progressBar->setProgressText(outlets->progressTextField);
     updateSelectedDiskInfo();

@@ -2,6 +2,7 @@
 
 #include "cardtools/CardFormat.h"
 #include "cardtools/FormatCardText.h"
+#include "cardtools/FormatWriting.h"
 #include "cardtools/TKUSBDiskEntity.h"
 #include "common/WindowController.h"
 #include "platform/Platform.h"
@@ -56,7 +57,7 @@ public:
 
     void showProgressBar(const QString& message);
     /// One tick of a display that is expected to take so many seconds; while a card is being formatted, the
-    /// bar goes towards the end of the step.
+    /// bar goes on by what has been written.
     void updateProgressBar(double seconds);
     void hideProgressBar();
 
@@ -84,6 +85,7 @@ private:
 
     void showPhase(CardFormat::Phase phase);
     void showStep(const QString& message, double done);
+    void followWriting();
     void setBarVisible(bool visible);
     void scheduleTick(double seconds);
     void tellThatItIsFormatting();
@@ -102,6 +104,7 @@ private:
     double progress = 0;
     int progressDisplay = 0; // counts the displays, so that an old one's tick ends with it
     std::shared_ptr<CardFormat> job; // of the card that is being formatted
+    std::shared_ptr<FormatWriting> writing; // while the card is being written
     std::string letGoPath; // of the card that the holder let go of
     std::function<void()> takeWaitingAlertAway; // while it is open
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);

@@ -13,6 +13,7 @@
 #include "platform/UDisks2DiskArbitration.h"
 #include "platform/VideoView.h"
 #include "platform/WebEngine.h"
+#include "platform/WrittenBytes.h"
 
 #include <QCoreApplication>
 
@@ -46,6 +47,7 @@ struct LinuxPlatform::Parts {
               [engine = std::make_shared<WebEngine>()](
                   QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
     {
+        pieces.writtenBytes = [](const std::string& deviceName) { return writtenBytes(deviceName); };
     }
 
     QtDispatcher dispatcher;

@@ -10,8 +10,10 @@
 #include "platform/ScriptRunner.h"
 #include "platform/UserDefaults.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 class QWidget;
@@ -36,6 +38,9 @@ struct Platform {
     std::function<std::unique_ptr<WebView>(QWidget& parent)> makeWebView = {};
     /// The file that a captured or printed frame goes through.
     std::string frameFile = "/tmp/zavik_capture.jpg";
+    /// How many bytes have arrived on a device of this name, without "/dev/", since the system knows it;
+    /// nothing when the system does not tell. Never waits for the device. Any thread.
+    std::function<std::optional<uint64_t>(const std::string& deviceName)> writtenBytes = {};
 };
 
 } // namespace platform

@@ -1,4 +1,6 @@
+#include "cardtools/FormatWriting.h"
 #include "platform/DeviceUse.h"
+#include "platform/WrittenBytes.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/LoopDevice.h"
 #include "tests/support/Testing.h"
@@ -48,8 +50,12 @@ TEST_F(LoopFormat, EverySizeOfCardIsAsTheCameraNeedsIt)
         SCOPED_TRACE(size);
         const LoopDevice card(size);
         ASSERT_NE(card.name, "");
+        const uint64_t before = platform::writtenBytes(card.name).value();
         const FormatResult result = formatCard(request(card, size), loopPolicy());
         EXPECT_EQ(result.status, FormatStatus::ok) << result.detail;
+        const uint64_t written = platform::writtenBytes(card.name).value() - before;
+        EXPECT_GE(written, bytesOfFormat(size));
+        EXPECT_LE(written, bytesOfFormat(size) + uint64_t(3) * 4096) << "some blocks may go twice";
         const auto bytes = start(card.image());
         EXPECT_EQ(fileSystemFault(bytes, {size, size < 7 * gib ? 32 : 128}), "");
         // Each field counts: with one bit of it changed the card is not as asked.
