@@ -19,11 +19,6 @@ inline void require(bool holds)
         std::abort();
 }
 
-inline std::string_view textOf(const uint8_t* input, size_t size)
-{
-    return {reinterpret_cast<const char*>(input), size};
-}
-
 /// What comes before the next separator, which is taken away with it; the rest when there is none.
 inline std::string_view nextPart(std::string_view& rest, char separator)
 {
@@ -32,12 +27,20 @@ inline std::string_view nextPart(std::string_view& rest, char separator)
     return part;
 }
 
+/// The next byte, which is taken away; 0 when there is none.
+inline unsigned char nextByte(std::string_view& rest)
+{
+    const unsigned char byte = rest.empty() ? 0 : static_cast<unsigned char>(rest.front());
+    rest.remove_prefix(rest.empty() ? 0 : 1);
+    return byte;
+}
+
 /// What a target does with an input.
 void fuzz(std::string_view input);
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
 {
-    fuzz(textOf(input, size));
+    fuzz({reinterpret_cast<const char*>(input), size});
     return 0;
 }
 

@@ -1,6 +1,6 @@
 // Writes the fuzz targets' seeds into a folder: one folder for each target, named after it.
 
-#include "settings/FileData.h"
+#include "tests/support/RecordBytes.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
 #include "tools/samplecard/DriveLogWriter.h"
@@ -9,12 +9,18 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <span>
 #include <string>
 
 namespace {
 
 const DeviceFix fix{
     .latitude = 3723.4567, .longitude = 12701.25, .speed = 61.5, .satellitesUsed = 7, .hdop = 0.9};
+
+std::string textOf(std::span<const std::byte> bytes)
+{
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 class SeedFolder {
 public:
@@ -29,19 +35,23 @@ public:
         const std::filesystem::path file = m_folder / ("seed" + std::to_string(m_count++));
         std::ofstream(file, std::ios::binary) << seed;
     }
+    void add(std::initializer_list<std::string_view> seeds)
+    {
+        for (const std::string_view seed : seeds)
+            add(seed);
+    }
 
 private:
     std::filesystem::path m_folder;
-    int m_count = 0;
+    static inline int m_count = 0;
 };
 
-void addRecordings(SeedFolder& folder, const std::string& before = {})
+void addRecordings(SeedFolder folder, const std::string& before = {})
 {
     const auto add = [&](const SideDataWriter& area, bool isCounted) {
         AviWriter avi;
         avi.filler(8).junk(area, isCounted ? std::optional(area.countedSize()) : std::nullopt);
-        const std::vector<std::byte> bytes = avi.bytes();
-        folder.add(before + std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+        folder.add(before + textOf(avi.bytes()));
     };
     add({}, true);
     add(SideDataWriter().gsensor(1000, 256, -128, 0), true);
@@ -58,30 +68,16 @@ void addRecordings(SeedFolder& folder, const std::string& before = {})
     add(SideDataWriter().gps({.text = "$GA", .declaredLength = -1}), false);
 }
 
-void addDeviceSentences(SeedFolder folder)
-{
-    folder.add(gaSentence(fix) + "\n" + gcSentence(fix));
-    folder.add("$GA,,V,,,,,*00\n$GC,,,,,,,,*00\n");
-}
-
 void addDriveLogs(SeedFolder folder)
 {
     std::vector<std::byte> log = samplecard::driveLogOf({}, 15);
-    const auto add = [&] { folder.add({reinterpret_cast<const char*>(log.data()), log.size()}); };
-    add();
+    folder.add(textOf(log));
     log.resize(log.size() - 7);
-    add();
+    folder.add(textOf(log));
     for (const unsigned char count : {0, 1, 255}) {
         std::fill_n(log.begin(), 4, std::byte{count});
-        add();
+        folder.add(textOf(log));
     }
-}
-
-void addRecordingNames(SeedFolder folder)
-{
-    for (const char* name : {"/card/AlwaysMovie/alwa_20150321_142530_F.avi", "motion_20150321_142530.AVI",
-             "/card/event_20151231_235959_R.avi", "alwa_20150230_250000.avi", "/card/holiday.avi", ""})
-        folder.add(name);
 }
 
 std::string settingsRecord(bool isKorean = false)
@@ -89,7 +85,7 @@ std::string settingsRecord(bool isKorean = false)
     _FILEDATA record;
     initFileDataForRegion(record, isKorean);
     finishFileData(record);
-    return {reinterpret_cast<const char*>(&record), sizeof record};
+    return bytesOf(record);
 }
 
 void addSettings(SeedFolder folder)
@@ -99,36 +95,21 @@ void addSettings(SeedFolder folder)
             folder.add(settingsRecord(isKorean) + value);
 }
 
-void addNumbers(SeedFolder folder)
-{
-    for (const char* text : {"0.05", " +1.5 ", "0.5g", "-1e999", "abc", ".", "1e"})
-        folder.add(text);
-}
-
 void addPages(SeedFolder folder)
 {
     for (const char page : {0, 2, 4, 6, 8, 10, 11})
-        folder.add(page + settingsRecord()
-            + "\x05"
-              "1.1\n\x08\x02\n\x10"
-              "12A3456\n\x20\x01\n");
+        folder.add(page + settingsRecord() + "\x05" + "1.1\n\x08\x02\n\x10" + "12A3456\n\x20\x01\n");
 }
 
 void addCommandLines(SeedFolder folder)
 {
-    const std::string settings = settingsRecord();
     for (const char* words :
         {"config\nshow\nf.bin\n--json", "config\nset\nf.bin\nvid_enc_bitrate=5\nszPlateNumber=12AB",
             "config\ndefaults\n--region\nko\nf.bin", "volumes\n--card\n.\n--json", "size\n12345678901",
             "list\n.\n--json", "--card\n.\n--language\nko\n--", "list\n--help"})
-        folder.add(words + std::string("\n\n") + settings);
-    folder.add("clock\nf.cfg\n\n2015/03/21 14:25:30\n");
-    folder.add("clock\nf.cfg\n2015/03/21 14:25:30\n\n");
-    const std::vector<std::byte> log = samplecard::driveLogOf({}, 3);
-    folder.add("drive-log\nf.drv\n--lang\nko\n\n"
-        + std::string(reinterpret_cast<const char*>(log.data()), log.size()));
-    for (const char* format : {"--json", "--csv", "--gpx"})
-        addRecordings(folder, std::string("telemetry\nf.avi\n") + format + "\n\n");
+        folder.add(words + std::string("\n\n") + settingsRecord());
+    folder.add({"clock\nf.cfg\n\n2015/03/21 14:25:30\n", "clock\nf.cfg\n2015/03/21 14:25:30\n\n"});
+    folder.add("drive-log\nf.drv\n--lang\nko\n\n" + textOf(samplecard::driveLogOf({}, 3)));
 }
 
 } // namespace
@@ -140,16 +121,19 @@ int main(int argumentCount, char** arguments)
         return 2;
     }
     const std::filesystem::path folder = arguments[1];
-    SeedFolder sideData(folder / "SideData");
-    addRecordings(sideData);
-    SeedFolder writers(folder / "TelemetryWriters");
-    addRecordings(writers, "alwa_20150321_142530_F.avi\n");
-    addCommandLines(SeedFolder(folder / "CommandLine"));
-    addPages(SeedFolder(folder / "PageControls"));
-    addDeviceSentences(SeedFolder(folder / "DeviceSentence"));
-    addDriveLogs(SeedFolder(folder / "DriveLog"));
-    addRecordingNames(SeedFolder(folder / "RecordingName"));
-    addSettings(SeedFolder(folder / "SettingsRecord"));
-    addNumbers(SeedFolder(folder / "NumberReader"));
+    const auto in = [&](const char* target) { return SeedFolder(folder / target); };
+    addRecordings(in("SideData"));
+    addRecordings(in("TelemetryWriters"), "alwa_20150321_142530_F.avi\n");
+    addCommandLines(in("CommandLine"));
+    for (const char* format : {"--json", "--csv", "--gpx"})
+        addRecordings(in("CommandLine"), std::string("telemetry\nf.avi\n") + format + "\n\n");
+    addPages(in("PageControls"));
+    addDriveLogs(in("DriveLog"));
+    addSettings(in("SettingsRecord"));
+    in("DeviceSentence").add({gaSentence(fix) + "\n" + gcSentence(fix), "$GA,,V,,,,,*00\n$GC,,,,,,,,*00\n"});
+    in("RecordingName")
+        .add({"/card/AlwaysMovie/alwa_20150321_142530_F.avi", "motion_20150321_142530.AVI",
+            "/card/event_20151231_235959_R.avi", "alwa_20150230_250000.avi", "/card/holiday.avi", ""});
+    in("NumberReader").add({"0.05", " +1.5 ", "0.5g", "-1e999", "abc", ".", "1e"});
     return 0;
 }

@@ -65,8 +65,7 @@ void fuzz(std::string_view input)
 
     const QList<QWidget*> controls = page->findChildren<QWidget*>();
     while (!rest.empty() && !controls.empty()) {
-        const auto which = static_cast<unsigned char>(rest.front());
-        rest.remove_prefix(1);
+        const unsigned char which = nextByte(rest);
         use(*controls[which % controls.size()], rest);
     }
     stage.desktop.dispatcher.runAll();

@@ -11,13 +11,6 @@ constexpr std::array<const char*, 26> names{"Device", "Drive", "Table", "CryptoB
     "MountPoints", "ConnectionBus", "Vendor", "Model", "Media", "MediaCompatibility", "MediaRemovable",
     "TimeMediaDetected", "Removable", "Ejectable", "Id", "Serial"};
 
-unsigned char nextByte(std::string_view& rest)
-{
-    const unsigned char byte = rest.empty() ? 0 : static_cast<unsigned char>(rest.front());
-    rest.remove_prefix(rest.empty() ? 0 : 1);
-    return byte;
-}
-
 /// A property of any type, its bytes up to the next line feed.
 QVariant nextValue(std::string_view& rest)
 {

@@ -10,9 +10,7 @@ std::string nextWord(std::string_view& rest)
 {
     static constexpr std::array<const char*, 16> words{"", "sda", "sda1", "sdb", "sdb1", "dm-0", "mmcblk0",
         "loop0", "/", "/home", "/media/u/ZAVIK", "/tmp/image", "usb", "sdio", "flash_sdhc", "flash_mmc"};
-    const size_t word = rest.empty() ? 0 : static_cast<unsigned char>(rest.front());
-    rest.remove_prefix(std::min<size_t>(rest.size(), 1));
-    return words[word % words.size()];
+    return words[nextByte(rest) % words.size()];
 }
 
 } // namespace

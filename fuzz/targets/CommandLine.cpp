@@ -2,31 +2,18 @@
 #include "cli/Program.h"
 #include "fuzz/Require.h"
 #include "fuzz/WellFormed.h"
+#include "tests/support/TempFolder.h"
 
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <unistd.h>
 
 namespace {
 
-/// An empty folder in memory to work in as long as this lives.
-class Visit {
-public:
-    Visit()
-    {
-        require(::mkdtemp(path));
-        std::filesystem::current_path(path);
-    }
-    ~Visit()
-    {
-        std::filesystem::current_path(before);
-        std::filesystem::remove_all(path);
-    }
-
-private:
+/// The program works in an empty folder as long as this lives.
+struct Visit {
+    Visit() { std::filesystem::current_path(folder.path()); }
+    ~Visit() { std::filesystem::current_path(before); }
     const std::filesystem::path before = std::filesystem::current_path();
-    char path[32] = "/dev/shm/zavik-fuzz-XXXXXX";
+    const TempFolder folder;
 };
 
 /// Nothing outside the folder.

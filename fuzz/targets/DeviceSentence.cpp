@@ -6,8 +6,7 @@ void fuzz(std::string_view rest)
 {
     ZVKZAVIKNMEASentenceParser parser;
     while (!rest.empty()) {
-        const std::string_view sentence = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(sentence.size() == rest.size() ? rest.size() : sentence.size() + 1);
+        const std::string_view sentence = nextPart(rest, '\n');
         const auto before = parser.m_Current.duplicate();
         require(parser.parse(sentence) || parser.m_Current == before);
     }

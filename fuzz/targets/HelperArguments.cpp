@@ -18,9 +18,7 @@ void askFor(std::string_view text)
     if (!readRequest(arguments, request))
         return;
     KernelDevice device;
-    device.known = true;
-    device.usb = true;
-    device.removable = true;
+    device.known = device.usb = device.removable = true;
     device.size = request.sizeSeen;
     device.sequence = request.sequenceSeen;
     const FormatFacts facts = gatheredFacts(request, {}, device);
