@@ -113,7 +113,7 @@ TEST(SaveLock, WaitsForAnotherSaveButNotForEver)
     const FilePlace place = FilePlace::chosen(folder.path("config.bin"));
     const platform::Descriptor other(::open(folder.path().c_str(), O_RDONLY | O_DIRECTORY));
     ASSERT_EQ(::flock(other.get(), LOCK_EX), 0);
-    EXPECT_EQ(platform::SaveLock(place, std::chrono::milliseconds(40)).error().code, FileError::locked);
+    EXPECT_EQ(platform::SaveLock(place, 40ms).error().code, FileError::locked);
     ASSERT_EQ(::flock(other.get(), LOCK_UN), 0);
     EXPECT_FALSE(platform::SaveLock(place).error());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Program.h"
-#include "common/Log.h"
+#include "tests/support/CollectedLog.h"
 
 #include <sstream>
 #include <string>
@@ -19,8 +19,7 @@ inline Outcome zavikctl(const std::vector<std::string>& words)
     const std::vector<std::string_view> views(words.begin(), words.end());
     std::ostringstream out;
     std::ostringstream err;
-    const LogSink before = setLogSink({}); // as the program does
+    const CollectedLog dropped; // as the program does
     const auto code = cli::run(views, {out, err});
-    setLogSink(before);
     return {static_cast<int>(code), out.str(), err.str()};
 }

@@ -70,13 +70,13 @@ TEST(CliTelemetry, WritesASampleWithItsGpsHeaderAsACsvRow)
 TEST(CliTelemetry, WritesTheWayAsGpx)
 {
     const TempFolder card;
-    const std::string file = card.file("a<b>&\xFF.avi", AviWriter().junk(drive()).bytes());
+    const std::string file = card.file("a<b>&\n\"\x1F\xFF.avi", AviWriter().junk(drive()).bytes());
     EXPECT_EQ(zavikctl({"telemetry", file, "--gpx"}).out,
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<gpx version=\"1.1\" creator=\"zavikctl\" xmlns=\"http://www.topografix.com/GPX/1/1\"\n"
         "     xmlns:gpxtpx=\"http://www.garmin.com/xmlschemas/TrackPointExtension/v2\">\n"
         "  <trk>\n"
-        "    <name>a&#60;b&#62;&#38;\uFFFD.avi</name>\n"
+        "    <name>a&#60;b&#62;&#38;&#10;&#34;\uFFFD\uFFFD.avi</name>\n"
         "    <trkseg>\n"
         "      <trkpt lat=\"-33.50000000\" "
         "lon=\"-70.75000000\"><time>2015-03-21T14:25:30.100Z</time><extensions>"

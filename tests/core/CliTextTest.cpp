@@ -12,12 +12,6 @@ TEST(CliText, WritesAnyBytesAsAJsonString)
         EXPECT_EQ(cli::jsonString(bytes), json);
 }
 
-TEST(CliText, WritesAnyBytesAsXmlText)
-{
-    EXPECT_EQ(cli::xmlText("<앞 & \"뒤\">'\t\n"), "&#60;앞 &#38; &#34;뒤&#34;&#62;&#39;&#9;&#10;");
-    EXPECT_EQ(cli::xmlText(std::string_view("a\0\x1F\xFF\xEF\xBF\xBF", 7)), "a\uFFFD\uFFFD\uFFFD\uFFFD");
-}
-
 TEST(CliText, WritesMomentsInUtc)
 {
     const std::pair<int64_t, std::optional<std::string>> cases[] = {

@@ -36,14 +36,9 @@ TEST(DriveLogCells, OfWholeRows)
     odd.swa = odd.abt = 9999;
     EXPECT_EQ(rowText(logOf(odd)),
         "1|0|1900/00/00|00:00:00|-|0000.0000|00000.0000|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|-|+0.00|+0.00|+0.00");
-    const DriveLog wild = logOf(FlashDataRecord{.latWhole = 65535,
-        .latFraction = 65535,
-        .driving_distance = UINT32_MAX,
-        .x = 32,
-        .y = -96,
-        .z = INT16_MIN,
-        .battery = -5});
-    EXPECT_EQ(rowText(wild),
+    FlashDataRecord wild{.latWhole = 65535, .latFraction = 65535, .driving_distance = UINT32_MAX};
+    wild.x = 32, wild.y = -96, wild.z = INT16_MIN, wild.battery = -5;
+    EXPECT_EQ(rowText(logOf(wild)),
         "1|0|1900/00/00|00:00:00|SUN|65535.65535|00000.0000|429496729.5|0|0|V|+0.12|-0.38|-128.00| 0.-5");
     EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(15, 0), "");
     EXPECT_EQ(logOf(flashRecord()).stringForColumnIndex(0, 1), "");

@@ -116,6 +116,12 @@ const Case cases[] = {
     {"not removable", FormatStatus::notACard, {{ofCard("removable"), "0\n"}}},
     {"read-only", FormatStatus::writeProtected, {{ofCard("ro"), "1\n"}}},
     {"another medium", FormatStatus::otherMedium, {{ofCard("diskseq"), "18\n"}}},
+    {"too large", FormatStatus::tooLarge, {{ofCard("sdb1/size"), "4294967296\n"}}},
+    {"no size", FormatStatus::otherSize, {{ofCard("sdb1/size"), "0\n"}}},
+    {"system, whatever else is wrong", FormatStatus::systemDisk,
+        {{mountinfo, mount("8:17", "/", "/dev/sdb1")}, {swaps, "Filename\n/dev/sdb1 partition 1 0 -2\n"},
+            {ofCard("sdb1/holders/dm-0"), ""}, {ofCard("removable"), "0\n"}, {ofCard("ro"), "1\n"},
+            {ofCard("diskseq"), "18\n"}}},
     {"gone", FormatStatus::notADevice, {}, {}, "sdc1"},
     {"no table of mounts", FormatStatus::notADevice, {{mountinfo, ""}}},
     // All is well as far as the kernel tells, and then there is nothing of this name to open.
@@ -145,7 +151,10 @@ TEST(FormatHelper, RefusesByWhatTheKernelTells)
 
     const Machine other;
     EXPECT_EQ(other.format("sdb1", "17", 512).status, FormatStatus::otherSize) << "than the user saw";
-    EXPECT_EQ(other.format("sdb1", "17", 0, 64).status, FormatStatus::wrongCluster);
+    for (const long cluster : {64, 128})
+        EXPECT_EQ(other.format("sdb1", "17", 0, cluster).status, FormatStatus::wrongCluster);
+    for (int status = 1; status <= static_cast<int>(FormatStatus::stillWorking); ++status)
+        EXPECT_EQ(formatStatusKey(status).empty(), status > 8 && status < 20) << status;
 }
 
 TEST(FormatHelper, OnlyACardInASlotNeedsNoRemovableFlag)
@@ -190,12 +199,12 @@ TEST(FormatHelper, ToolRunsInAnEmptyEnvironmentAndItsErrorIsOneLine)
 {
     const TempFolder folder;
     setenv("ZAVIK_TEST_LEAK", "1", 1);
-    const auto run = runFormatTool(
-        {folder.program("tool", "echo out; exec env >&2\n")}, std::chrono::minutes(1), ToolOutput::errors);
+    const auto run =
+        runFormatTool({folder.program("tool", "echo out; exec env >&2\n")}, 1min, ToolOutput::errors);
     unsetenv("ZAVIK_TEST_LEAK");
-    EXPECT_THAT(run.text, testing::HasSubstr("LC_ALL=C"));
-    EXPECT_THAT(run.text, testing::Not(testing::HasSubstr("ZAVIK_TEST_LEAK")));
-    EXPECT_THAT(run.text, testing::Not(testing::HasSubstr("out")));
+    EXPECT_THAT(run.text, HasSubstr("LC_ALL=C"));
+    EXPECT_THAT(run.text, testing::Not(HasSubstr("ZAVIK_TEST_LEAK")));
+    EXPECT_THAT(run.text, testing::Not(HasSubstr("out")));
 
     EXPECT_EQ(errorLine("mkfs.fat", "WARNING: few\nmkfs.fat: unable to open\nmkfs.fat 4.2 (2021-01-31)"),
         "mkfs.fat: unable to open");

@@ -33,14 +33,7 @@ std::vector<std::byte> start(const std::string& path)
     return bytes;
 }
 
-class LoopFormat : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        if (!LoopDevice::isAvailable())
-            GTEST_SKIP() << "loop devices need root: formatting for real was not tested";
-    }
-};
+using LoopFormat = LoopDeviceTest;
 
 } // namespace
 
@@ -65,8 +58,7 @@ TEST_F(LoopFormat, EverySizeOfCardIsAsTheCameraNeedsIt)
             changed[offset] ^= std::byte(4);
             EXPECT_NE(fileSystemFault(changed, {size, size < 7 * gib ? 32 : 128}), "") << offset;
         }
-        EXPECT_TRUE(
-            platform::runTool({{"fsck.fat", "-n", card.path()}, std::chrono::minutes(1)}).succeeded());
+        EXPECT_TRUE(platform::runTool({{"fsck.fat", "-n", card.path()}, 1min}).succeeded());
     }
 }
 
@@ -139,15 +131,15 @@ TEST_F(LoopFormat, DeviceThatIsNotWhatTheKernelToldIsNotTouched)
         folder.file(device + "/dev", odd == Odd::number ? "7:99" : platform::blockNumber(card.path()));
         folder.file(device + "/size", std::to_string(told / 512));
         folder.file(device + "/ro", "0");
-        std::filesystem::create_directories(folder.path("sys/class/block"));
-        std::filesystem::create_symlink("../../../" + device, folder.path("sys/class/block/" + card.name));
+        fs::create_directories(folder.path("sys/class/block"));
+        fs::create_symlink("../../../" + device, folder.path("sys/class/block/" + card.name));
         FormatPolicy policy = loopPolicy();
         policy.roots.sys = folder.path("sys");
         policy.mkfs =
             folder.program("mkfs", "echo run > " + folder.path("mark") + "; exec mkfs.fat \"$@\"\n");
         if (odd == Odd::linked) {
             policy.roots.dev = folder.path();
-            std::filesystem::create_symlink(card.path(), folder.path(card.name));
+            fs::create_symlink(card.path(), folder.path(card.name));
         }
         // Something is built on the card after the first look.
         if (odd == Odd::built)
@@ -187,8 +179,7 @@ TEST_F(LoopFormat, CardThatIsInUseIsNotTouchedHoweverThatIsHidden)
     // A loop device upon it, by a node made by hand.
     const std::string node = folder.path("node");
     ASSERT_EQ(mknod(node.c_str(), S_IFBLK | 0600, makedev(7, std::stoi(card.name.substr(4)))), 0);
-    const auto upper =
-        platform::runTool({{"losetup", "--find", "--show", node}, std::chrono::seconds(30), true});
+    const auto upper = platform::runTool({{"losetup", "--find", "--show", node}, 30s, true});
     EXPECT_EQ(formatted().status, FormatStatus::heldByOthers);
     EXPECT_TRUE(platform::runTool({{"losetup", "--detach", upper.text}}).succeeded());
     EXPECT_EQ(start(card.image()), std::vector<std::byte>(checkedBytes));

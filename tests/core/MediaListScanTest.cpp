@@ -31,7 +31,7 @@ extern "C" dirent* readdir(DIR* folder)
     static const auto real = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
     if (!beforeReaddir)
         return real(folder);
-    const auto path = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(dirfd(folder)));
+    const auto path = fs::read_symlink("/proc/self/fd/" + std::to_string(dirfd(folder)));
     const int error = beforeReaddir(path.filename());
     errno = error;
     return error == 0 ? real(folder) : nullptr;
@@ -79,13 +79,13 @@ TEST_F(MediaListScan, ReplacesTheEntriesInOneStepOnTheMainThread)
     list->setDirectoryPath(newCard.path());
     EXPECT_EQ(list->directoryPath(), newCard.path());
     dispatcher.runBackground();
-    EXPECT_THAT(namesOf(*list), testing::IsEmpty()) << "neither the old ones nor some of the new";
+    EXPECT_THAT(namesOf(*list), IsEmpty()) << "neither the old ones nor some of the new";
     dispatcher.runMain();
     EXPECT_THAT(told, ElementsAre(oldNames, newNames));
 
     list->setDirectoryPath(newCard.path("missing"));
     dispatcher.runAll();
-    EXPECT_THAT(told, ElementsAre(oldNames, newNames, testing::IsEmpty()));
+    EXPECT_THAT(told, ElementsAre(oldNames, newNames, IsEmpty()));
 }
 
 TEST_F(MediaListScan, IsVoidOnceANewerPathIsSet)
@@ -165,7 +165,7 @@ TEST_F(MediaListScan, NamesWhatCouldNotBeRead)
 {
     for (const char* folder : {"a/Private", "lost+found", "$Recycle.Bin", ".Trash-1000", "b"})
         newCard.file(std::string(folder) + "/alwa_20160101_000009.avi");
-    std::filesystem::create_symlink("nothing", newCard.path("dangling"));
+    fs::create_symlink("nothing", newCard.path("dangling"));
     using Errors = std::map<std::string, int>; // by folder
     const std::tuple<Errors, size_t, std::string> cases[] = {{{}, 0, ""},
         {{{"lost+found", EACCES}, {"$Recycle.Bin", EPERM}, {".Trash-1000", EACCES}}, 0, ""},
@@ -189,7 +189,7 @@ TEST_F(MediaListScan, TellsWhenThereIsNotEnoughMemory)
     const ReaddirHook hook([](const std::string&) -> int { throw std::bad_alloc(); });
     list->setDirectoryPath(newCard.path());
     dispatcher.runAll();
-    EXPECT_THAT(told, ElementsAre(testing::IsEmpty()));
+    EXPECT_THAT(told, ElementsAre(IsEmpty()));
     EXPECT_FALSE(list->scanState().isReadable);
 }
 

@@ -32,7 +32,7 @@ TEST(Media, ReadsKindAndStartFromTheName)
 
 TEST(Media, TakesPathsApart)
 {
-    const std::string here = std::filesystem::current_path().native();
+    const std::string here = fs::current_path().native();
     // As given, then the path, its folder, the name and the extension.
     const std::array<std::string, 5> cases[] = {{"a.avi", here + "/a.avi", here, "a", "avi"},
         {"/card//./x/../a.avi", "/card/a.avi", "/card", "a", "avi"}, {"/../..", "/", "/", "", ""},

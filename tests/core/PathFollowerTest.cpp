@@ -10,11 +10,12 @@ using platform::VolumeDescription;
 /// A card with a folder "Movie", and a follower of what is told to it.
 class PathFollowerTest : public testing::Test {
 protected:
-    PathFollowerTest() { disks.volumes = {volume("a", "5A41-5649", "usb-1")}; }
+    PathFollowerTest() { disks.volumes = {volume("a")}; }
 
-    VolumeDescription volume(const std::string& name, const std::string& uuid, const std::string& medium)
+    VolumeDescription volume(
+        const std::string& name, const std::string& medium = "usb-1", const std::string& uuid = "5A41-5649")
     {
-        std::filesystem::create_directories(root.path(name) + "/Movie");
+        fs::create_directories(root.path(name) + "/Movie");
         VolumeDescription made = TestDiskArbitration::card(root.path(name));
         made.uuid = uuid;
         made.mediaPath = medium;
@@ -47,17 +48,15 @@ TEST_F(PathFollowerTest, KnowsTheVolumeByItsFileSystemAndMedium)
     EXPECT_TRUE(follower.mayLieOn(root.path("a")));
     EXPECT_FALSE(follower.mayLieOn(root.path("b")));
     EXPECT_EQ(after({}), "unmoved");
-    EXPECT_EQ(after({volume("b", "other", "usb-2")}), "unmoved");
-    EXPECT_EQ(after({volume("a", "other", "usb-2"), volume("c", "5A41-5649", "usb-1")}), root.path("c/Movie"))
+    EXPECT_EQ(after({volume("b", "usb-2", "other")}), "unmoved");
+    EXPECT_EQ(after({volume("a", "usb-2", "other"), volume("c")}), root.path("c/Movie"))
         << "another card has its place";
-    EXPECT_EQ(after({volume("d", "5A41-5649", "usb-3")}), root.path("d/Movie")) << "plugged in again";
-    EXPECT_EQ(
-        after({volume("e", "5A41-5649", "usb-4"), volume("f", "5A41-5649", "usb-5")}), root.path("d/Movie"))
+    EXPECT_EQ(after({volume("d", "usb-3")}), root.path("d/Movie")) << "plugged in again";
+    EXPECT_EQ(after({volume("e", "usb-4"), volume("f", "usb-5")}), root.path("d/Movie"))
         << "two that look the same";
-    EXPECT_EQ(
-        after({volume("e", "5A41-5649", "usb-4"), volume("f", "5A41-5649", "usb-3")}), root.path("f/Movie"));
-    VolumeDescription emptied = volume("g", "5A41-5649", "usb-3");
-    std::filesystem::remove(root.path("g/Movie"));
+    EXPECT_EQ(after({volume("e", "usb-4"), volume("f", "usb-3")}), root.path("f/Movie"));
+    VolumeDescription emptied = volume("g", "usb-3");
+    fs::remove(root.path("g/Movie"));
     EXPECT_EQ(after({emptied}), root.path("f/Movie")) << "the folder is not there";
     EXPECT_TRUE(follower.mayLieOn(root.path("f")));
     follow({});
@@ -70,7 +69,7 @@ TEST_F(PathFollowerTest, ManyChangesAtOnceEndAtTheLastPlace)
     disks.tellOfMounts();
     dispatcher.runOneBackground();
     for (const char* name : {"b", "c"}) {
-        disks.volumes = {volume(name, "5A41-5649", "usb-1")};
+        disks.volumes = {volume(name)};
         disks.tellOfMounts();
     }
     dispatcher.runAll();
@@ -79,23 +78,23 @@ TEST_F(PathFollowerTest, ManyChangesAtOnceEndAtTheLastPlace)
 
 TEST_F(PathFollowerTest, APathMayBeGivenThroughALinkOrWhileItsVolumeIsAway)
 {
-    std::filesystem::create_symlink(root.path("a/Movie"), root.path("link"));
+    fs::create_symlink(root.path("a/Movie"), root.path("link"));
     follow(root.path("link"));
-    EXPECT_EQ(after({volume("b", "5A41-5649", "usb-1")}), root.path("b/Movie"));
+    EXPECT_EQ(after({volume("b")}), root.path("b/Movie"));
     after({});
-    std::filesystem::remove_all(root.path("b"));
+    fs::remove_all(root.path("b"));
     follow(root.path("b/Movie"));
-    EXPECT_EQ(after({volume("c", "5A41-5649", "usb-1")}), root.path("c/Movie"));
+    EXPECT_EQ(after({volume("c")}), root.path("c/Movie"));
 }
 
 TEST_F(PathFollowerTest, ALookThatHangsKeepsNobodyWaiting)
 {
     follower.follow(root.path("a"));
     EXPECT_TRUE(follower.mayLieOn(root.path("elsewhere"))) << "not known yet";
-    disks.volumes.push_back(volume("b", "other", "usb-2"));
+    disks.volumes.push_back(volume("b", "usb-2", "other"));
     follow(root.path("b/Movie"));
     EXPECT_TRUE(follower.mayLieOn(root.path("b")));
-    EXPECT_EQ(after({volume("c", "other", "usb-2")}), root.path("c/Movie"));
+    EXPECT_EQ(after({volume("c", "usb-2", "other")}), root.path("c/Movie"));
 }
 
 } // namespace

@@ -11,7 +11,7 @@ namespace {
 
 std::ptrdiff_t openDescriptors()
 {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
 }
 
 TEST(PatientFile, ReadsWhatIsThereAndSaysWhyNot)
@@ -40,7 +40,6 @@ TEST(PatientFile, ReadsWhatIsThereAndSaysWhyNot)
 
 TEST(PatientFile, GivingUpEndsTheWaitAndNothingStaysOpen)
 {
-    using namespace std::chrono_literals;
     const TempFolder folder;
     const std::string path = folder.file("film.avi", "0123456789");
     const auto before = openDescriptors();

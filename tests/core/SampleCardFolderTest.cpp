@@ -8,6 +8,6 @@ TEST(SampleCardFolder, RefusesFoldersOfOthers)
     root.file("card/.samplecard", "some other text\n");
     const std::atomic<bool> stopped = true;
     const auto why = samplecard::makeCard({root.path("card"), 1, true}, stopped, [](const std::string&) {});
-    EXPECT_THAT(why.value_or("made"), testing::HasSubstr("is no sample card"));
-    EXPECT_TRUE(std::filesystem::exists(root.path("card/holiday.avi")));
+    EXPECT_THAT(why.value_or("made"), HasSubstr("is no sample card"));
+    EXPECT_TRUE(fs::exists(root.path("card/holiday.avi")));
 }

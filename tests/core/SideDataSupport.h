@@ -27,11 +27,6 @@ inline Extraction extract(std::span<const std::byte> bytes)
     return extract(source);
 }
 
-inline std::string asText(std::span<const std::byte> bytes)
-{
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 inline std::span<const std::byte> asBytes(std::string_view text)
 {
     return std::as_bytes(std::span(text));

@@ -12,7 +12,7 @@ protected:
     /// A volume on a folder of its own, in a reader with a device of its own.
     VolumeDescription& add(const std::string& name, const std::string& label = "ZAVIK")
     {
-        std::filesystem::create_directory(folder.path(name));
+        fs::create_directory(folder.path(name));
         disks.volumes.push_back(TestDiskArbitration::card(folder.path(name), label));
         disks.volumes.back().deviceName = name;
         return disks.volumes.back();
@@ -63,7 +63,7 @@ TEST_F(VolumesTest, ThePreferredCardIsTheOneThatTheCameraUses)
             if (isOneOf("ZRop"))
                 folder.file(name + "/config.bin");
             else if (letter == 'z')
-                std::filesystem::create_directories(folder.path(name + "/config.bin"));
+                fs::create_directories(folder.path(name + "/config.bin"));
         }
         disks.asked = 0;
         EXPECT_EQ(preferredUSBDisk(disks).value_or(TKUSBDiskEntity{}).deviceFilePath, preferred);
@@ -92,7 +92,7 @@ TEST_F(VolumesTest, AFolderTakesThePartOfTheCard)
     auto system = std::make_unique<TestDiskArbitration>();
     system->volumes = {TestDiskArbitration::card("/media/real")};
     const std::string copy = folder.path("copy of a card");
-    std::filesystem::create_directory(copy);
+    fs::create_directory(copy);
     platform::FolderCard volumes(copy + "/./", std::move(system));
     EXPECT_THAT(usbVolumeURLs(volumes), ElementsAre(copy, "/media/real"));
     const TKUSBDiskEntity card = preferredUSBDisk(volumes).value();
@@ -101,7 +101,7 @@ TEST_F(VolumesTest, AFolderTakesThePartOfTheCard)
     EXPECT_NE(volumes.setVolumeName(copy, "OTHER"), "");
     EXPECT_EQ(volumes.setVolumeName("/media/real", "OTHER"), "");
 
-    std::filesystem::remove(copy);
+    fs::remove(copy);
     EXPECT_THAT(usbVolumeURLs(volumes), ElementsAre("/media/real"));
     EXPECT_THAT(usbVolumeURLs(*std::make_unique<platform::FolderCard>(copy, nullptr)), IsEmpty());
 }

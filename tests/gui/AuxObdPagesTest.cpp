@@ -99,19 +99,6 @@ TEST_F(AuxPage, MotionSensitivities)
         EXPECT_FALSE(control<platform::SegmentedControl>(name).isEnabled());
 }
 
-TEST_F(ObdPage, VoltageAndEcoRange)
-{
-    EXPECT_EQ(control<QComboBox>("powerVoltageCombo").currentText(), "12.1v");
-    control<QComboBox>("powerVoltageCombo").setCurrentIndex(0);
-    auto& slider = control<SMDoubleSlider>("ecoSlider");
-    slider.updateBoundControllerLoValue(30);
-    slider.updateBoundControllerHiValue(70);
-    page.populate();
-    EXPECT_EQ(record.sd_mem_always_reserved, 11500U);
-    EXPECT_EQ(record.drivingSecurity, 70U);
-    EXPECT_EQ(record.parkingSecurity, 30U);
-}
-
 TEST_F(ObdPage, IntervalAndParkingShareOneField)
 {
     // What is stored, the interval and the parking that are shown, what is stored after another choice of

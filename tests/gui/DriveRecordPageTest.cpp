@@ -6,9 +6,8 @@
 #include "settings/FileData.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/DriveLogs.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/GuiTesting.h"
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -72,7 +71,6 @@ protected:
     _FILEDATA record{};
     std::unique_ptr<Page> page = std::make_unique<Page>(desktop.pieces, "en");
     CollectedLog log;
-    Texts& lines = log.lines;
 };
 
 using FlashLogPage = PageTest<ZVKSettingForFlashDataViewController>;
@@ -108,8 +106,7 @@ TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
     open(std::vector(3, flashRecord()));
     page->setM_FlashDataFilePath(folder.file("next.drv", driveLogFile(std::vector(2, flashRecord()))));
     page->loadFlashDataFile();
-    desktop.dispatcher.advance(500ms);
-    desktop.dispatcher.advance(std::chrono::seconds(15));
+    desktop.dispatcher.advance(15s);
     EXPECT_THAT(shownWork(), ::testing::Contains("The card does not answer. Leave it in, or stop."));
     QTest::keyClick(window.findChild<ProgressWindow*>(), Qt::Key_Escape);
     page->openFileDialog();
@@ -122,15 +119,13 @@ TEST_F(FlashLogPage, EscapeEndsTheReadingOfALogThatHangs)
 TEST_F(FlashLogPage, NoLinkLeadsFromTheCardToAnotherLog)
 {
     folder.file("mine/zavik_000.drv", driveLogFile(std::vector(2, flashRecord())));
-    std::filesystem::create_directory(folder.path("card"));
-    std::filesystem::create_symlink("../mine", folder.path("card/DrvInfo"));
+    fs::create_directory(folder.path("card"));
+    fs::create_symlink("../mine", folder.path("card/DrvInfo"));
     page->setM_FlashDataFilePath(folder.path("card/DrvInfo/zavik_000.drv"), folder.path("card"));
     page->setFileData(&record);
-    desktop.dispatcher.runAll();
-    desktop.dispatcher.advance(std::chrono::seconds(1));
+    settle();
     EXPECT_EQ(rows(), 0);
-    ASSERT_EQ(desktop.alerts.shown.size(), 1u);
-    EXPECT_NE(desktop.alerts.shown[0].find("is a link"), std::string::npos);
+    EXPECT_THAT(desktop.alerts.shown, ElementsAre(HasSubstr("is a link")));
 }
 
 TEST_F(FlashLogPage, ALogThatIsNotThereLeavesAHintWhatToDo)
@@ -169,7 +164,7 @@ TEST_F(FlashLogPage, AnUnreadableLogIsToldAndTheRowsStay)
         EXPECT_EQ(rows(), 3);
         EXPECT_EQ(page->stringForColumnIndex(1, 2), "65535");
     }
-    EXPECT_EQ(lines.front(), "fopen fail:" + folder.path("none"));
+    EXPECT_EQ(log.lines.front(), "fopen fail:" + folder.path("none"));
 }
 
 TEST_F(FlashLogPage, ACutLogShowsItsWholeRecordsAndSaysSo)
@@ -234,26 +229,6 @@ TEST_F(FlashLogPage, EscapeDuringAnExportAsksAndWhatWasWrittenIsRemoved)
     EXPECT_TRUE(window.close());
 }
 
-/// Files of this process end at a size, as they would on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit{size, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, SIG_DFL);
-    }
-
-private:
-    rlimit before{};
-};
-
 TEST_F(FlashLogPage, AnExportThatCannotBeWrittenIsToldAndLeavesTheFileWhole)
 {
     open(std::vector(2000, flashRecord()));
@@ -312,19 +287,18 @@ void expectTextsFit(TestPlatform& desktop, const DriveLogFormat& format, const R
         platform::setTextLanguage(language);
         Page page(desktop.pieces, language);
         page.show();
-        QHeaderView& header = *page.template findChild<QTableView*>("tableView")->horizontalHeader();
-        const QFontMetrics cells(page.template findChild<QTableView*>("tableView")->font());
+        const QTableView& table = *page.template findChild<QTableView*>("tableView");
+        const QHeaderView& header = *table.horizontalHeader();
+        const QFontMetrics cells(table.font());
         for (int i = 0; i < header.count(); ++i) {
             EXPECT_EQ(header.sectionSize(i), format.columns[size_t(i)].width);
             const QString title = header.model()->headerData(i, Qt::Horizontal).toString();
             EXPECT_FALSE(title.isEmpty() || title.contains(',')) << i;
-            constexpr int padding = 6;
-            EXPECT_LE(header.fontMetrics().horizontalAdvance(title) + padding, header.sectionSize(i))
-                << language << ' ' << title.toStdString();
+            EXPECT_LE(header.fontMetrics().horizontalAdvance(title) + 6, header.sectionSize(i))
+                << i << language;
             std::string cell;
             format.columns[size_t(i)].append(cell, std::as_bytes(std::span(&record, 1)).data(), 9998);
-            constexpr int margin = 3;
-            EXPECT_LE(cells.horizontalAdvance(QString::fromStdString(cell)) + margin, header.sectionSize(i))
+            EXPECT_LE(cells.horizontalAdvance(QString::fromStdString(cell)) + 3, header.sectionSize(i))
                 << cell;
         }
     }

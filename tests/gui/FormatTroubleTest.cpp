@@ -68,7 +68,7 @@ TEST_F(FormatWindow, CardThatCannotBeUnmountedIsLeftAlone)
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, formatCommand, mountCommand));
     // For one that is gone nobody is asked for a password.
-    meanwhile("diskutil umount", [this] { platform.disks.volumes.clear(); });
+    events = {{"diskutil umount", [this] { platform.disks.volumes.clear(); }}};
     format();
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
     EXPECT_THAT(platform.alerts.shown, ElementsAre(HasSubstr("not in its reader any more")));
@@ -162,7 +162,7 @@ TEST_F(FormatWindow, CardThatIsPulledAtAnyStepIsToldAndKeepsNoOneWaiting)
         put("config.bin", settings);
         platform.disks.volumes = {card()};
         formatAnswer = {step == "diskutil mount" ? 0 : 8, ""};
-        meanwhile(step, [this] { platform.disks.volumes.clear(), fs::remove_all(root.path("card")); });
+        events = {{step, [this] { platform.disks.volumes.clear(), fs::remove_all(root.path("card")); }}};
         format();
         EXPECT_EQ(copyNamed(), settings);
         EXPECT_FALSE(controller.isFormatting());

@@ -7,7 +7,7 @@ TEST_F(FormatWindow, ShowsWhatWouldBeFormatted)
     };
     platform.disks.volumes.push_back(card());
     platform.disks.volumes[1].deviceName = "sdc";
-    platform.disks.volumes[1].size = 7 * gib;
+    platform.disks.volumes[1].size = uint64_t(7) << 30;
     loadVolumes();
     EXPECT_EQ(fields(), "sdb1   " + root.path("card") + "|32 KB|FAT32");
     EXPECT_TRUE(controller.selectUSBByDevFile("sdc"));
@@ -53,10 +53,8 @@ TEST_F(FormatWindow, CardHasItsFoldersAndItsSettingsAgain)
     EXPECT_THAT(
         platform.alerts.shown, ElementsAre("The card has been formatted|[1.9 GB] ZAVIK <Card Reader>"));
     EXPECT_FALSE(controller.window().isVisible());
-}
 
-TEST_F(FormatWindow, WholeMediumWithoutSettingsGetsDefaultOnes)
-{
+    // A whole medium without settings gets default ones.
     platform.disks.volumes[0].whole = true;
     fs::remove(root.path("card/config.bin"));
     format();
@@ -143,12 +141,12 @@ TEST_F(FormatWindow, CancelGivesUpUntilTheCardIsTouched)
     EXPECT_THAT(platform.scripts.commands, ElementsAre(unmountCommand, mountCommand));
     EXPECT_EQ(copiesKept(), 0U);
 
-    meanwhile("sudo", [&] {
-        platform.dispatcher.runMain();
-        EXPECT_FALSE(cancel.isEnabled());
-        EXPECT_THAT(label("hintLabel"), HasSubstr("cannot be cancelled any more"));
-        controller.cancel();
-    });
+    events = {{"sudo", [&] {
+                   platform.dispatcher.runMain();
+                   EXPECT_FALSE(cancel.isEnabled());
+                   EXPECT_THAT(label("hintLabel"), HasSubstr("cannot be cancelled any more"));
+                   controller.cancel();
+               }}};
     pressFormat();
     EXPECT_THAT(platform.alerts.shown, ElementsAre(StartsWith("The card has been formatted|")));
 }

@@ -95,22 +95,6 @@ TEST_F(MainWindow, ADroppedFolderIsOpenedAndNothingElseIsTaken)
     EXPECT_EQ(app.list().count(), 1);
 }
 
-TEST_F(MainWindow, ShowsEachKindByItsOwnPicture)
-{
-    std::set<std::string> kinds;
-    for (int row = 0; row < app.list().count(); ++row) {
-        const ZVKMedia& media = *app.list().mediaAtIndex(row);
-        const QString name = media.isEventMedia() ? "car_event"
-            : media.isMotionMedia()               ? "car_motion"
-                                                  : "car_alwa";
-        const auto icon = app.table().model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>();
-        EXPECT_EQ(icon.pixmap(24).toImage(), platform::imageNamed(name).icon().pixmap(24).toImage())
-            << media.fileName();
-        kinds.insert(name.toStdString());
-    }
-    EXPECT_EQ(kinds.size(), 3u);
-}
-
 TEST_F(MainWindow, ListsNamesAndTheOtherColumnsWholeInBothLanguages)
 {
     for (const char* name :

@@ -3,26 +3,20 @@
 
 namespace {
 
-class MapWindow : public ::testing::Test {
-protected:
-    TestPlatform desktop;
-    TestWebView::Log& log = desktop.map;
-};
-
-using Texts = std::vector<std::string>;
-
-TEST_F(MapWindow, LoadsTheKoreanPageForKoreanOnly)
+TEST(MapWindow, LoadsTheKoreanPageForKoreanOnly)
 {
+    TestPlatform desktop;
     for (const auto& [language, page] : {std::pair("ko", "map2.htm#place"),
              std::pair("en", "map2_eng.htm#place"), std::pair("auto", "map2_eng.htm#place")}) {
-        log.loads.clear();
+        desktop.map.loads.clear();
         ZVKMapWindowController(desktop.pieces, language).window();
-        EXPECT_EQ(log.loads, Texts{page}) << language;
+        EXPECT_THAT(desktop.map.loads, ElementsAre(page)) << language;
     }
 }
 
-TEST_F(MapWindow, MovesBesideAWindowAndKeepsItsSize)
+TEST(MapWindow, MovesBesideAWindowAndKeepsItsSize)
 {
+    TestPlatform desktop;
     desktop.screens.frame = {0, 0, 480, 300};
     ZVKMapWindowController controller(desktop.pieces, "en");
     controller.moveWindowRightBy({100, 200, 500, 400});

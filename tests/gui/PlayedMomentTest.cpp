@@ -81,15 +81,6 @@ TEST_F(PlayedMoment, TheMapsPageFollowsTheLanguage)
     EXPECT_THAT(AppDelegateProbe("ko").desk.map.loads.back(), EndsWith("map2.htm"));
 }
 
-TEST_F(PlayedMoment, TheSliderSeeksNothingWhileAFileIsPrepared)
-{
-    app.start(0);
-    app.controller->playAtIndex(1);
-    app.player().calls.clear();
-    app.find<PositionSlider>("videoPositionSlider").setValue(500);
-    EXPECT_TRUE(app.player().calls.empty());
-}
-
 TEST_F(PlayedMoment, EveryFileBeginsAtItsOwnSpeed)
 {
     app.start(0);

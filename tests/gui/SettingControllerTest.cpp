@@ -1,3 +1,4 @@
+#include "cardtools/PMProgressIndicatorController.h"
 #include "tests/support/SettingWindowFixture.h"
 
 TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
@@ -18,19 +19,10 @@ TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
     desk.dispatcher.advance(499ms);
     EXPECT_TRUE(isSheetUp());
     desk.dispatcher.advance(1ms);
+    const auto& icon = PMProgressIndicatorController::sharedInstance();
+    EXPECT_EQ(icon.numProgressIndicators(), 0u) << "its bar goes, too";
     EXPECT_FALSE(isSheetUp());
     EXPECT_TRUE(button("saveButton").isEnabled());
-}
-
-TEST_F(SettingWindow, LoadingSheetGoesByItselfAfterFifteenSeconds)
-{
-    open();
-    window->showLoading("Loading...");
-    window->showLoading("Loading...");
-    desk.dispatcher.advance(14'999ms);
-    EXPECT_TRUE(isSheetUp());
-    desk.dispatcher.advance(1ms);
-    EXPECT_FALSE(isSheetUp());
 }
 
 TEST_F(SettingWindow, AReadThatEndsAfterTheWindowIsDropped)
@@ -110,7 +102,10 @@ TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
 {
     insertOwnCard();
     show();
-    desk.dispatcher.advance(15s);
+    window->showLoading("Loading...");
+    desk.dispatcher.advance(14'999ms);
+    EXPECT_TRUE(isSheetUp());
+    desk.dispatcher.advance(1ms);
     EXPECT_THAT(alerts(), ElementsAre(HasSubstr("does not answer")));
     EXPECT_FALSE(isSheetUp());
     EXPECT_FALSE(button("saveButton").isEnabled());

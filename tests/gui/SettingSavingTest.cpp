@@ -4,19 +4,18 @@ TEST_F(SettingWindow, ACardOfAnotherNameIsNamedUnlessItIsInUse)
 {
     const std::string path = card.path("MUSIC");
     fs::create_directory(path);
-    for (const char* const expected : {"in use", "busy", "named"}) {
+    for (const std::string expected : {"in use", "busy", "named"}) {
         SCOPED_TRACE(expected);
         writeConfig(card, recordWith(5));
         fs::rename(card.path("config.bin"), path + "/config.bin");
         desk.disks.volumes = {TestDiskArbitration::card(path, "MUSIC")};
-        desk.disks.nameFailure = expected == std::string("busy") ? expected : "";
-        receiver.busyPath = expected == std::string("in use") ? path : "";
+        desk.disks.nameFailure = expected == "busy" ? expected : "";
+        receiver.busyPath = expected == "in use" ? path : "";
         log.lines.clear();
         open();
         EXPECT_EQ(script.shown, 5);
-        EXPECT_THAT(
-            log.lines, Contains(HasSubstr("error=busy")).Times(expected == std::string("busy") ? 1 : 0));
-        const bool isNamed = expected == std::string("named");
+        EXPECT_THAT(log.lines, Contains(HasSubstr("error=busy")).Times(expected == "busy" ? 1 : 0));
+        const bool isNamed = expected == "named";
         EXPECT_EQ(desk.disks.volumes[0].label, isNamed ? "ZAVIK" : "MUSIC");
         save(7);
         EXPECT_EQ(zoneIn((isNamed ? card.path("ZAVIK") : path) + "/config.bin"), 7);

@@ -17,10 +17,13 @@ struct TimeSetup : testing::Test {
         test.dispatcher.runAll();
         test.dispatcher.advance(500ms);
     }
-    void save()
+    void show()
     {
         controller.showWindow();
         settle();
+    }
+    void save()
+    {
         outlet<QPushButton>("saveButton").click();
         settle();
     }
@@ -39,6 +42,7 @@ TEST_F(TimeSetup, SavesOnTheCardOverALongerFileAndCloses)
 {
     card.file("timeset.cfg", std::string(300, 'x'));
     EXPECT_EQ(outlet<QLabel>("dateField").text(), "Tuesday, May 3, 2016");
+    show();
     save();
     EXPECT_EQ(contents(card.path("timeset.cfg")), "2016/05/03 14:22:01");
     EXPECT_EQ(test.alerts.shown, std::vector<std::string>{"ZAVIK|저장되었습니다"});
@@ -55,6 +59,7 @@ TEST_F(TimeSetup, AFailedWriteIsToldAndLeavesTheWindowOpen)
             fs::create_symlink(diary, card.path("timeset.cfg"));
         else
             fs::create_directory(card.path("timeset.cfg"));
+        show();
         save();
         EXPECT_EQ(test.alerts.shown.back(),
             "ZAVIK|timeset.cfg is a link or no file. It was left alone and nothing was saved.");
@@ -66,11 +71,9 @@ TEST_F(TimeSetup, AFailedWriteIsToldAndLeavesTheWindowOpen)
 TEST_F(TimeSetup, AnotherCardInTheSamePlaceIsNotWritten)
 {
     card.file("timeset.cfg", "");
-    controller.showWindow();
-    settle();
+    show();
     test.disks.volumes[0].mediaPath = "usb-2";
-    outlet<QPushButton>("saveButton").click();
-    settle();
+    save();
     EXPECT_EQ(contents(card.path("timeset.cfg")), "");
     EXPECT_NE(test.alerts.shown.back().find("not there any more"), std::string::npos);
 }
@@ -94,6 +97,7 @@ TEST_F(TimeSetup, ACardThatHangsHoldsUpNothingAndIsTold)
 
 TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
 {
+    show();
     save();
     EXPECT_EQ(test.panels.save.name + "." + test.panels.save.type, "timeset.cfg");
     test.panels.saveAnswer(std::nullopt);
@@ -109,14 +113,12 @@ TEST_F(TimeSetup, WithoutAClockFileTheUserChoosesThePlace)
 TEST_F(TimeSetup, SavesWhatIsSetWithTheCalendarTheEntryAndTheFace)
 {
     card.file("timeset.cfg", "");
-    controller.showWindow();
-    settle();
+    show();
     calendar().setSelectedDate({2020, 2, 29});
     entry().setTime({0, 0, 5});
     press(face(), Qt::Key_Left); // the minute before midnight
     EXPECT_EQ(entry().time(), QTime(23, 59, 5));
-    outlet<QPushButton>("saveButton").click();
-    settle();
+    save();
     EXPECT_EQ(contents(card.path("timeset.cfg")), "2020/02/29 23:59:05");
 }
 

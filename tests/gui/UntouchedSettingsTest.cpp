@@ -1,29 +1,30 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "platform/ButtonMatrix.h"
+#include "settings/SettingPages.h"
 #include "settings/ThresholdField.h"
 #include "settings/ZVKCarNumberTextField.h"
-#include "settings/ZVKSettingForAudioViewController.h"
-#include "settings/ZVKSettingForAuxViewController.h"
-#include "settings/ZVKSettingForBasicViewController.h"
-#include "settings/ZVKSettingForGpsViewController.h"
 #include "settings/ZVKSettingForObdViewController.h"
-#include "settings/ZVKSettingForVideoViewController.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ShownPage.h"
 
 namespace {
 
-using Page = std::unique_ptr<RecordPage>;
-
-template <typename Made> Page made(platform::Platform& desktop)
+/// The page of the OBD camera in the place of the drive log, which is no part of the record.
+SettingTabs recordTabs()
 {
-    return std::make_unique<Made>(desktop);
+    SettingTabs tabs = settingTabs();
+    tabs.back().make = [](const SettingPageContext& context) {
+        return std::make_unique<ZVKSettingForObdViewController>(context.desktop);
+    };
+    return tabs;
 }
 
-constexpr Page (*pages[])(platform::Platform&) = {made<ZVKSettingForVideoViewController>,
-    made<ZVKSettingForBasicViewController>, made<ZVKSettingForGpsViewController>,
-    made<ZVKSettingForObdViewController>, made<ZVKSettingForAuxViewController>,
-    made<ZVKSettingForAudioViewController>};
+struct UntouchedSettings : testing::Test {
+    TestPlatform desktop;
+    const std::string none;
+    const SettingPageContext context{desktop.pieces, none, none, none};
+    const SettingTabs tabs = recordTabs();
+};
 
 /// How many of the record's words a user may change by the control.
 size_t wordsOf(const std::string& control)
@@ -66,14 +67,13 @@ std::vector<size_t> changedWords(const _FILEDATA& before, const _FILEDATA& after
 
 bool isControl(const QWidget* widget)
 {
-    if (widget->parentWidget()->inherits("platform::SegmentedControl")
-        || widget->parentWidget()->inherits("platform::ButtonMatrix"))
-        return false;
-    for (const char* kind : {"platform::SegmentedControl", "platform::ButtonMatrix", "QAbstractButton",
-             "QComboBox", "QLineEdit", "SMDoubleSlider"})
-        if (widget->inherits(kind))
-            return true;
-    return false;
+    const auto isOneOf = [](const QWidget* one, std::initializer_list<const char*> kinds) {
+        return std::ranges::any_of(kinds, [one](const char* kind) { return one->inherits(kind); });
+    };
+    return !isOneOf(widget->parentWidget(), {"platform::SegmentedControl", "platform::ButtonMatrix"})
+        && isOneOf(widget,
+            {"platform::SegmentedControl", "platform::ButtonMatrix", "QAbstractButton", "QComboBox",
+                "QLineEdit", "SMDoubleSlider"});
 }
 
 QVariant shownBy(const QWidget& control)
@@ -123,15 +123,14 @@ bool change(QWidget& control, std::mt19937& random)
 
 } // namespace
 
-TEST(UntouchedSettings, StayBitForBitOnEveryPage)
+TEST_F(UntouchedSettings, StayBitForBitOnEveryPage)
 {
     std::mt19937 random(20);
-    TestPlatform desktop;
     for (int round = 0; round < 60; ++round) {
         const _FILEDATA before = randomRecord(random);
-        for (const auto& make : pages) {
+        for (const SettingTab& tab : tabs) {
             _FILEDATA record = before;
-            const Page page = make(desktop.pieces);
+            const auto page = tab.make(context);
             page->setFileData(&record);
             EXPECT_FALSE(page->isTouched());
             page->populate();
@@ -142,16 +141,15 @@ TEST(UntouchedSettings, StayBitForBitOnEveryPage)
     }
 }
 
-TEST(UntouchedSettings, AUsersChangeWritesItsOwnFieldsOnlyAndIsShownAgain)
+TEST_F(UntouchedSettings, AUsersChangeWritesItsOwnFieldsOnlyAndIsShownAgain)
 {
     std::mt19937 random(21);
-    TestPlatform desktop;
     std::set<std::string> all{"useExternalPowerChk"}, written{"useExternalPowerChk"}; // which is hidden
     for (int round = 0; round < 12; ++round) {
         _FILEDATA before = randomRecord(random);
         before.SaveDuration &= ~2U; // not the OBD camera's third interval, see below
-        for (const auto& make : pages) {
-            const Page listed = make(desktop.pieces);
+        for (const SettingTab& tab : tabs) {
+            const auto listed = tab.make(context);
             for (const QWidget* each : listed->findChildren<QWidget*>()) {
                 if (!isControl(each))
                     continue;
@@ -159,7 +157,7 @@ TEST(UntouchedSettings, AUsersChangeWritesItsOwnFieldsOnlyAndIsShownAgain)
                 SCOPED_TRACE(name + " " + std::to_string(round));
                 all.insert(name);
                 _FILEDATA record = before;
-                const Page page = make(desktop.pieces);
+                const auto page = tab.make(context);
                 page->setFileData(&record);
                 QWidget& control = *page->findChild<QWidget*>(each->objectName());
                 if (!change(control, random))

@@ -7,12 +7,10 @@ namespace {
 
 /// The window, the real script runner and the real file system tools on a file that stands in for the card;
 /// udisksctl and pkexec are small scripts that do what the real ones do, without a service.
-class FormatLoopDevice : public testing::Test {
+class FormatLoopDevice : public LoopDeviceTest {
 protected:
-    void SetUp() override
+    FormatLoopDevice()
     {
-        if (!LoopDevice::isAvailable())
-            GTEST_SKIP() << "loop devices need root: formatting from the window was not tested";
         folder.program("pkexec", "exec \"$@\"\n");
         // A lock that the process of a FUSE file system holds until it has written everything back and ended.
         folder.program("udisksctl",

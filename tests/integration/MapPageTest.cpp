@@ -4,6 +4,7 @@
 #include "platform/Texts.h"
 #include "platform/WebEngine.h"
 #include "tests/support/GuiTesting.h"
+#include "tests/support/WaitFor.h"
 
 #include <QWebEngineProfile>
 #include <QWebEngineView>
@@ -16,17 +17,6 @@ extern "C" const char* __asan_default_options()
 }
 
 namespace {
-
-bool until(const std::function<bool()>& condition)
-{
-    const QDeadlineTimer deadline(30000);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-    }
-    return true;
-}
 
 class MapPage : public ::testing::Test {
 protected:
@@ -48,7 +38,7 @@ protected:
     {
         std::optional<QVariant> answer;
         content()->runJavaScript(script, [&](const QVariant& value) { answer = value; });
-        until([&] { return answer.has_value(); });
+        waitFor([&] { return answer.has_value(); });
         return answer.value_or(QVariant());
     }
 
@@ -66,7 +56,7 @@ protected:
         view.loadResource("map2_eng.htm");
         view.evaluateWebScript(script);
         window.show();
-        ASSERT_TRUE(until([&] { return content() && !car().isEmpty(); }));
+        ASSERT_TRUE(waitFor([&] { return content() && !car().isEmpty(); }));
     }
 
     QTemporaryDir storage;
@@ -88,11 +78,11 @@ TEST_F(MapPage, StartsOnlyWhenItsWindowIsOnScreenAndShowsTheLatestPoint)
     EXPECT_EQ(state()["parts"].toArray().size(), 1);
 
     view.evaluateWebScript("setLatLag('126.978000','37.566600')");
-    ASSERT_TRUE(until([&] { return car()["lat"].toDouble() == 37.5666; }));
+    ASSERT_TRUE(waitFor([&] { return car()["lat"].toDouble() == 37.5666; }));
     EXPECT_DOUBLE_EQ(car()["course"].toDouble(), 0);
     view.evaluateWebScript("this is no script");
     view.evaluateWebScript("ZVKDebug('GPS Data Count=Zero')");
-    EXPECT_TRUE(until([&] { return state()["noGps"].toBool(); }));
+    EXPECT_TRUE(waitFor([&] { return state()["noGps"].toBool(); }));
 }
 
 TEST_F(MapPage, OutOfSightItGetsEveryScriptAllTheSame)
@@ -101,7 +91,7 @@ TEST_F(MapPage, OutOfSightItGetsEveryScriptAllTheSame)
     view.widget().hide();
     for (int i = 0; i < 3; ++i)
         view.evaluateWebScript("window.calls = (window.calls || 0) + 1");
-    EXPECT_TRUE(until([&] { return evaluate("window.calls").toInt() == 3; }));
+    EXPECT_TRUE(waitFor([&] { return evaluate("window.calls").toInt() == 3; }));
     view.evaluateWebScript("window.calls = 9");
     view.widget().show();
     EXPECT_EQ(evaluate("window.calls").toInt(), 9) << "nothing is missing when it comes into sight";
@@ -121,7 +111,7 @@ TEST_F(MapPage, StaysWhereItIsAndOpensLinksInTheBrowser)
     EXPECT_TRUE(browser.source().isEmpty());
 
     evaluate("document.querySelector('.leaflet-control-attribution a').click()");
-    ASSERT_TRUE(until([&] { return !browser.source().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !browser.source().isEmpty(); }));
     EXPECT_EQ(browser.source(), QUrl("https://www.naturalearthdata.com/"));
     EXPECT_EQ(content()->url(), home);
     QDesktopServices::unsetUrlHandler("https");
@@ -139,15 +129,15 @@ TEST_F(MapPage, ComesBackAfterACrashAndAfterTwoWithTheNextLoad)
     bool isBack = false;
     QObject::connect(content(), &QWebEnginePage::loadFinished, &window, [&](bool ok) { isBack = ok; });
     kill();
-    ASSERT_TRUE(until([&] { return isBack; }));
-    ASSERT_TRUE(until([&] { return !car().isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return isBack; }));
+    ASSERT_TRUE(waitFor([&] { return !car().isEmpty(); }));
     EXPECT_DOUBLE_EQ(car()["lng"].toDouble(), 126.978);
     kill();
-    ASSERT_TRUE(until([&] { return content() == nullptr; }));
+    ASSERT_TRUE(waitFor([&] { return content() == nullptr; }));
     EXPECT_EQ(window.findChild<QLabel*>()->text(), platform::localized("map.unavailable"));
     view.loadResource("map2.htm");
     view.evaluateWebScript("setLatLag('127.000000','37.000000')");
-    EXPECT_TRUE(until([&] { return content() && car()["lng"].toDouble() == 127; }));
+    EXPECT_TRUE(waitFor([&] { return content() && car()["lng"].toDouble() == 127; }));
 }
 
 TEST_F(MapPage, ShowsATextWhereTheEngineMustNotStart)
@@ -157,7 +147,7 @@ TEST_F(MapPage, ShowsATextWhereTheEngineMustNotStart)
     qunsetenv("QTWEBENGINE_DISABLE_SANDBOX");
     view.loadResource("map2_eng.htm");
     window.show();
-    ASSERT_TRUE(until([&] { return window.findChild<QLabel*>() != nullptr; }));
+    ASSERT_TRUE(waitFor([&] { return window.findChild<QLabel*>() != nullptr; }));
     EXPECT_EQ(window.findChild<QLabel*>()->text(), platform::localized("map.unavailable"));
     EXPECT_EQ(content(), nullptr);
 }

@@ -3,6 +3,7 @@
 #include "platform/VideoView.h"
 #include "tests/support/GuiTesting.h"
 #include "tests/support/HungFile.h"
+#include "tests/support/WaitFor.h"
 
 using namespace platform;
 using testing::AllOf;
@@ -29,17 +30,6 @@ struct Recorder final : MediaPlayerDelegate {
     void mediaPlayerTimeChanged(MediaPlayer& player) override { times.push_back(player.time().intValue()); }
     void mediaPlayerFailed(MediaPlayer&, const std::string& why) override { failures.push_back(why); }
 };
-
-/// Runs the event loop until the condition holds; false when it doesn't within a generous time.
-bool waitFor(const std::function<bool()>& condition)
-{
-    QTimer deadline;
-    deadline.setSingleShot(true);
-    deadline.start(20'000);
-    while (!condition() && deadline.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return condition();
-}
 
 /// A moving test card with a tone.
 void film(const std::string& path, const QString& size, const QStringList& options, int seconds = 2)
@@ -144,8 +134,6 @@ TEST_F(MpvPlayerTest, APausedFileIsOpenUntilItsMediaIsTakenAway)
     openPaused();
     EXPECT_FALSE(openFilesBelow(clips).empty()) << "a card could not be unmounted";
     player->setMedia(nullptr);
-    QTimer look; // a closed file is no event
-    look.start(10);
     EXPECT_TRUE(waitFor([&] { return openFilesBelow(clips).empty(); }));
 }
 

@@ -1,5 +1,6 @@
 #include "platform/QtDispatcher.h"
 #include "tests/support/GuiTesting.h"
+#include "tests/support/WaitFor.h"
 
 #include <future>
 #include <latch>
@@ -20,11 +21,6 @@ TEST(QtDispatcher, WorkThatHangsOrFailsHoldsUpNoOther)
     dispatcher.inBackground([&ran] { ran.set_value(); });
     EXPECT_EQ(hasRun.wait_for(20s), std::future_status::ready);
     isOver.count_down();
-    QTimer deadline;
-    deadline.setSingleShot(true);
-    deadline.start(20s);
-    while (!isTold && deadline.isActive())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    EXPECT_TRUE(isTold) << "on the main thread";
+    EXPECT_TRUE(waitFor([&] { return isTold; })) << "on the main thread";
     EXPECT_TRUE(dispatcher.finish());
 }

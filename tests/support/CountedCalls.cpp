@@ -53,10 +53,6 @@ int fsync(int file)
     const bool isFolder = ::fstat(file, &status) == 0 && S_ISDIR(status.st_mode);
     return counted(isFolder ? "fsync folder" : "fsync", SYS_fsync, file);
 }
-int fdatasync(int file)
-{
-    return counted("fdatasync", SYS_fdatasync, file);
-}
 int syncfs(int file) noexcept
 {
     return counted("syncfs", SYS_syncfs, file);
@@ -68,10 +64,6 @@ int rename(const char* from, const char* to) noexcept
 int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept
 {
     return counted("rename", SYS_renameat2, fromFolder, from, toFolder, to, 0U);
-}
-int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept
-{
-    return counted("rename", SYS_renameat2, fromFolder, from, toFolder, to, flags);
 }
 int kill(pid_t process, int signal) noexcept
 {

@@ -12,8 +12,7 @@ public:
     CountedCalls(const CountedCalls&) = delete;
     CountedCalls& operator=(const CountedCalls&) = delete;
 
-    /// "fsync", "fsync folder", "fdatasync", "syncfs", "rename" (each of its relatives) and "kill", of any
-    /// thread.
+    /// "fsync", "fsync folder", "syncfs", "rename" (renameat, too) and "kill", of any thread.
     std::vector<std::string> names() const;
     /// From now on the calls of this name do nothing and fail with this error; with 0 they work again.
     void fail(const std::string& name, int error);

@@ -11,7 +11,6 @@ inline const std::string unmountCommand = "diskutil umount sdb1";
 inline const std::string formatCommand =
     "sudo newfs_msdos -v ZAVIK -F 32 -n 2 -k 6 -r 32 -c 32 sdb1 as administrator";
 inline const std::string mountCommand = "diskutil mount sdb1";
-constexpr uint64_t gib = uint64_t(1) << 30;
 
 /// A card whose folder the scripted commands really unmount, empty and mount again.
 class FormatWindow : public testing::Test {
@@ -90,11 +89,6 @@ protected:
     }
     std::string line(const char* name) { return outlet<QLineEdit>(name).text().toStdString(); }
     std::string label(const char* name) { return outlet<QLabel>(name).text().toStdString(); }
-    /// The next steps that have something to do with it meet this.
-    void meanwhile(const std::string& command, std::function<void()> event)
-    {
-        events = {{command, std::move(event)}};
-    }
     template <typename Widget> Widget& outlet(const char* name)
     {
         return *controller.window().findChild<Widget*>(name);

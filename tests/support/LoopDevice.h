@@ -4,6 +4,7 @@
 #include "platform/ToolRun.h"
 #include "tests/support/TempFolder.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -13,8 +14,6 @@
 /// A sparse file as a block device, for as long as this lives. Needs root.
 class LoopDevice {
 public:
-    static bool isAvailable() { return geteuid() == 0 && std::filesystem::exists("/dev/loop-control"); }
-
     explicit LoopDevice(uint64_t size, const std::string& option = "--nooverlap")
     {
         const std::string image = folder.file("card.img");
@@ -27,15 +26,14 @@ public:
         if (option != "--read-only")
             (void)platform::runTool({{"blockdev", "--setrw", path()}, std::chrono::seconds(30)});
     }
-    ~LoopDevice() { detach(); }
-    LoopDevice(const LoopDevice&) = delete;
-    LoopDevice& operator=(const LoopDevice&) = delete;
-
-    void detach() const
+    ~LoopDevice()
     {
         if (!name.empty())
             (void)platform::runTool({{"losetup", "--detach", path()}, std::chrono::seconds(30)});
     }
+    LoopDevice(const LoopDevice&) = delete;
+    LoopDevice& operator=(const LoopDevice&) = delete;
+
     std::string path() const { return "/dev/" + name; }
     std::string image() const { return folder.path("card.img"); }
     std::string sequence() const { return platform::kernelDevice(name).sequence; }
@@ -44,4 +42,14 @@ public:
 
 private:
     TempFolder folder;
+};
+
+/// A test that formats for real.
+class LoopDeviceTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (geteuid() != 0 || !std::filesystem::exists("/dev/loop-control"))
+            GTEST_SKIP() << "loop devices need root: formatting for real was not tested";
+    }
 };

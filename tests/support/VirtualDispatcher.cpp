@@ -1,7 +1,6 @@
 #include "tests/support/VirtualDispatcher.h"
 
 #include <algorithm>
-#include <optional>
 
 class VirtualDispatcher::VirtualTimer : public platform::Timer {
 public:
@@ -14,22 +13,6 @@ public:
 private:
     std::shared_ptr<Alarm> alarm;
 };
-
-namespace {
-
-using Work = platform::Dispatcher::Work;
-
-std::optional<Work> takeFirst(std::deque<Work>& queue, std::mutex& mutex)
-{
-    const std::lock_guard lock(mutex);
-    if (queue.empty())
-        return {};
-    Work work = std::move(queue.front());
-    queue.pop_front();
-    return work;
-}
-
-} // namespace
 
 void VirtualDispatcher::onMain(Work work)
 {
@@ -62,12 +45,16 @@ void VirtualDispatcher::set(Milliseconds delay, std::shared_ptr<Alarm> alarm)
     alarms.emplace(Moment(clock + std::max(delay, Milliseconds(0)), settings++), std::move(alarm));
 }
 
-bool VirtualDispatcher::runNextMain()
+bool VirtualDispatcher::runNext(std::deque<Work>& queue)
 {
-    const auto work = takeFirst(mainQueue, mutex);
-    if (work)
-        (*work)();
-    return work.has_value();
+    std::unique_lock lock(mutex);
+    if (queue.empty())
+        return false;
+    const Work work = std::move(queue.front());
+    queue.pop_front();
+    lock.unlock();
+    work();
+    return true;
 }
 
 bool VirtualDispatcher::fireNextDue(Milliseconds until)
@@ -89,17 +76,9 @@ bool VirtualDispatcher::fireNextDue(Milliseconds until)
 size_t VirtualDispatcher::runMain()
 {
     size_t count = 0;
-    while (runNextMain() || fireNextDue(clock))
+    while (runNext(mainQueue) || fireNextDue(clock))
         ++count;
     return count;
-}
-
-bool VirtualDispatcher::runOneBackground()
-{
-    const auto work = takeFirst(backgroundQueue, mutex);
-    if (work)
-        (*work)();
-    return work.has_value();
 }
 
 size_t VirtualDispatcher::runBackground()

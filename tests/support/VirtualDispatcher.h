@@ -25,7 +25,7 @@ public:
     /// Each runs what is posted and what that posts, and returns how many pieces of work ran; `runMain` also
     /// what is due at the present moment. The clock stands still.
     size_t runMain();
-    bool runOneBackground();
+    bool runOneBackground() { return runNext(backgroundQueue); }
     size_t runBackground();
     size_t runAll();
 
@@ -46,7 +46,7 @@ private:
     using Moment = std::pair<Milliseconds, uint64_t>; // due time, order of setting
 
     void set(Milliseconds delay, std::shared_ptr<Alarm> alarm);
-    bool runNextMain();
+    bool runNext(std::deque<Work>& queue);
     bool fireNextDue(Milliseconds until);
 
     mutable std::mutex mutex; // guards the two queues
