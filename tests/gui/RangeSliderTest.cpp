@@ -80,6 +80,26 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
     EXPECT_EQ(values(), Values(31, 100));
 }
 
+TEST_F(RangeSlider, AVerticalOneTakesTheKnobByItsSide)
+{
+    SMDoubleSliderCell cell;
+    cell.setVertical(true);
+    cell.setMaxValue(100);
+    cell.setDoubleHiValue(80);
+    cell.setDoubleLoValue(10);
+    QVariantMap coder;
+    cell.encodeWithCoder(coder);
+    const std::tuple<double, bool, bool> cases[] = {{179, true, false}, {181, true, true}, {215, true, true},
+        {60, true, false}, {35, false, true}, {37, false, false}, {1, false, true}, {160, false, false}};
+    for (const auto& [y, flipped, isLow] : cases) {
+        SMDoubleSliderCell pressed;
+        pressed.initWithCoder(coder);
+        pressed.setFrame({0, 0, 28, 216}); // the low knob is 20 to 36 points from the end of the minimum
+        pressed.startTrackingAt({10, y}, flipped);
+        EXPECT_EQ(pressed.trackingLoKnob(), isLow) << y;
+    }
+}
+
 TEST_F(RangeSlider, DrawsItsBarAndBothKnobsWhereTheyAreTaken)
 {
     QImage picture(slider.size(), QImage::Format_ARGB32_Premultiplied);
