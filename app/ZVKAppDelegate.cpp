@@ -1,14 +1,14 @@
 #include "app/ZVKAppDelegate.h"
 
-#include "app/MediaTableModel.h"
-#include "app/WindowLayouts.h"
+#include "app/list/MediaTableModel.h"
+#include "app/window/WindowLayouts.h"
 #include "common/Log.h"
 #include "lib/LoadingIndicator.h"
 #include "lib/PositionSlider.h"
 #include "lib/TKImageButton.h"
 #include "lib/TKVideoBackgroundImageView.h"
 #include "platform/Texts.h"
-#include "platform/VideoView.h"
+#include "platform/mpv/VideoView.h"
 #include "ui_ZVKAppDelegate.h"
 
 #include <array>

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "app/CustomWindow.h"
-#include "app/ZVKPlayInfo.h"
-#include "cardtools/PathFollower.h"
-#include "common/WindowController.h"
+#include "app/player/ZVKPlayInfo.h"
+#include "app/window/CustomWindow.h"
+#include "cardtools/volumes/PathFollower.h"
+#include "lib/WindowController.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Platform.h"
 #include "platform/PrintSession.h"
 #include "platform/WebView.h"
-#include "settings/ZVKSettingController.h"
+#include "settings/window/ZVKSettingController.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
 #include <QStringList>
@@ -30,10 +30,11 @@ namespace Ui {
 class ZVKAppDelegate;
 }
 
-namespace platform {
 class FormatLayout;
+
+namespace platform {
 class VideoView;
-} // namespace platform
+}
 
 /// The application's delegate and the controller of its main window.
 /// It owns the library, the one player with its view, the play state and the telemetry of the file that

@@ -1,11 +1,11 @@
 #include "app/CommandLine.h"
 #include "app/ZVKAppDelegate.h"
-#include "cardtools/PMProgressIndicatorController.h"
-#include "cardtools/Volumes.h"
+#include "cardtools/volumes/Volumes.h"
+#include "lib/PMProgressIndicatorController.h"
 #include "lib/Style.h"
-#include "platform/FilePanel.h"
 #include "platform/Images.h"
-#include "platform/LinuxPlatform.h"
+#include "platform/desktop/LinuxPlatform.h"
+#include "platform/qt/FilePanel.h"
 
 #include <QApplication>
 

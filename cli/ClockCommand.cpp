@@ -1,4 +1,4 @@
-#include "cardtools/TimeSet.h"
+#include "cardtools/clock/TimeSet.h"
 #include "cli/Commands.h"
 #include "cli/Written.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 ExitCode showClock(const std::string& path, Streams streams)
 {
-    const auto moment = loadTimeSet(platform::FilePlace::chosen(path));
+    const auto moment = loadTimeSet(FilePlace::chosen(path));
     if (!moment) {
         std::error_code error;
         const auto size = std::filesystem::file_size(path, error);
@@ -32,8 +32,8 @@ ExitCode runClock(const Arguments& arguments, Streams streams)
     const auto moment = timeSetFromText(arguments.operands[1]);
     if (!moment)
         return failure(streams, arguments.operands[1], "is no date and time like 2016/05/03 14:22:01");
-    return writtenTo(path, !arguments.flag.empty(), streams, [&](const platform::FilePlace& place) {
-        const platform::FileError trouble = saveTimeSet(*moment, place);
+    return writtenTo(path, !arguments.flag.empty(), streams, [&](const FilePlace& place) {
+        const FileError trouble = saveTimeSet(*moment, place);
         return trouble ? failure(streams, path, trouble.text()) : ExitCode::Success;
     });
 }

@@ -3,7 +3,7 @@
 #include "cli/LogCapture.h"
 #include "cli/Written.h"
 #include "common/Text.h"
-#include "settings/FileDataFields.h"
+#include "settings/record/FileDataFields.h"
 
 #include <algorithm>
 #include <optional>
@@ -25,7 +25,7 @@ bool checksumFits(const _FILEDATA& record)
 }
 
 /// The record of the file, or the line that says why there is none was written.
-std::optional<_FILEDATA> loaded(const platform::FilePlace& place, Streams streams)
+std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
 {
     const auto size = place.size();
     _FILEDATA record;
@@ -35,7 +35,7 @@ std::optional<_FILEDATA> loaded(const platform::FilePlace& place, Streams stream
         return std::nullopt;
     }
     if (!loadFileData(place, record)) {
-        platform::FileError why;
+        FileError why;
         (void)place.open(why);
         failure(streams, place.path(), why ? why.text() : "cannot be read");
         return std::nullopt;
@@ -43,17 +43,17 @@ std::optional<_FILEDATA> loaded(const platform::FilePlace& place, Streams stream
     return record;
 }
 
-ExitCode saved(_FILEDATA& record, const platform::FilePlace& place, Streams streams)
+ExitCode saved(_FILEDATA& record, const FilePlace& place, Streams streams)
 {
     finishFileData(record);
     const LogCapture quiet;
-    const platform::FileError why = saveFileData(record, place);
+    const FileError why = saveFileData(record, place);
     return why ? failure(streams, place.path(), why.text()) : ExitCode::Success;
 }
 
 ExitCode show(const std::string& path, bool asJson, Streams streams)
 {
-    const auto record = loaded(platform::FilePlace::chosen(path), streams);
+    const auto record = loaded(FilePlace::chosen(path), streams);
     if (!record)
         return ExitCode::Failure;
     JsonWriter json(streams.out);
@@ -77,14 +77,14 @@ ExitCode show(const std::string& path, bool asJson, Streams streams)
     return ExitCode::Success;
 }
 
-ExitCode writeDefaults(const platform::FilePlace& place, std::string_view region, Streams streams)
+ExitCode writeDefaults(const FilePlace& place, std::string_view region, Streams streams)
 {
     _FILEDATA record;
     initFileDataForRegion(record, region == "ko");
     return saved(record, place, streams);
 }
 
-ExitCode set(const platform::FilePlace& place, std::span<const std::string_view> assignments, Streams streams)
+ExitCode set(const FilePlace& place, std::span<const std::string_view> assignments, Streams streams)
 {
     auto record = loaded(place, streams);
     if (!record)
@@ -121,7 +121,7 @@ ExitCode runConfig(const Arguments& arguments, Streams streams)
     const bool isSet = what == "set" && !rest.empty() && !asJson && !region;
     if (!isDefaults && !isSet)
         return wrongUsage(streams);
-    return writtenTo(path, isLinkFollowed, streams, [&](const platform::FilePlace& place) {
+    return writtenTo(path, isLinkFollowed, streams, [&](const FilePlace& place) {
         return isSet ? set(place, rest, streams) : writeDefaults(place, region.value_or("en"), streams);
     });
 }

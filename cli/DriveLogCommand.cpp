@@ -1,7 +1,7 @@
-#include "cardtools/DriveLogCsv.h"
-#include "cardtools/DriveLogTitles.h"
+#include "cardtools/drivelog/DriveLogCsv.h"
+#include "cardtools/drivelog/DriveLogTitles.h"
 #include "cli/Commands.h"
-#include "telemetry/FileByteSource.h"
+#include "common/FileByteSource.h"
 
 #include <ostream>
 

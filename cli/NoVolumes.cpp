@@ -1,4 +1,4 @@
-#include "platform/SystemVolumes.h"
+#include "platform/udisks/SystemVolumes.h"
 
 namespace platform {
 

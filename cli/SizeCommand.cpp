@@ -1,5 +1,5 @@
-#include "cardtools/ByteCount.h"
 #include "cli/Commands.h"
+#include "common/ByteCount.h"
 
 #include <charconv>
 #include <ostream>

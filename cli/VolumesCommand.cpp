@@ -1,10 +1,10 @@
-#include "cardtools/Volumes.h"
+#include "cardtools/volumes/Volumes.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/LogCapture.h"
 #include "cli/VolumesSource.h"
 #include "common/Text.h"
-#include "platform/FolderCard.h"
+#include "platform/disks/FolderCard.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,6 +1,6 @@
 #include "cli/Written.h"
 
-#include "platform/CardRoot.h"
+#include "common/CardRoot.h"
 
 #include <filesystem>
 #include <system_error>
@@ -10,7 +10,7 @@ namespace cli {
 namespace fs = std::filesystem;
 
 ExitCode writtenTo(const std::string& path, bool followsLink, Streams streams,
-    const std::function<ExitCode(const platform::FilePlace&)>& work)
+    const std::function<ExitCode(const FilePlace&)>& work)
 {
     std::error_code none;
     const fs::path target = fs::read_symlink(path, none);
@@ -19,12 +19,12 @@ ExitCode writtenTo(const std::string& path, bool followsLink, Streams streams,
             "is a link to " + target.native() + "; with " + std::string(followLink)
                 + " the file that it leads to is written");
     const fs::path named(path);
-    const auto place = followsLink ? platform::FilePlace::chosen(path)
-                                   : platform::CardRoot(named.has_parent_path() ? named.parent_path() : ".")
-                                         .file(named.filename().native());
+    const auto place = followsLink
+        ? FilePlace::chosen(path)
+        : CardRoot(named.has_parent_path() ? named.parent_path() : ".").file(named.filename().native());
     if (place.error())
         return failure(streams, path, place.error().text());
-    const platform::SaveLock lock(place);
+    const SaveLock lock(place);
     return lock.error() ? failure(streams, path, lock.error().text()) : work(place);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "platform/FilePlace.h"
+#include "common/FilePlace.h"
 
 #include <functional>
 #include <string>
@@ -14,6 +14,6 @@ constexpr std::string_view followLink = "--follow-link";
 /// Runs the work on the file of that name while no other program of ours saves in its folder. A link is
 /// refused, with the line that says where it leads, unless `followsLink`: then its target is meant.
 ExitCode writtenTo(const std::string& path, bool followsLink, Streams streams,
-    const std::function<ExitCode(const platform::FilePlace&)>& work);
+    const std::function<ExitCode(const FilePlace&)>& work);
 
 } // namespace cli

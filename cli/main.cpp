@@ -1,7 +1,7 @@
 #include "cli/Program.h"
 #include "cli/VolumesSource.h"
 #include "common/Log.h"
-#include "platform/SystemVolumes.h"
+#include "platform/udisks/SystemVolumes.h"
 
 #include <csignal>
 #include <iostream>

@@ -96,11 +96,10 @@ void TKImageButton::paintEvent(QPaintEvent*)
 void TKImageButton::updateTrackingAreas()
 {
     constexpr int trackingMargin = 4;
-    mouseTrackingArea =
-        std::make_unique<platform::TrackingArea>(*this, trackingMargin, [this](bool isInside) {
-            setNumberOfCaptures(captures + (isInside ? 1 : -1));
-            updateRollOverImage();
-        });
+    mouseTrackingArea = std::make_unique<TrackingArea>(*this, trackingMargin, [this](bool isInside) {
+        setNumberOfCaptures(captures + (isInside ? 1 : -1));
+        updateRollOverImage();
+    });
 }
 
 void TKImageButton::showEvent(QShowEvent* event)

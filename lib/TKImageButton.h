@@ -1,7 +1,7 @@
 #pragma once
 
+#include "lib/TrackingArea.h"
 #include "platform/Images.h"
-#include "platform/TrackingArea.h"
 
 #include <QAbstractButton>
 
@@ -59,7 +59,7 @@ private:
     void updateRollOverImage();
     void updateImage();
 
-    std::unique_ptr<platform::TrackingArea> mouseTrackingArea;
+    std::unique_ptr<TrackingArea> mouseTrackingArea;
     int64_t captures = 0;
     int textLeft = 0;
     platform::Image activeImage;

@@ -8,7 +8,6 @@
 #include <utility>
 
 namespace fs = std::filesystem;
-using platform::FolderListing;
 
 namespace {
 

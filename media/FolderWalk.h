@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FolderListing.h"
+#include "common/FolderListing.h"
 
 #include <cstddef>
 #include <cstdint>

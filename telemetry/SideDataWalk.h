@@ -1,7 +1,7 @@
 #pragma once
 
+#include "common/ByteCursor.h"
 #include "telemetry/AviRecords.h"
-#include "telemetry/ByteCursor.h"
 #include "telemetry/WalkEnd.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "telemetry/ZVKBlackBoxData.h"
 
+#include "common/FileByteSource.h"
 #include "common/Log.h"
-#include "telemetry/FileByteSource.h"
 #include "telemetry/SideDataWalk.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/ByteSource.h"
+#include "common/ByteSource.h"
 #include "telemetry/KeptFix.h"
 #include "telemetry/RunList.h"
 #include "telemetry/WalkEnd.h"

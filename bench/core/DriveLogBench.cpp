@@ -1,5 +1,5 @@
-#include "cardtools/DriveLogCsv.h"
-#include "cardtools/DriveLogTitles.h"
+#include "cardtools/drivelog/DriveLogCsv.h"
+#include "cardtools/drivelog/DriveLogTitles.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
 
@@ -20,13 +20,13 @@ void readMillionRecordLog(benchmark::State& state)
 {
     const std::string& path = millionRecordLog();
     for (auto _ : state)
-        benchmark::DoNotOptimize(readDriveLog(platform::FilePlace::chosen(path), flashDataFormat));
+        benchmark::DoNotOptimize(readDriveLog(FilePlace::chosen(path), flashDataFormat));
 }
 BENCHMARK(readMillionRecordLog)->Unit(benchmark::kMillisecond);
 
 void makeMillionCsvLines(benchmark::State& state)
 {
-    const DriveLog log = readDriveLog(platform::FilePlace::chosen(millionRecordLog()), flashDataFormat);
+    const DriveLog log = readDriveLog(FilePlace::chosen(millionRecordLog()), flashDataFormat);
     const auto titles = driveLogColumnNames(flashDataFormat, "en");
     size_t size = 0;
     for (auto _ : state)

@@ -1,5 +1,5 @@
-#include "cardtools/ZVKSettingForFlashDataViewController.h"
-#include "settings/FileData.h"
+#include "cardtools/drivelog/ZVKSettingForFlashDataViewController.h"
+#include "settings/record/FileData.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"

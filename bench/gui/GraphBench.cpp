@@ -1,6 +1,6 @@
 // The G-sensor graph at 600 points of graph width with an hour's samples (10 Hz).
 
-#include "telemetry/GraphView.h"
+#include "telemetry/views/GraphView.h"
 
 #include <QImage>
 #include <benchmark/benchmark.h>

@@ -2,7 +2,7 @@
 // The card is asked and read in the background; that part is not measured.
 
 #include "common/Log.h"
-#include "settings/ZVKSettingController.h"
+#include "settings/window/ZVKSettingController.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
 
@@ -16,7 +16,7 @@ public:
     Setting()
     {
         setLogSink({});
-        (void)writeDefaultFileData(platform::FilePlace::chosen(card.path("config.bin")));
+        (void)writeDefaultFileData(FilePlace::chosen(card.path("config.bin")));
         desk.disks.volumes = {TestDiskArbitration::card(card.path())};
     }
     void open()

@@ -1,8 +1,8 @@
 // The map page in the embedded view: how soon it answers, and what a call costs on either side.
 
-#include "platform/LinuxPlatform.h"
-#include "platform/QtWebView.h"
-#include "platform/WebEngine.h"
+#include "platform/desktop/LinuxPlatform.h"
+#include "platform/web/QtWebView.h"
+#include "platform/web/WebEngine.h"
 #include "telemetry/Readouts.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "platform/LinuxPlatform.h"
+#include "platform/desktop/LinuxPlatform.h"
 
 #include <QApplication>
 #include <QWidget>

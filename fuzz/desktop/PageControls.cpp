@@ -1,6 +1,6 @@
 #include "fuzz/Require.h"
-#include "settings/FileData.h"
-#include "settings/SettingPages.h"
+#include "settings/record/FileData.h"
+#include "settings/window/SettingPages.h"
 #include "tests/support/TestPlatform.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "platform/IppTexts.h"
+#include "platform/cups/IppTexts.h"
 
 #include <memory>
 

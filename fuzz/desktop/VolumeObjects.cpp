@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "platform/UDisks2Objects.h"
+#include "platform/udisks/UDisks2Objects.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/BlockDevices.h"
+#include "platform/disks/BlockDevices.h"
 #include "fuzz/Require.h"
 
 using namespace platform;

@@ -1,4 +1,4 @@
-#include "cardtools/TimeSet.h"
+#include "cardtools/clock/TimeSet.h"
 #include "fuzz/Require.h"
 
 void fuzz(std::string_view text)

@@ -1,6 +1,6 @@
-#include "cardtools/DriveLogCsv.h"
+#include "cardtools/drivelog/DriveLogCsv.h"
+#include "common/MemoryByteSource.h"
 #include "fuzz/Require.h"
-#include "telemetry/MemoryByteSource.h"
 
 namespace {
 

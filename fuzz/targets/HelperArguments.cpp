@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "platform/DiskCommand.h"
+#include "platform/disks/DiskCommand.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/FormatCard.h"
 #include "tools/formathelper/FormatTool.h"

@@ -1,4 +1,4 @@
-#include "platform/MountTable.h"
+#include "platform/disks/MountTable.h"
 #include "fuzz/Require.h"
 
 using namespace platform;

@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "settings/ZVKValidator.h"
+#include "settings/record/ZVKValidator.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 #include "fuzz/Require.h"
-#include "settings/FileDataFields.h"
+#include "settings/record/FileDataFields.h"
 
 void fuzz(std::string_view input)
 {

@@ -1,7 +1,7 @@
 #include "cli/TelemetryFormats.h"
+#include "common/MemoryByteSource.h"
 #include "fuzz/Require.h"
 #include "fuzz/WellFormed.h"
-#include "telemetry/MemoryByteSource.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
 #include <sstream>

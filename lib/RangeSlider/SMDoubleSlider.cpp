@@ -1,7 +1,7 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
 
+#include "lib/KeyPath.h"
 #include "lib/RangeSlider/SMDoubleSliderAccess.h"
-#include "platform/KeyPath.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -16,7 +16,7 @@ const char* const bindingNames[] = {"objectLoValue", "objectHiValue"};
 
 bool isAmbiguous(const QVariant& value)
 {
-    return !value.isValid() || value.typeId() == qMetaTypeId<platform::ControllerMarker>();
+    return !value.isValid() || value.typeId() == qMetaTypeId<ControllerMarker>();
 }
 
 } // namespace
@@ -69,7 +69,7 @@ void SMDoubleSlider::bind(const QString& binding, QObject* object, const QString
 {
     for (const size_t context : {lo, hi}) {
         if (binding == QLatin1String(bindingNames[context])) {
-            bindings[context] = std::make_unique<platform::KeyPathObserver>(
+            bindings[context] = std::make_unique<KeyPathObserver>(
                 object, keyPath, [this, context] { observeValueForKeyPath(context); });
             update();
         }
@@ -92,8 +92,8 @@ void SMDoubleSlider::unbindAll()
 
 void SMDoubleSlider::observeValueForKeyPath(size_t context)
 {
-    const platform::KeyPathObserver& binding = *bindings[context];
-    const QVariant value = platform::valueForKeyPath(binding.object(), binding.keyPath());
+    const KeyPathObserver& binding = *bindings[context];
+    const QVariant value = valueForKeyPath(binding.object(), binding.keyPath());
     context == hi ? setObjectHiValue(value) : setObjectLoValue(value);
     update();
 }
@@ -101,7 +101,7 @@ void SMDoubleSlider::observeValueForKeyPath(size_t context)
 void SMDoubleSlider::updateBoundController(size_t context, double value)
 {
     if (bindings[context])
-        platform::setValueForKeyPath(bindings[context]->object(), bindings[context]->keyPath(), value);
+        setValueForKeyPath(bindings[context]->object(), bindings[context]->keyPath(), value);
     announceValue();
 }
 

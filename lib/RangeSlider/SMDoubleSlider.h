@@ -7,9 +7,7 @@
 #include <array>
 #include <memory>
 
-namespace platform {
 class KeyPathObserver;
-}
 
 /// A horizontal slider with a low and a high knob, of which one is selected. Tab goes from the low knob to
 /// the high one and then on; arrow keys move the selected knob by the alternate increment, Page Up and Page
@@ -109,6 +107,6 @@ private:
     void announceValue();
 
     std::unique_ptr<SMDoubleSliderCell> doubleCell;
-    std::array<std::unique_ptr<platform::KeyPathObserver>, 2> bindings; // low, high
+    std::array<std::unique_ptr<KeyPathObserver>, 2> bindings; // low, high
     bool isTracking = false;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "lib/SliderCell.h"
 #include "platform/Images.h"
-#include "platform/SliderCell.h"
 
 #include <QString>
 #include <QVariant>
@@ -13,7 +13,7 @@
 /// A slider cell with a low and a high knob. The high value is the base's slot, the low value is kept beside
 /// it; while the low knob is dragged the two are swapped, so that the base's tracking moves the low knob.
 /// minimum <= low <= high <= maximum after every setter, whatever it is given.
-class SMDoubleSliderCell : public platform::SliderCell {
+class SMDoubleSliderCell : public SliderCell {
 public:
     void setMinValue(double value) override;
     void setMaxValue(double value) override;

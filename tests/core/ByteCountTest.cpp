@@ -1,4 +1,4 @@
-#include "cardtools/ByteCount.h"
+#include "common/ByteCount.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "telemetry/ByteCursor.h"
+#include "common/ByteCursor.h"
 #include "tests/core/SideDataSupport.h"
 #include "tests/support/Testing.h"
 

@@ -1,16 +1,12 @@
-#include "platform/CardRoot.h"
-#include "platform/ReplaceFile.h"
-#include "platform/StreamedFile.h"
+#include "common/CardRoot.h"
+#include "common/ReplaceFile.h"
+#include "common/StreamedFile.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/Testing.h"
 
 #include <sys/file.h>
 
 namespace {
-
-using platform::CardRoot;
-using platform::FileError;
-using platform::FilePlace;
 
 size_t entriesIn(const std::string& folder)
 {
@@ -44,7 +40,7 @@ TEST(CardRoot, NoWayLeadsThroughALinkOrOutOfTheCard)
             EXPECT_FALSE(place.open(why));
             EXPECT_EQ(why.code, reason) << why.text();
             EXPECT_FALSE(place.size());
-            EXPECT_TRUE(platform::replaceFile(place, "attack"));
+            EXPECT_TRUE(replaceFile(place, "attack"));
         }
         EXPECT_EQ(contents(secret), "secret");
         EXPECT_EQ(card.makeFolder("DrvInfo").code, FileError::link);
@@ -64,10 +60,10 @@ TEST(FilePlace, AChosenLinkIsFollowedOnceAndItsTargetReplaced)
     fs::create_symlink("home/real", folder.path("link"));
     const FilePlace place = FilePlace::chosen(folder.path("link"));
     fs::remove(folder.path("link"));
-    EXPECT_FALSE(platform::replaceFile(place, "newer"));
+    EXPECT_FALSE(replaceFile(place, "newer"));
     EXPECT_EQ(contents(folder.path("home/real")), "newer");
     fs::create_symlink("loop", folder.path("loop"));
-    EXPECT_TRUE(platform::replaceFile(FilePlace::chosen(folder.path("loop")), "x"));
+    EXPECT_TRUE(replaceFile(FilePlace::chosen(folder.path("loop")), "x"));
 }
 
 TEST(ReplaceFile, IsOnTheMediumBeforeItIsInPlaceAndStaysThere)
@@ -75,19 +71,19 @@ TEST(ReplaceFile, IsOnTheMediumBeforeItIsInPlaceAndStaysThere)
     const TempFolder folder;
     const FilePlace place = FilePlace::chosen(folder.file("config.bin", "old"));
     CountedCalls calls;
-    EXPECT_FALSE(platform::replaceFile(place, "new"));
+    EXPECT_FALSE(replaceFile(place, "new"));
     EXPECT_THAT(calls.names(), ElementsAre("fsync", "rename", "fsync", "fsync folder"));
     for (const char* const call : {"fsync", "rename"}) {
         SCOPED_TRACE(call);
         calls.fail(call, EIO);
-        EXPECT_EQ(platform::replaceFile(place, "newer").code, EIO);
+        EXPECT_EQ(replaceFile(place, "newer").code, EIO);
         EXPECT_EQ(contents(folder.path("config.bin")), "new");
         EXPECT_EQ(entriesIn(folder.path()), 1u);
         calls.fail(call, 0);
     }
     // What is in place may be another program's by now: nothing is taken back.
     calls.fail("fsync folder", EIO);
-    EXPECT_EQ(platform::replaceFile(place, "newest").code, EIO);
+    EXPECT_EQ(replaceFile(place, "newest").code, EIO);
     EXPECT_EQ(contents(folder.path("config.bin")), "newest");
 }
 
@@ -98,9 +94,9 @@ TEST(ReplaceFile, LeftoversOfKilledProgramsGoAndThoseOfOthersStay)
     for (const char* const name : {".zvk00000001.tmp", ".zvk0000002.tmp", ".zvkzzzzzzzz.tmp", "mine.tmp"})
         folder.file(name, "x");
     fs::create_symlink("mine.tmp", folder.path(".zvk00000003.tmp"));
-    platform::StreamedFile running(place);
+    StreamedFile running(place);
     EXPECT_TRUE(running.write("a long export"));
-    EXPECT_FALSE(platform::replaceFile(FilePlace::chosen(folder.path("config.bin")), "settings"));
+    EXPECT_FALSE(replaceFile(FilePlace::chosen(folder.path("config.bin")), "settings"));
     EXPECT_FALSE(fs::exists(folder.path(".zvk00000001.tmp")));
     EXPECT_FALSE(running.finish()) << "another save took it for a leftover";
     EXPECT_EQ(contents(folder.path("export.csv")), "a long export");
@@ -111,11 +107,11 @@ TEST(SaveLock, WaitsForAnotherSaveButNotForEver)
 {
     const TempFolder folder;
     const FilePlace place = FilePlace::chosen(folder.path("config.bin"));
-    const platform::Descriptor other(::open(folder.path().c_str(), O_RDONLY | O_DIRECTORY));
+    const Descriptor other(::open(folder.path().c_str(), O_RDONLY | O_DIRECTORY));
     ASSERT_EQ(::flock(other.get(), LOCK_EX), 0);
-    EXPECT_EQ(platform::SaveLock(place, 40ms).error().code, FileError::locked);
+    EXPECT_EQ(SaveLock(place, 40ms).error().code, FileError::locked);
     ASSERT_EQ(::flock(other.get(), LOCK_UN), 0);
-    EXPECT_FALSE(platform::SaveLock(place).error());
+    EXPECT_FALSE(SaveLock(place).error());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "cardtools/DriveLog.h"
+#include "cardtools/drivelog/DriveLog.h"
 #include "tests/core/SideDataSupport.h"
 #include "tests/support/DriveLogs.h"
 #include "tests/support/Testing.h"
@@ -110,10 +110,9 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
         [&](int64_t done, int64_t all) { percentages.push_back(done * 100 / all); });
     EXPECT_EQ(percentages, (std::vector<int64_t>{38, 77, 100}));
     const TempFolder folder;
-    EXPECT_EQ(readDriveLog(platform::FilePlace::chosen(folder.path("none")), obdDriveFormat).end(),
-        DriveLogEnd::NotThere);
     EXPECT_EQ(
-        readDriveLog(platform::FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::Refused);
+        readDriveLog(FilePlace::chosen(folder.path("none")), obdDriveFormat).end(), DriveLogEnd::NotThere);
+    EXPECT_EQ(readDriveLog(FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::Refused);
 }
 
 } // namespace

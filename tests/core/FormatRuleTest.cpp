@@ -1,4 +1,4 @@
-#include "cardtools/FormatRule.h"
+#include "cardtools/format/FormatRule.h"
 
 #include <gtest/gtest.h>
 

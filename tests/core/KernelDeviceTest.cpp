@@ -1,4 +1,4 @@
-#include "platform/KernelDevice.h"
+#include "platform/disks/KernelDevice.h"
 #include "tests/support/Testing.h"
 #include "tools/formathelper/FormatCard.h"
 #include "tools/formathelper/FormatTool.h"

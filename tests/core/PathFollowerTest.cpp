@@ -1,4 +1,4 @@
-#include "cardtools/PathFollower.h"
+#include "cardtools/volumes/PathFollower.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/Testing.h"
 #include "tests/support/VirtualDispatcher.h"

@@ -1,11 +1,9 @@
-#include "platform/PatientFile.h"
+#include "common/PatientFile.h"
 #include "tests/support/HungFile.h"
 #include "tests/support/Testing.h"
 
 #include <future>
 #include <thread>
-
-using platform::PatientFile;
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "cardtools/RunShellScript.h"
-#include "platform/DiskCommand.h"
+#include "cardtools/format/RunShellScript.h"
+#include "platform/disks/DiskCommand.h"
 #include "tests/support/TestPrinting.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "cardtools/CardFormat.h"
-#include "cardtools/Volumes.h"
+#include "cardtools/format/CardFormat.h"
+#include "cardtools/volumes/Volumes.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/TestPrinting.h"

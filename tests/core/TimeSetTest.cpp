@@ -1,4 +1,4 @@
-#include "cardtools/TimeSet.h"
+#include "cardtools/clock/TimeSet.h"
 #include "tests/core/CliSupport.h"
 #include "tests/support/TempFolder.h"
 
@@ -28,11 +28,9 @@ TEST(TimeSet, CommandWritesOverALongerFileAndReadsItBack)
     EXPECT_EQ(zavikctl({"clock", path, "2016/05/03 14:22:01"}).code, 0);
     EXPECT_EQ(contents(path), "2016/05/03 14:22:01");
     EXPECT_EQ(zavikctl({"clock", path}).out, "2016/05/03 14:22:01\n");
-    EXPECT_TRUE(
-        loadTimeSet(platform::FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\r\n"))))
+    EXPECT_TRUE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\r\n"))))
         << "one line end";
-    EXPECT_FALSE(
-        loadTimeSet(platform::FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\n\n"))));
+    EXPECT_FALSE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\n\n"))));
     EXPECT_EQ(zavikctl({"clock", folder.path("missing/timeset.cfg"), "2016/05/03 14:22:01"}).code, 1);
     EXPECT_EQ(zavikctl({"clock", folder.path(), "2016/05/03 14:22:01"}).code, 1);
 }

@@ -1,4 +1,4 @@
-#include "platform/ToolRun.h"
+#include "platform/disks/ToolRun.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/Testing.h"
 

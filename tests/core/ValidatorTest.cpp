@@ -1,4 +1,4 @@
-#include "settings/ZVKValidator.h"
+#include "settings/record/ZVKValidator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "cardtools/Volumes.h"
-#include "platform/FolderCard.h"
+#include "cardtools/volumes/Volumes.h"
+#include "platform/disks/FolderCard.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/Testing.h"
 

@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 #include "lib/LoadingIndicator.h"
+#include "lib/SegmentedControl.h"
 #include "platform/Images.h"
-#include "platform/SegmentedControl.h"
 #include "tests/support/AppDelegateProbe.h"
 
 namespace {
@@ -23,7 +23,7 @@ TEST_F(SecondaryWindow, IsReplacedOnlyWhenItsChangesAreSavedOrDropped)
     app.desk.dispatcher.runAll();
     app.desk.dispatcher.advance(500ms);
     for (QWidget* const window : QApplication::topLevelWidgets())
-        if (auto* const rate = window->findChild<platform::SegmentedControl*>("videoFrameRate"))
+        if (auto* const rate = window->findChild<SegmentedControl*>("videoFrameRate"))
             rate->findChildren<QAbstractButton*>().front()->click();
     controller.showTimeSetupPanel();
     EXPECT_TRUE(shown("ZVKSettingController"));

@@ -1,8 +1,8 @@
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "platform/Texts.h"
-#include "settings/ShareBar.h"
-#include "settings/ZVKSettingForAuxViewController.h"
-#include "settings/ZVKSettingForObdViewController.h"
+#include "settings/pages/ShareBar.h"
+#include "settings/pages/ZVKSettingForAuxViewController.h"
+#include "settings/pages/ZVKSettingForObdViewController.h"
 #include "tests/support/ShownPage.h"
 
 namespace {
@@ -96,7 +96,7 @@ TEST_F(AuxPage, MotionSensitivities)
     control<QCheckBox>("useMotionChk").click();
     EXPECT_EQ(record.motion_detect_mode_on, 0U) << "at once";
     for (const char* const name : {"HDSensitivitySeg", "FHDSensitivitySeg"})
-        EXPECT_FALSE(control<platform::SegmentedControl>(name).isEnabled());
+        EXPECT_FALSE(control<SegmentedControl>(name).isEnabled());
 }
 
 TEST_F(ObdPage, IntervalAndParkingShareOneField)

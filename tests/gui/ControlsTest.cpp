@@ -1,11 +1,11 @@
-#include "common/InterfaceHelpers.h"
-#include "platform/ButtonMatrix.h"
-#include "platform/SegmentedControl.h"
+#include "lib/ButtonMatrix.h"
+#include "lib/InterfaceHelpers.h"
+#include "lib/SegmentedControl.h"
 #include "tests/support/GuiTesting.h"
 
 TEST(SegmentedControl, IsNeverNarrowerThanItsLabelsAndNamesEachSegment)
 {
-    platform::SegmentedControl control;
+    SegmentedControl control;
     const QString label = QStringLiteral("높음 (SUV, 승합차)");
     setSegmentLabels(control, {label, "2"});
     const QFontMetrics metrics(control.font());
@@ -34,12 +34,12 @@ TEST(PushButton, IsNeverNarrowerThanItsText)
 
 TEST(ButtonMatrix, ArrowsMoveInRowsAndColumnsAndOneCellTakesTheTabStop)
 {
-    platform::ButtonMatrix matrix;
+    ButtonMatrix matrix;
     matrix.setRows(2);
     matrix.setColumns(3);
     std::vector<int> clicked;
     QObject::connect(
-        &matrix, &platform::ButtonMatrix::cellClicked, &matrix, [&](int cell) { clicked.push_back(cell); });
+        &matrix, &ButtonMatrix::cellClicked, &matrix, [&](int cell) { clicked.push_back(cell); });
     matrix.selectCell(2);
     for (const int key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_Up})
         press(*matrix.cell(std::max(matrix.selectedCell(), 0)), key);

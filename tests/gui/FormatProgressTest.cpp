@@ -1,7 +1,7 @@
-#include "cardtools/FormatWriting.h"
-#include "cardtools/PMProgressIndicator.h"
-#include "cardtools/ZVKFormatWindowController.h"
-#include "platform/WrittenBytes.h"
+#include "cardtools/format/FormatWriting.h"
+#include "cardtools/format/ZVKFormatWindowController.h"
+#include "lib/PMProgressIndicator.h"
+#include "platform/disks/WrittenBytes.h"
 #include "tests/support/GuiTesting.h"
 
 TEST(FormatProgress, GoesOnByWhatHasArrivedOnTheCard)

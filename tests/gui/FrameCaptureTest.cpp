@@ -1,6 +1,6 @@
-#include "platform/NewFile.h"
 #include "platform/Texts.h"
-#include "platform/VideoSnapshot.h"
+#include "platform/mpv/VideoSnapshot.h"
+#include "platform/qt/NewFile.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tests/support/FullDisk.h"
 

@@ -1,4 +1,4 @@
-#include "telemetry/GraphView.h"
+#include "telemetry/views/GraphView.h"
 
 #include <QImage>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "telemetry/ZVKMapWindowController.h"
+#include "telemetry/views/ZVKMapWindowController.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {

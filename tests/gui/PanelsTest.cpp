@@ -1,6 +1,6 @@
-#include "platform/QtPanels.h"
-#include "platform/ShownFolders.h"
 #include "platform/Texts.h"
+#include "platform/qt/QtPanels.h"
+#include "platform/qt/ShownFolders.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {

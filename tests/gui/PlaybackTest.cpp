@@ -1,4 +1,4 @@
-#include "telemetry/GraphView.h"
+#include "telemetry/views/GraphView.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"

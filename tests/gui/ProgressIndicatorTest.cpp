@@ -1,5 +1,5 @@
-#include "cardtools/PMProgressIndicator.h"
-#include "cardtools/PMProgressIndicatorController.h"
+#include "lib/PMProgressIndicator.h"
+#include "lib/PMProgressIndicatorController.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {

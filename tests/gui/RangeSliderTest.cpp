@@ -1,5 +1,5 @@
+#include "lib/KeyPath.h"
 #include "lib/RangeSlider/SMDoubleSlider.h"
-#include "platform/KeyPath.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {
@@ -121,7 +121,7 @@ TEST_F(RangeSlider, FollowsWhatItIsBoundToAndWritesBackWhatTheUserDoes)
 {
     QDoubleSpinBox low;
     QDoubleSpinBox high;
-    platform::ObjectController controller;
+    ObjectController controller;
     controller.setContent(&low);
     slider.bind("objectLoValue", &controller, "content.value");
     slider.bind("objectHiValue", &high, "value");

@@ -1,4 +1,4 @@
-#include "platform/QtScriptRunner.h"
+#include "platform/disks/QtScriptRunner.h"
 #include "tests/support/CountedCalls.h"
 #include "tests/support/Testing.h"
 

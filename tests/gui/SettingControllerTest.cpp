@@ -1,4 +1,4 @@
-#include "cardtools/PMProgressIndicatorController.h"
+#include "lib/PMProgressIndicatorController.h"
 #include "tests/support/SettingWindowFixture.h"
 
 TEST_F(SettingWindow, ShowsTheFilesValuesWhenTheReadIsDoneAndNotBefore)
@@ -132,7 +132,7 @@ TEST_F(SettingWindow, ACardThatHangsIsToldAndItsAnswerIsShownAllTheSame)
 TEST_F(SettingWindow, KeepsThePageWithInvalidInput)
 {
     openOwnCard();
-    const auto& tabs = *window->window().findChild<platform::SegmentedControl*>("functionSegmentedControl");
+    const auto& tabs = *window->window().findChild<SegmentedControl*>("functionSegmentedControl");
     script.complaint = "Out of range.";
     window->changeViewController(1);
     EXPECT_EQ(tabs.selectedSegment(), 0);

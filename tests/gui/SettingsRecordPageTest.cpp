@@ -1,17 +1,15 @@
-#include "platform/ButtonMatrix.h"
+#include "lib/ButtonMatrix.h"
 #include "platform/Texts.h"
-#include "settings/ThresholdField.h"
-#include "settings/ZVKCarNumberTextField.h"
-#include "settings/ZVKSettingForAudioViewController.h"
-#include "settings/ZVKSettingForAuxViewController.h"
-#include "settings/ZVKSettingForBasicViewController.h"
-#include "settings/ZVKSettingForGpsViewController.h"
-#include "settings/ZVKSettingForVideoViewController.h"
+#include "settings/pages/ThresholdField.h"
+#include "settings/pages/ZVKCarNumberTextField.h"
+#include "settings/pages/ZVKSettingForAudioViewController.h"
+#include "settings/pages/ZVKSettingForAuxViewController.h"
+#include "settings/pages/ZVKSettingForBasicViewController.h"
+#include "settings/pages/ZVKSettingForGpsViewController.h"
+#include "settings/pages/ZVKSettingForVideoViewController.h"
 #include "tests/support/ShownPage.h"
 
 namespace {
-
-using platform::ButtonMatrix;
 
 using Video = Shown<ZVKSettingForVideoViewController>;
 struct Basic : Shown<ZVKSettingForBasicViewController> {

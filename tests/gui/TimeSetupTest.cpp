@@ -1,5 +1,5 @@
-#include "cardtools/ZVKTimeSetupController.h"
-#include "platform/ClockFace.h"
+#include "cardtools/clock/ZVKTimeSetupController.h"
+#include "lib/ClockFace.h"
 #include "platform/Texts.h"
 #include "tests/support/GuiTesting.h"
 
@@ -35,7 +35,7 @@ struct TimeSetup : testing::Test {
     ZVKTimeSetupController controller{test.pieces, "en", [this] { return now; }};
     QCalendarWidget& calendar() { return outlet<QCalendarWidget>("datePicker"); }
     QTimeEdit& entry() { return outlet<QTimeEdit>("timePicker"); }
-    platform::ClockFace& face() { return outlet<platform::ClockFace>("clockTimePicker"); }
+    ClockFace& face() { return outlet<ClockFace>("clockTimePicker"); }
 };
 
 TEST_F(TimeSetup, SavesOnTheCardOverALongerFileAndCloses)

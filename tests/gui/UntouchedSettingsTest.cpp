@@ -1,9 +1,9 @@
+#include "lib/ButtonMatrix.h"
 #include "lib/RangeSlider/SMDoubleSlider.h"
-#include "platform/ButtonMatrix.h"
-#include "settings/SettingPages.h"
-#include "settings/ThresholdField.h"
-#include "settings/ZVKCarNumberTextField.h"
-#include "settings/ZVKSettingForObdViewController.h"
+#include "settings/pages/ThresholdField.h"
+#include "settings/pages/ZVKCarNumberTextField.h"
+#include "settings/pages/ZVKSettingForObdViewController.h"
+#include "settings/window/SettingPages.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ShownPage.h"
 
@@ -70,17 +70,17 @@ bool isControl(const QWidget* widget)
     const auto isOneOf = [](const QWidget* one, std::initializer_list<const char*> kinds) {
         return std::ranges::any_of(kinds, [one](const char* kind) { return one->inherits(kind); });
     };
-    return !isOneOf(widget->parentWidget(), {"platform::SegmentedControl", "platform::ButtonMatrix"})
+    return !isOneOf(widget->parentWidget(), {"SegmentedControl", "ButtonMatrix"})
         && isOneOf(widget,
-            {"platform::SegmentedControl", "platform::ButtonMatrix", "QAbstractButton", "QComboBox",
-                "QLineEdit", "SMDoubleSlider"});
+            {"SegmentedControl", "ButtonMatrix", "QAbstractButton", "QComboBox", "QLineEdit",
+                "SMDoubleSlider"});
 }
 
 QVariant shownBy(const QWidget& control)
 {
-    if (auto* segments = dynamic_cast<const platform::SegmentedControl*>(&control))
+    if (auto* segments = dynamic_cast<const SegmentedControl*>(&control))
         return segments->selectedSegment();
-    if (auto* matrix = dynamic_cast<const platform::ButtonMatrix*>(&control))
+    if (auto* matrix = dynamic_cast<const ButtonMatrix*>(&control))
         return matrix->selectedCell();
     if (auto* slider = dynamic_cast<const SMDoubleSlider*>(&control))
         return slider->stringLoValue() + slider->stringHiValue();
@@ -92,10 +92,10 @@ bool change(QWidget& control, std::mt19937& random)
 {
     if (!control.isEnabled())
         return false;
-    if (auto* segments = dynamic_cast<platform::SegmentedControl*>(&control)) {
+    if (auto* segments = dynamic_cast<SegmentedControl*>(&control)) {
         const int step = 1 + int(random() % unsigned(segments->segmentCount() - 1));
         segments->segment((segments->selectedSegment() + step) % segments->segmentCount())->click();
-    } else if (auto* matrix = dynamic_cast<platform::ButtonMatrix*>(&control)) {
+    } else if (auto* matrix = dynamic_cast<ButtonMatrix*>(&control)) {
         matrix->cell(matrix->selectedCell() == 2 ? 3 : 2)->click();
     } else if (auto* button = dynamic_cast<QAbstractButton*>(&control)) {
         if (button->inherits("QRadioButton") && button->isChecked())

@@ -1,5 +1,5 @@
 #include "lib/Style.h"
-#include "platform/LinuxPlatform.h"
+#include "platform/desktop/LinuxPlatform.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>

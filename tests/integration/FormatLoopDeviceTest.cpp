@@ -1,5 +1,5 @@
-#include "cardtools/ZVKFormatWindowController.h"
-#include "platform/QtScriptRunner.h"
+#include "cardtools/format/ZVKFormatWindowController.h"
+#include "platform/disks/QtScriptRunner.h"
 #include "tests/support/GuiTesting.h"
 #include "tests/support/LoopDevice.h"
 

@@ -1,8 +1,8 @@
 // The real page in the real view.
 
-#include "platform/QtWebView.h"
 #include "platform/Texts.h"
-#include "platform/WebEngine.h"
+#include "platform/web/QtWebView.h"
+#include "platform/web/WebEngine.h"
 #include "tests/support/GuiTesting.h"
 #include "tests/support/WaitFor.h"
 

@@ -1,5 +1,5 @@
-#include "platform/PanelProcess.h"
-#include "platform/QtPanels.h"
+#include "platform/qt/PanelProcess.h"
+#include "platform/qt/QtPanels.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {

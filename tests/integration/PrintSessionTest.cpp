@@ -1,5 +1,5 @@
-#include "platform/CupsPrintInfo.h"
-#include "platform/CupsPrintSession.h"
+#include "platform/cups/CupsPrintInfo.h"
+#include "platform/cups/CupsPrintSession.h"
 #include "tests/support/GuiTesting.h"
 
 #include <QPrintDialog>

@@ -1,4 +1,4 @@
-#include "platform/QtDispatcher.h"
+#include "platform/qt/QtDispatcher.h"
 #include "tests/support/GuiTesting.h"
 #include "tests/support/WaitFor.h"
 

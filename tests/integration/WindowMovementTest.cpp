@@ -1,5 +1,5 @@
-#include "platform/QtScreens.h"
-#include "platform/TimeLimit.h"
+#include "platform/mpv/TimeLimit.h"
+#include "platform/qt/QtScreens.h"
 #include "tests/support/GuiTesting.h"
 
 namespace {

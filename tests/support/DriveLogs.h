@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cardtools/DriveRecords.h"
+#include "cardtools/drivelog/DriveRecords.h"
 
 #include <array>
 #include <bit>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cardtools/CardHolder.h"
-#include "cardtools/ZVKFormatWindowController.h"
-#include "settings/FileData.h"
+#include "cardtools/format/ZVKFormatWindowController.h"
+#include "cardtools/volumes/CardHolder.h"
+#include "settings/record/FileData.h"
 #include "tests/support/GuiTesting.h"
 
 using testing::StartsWith;

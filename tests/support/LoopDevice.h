@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/KernelDevice.h"
-#include "platform/ToolRun.h"
+#include "platform/disks/KernelDevice.h"
+#include "platform/disks/ToolRun.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/FileData.h"
+#include "settings/record/FileData.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/FileData.h"
-#include "settings/ZVKSettingControllerDelegate.h"
+#include "lib/ZVKSettingControllerDelegate.h"
+#include "settings/record/FileData.h"
 
 #include <string>
 #include <utility>

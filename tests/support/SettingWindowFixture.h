@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/SegmentedControl.h"
+#include "lib/SegmentedControl.h"
 #include "platform/Texts.h"
-#include "settings/ZVKSettingController.h"
+#include "settings/window/ZVKSettingController.h"
 #include "tests/support/GuiTesting.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ScriptedPage.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/SegmentedControl.h"
-#include "settings/FileData.h"
+#include "lib/SegmentedControl.h"
+#include "settings/record/FileData.h"
 #include "tests/support/GuiTesting.h"
 
 #include <functional>
@@ -23,9 +23,6 @@ template <typename Page> struct Shown {
     {
         return *page.template findChild<Control*>(QLatin1String(name));
     }
-    int segment(const char* name) { return control<platform::SegmentedControl>(name).selectedSegment(); }
-    void choose(const char* name, int segment)
-    {
-        control<platform::SegmentedControl>(name).segment(segment)->click();
-    }
+    int segment(const char* name) { return control<SegmentedControl>(name).selectedSegment(); }
+    void choose(const char* name, int segment) { control<SegmentedControl>(name).segment(segment)->click(); }
 };

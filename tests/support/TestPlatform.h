@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "platform/VideoView.h"
+#include "platform/mpv/VideoView.h"
 #include "tests/support/ScriptedPlayer.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/TestPrinting.h"

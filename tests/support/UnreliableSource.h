@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/MemoryByteSource.h"
+#include "common/MemoryByteSource.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "platform/UDisks2DiskArbitration.h"
+#include "platform/udisks/UDisks2DiskArbitration.h"
 #include "tests/support/MockUDisks2.h"
 #include "tests/support/Testing.h"
 #include "tests/support/WaitFor.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/KernelDevice.h"
+#include "platform/disks/KernelDevice.h"
 
 #include <string>
 

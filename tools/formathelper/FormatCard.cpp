@@ -1,6 +1,6 @@
 #include "tools/formathelper/FormatCard.h"
 
-#include "platform/DiskCommand.h"
+#include "platform/disks/DiskCommand.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/CardDevice.h"
 #include "tools/formathelper/DiskParts.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cardtools/FormatRule.h"
-#include "platform/KernelDevice.h"
+#include "cardtools/format/FormatRule.h"
+#include "platform/disks/KernelDevice.h"
 
 #include <chrono>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ToolRun.h"
+#include "platform/disks/ToolRun.h"
 
 #include <chrono>
 #include <string>

@@ -1,6 +1,6 @@
 #include "tools/samplecard/CardSteps.h"
 
-#include "settings/FileData.h"
+#include "settings/record/FileData.h"
 #include "tools/samplecard/DriveLogWriter.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "tools/samplecard/DriveLogWriter.h"
 
-#include "cardtools/DriveRecords.h"
+#include "cardtools/drivelog/DriveRecords.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "cardtools/drivelog/DriveLogFormat.h"
+#include "common/ByteSource.h"
+
+#include <optional>
+#include <stop_token>
+
+/// How the reading of a drive log went.
+enum class DriveLogEnd {
+    Whole, // all records that the header announces
+    Cut, // the file ends early: fewer records than announced
+    DeviceFailed, // the device failed on the way; the records before that are good
+    Stopped, // asked to stop on the way
+    // From here on nothing of the log can be used.
+    NotThere,
+    CannotOpen,
+    Refused, // a link, or no plain file
+    HeaderFailed, // the device failed before it gave a header
+    NoHeader, // shorter than a header
+    ImpossibleCount, // more records than a file on the card can hold
+    NoMemory,
+};
+
+constexpr bool isUsable(DriveLogEnd end)
+{
+    return end < DriveLogEnd::NotThere;
+}
+
+/// Reads a log from its beginning, in pieces of whole records.
+class DriveLogReader {
+public:
+    DriveLogReader(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {});
+
+    /// Reads the header, once, before anything else. The number of records that it announces; nothing when
+    /// the log cannot be used (see `end()`).
+    std::optional<uint32_t> readHeader();
+    /// An upper limit of the records that are there, by the file's size.
+    uint64_t recordsAtMost() const;
+
+    /// Fills the span with the next records and returns how many; bytes after them may be overwritten.
+    /// Fewer than fit only for `end()`.
+    size_t read(std::span<std::byte> into);
+
+    /// Why a read gave fewer records than fit.
+    DriveLogEnd end() const { return ending; }
+
+private:
+    size_t readBytes(std::span<std::byte> into);
+
+    ByteSource& source;
+    const DriveLogFormat& format;
+    std::stop_token stop;
+    uint64_t announced = 0;
+    uint64_t remaining = 0;
+    DriveLogEnd ending = DriveLogEnd::Whole;
+};

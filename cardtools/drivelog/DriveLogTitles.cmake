@@ -1,0 +1,15 @@
+# Writes the drive log's column titles of both languages, from the string tables, as C++ source.
+# cmake -D TEXTS=<folder of the tables> -D OUTPUT=<file> -P DriveLogTitles.cmake
+file(WRITE ${OUTPUT}.new "#include \"cardtools/drivelog/DriveLogTitles.h\"\n\nconst DriveLogTitle driveLogTitles[] = {\n")
+foreach(language en ko)
+  file(READ ${TEXTS}/InfoPlist.${language}.json table)
+  string(REGEX MATCHALL "\"setting\\.(flashdata|obdata)\\.[^\"]+\"" keys "${table}")
+  foreach(key ${keys})
+    string(REPLACE "\"" "" key ${key})
+    string(JSON text GET "${table}" ${key})
+    string(REGEX REPLACE "([\\\\\"])" "\\\\\\1" text "${text}")
+    file(APPEND ${OUTPUT}.new "    {\"${language}\", \"${key}\", \"${text}\"},\n")
+  endforeach()
+endforeach()
+file(APPEND ${OUTPUT}.new "    {},\n};\n")
+file(RENAME ${OUTPUT}.new ${OUTPUT})

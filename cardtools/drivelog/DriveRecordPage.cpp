@@ -1,0 +1,246 @@
+#include "cardtools/drivelog/DriveRecordPage.h"
+
+#include "cardtools/drivelog/DriveRecordModel.h"
+#include "common/CardRoot.h"
+#include "common/Log.h"
+#include "lib/Alerts.h"
+#include "lib/InterfaceHelpers.h"
+#include "lib/ProgressWindow.h"
+#include "platform/Platform.h"
+#include "platform/Texts.h"
+#include "telemetry/views/ZVKMapWindowController.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QTableView>
+
+#include <filesystem>
+#include <utility>
+
+DriveRecordPage::DriveRecordPage(platform::Platform& pieces, const std::string& interfaceLanguage,
+    const DriveLogFormat& kind, QWidget* parent)
+    : SettingPage(parent),
+      desktop(pieces),
+      language(interfaceLanguage),
+      format(kind)
+{
+}
+
+DriveRecordPage::~DriveRecordPage()
+{
+    work.request_stop();
+    delete progressWindow;
+}
+
+void DriveRecordPage::awakeFromNib(const Outlets& widgets)
+{
+    outlets = widgets;
+    for (const DriveLogColumn& column : format.columns) {
+        columnNames.append(column.hasTitleKey()
+                ? platform::localized(column.title)
+                : QString::fromUtf8(column.title.data(), static_cast<qsizetype>(column.title.size())));
+        columnWidths.push_back(column.width);
+    }
+    buildTable();
+    outlets.openButton->setText(platform::localized("open"));
+    outlets.exportButton->setText(platform::localized("export"));
+    connect(outlets.openButton, &QPushButton::clicked, this, [this] { openFileDialog(); });
+    connect(outlets.exportButton, &QPushButton::clicked, this, [this] { onSaveCSVFile(); });
+    showState();
+}
+
+void DriveRecordPage::setM_FlashDataFilePath(const std::string& path, const std::string& root)
+{
+    m_FlashDataFilePath = path;
+    cardRoot = root;
+}
+
+void DriveRecordPage::setFileData(_FILEDATA* record)
+{
+    fileData = record;
+    displayFileData();
+}
+
+void DriveRecordPage::displayFileData()
+{
+    if (!fileData || !firstLoad)
+        return;
+    firstLoad = false;
+    if (!m_FlashDataFilePath || progressWindow)
+        return;
+    beginWork("sheet.loading", "");
+    doReadFlashDataFile(false);
+}
+
+void DriveRecordPage::populate()
+{
+    if (fileData)
+        validateUserInput();
+}
+
+std::optional<QString> DriveRecordPage::validateUserInput()
+{
+    return {};
+}
+
+void DriveRecordPage::onHide()
+{
+    mapWindowController.reset();
+}
+
+void DriveRecordPage::openFileDialog()
+{
+    mapWindowController.reset();
+    if (progressWindow)
+        return;
+    const platform::OpenPanel panel{
+        platform::localized("panel.open_record").toStdString(), std::string(format.fileType)};
+    desktop.panels.chooseFile(
+        *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
+            if (!page || !path)
+                return;
+            page->setM_FlashDataFilePath(*path);
+            page->loadFlashDataFile();
+        });
+}
+
+void DriveRecordPage::loadFlashDataFile()
+{
+    if (!m_FlashDataFilePath || progressWindow)
+        return;
+    beginWork("sheet.loading", "");
+    doReadFlashDataFile(true);
+}
+
+void DriveRecordPage::doReadFlashDataFile(bool isAskedFor)
+{
+    desktop.dispatcher.inBackground(
+        [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath,
+            root = cardRoot, &kind = format, stop = work.get_token(), report = progressWindow->report(),
+            isAskedFor] {
+            const std::string below = std::filesystem::path(path).lexically_relative(root).native();
+            const auto place = root.empty() ? FilePlace::chosen(path) : CardRoot(root).file(below);
+            const auto log = std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
+            dispatcher.onMain([page, log, stop, isAskedFor] {
+                if (page && !stop.stop_requested())
+                    page->publish(log, isAskedFor);
+            });
+        });
+}
+
+namespace {
+
+/// Nothing when all went well.
+const char* messageKey(DriveLogEnd end)
+{
+    switch (end) {
+    case DriveLogEnd::DeviceFailed:
+        return "msg.drivelog_device_failed";
+    case DriveLogEnd::NotThere:
+    case DriveLogEnd::CannotOpen:
+    case DriveLogEnd::HeaderFailed:
+        return "msg.drivelog_unreadable";
+    case DriveLogEnd::Refused:
+        return "msg.drivelog_refused";
+    case DriveLogEnd::NoHeader:
+    case DriveLogEnd::ImpossibleCount:
+        return "msg.drivelog_is_none";
+    case DriveLogEnd::NoMemory:
+        return "msg.job_failed";
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+/// A card without a log is nothing to tell, unless the user asked for the log.
+void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log, bool isAskedFor)
+{
+    endWork();
+    const char* const message = messageKey(log->end());
+    if (message && (isAskedFor || log->end() != DriveLogEnd::NotThere))
+        tellLater(message);
+    if (!isUsable(log->end()))
+        return;
+    m_pFalshSaveValue = std::move(log);
+    m_bFlashDataAccess = true;
+    model->setLog(m_pFalshSaveValue);
+    outlets.tableView->scrollToTop();
+    showState();
+}
+
+/// The hint on an empty table, and the line below the table.
+void DriveRecordPage::showState()
+{
+    const bool isEmpty = m_FlashDataNum() == 0;
+    outlets.emptyLabel->setText(
+        platform::localized(m_bFlashDataAccess ? "drivelog.no_records" : "drivelog.empty"));
+    outlets.emptyLabel->setVisible(isEmpty);
+    outlets.exportButton->setEnabled(!isEmpty);
+    if (!m_pFalshSaveValue) {
+        outlets.stateLabel->clear();
+        return;
+    }
+    const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
+    const QString count = numbers.toString(qlonglong(m_FlashDataNum()));
+    const uint32_t announced = m_pFalshSaveValue->announced();
+    outlets.stateLabel->setText(m_FlashDataNum() == announced
+            ? platform::localized("drivelog.count").arg(count)
+            : platform::localized("drivelog.cut").arg(count, numbers.toString(announced)));
+}
+
+std::string DriveRecordPage::stringForColumnIndex(int64_t column, int64_t row) const
+{
+    return m_pFalshSaveValue ? m_pFalshSaveValue->stringForColumnIndex(column, row) : std::string();
+}
+
+void DriveRecordPage::doubleClickTableRow(int64_t clickedRow)
+{
+    logFormat("rowNum=%ld", static_cast<long>(clickedRow));
+    if (clickedRow < 0 || clickedRow >= m_FlashDataNum())
+        return;
+    const DrivePlace place = m_pFalshSaveValue->placeAt(clickedRow);
+    if (mapWindowController) {
+        mapWindowController->showWindow();
+    } else {
+        mapWindowController = std::make_unique<ZVKMapWindowController>(desktop, language);
+        mapWindowController->showWindow();
+        mapWindowController->moveWindowRightBy(
+            isWindow() ? platform::Rect() : desktop.screens.frameOf(*window()));
+    }
+    if (place.latitude != 0 && place.longitude != 0)
+        mapWindowController->updateMapLat(place.latitude, place.longitude);
+    else
+        mapWindowController->removeMarker();
+}
+
+void DriveRecordPage::beginWork(const char* wordsKey, const char* questionKey)
+{
+    work = {};
+    progressWindow = new ProgressWindow(
+        desktop.dispatcher, *this, platform::localized(wordsKey), platform::localized(questionKey));
+    progressWindow->stopped = [this] {
+        work.request_stop();
+        endWork();
+    };
+}
+
+void DriveRecordPage::endWork()
+{
+    progressWindow->hide();
+    progressWindow->deleteLater();
+    progressWindow.clear();
+}
+
+/// The window of the work, or the panel, goes first.
+void DriveRecordPage::tellLater(const char* messageKey)
+{
+    constexpr std::chrono::milliseconds windowGoesAway{500};
+    desktop.dispatcher.after(windowGoesAway, [page = QPointer(this), messageKey] {
+        if (page)
+            showAlert(page->desktop.alerts, *page->window(), "ZAVIK",
+                platform::localized(messageKey).toStdString());
+    });
+}

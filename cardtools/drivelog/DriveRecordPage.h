@@ -1,0 +1,108 @@
+#pragma once
+
+#include "cardtools/drivelog/DriveLog.h"
+#include "lib/ZVKSettingControllerDelegate.h"
+#include "platform/disks/MountTable.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+class DriveRecordModel;
+class ProgressWindow;
+class QLabel;
+class QPushButton;
+class QTableView;
+class ZVKMapWindowController;
+
+namespace platform {
+struct Platform;
+}
+
+/// The page of a drive log: its table, a record's place on the map, the export. Both kinds of logs share it
+/// and differ by their format and their interface description. Main thread only.
+class DriveRecordPage : public SettingPage {
+public:
+    ~DriveRecordPage() override;
+
+    /// The log to show. It is read when the record comes for the first time, and by loadFlashDataFile.
+    /// `cardRoot`: of the card that the file is on, which leads nowhere else; empty for the user's choice.
+    void setM_FlashDataFilePath(const std::string& path, const std::string& cardRoot = {});
+
+    void setFileData(_FILEDATA* record) override;
+    void displayFileData();
+    void populate() override;
+    std::optional<QString> validateUserInput() override;
+    void setMainController(SettingPageHost*) override { }
+    void onHide() override;
+    bool holds(const std::string& mountPath) const override
+    {
+        return m_FlashDataFilePath && platform::isWithin(*m_FlashDataFilePath, mountPath);
+    }
+
+    /// Asks for a log and shows it.
+    void openFileDialog();
+    /// Reads the log; a window tells how far it is when that takes long. The rows stay as they are when it
+    /// cannot be used, and the user is told.
+    void loadFlashDataFile();
+    /// Shows the row's place on the map; the window only comes forward where the row has none.
+    void doubleClickTableRow(int64_t clickedRow);
+    /// Asks for a file and writes the table to it; a window tells how far it is when that takes long. Closing
+    /// the page's window asks meanwhile.
+    void onSaveCSVFile();
+
+    std::string stringForColumnIndex(int64_t column, int64_t row) const;
+    /// How many records are shown.
+    int64_t m_FlashDataNum() const { return m_pFalshSaveValue ? m_pFalshSaveValue->count() : 0; }
+
+protected:
+    /// The widgets of the interface description.
+    struct Outlets {
+        QTableView* tableView;
+        QLabel* emptyLabel; // over the empty table
+        QLabel* stateLabel;
+        QPushButton* openButton;
+        QPushButton* exportButton;
+    };
+
+    DriveRecordPage(platform::Platform& desktop, const std::string& language, const DriveLogFormat& format,
+        QWidget* parent);
+    void awakeFromNib(const Outlets& widgets);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildTable();
+    void doReadFlashDataFile(bool isAskedFor);
+    void publish(std::shared_ptr<const DriveLog> log, bool isAskedFor);
+    void showState();
+    void openSavePanel();
+    void doWriteCSVFile(const std::string& path);
+    void beginWork(const char* wordsKey, const char* questionKey);
+    void endWork();
+    void tellLater(const char* messageKey);
+
+    platform::Platform& desktop;
+    const std::string language;
+    const DriveLogFormat& format;
+    Outlets outlets{};
+    DriveRecordModel* model = nullptr;
+    QStringList columnNames;
+    std::vector<int> columnWidths;
+
+    _FILEDATA* fileData = nullptr;
+    std::shared_ptr<const DriveLog> m_pFalshSaveValue; // buffer and count in one
+    bool firstLoad = true;
+    bool m_bFlashDataAccess = false;
+    std::optional<std::string> m_FlashDataFilePath;
+    std::string cardRoot;
+    std::unique_ptr<ZVKMapWindowController> mapWindowController;
+
+    std::stop_source work; // the one under way or the latest
+    QPointer<ProgressWindow> progressWindow; // while work is under way
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// A file that a thread of its own opens and reads, so that nobody has to wait longer than they want for a
+/// card that hangs. One reader at a time; `giveUp` may come from any thread.
+class PatientFile {
+public:
+    /// Returns at once; the file is opened behind it.
+    explicit PatientFile(std::string path);
+    /// Waits for nothing: a read that hangs ends when it may.
+    ~PatientFile();
+    PatientFile(const PatientFile&) = delete;
+    PatientFile& operator=(const PatientFile&) = delete;
+
+    /// The file's size; -1 when it cannot be opened, is no plain file, is empty, or was given up.
+    int64_t size();
+    /// Bytes read at the offset, at most `count`; 0 at the end, -1 on failure or when given up.
+    int64_t read(uint64_t offset, char* into, size_t count);
+    /// Every wait ends now, and whatever is asked from now on fails.
+    void giveUp();
+    /// Why the file could not be opened or read, in a reader's words; empty if it could.
+    std::string failure() const;
+
+private:
+    struct Shared;
+    static void serve(const std::shared_ptr<Shared>& shared);
+
+    std::shared_ptr<Shared> shared;
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <string>
+
+/// Makes a folder of a new, unique name in the system's temporary folder that only this user can enter.
+/// Empty when that fails; then `why` says what the system said.
+std::string makePrivateFolder(std::string& why);

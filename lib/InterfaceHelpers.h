@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QComboBox;
+class QWidget;
+
+class ButtonMatrix;
+class SegmentedControl;
+
+/// As many segments as labels, segment i labelled with label i.
+void setSegmentLabels(SegmentedControl& control, const QStringList& labels);
+/// The same, each segment of the given width; the control becomes width times the number of labels wide.
+void setSegmentLabelsWithWidth(SegmentedControl& control, int width, const QStringList& labels);
+/// Replaces all items by these, in order.
+void setComboItems(QComboBox& combo, const QStringList& items);
+/// Cell i gets title i, for every title given.
+void setCellTitles(ButtonMatrix& matrix, const QStringList& titles);
+/// Puts the window in the horizontal middle of the reference window; height and vertical place stay.
+void centerWindowHorizontally(QWidget& window, const QWidget& reference);
+/// A format with "%@" in it, filled with the text.
+QString filled(const QString& format, const QString& text);

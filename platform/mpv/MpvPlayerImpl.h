@@ -1,0 +1,126 @@
+#pragma once
+
+#include "platform/MediaPlayer.h"
+#include "platform/mpv/MpvFile.h"
+#include "platform/mpv/MpvHandle.h"
+#include "platform/mpv/MpvStream.h"
+#include "platform/mpv/VideoView.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+struct mpv_event;
+struct mpv_event_property;
+
+namespace platform {
+
+/// The player's operations only queue commands; what mpv then does is learned from its events, and those are
+/// handled on the main thread, from the event loop. Every file opened gets a new number, and whatever
+/// concerns an older one is dropped.
+class MpvPlayer final : public QObject, public MediaPlayer {
+public:
+    MpvPlayer(VideoView& view, size_t memoryBound);
+    ~MpvPlayer() override;
+
+    void setMedia(std::shared_ptr<Media> media) override;
+    std::shared_ptr<Media> media() const override { return current; }
+    void play() override;
+    void pause() override;
+    void stop() override;
+    bool isPlaying() const override { return state() == PlayerState::playing; }
+    PlayerState state() const override;
+
+    float position() const override;
+    void setPosition(float position) override;
+    MediaTime time() const override;
+    void setTime(MediaTime time) override;
+    MediaTime remainingTime() const override;
+    float rate() const override { return speed; }
+    void setRate(float rate) override;
+    void jumpForward(int seconds) override;
+    bool isSeeking() const override { return isOpen() && file.target.has_value(); }
+    bool breaksOff() const override { return isOpen() && !file.target && file.breaksOff; }
+
+    bool hasVideoOut() const override { return videoSize().width > 0; }
+    VideoSize videoSize() const override;
+    void setMute(bool mute) override;
+    void setVolume(int volume) override;
+    std::vector<int> audioTrackIndexes() const override;
+    bool saveVideoSnapshotAt(const std::string& path, int width, int height) override;
+    void setDelegate(MediaPlayerDelegate* delegate) override { listener = delegate; }
+
+private:
+    enum class Phase { closed, opening, open, failed };
+
+    // Commands.
+    void load();
+    void close();
+    void setPaused(bool pause);
+    void seekTo(SeekTarget target);
+    void sendSeek();
+    void watchMemory();
+    bool isOpen() const { return phase == Phase::open; }
+
+    // mpv's events.
+    static void wakeUp(void* self);
+    void drainEvents();
+    void handle(const mpv_event& event);
+    void handleFileEvent(const mpv_event& event);
+    void propertyChanged(const mpv_event& event);
+    void answered(const mpv_event& event);
+    void takeAnswer(const mpv_event_property& property);
+    void beginFile();
+    void playbackRestarted();
+    void askBeforeOpen();
+    void finishOpening();
+    void seekArrived();
+    /// Why the file could not be read, or the other reason if it could.
+    std::string readFailureOr(const std::string& otherwise) const;
+    void watchEnd();
+    void reachEnd();
+    void restAtEnd();
+    void timeChanged(double seconds);
+
+    // Reports.
+    void post(std::function<void()> report);
+    void postState();
+    void fail(const std::string& why);
+    /// The reports are false when nothing more may be done for the file: the listener has closed it, or
+    /// destroyed the player.
+    bool reportState();
+    bool reportTime();
+    bool report(const std::function<void(MediaPlayerDelegate&)>& call);
+
+    MpvStreams streams;
+    MpvHandle mpv;
+    QPointer<VideoView> view;
+    MediaPlayerDelegate* listener = nullptr;
+    std::shared_ptr<Media> current;
+    std::atomic_flag wakeUpQueued;
+
+    Phase phase = Phase::closed;
+    MpvFile file;
+    bool paused = false;
+    float speed = 1;
+    std::optional<PlayerState> reported;
+    QElapsedTimer clock;
+    int64_t nextTimeReport = 0;
+    uint64_t picturesBefore = 0;
+    const size_t memoryBound;
+    size_t memoryBefore = 0;
+    QTimer memoryWatch; // rests while the player does
+
+    // Numbers of requests to mpv, each used once; 0 marks those whose answer doesn't matter.
+    uint64_t lastRequest = 1;
+    uint64_t fileRequest = 1;
+    uint64_t seekRequest = 1;
+    uint64_t endRequest = 1;
+};
+
+} // namespace platform

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/qt/FilePanel.h"
+
+#include <QObject>
+
+#include <chrono>
+
+class QDialog;
+class QProcess;
+class QTimer;
+
+namespace platform {
+
+class Alerts;
+
+/// One file panel in a process of its own, so that a card that hangs holds up the panel and not the program.
+/// While it is open the window that asks takes no input. A panel that gives no sign of life is told, and can
+/// be taken away. Deletes itself after the answer. Main thread only.
+class PanelProcess final : public QObject {
+public:
+    /// `executable` with "--file-panel" is one that calls runFilePanel.
+    PanelProcess(QWidget& owner, Alerts& sheets, QString executable,
+        std::chrono::milliseconds patience = std::chrono::seconds(5));
+    ~PanelProcess() override;
+
+    /// Once. The answer is dropped when the window goes away first.
+    void show(PanelRequest request, Panels::Answer answer);
+
+private:
+    void read();
+    void ended(bool isWell);
+    void tellSilence();
+    void end(const std::optional<std::string>& path);
+
+    QWidget& window;
+    Alerts& alerts;
+    QString program;
+    /// Holds the window's input as a modal panel of its own would; never on screen.
+    QDialog* blocker;
+    /// Nobody waits for one that was killed while its card hangs: it deletes itself.
+    QProcess* process;
+    QTimer* silence;
+    Panels::Answer answer;
+    std::function<void()> takeWordAway;
+    QByteArray said;
+};
+
+} // namespace platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "settings/record/FileData.h"
+
+class QCheckBox;
+class QComboBox;
+class RecordPage;
+
+class SegmentedControl;
+
+/// The five settings that the GPS page and the OBD page have in common. The controls belong to the page.
+struct GpsFields {
+    SegmentedControl* drivingDaySeg;
+    SegmentedControl* speedDisplayUnitSeg;
+    QComboBox* timeGmtCombo;
+    QCheckBox* summerTimeChk;
+    SegmentedControl* osdSpeedDisplaySeg;
+
+    /// Labels and items; makes them settings of the page.
+    void setUp(RecordPage& page) const;
+    /// A value that a control has no place for leaves it without a selection.
+    void display(const _FILEDATA& record) const;
+};

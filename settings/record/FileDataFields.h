@@ -1,0 +1,28 @@
+#pragma once
+
+#include "settings/record/FileData.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// One field of the camera's record, for those who go by names.
+struct FileDataField {
+    enum class Type { Unsigned16, Unsigned32, Signed32, Text8 };
+
+    std::string_view name;
+    size_t offset;
+    Type type;
+};
+
+/// All fields, in the order of the record.
+std::span<const FileDataField> fileDataFields();
+
+/// The value as text: a decimal number, or the characters up to the first zero byte (at most 8 bytes).
+std::string fieldText(const _FILEDATA& record, const FileDataField& field);
+
+/// Sets the field from text. False, and the record as it was, when the value does not fit: not one whole
+/// decimal number within the type's range; for a text more than 8 bytes, a zero byte or anything but the
+/// letters and digits that the camera knows.
+bool setField(_FILEDATA& record, const FileDataField& field, std::string_view value);

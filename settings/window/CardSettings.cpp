@@ -1,0 +1,246 @@
+#include "settings/window/CardSettings.h"
+
+#include "cardtools/volumes/Volumes.h"
+#include "common/CardRoot.h"
+#include "common/Log.h"
+#include "common/ReplaceFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* cardName = "ZAVIK";
+constexpr const char* driveLogName = "DrvInfo/zavik_000.drv";
+// Whatever is called config.bin but is no settings file by far is neither copied nor replaced.
+constexpr size_t largestToKeep = 16 * 1024 * 1024;
+
+FilePlace settingsOn(const TKUSBDiskEntity& disk)
+{
+    return CardRoot(disk.mountedURL).file("config.bin");
+}
+
+std::string settingsPathOn(const TKUSBDiskEntity& disk)
+{
+    return (fs::path(disk.mountedURL) / "config.bin").native();
+}
+
+std::optional<_FILEDATA> asRecord(const std::string& contents)
+{
+    if (contents.size() != sizeof(_FILEDATA))
+        return std::nullopt;
+    _FILEDATA record;
+    std::memcpy(&record, contents.data(), sizeof record);
+    return record;
+}
+
+bool isSame(const std::optional<_FILEDATA>& a, const std::optional<_FILEDATA>& b)
+{
+    return a && b && std::memcmp(&*a, &*b, sizeof *a) == 0;
+}
+
+/// The name for the number: "config.bin.bak", "config.bin.bak2", ...
+FilePlace copyBeside(const FilePlace& settings, int number)
+{
+    return settings.sibling(settings.name() + ".bak" + (number > 1 ? std::to_string(number) : ""));
+}
+
+constexpr int mostCopies = 99;
+
+/// The copy of the record before: the first that is a record of this version.
+std::optional<FilePlace> recordBeside(const FilePlace& settings, uint16_t version)
+{
+    for (int number = 1; number <= mostCopies; ++number) {
+        FilePlace copy = copyBeside(settings, number);
+        FileError why;
+        const auto bytes = copy.contents(sizeof(_FILEDATA), why);
+        const auto record = bytes ? asRecord(*bytes) : std::nullopt;
+        if (record && record->cfg_ver == version)
+            return copy;
+        if (!copy.isThere())
+            break;
+    }
+    return std::nullopt;
+}
+
+/// Where nothing is yet; nothing when there is no such place.
+std::optional<FilePlace> freeBeside(const FilePlace& settings)
+{
+    for (int number = 1; number <= mostCopies; ++number) {
+        if (FilePlace copy = copyBeside(settings, number); !copy.isThere())
+            return copy;
+    }
+    return std::nullopt;
+}
+
+/// The card that was read, wherever it is mounted now; otherwise the preferred one.
+std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::DiskArbitration& disks)
+{
+    const std::vector<TKUSBDiskEntity> present = usbDiskEntities(disks);
+    const auto isTheCard = [&](const TKUSBDiskEntity& disk) {
+        return card.disk && disk.key == card.disk->key;
+    };
+    const auto isWhereItWas = [&](const TKUSBDiskEntity& disk) {
+        return isTheCard(disk) && disk.mountedURL == card.disk->mountedURL;
+    };
+    for (const auto& same :
+        {std::ranges::find_if(present, isWhereItWas), std::ranges::find_if(present, isTheCard)}) {
+        if (same != present.end())
+            return *same;
+    }
+    // A card that the system does not describe any more is written where it was, while nothing else is there.
+    const bool isReplaced = card.disk
+        && std::ranges::find(present, card.disk->mountedURL, &TKUSBDiskEntity::mountedURL) != present.end();
+    if (card.disk && !isReplaced && settingsOn(*card.disk).isThere())
+        return card.disk;
+    return preferredUSBDisk(present);
+}
+
+/// Keeps what is in the file beside it, when it is not the same as what comes.
+void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutcome& outcome)
+{
+    outcome.before = asRecord(contents);
+    auto kept = outcome.before ? recordBeside(settings, outcome.before->cfg_ver) : std::nullopt;
+    if (!kept)
+        kept = freeBeside(settings);
+    outcome.error = kept ? replaceFile(*kept, contents) : FileError{EEXIST};
+    if (outcome.error) {
+        logFormat("%s cannot be kept: %s", settings.path().c_str(), outcome.error.text().c_str());
+        outcome.kind = SaveOutcome::Kind::CannotKeep;
+    } else if (!outcome.before) {
+        outcome.keptAs = kept->name();
+    }
+}
+
+/// Nothing is to be done when the file is not there.
+bool mayReplace(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
+{
+    using Kind = SaveOutcome::Kind;
+    if (!settings.isThere())
+        return true;
+    outcome.kind = Kind::Failed;
+    const auto contents = settings.contents(largestToKeep, outcome.error);
+    if (!contents)
+        return false;
+    const auto record = asRecord(*contents);
+    if (record && !isSame(record, request.known) && !isSame(record, request.record)
+        && !request.mayReplaceOthers) {
+        outcome.kind = Kind::OthersSettings;
+        outcome.before = record;
+        return false;
+    }
+    if (!isSame(record, request.record))
+        keepBefore(settings, *contents, outcome);
+    return outcome.kind != Kind::CannotKeep;
+}
+
+void saveLocked(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
+{
+    using Kind = SaveOutcome::Kind;
+    const SaveLock lock(settings);
+    outcome.error = lock.error();
+    if (outcome.error)
+        outcome.kind = Kind::Failed;
+    if (outcome.error || !mayReplace(settings, request, outcome))
+        return;
+    outcome.error = saveFileData(request.record, settings);
+    outcome.kind = outcome.error ? Kind::Failed : Kind::Saved;
+}
+
+} // namespace
+
+CardSettings findUSBVolume(platform::DiskArbitration& disks)
+{
+    if (usbVolumeURLs(disks).empty()) {
+        logLine("no removable devices");
+        return {};
+    }
+    const auto disk = preferredUSBDisk(disks);
+    if (!disk)
+        return {};
+    CardSettings card;
+    const CardRoot root(disk->mountedURL);
+    // A link is refused by whoever reads the log, with a word to the user.
+    if (const FilePlace log = root.file(driveLogName); log.isThere() || log.error().code == FileError::link)
+        card.driveLog = log.path();
+    const FilePlace settings = root.file("config.bin");
+    if (settings.size() == sizeof(_FILEDATA)) {
+        card.path = settings.path();
+        card.disk = disk;
+        return card;
+    }
+    card.emptyCard = disk;
+    if (settings.isThere() && !settings.size())
+        (void)settings.open(card.refusal);
+    return card;
+}
+
+bool isNamedAsCard(const CardSettings& card)
+{
+    return !card.disk || card.disk->volumeName == cardName;
+}
+
+CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks)
+{
+    const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardName);
+    if (failure.empty())
+        return findUSBVolume(disks);
+    logFormat("error=%s", failure.c_str());
+    return card;
+}
+
+ReadSettings readCardSettings(const CardSettings& card)
+{
+    ReadSettings read;
+    const FilePlace settings = settingsOn(*card.disk);
+    const auto recordOf = [](const FilePlace& place) {
+        _FILEDATA record;
+        return loadFileData(place, record) ? std::optional(record) : std::nullopt;
+    };
+    read.record = recordOf(settings);
+    if (const auto copy = read.record ? recordBeside(settings, read.record->cfg_ver) : std::nullopt)
+        read.previous = recordOf(*copy);
+    return read;
+}
+
+SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& disks)
+{
+    SaveOutcome outcome;
+    outcome.card = request.card;
+    const auto disk = diskToWrite(request.card, disks);
+    if (!disk)
+        return outcome;
+    outcome.disk = disk;
+    outcome.path = settingsPathOn(*disk);
+    const bool isTheCard = request.card.disk && disk->key == request.card.disk->key;
+    if (isTheCard) {
+        outcome.card.path = outcome.path;
+        outcome.card.disk = disk;
+    } else if (request.card.disk && !request.mayBeOtherCard) {
+        outcome.kind = SaveOutcome::Kind::OtherCard;
+        return outcome;
+    }
+    SaveRequest known = request;
+    // What was read from another card is not what this one held.
+    if (!isTheCard)
+        known.known.reset();
+    saveLocked(settingsOn(*disk), known, outcome);
+    if (outcome.kind == SaveOutcome::Kind::Saved && !isTheCard) {
+        outcome.card.path = outcome.path;
+        outcome.card.disk = disk;
+    }
+    return outcome;
+}
+
+bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)
+{
+    _FILEDATA record;
+    initFileDataForRegion(record, m_bKorean);
+    if (const CardSettings card = findUSBVolume(disks); card.disk)
+        loadFileData(settingsOn(*card.disk), record);
+    return (record.speed_disp_unit & 0xFF) != 0;
+}

@@ -1,0 +1,197 @@
+// The card whose settings are edited: how it is found, read and told of.
+
+#include "settings/window/ZVKSettingController.h"
+
+#include "cardtools/volumes/Volumes.h"
+#include "lib/Alerts.h"
+#include "lib/LoadingSheet.h"
+#include "platform/Texts.h"
+#include "settings/window/NoticeBar.h"
+#include "ui_ZVKSettingController.h"
+
+#include <QPushButton>
+
+#include <algorithm>
+#include <filesystem>
+
+using platform::localized;
+
+namespace {
+
+QString shownName(const TKUSBDiskEntity& disk)
+{
+    return QString::fromStdString(disk.displayString()).trimmed();
+}
+
+} // namespace
+
+void ZVKSettingController::loadSettingFile()
+{
+    // Nothing of another card stays on screen as this one's.
+    initFileDataForRegion(m_FileData, m_bKorean);
+    showRecord(m_FileData);
+    fileDataRead.reset();
+    fileDataPrevious.reset();
+    setWork(Work::Reading);
+    showNotice();
+    showLoading(localized("loading"));
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
+        dispatcher.onMain([this, life, found = findUSBVolume(disks)] {
+            if (!life.expired())
+                cardFound(found);
+        });
+    });
+}
+
+/// A card is named before it is read, unless it is in use.
+void ZVKSettingController::cardFound(const CardSettings& found)
+{
+    if (isNamedAsCard(found) || (delegate && delegate->isInUse(found.disk->mountedURL))) {
+        readCard(found);
+        return;
+    }
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, found, life = std::weak_ptr(alive)] {
+        dispatcher.onMain([this, life, named = nameAsCard(found, disks)] {
+            if (!life.expired())
+                readCard(named);
+        });
+    });
+}
+
+void ZVKSettingController::showCard(const CardSettings& card)
+{
+    cardShown = card;
+    m_SettingFilePath = card.path;
+    selectedUSBDisk = card.disk;
+    const auto& disk = card.disk ? card.disk : card.emptyCard;
+    cardRoot = disk ? disk->mountedURL : std::string();
+    isCardGone = false;
+    cardOffered.reset();
+    cardFollower.follow(m_SettingFilePath);
+    showTitle();
+    showNotice();
+}
+
+void ZVKSettingController::cardMoved(const std::string& path)
+{
+    CardSettings card = cardShown;
+    card.path = path;
+    const std::filesystem::path root = std::filesystem::path(path).parent_path();
+    if (!card.driveLog.empty())
+        card.driveLog = (root / std::filesystem::path(card.driveLog).lexically_relative(cardRoot)).native();
+    card.disk->mountedURL = root.native();
+    showCard(card);
+}
+
+void ZVKSettingController::readCard(const CardSettings& card)
+{
+    showCard(card);
+    if (!card.disk) {
+        setWork(Work::None);
+        showNotice();
+        hideLoading();
+        return;
+    }
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, card, life = std::weak_ptr(alive)] {
+        // Its own buffer: the live record changes on the main thread only.
+        dispatcher.onMain([this, life, read = readCardSettings(card)] {
+            if (!life.expired())
+                settingsRead(read);
+        });
+    });
+}
+
+void ZVKSettingController::settingsRead(const ReadSettings& read)
+{
+    fileDataRead = read.record;
+    fileDataPrevious = read.previous;
+    if (read.record)
+        showRecord(*read.record);
+    else if (view->isVisible())
+        showAlert(desktop.alerts, *view, "Warn", localized("msg.settings_unreadable").toStdString());
+    setWork(Work::None);
+    showNotice();
+    hideLoading();
+}
+
+/// As nobody has changed it yet.
+void ZVKSettingController::showRecord(const _FILEDATA& record)
+{
+    m_FileData = record;
+    fileDataShown = record;
+    fileDataReplaced.reset();
+    if (targetController)
+        targetController->setFileData(&m_FileData);
+}
+
+/// The sheet has gone by itself; whatever comes of the card later is shown then.
+void ZVKSettingController::tellThatTheCardHangs()
+{
+    if (work != Work::None && view->isVisible())
+        takeHangAlertAway = desktop.alerts.ask(*view, "Warn",
+            localized(work == Work::Reading ? "msg.reading_hangs" : "msg.saving_hangs").toStdString(),
+            {localized("format.ok").toStdString()}, {});
+}
+
+/// A card was put in or pulled, or something else was mounted.
+void ZVKSettingController::lookForCards()
+{
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
+        dispatcher.onMain([this, life, found = findUSBVolume(disks), present = usbDiskEntities(disks)] {
+            if (life.expired() || work != Work::None || isFormatting())
+                return;
+            const auto isPresent = [&](const std::optional<TKUSBDiskEntity>& card) {
+                return card && std::ranges::find(present, card->key, &TKUSBDiskEntity::key) != present.end();
+            };
+            isCardGone = selectedUSBDisk && !isPresent(selectedUSBDisk);
+            if (selectedUSBDisk && found.disk && found.disk->key == selectedUSBDisk->key)
+                cardShown.driveLog = found.driveLog;
+            cardOffered.reset();
+            if (found.disk && !isPresent(selectedUSBDisk))
+                cardOffered = found;
+            else if (!selectedUSBDisk && !found.disk)
+                showCard(found);
+            showNotice();
+        });
+    });
+}
+
+/// The settings of the card that was found later take the place of what is shown.
+void ZVKSettingController::editCard()
+{
+    letGo([this] {
+        if (work == Work::None)
+            loadSettingFile();
+    });
+}
+
+void ZVKSettingController::showNotice()
+{
+    outlets->previousButton->setVisible(fileDataPrevious.has_value());
+    if (fileDataReplaced)
+        outlets->noticeBar->setNotice(
+            localized(replacedNoticeKey), localized("setting.take_back"), [this] { takeBack(); });
+    else if (cardOffered)
+        outlets->noticeBar->setNotice(localized("setting.card_found").arg(shownName(*cardOffered->disk)),
+            localized("setting.edit_card"), [this] { editCard(); });
+    else
+        outlets->noticeBar->setNotice(noticeText());
+}
+
+QString ZVKSettingController::noticeText() const
+{
+    if (work == Work::Reading)
+        return localized("setting.looking_for_card");
+    if (isCardGone)
+        return localized("setting.card_gone").arg(shownName(*selectedUSBDisk));
+    if (const auto& card = cardLetGo ? cardLetGo : selectedUSBDisk)
+        return localized(fileDataRead ? "setting.card" : "setting.card_unread").arg(shownName(*card));
+    if (!cardShown.emptyCard)
+        return localized("setting.no_card");
+    const char* const key = cardShown.refusal ? "setting.card_refused" : "setting.card_empty";
+    return localized(key).arg(shownName(*cardShown.emptyCard));
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "lib/ZVKSettingControllerDelegate.h"
+#include "platform/Platform.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What a page is made with.
+struct SettingPageContext {
+    platform::Platform& desktop;
+    const std::string& language;
+    /// The root of the card whose settings are shown, and its drive log; empty without one.
+    const std::string& cardRoot;
+    const std::string& driveLog;
+};
+
+/// One tab of the settings window and its page.
+struct SettingTab {
+    const char* labelKey;
+    const char* titleKey;
+    std::function<std::unique_ptr<SettingPage>(const SettingPageContext&)> make;
+    /// The page is made once and keeps its state; the others are made anew at every switch.
+    bool isKept = false;
+};
+using SettingTabs = std::vector<SettingTab>;
+
+/// The window's tabs, from left to right.
+SettingTabs settingTabs();

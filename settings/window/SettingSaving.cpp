@@ -1,0 +1,223 @@
+// How the settings window saves.
+
+#include "settings/window/ZVKSettingController.h"
+
+#include "lib/Alerts.h"
+#include "lib/WriteFailure.h"
+#include "platform/Texts.h"
+
+#include <filesystem>
+#include <new>
+#include <utility>
+
+using platform::localized;
+
+namespace {
+
+std::string text(const char* key)
+{
+    return localized(key).toStdString();
+}
+
+SaveOutcome outcomeOf(const std::function<SaveOutcome()>& work)
+try {
+    return work();
+} catch (const std::bad_alloc&) {
+    SaveOutcome outcome;
+    outcome.kind = SaveOutcome::Kind::Failed;
+    outcome.error.code = ENOMEM;
+    return outcome;
+}
+
+} // namespace
+
+void ZVKSettingController::onSave()
+{
+    const auto next = std::exchange(afterSave, {});
+    // The card has no settings now: they would go to another card, or be overwritten by the ones from before.
+    if (isFormatting())
+        return onFormat();
+    if (work != Work::None || refusesInput())
+        return;
+    populate();
+    afterSave = next;
+    SaveRequest request;
+    request.record = m_FileData;
+    request.card.path = m_SettingFilePath;
+    request.card.disk = selectedUSBDisk;
+    request.known = fileDataRead;
+    save(request);
+}
+
+void ZVKSettingController::save(const SaveRequest& wanted)
+{
+    SaveRequest request = wanted;
+    finishFileData(request.record);
+    setWork(Work::Saving);
+    showLoading(localized("sheet.saving"));
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground(
+        [this, &dispatcher, &disks = desktop.disks, request, life = std::weak_ptr(alive)] {
+            dispatcher.onMain(
+                [this, life, request, outcome = outcomeOf([&] { return saveToCard(request, disks); })] {
+                    if (!life.expired())
+                        saveDidEnd(request, outcome);
+                });
+        });
+}
+
+void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutcome& outcome)
+{
+    using Kind = SaveOutcome::Kind;
+    setWork(Work::None);
+    hideLoading();
+    if (outcome.kind != Kind::OtherCard && outcome.kind != Kind::NoCard) {
+        CardSettings card = outcome.card;
+        card.driveLog = card.disk && selectedUSBDisk ? cardShown.driveLog : std::string();
+        card.emptyCard = card.disk ? std::nullopt : cardShown.emptyCard;
+        card.refusal = cardShown.refusal;
+        showCard(card);
+    }
+    switch (outcome.kind) {
+    case Kind::Saved:
+        m_FileData = request.record;
+        fileDataPrevious = outcome.before ? outcome.before : fileDataPrevious;
+        fileDataRead = request.record;
+        return saved(outcome);
+    case Kind::NoCard:
+        if (!request.card.disk)
+            return saveWhereTheUserSays();
+        return showAlertSheet(desktop.alerts, *view, "ZAVIK",
+            localized("setting.card_gone")
+                .arg(QString::fromStdString(request.card.disk->displayString()).trimmed())
+                .toStdString(),
+            [this, life = std::weak_ptr(alive)] {
+                if (!life.expired())
+                    saveWhereTheUserSays();
+            });
+    case Kind::OtherCard:
+        return askForOtherCard(request, outcome);
+    case Kind::OthersSettings:
+        return askForOthersSettings(request, outcome);
+    case Kind::Failed:
+    case Kind::CannotKeep:
+        return tellFailure(outcome);
+    }
+}
+
+void ZVKSettingController::askForOtherCard(SaveRequest request, const SaveOutcome& outcome)
+{
+    const QString card = QString::fromStdString(outcome.disk->displayString()).trimmed();
+    desktop.alerts.ask(*view, text("msg.other_card_title"),
+        localized("msg.other_card").arg(card).toStdString(), {text("msg.save_to_it"), text("cancel")},
+        [this, request = std::move(request), life = std::weak_ptr(alive)](size_t answer) mutable {
+            if (life.expired())
+                return;
+            request.mayBeOtherCard = true;
+            if (answer == 0)
+                save(request);
+            else
+                afterSave = {};
+        });
+}
+
+void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveOutcome& outcome)
+{
+    desktop.alerts.ask(*view, outcome.path,
+        text(fileDataRead ? "msg.others_settings" : "msg.others_settings_unread"),
+        {text("msg.replace_them"), text("msg.show_them"), text("cancel")},
+        [this, request = std::move(request), theirs = *outcome.before, disk = outcome.disk,
+            path = outcome.path, life = std::weak_ptr(alive)](size_t answer) mutable {
+            if (life.expired())
+                return;
+            if (answer == 0) {
+                // These on that card and no others: what comes in between is asked for again.
+                request.known = theirs;
+                request.card.disk = disk;
+                save(request);
+                return;
+            }
+            afterSave = {};
+            if (answer == 1) {
+                CardSettings card = cardShown;
+                card.path = path;
+                card.disk = disk;
+                card.emptyCard.reset();
+                showCard(card);
+                fileDataRead = theirs;
+                showRecord(theirs);
+                showNotice();
+            }
+        });
+}
+
+void ZVKSettingController::saveWhereTheUserSays()
+{
+    platform::SavePanel panel{text("panel.save_settings"), "config.bin", {}};
+    panel.hidesHiddenFiles = true;
+    panel.asksBeforeReplacing = true;
+    desktop.panels.chooseSaveFile(
+        *view, panel, [this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
+            if (life.expired())
+                return;
+            if (path)
+                saveToFile(*path);
+            else
+                afterSave = {};
+        });
+}
+
+void ZVKSettingController::saveToFile(const std::string& path)
+{
+    setWork(Work::Saving);
+    showLoading(localized("sheet.saving"));
+    _FILEDATA record = m_FileData;
+    finishFileData(record);
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground([this, &dispatcher, path, record, life = std::weak_ptr(alive)] {
+        SaveOutcome outcome;
+        const auto place = FilePlace::chosen(path);
+        outcome.path = place.path();
+        outcome.error = saveFileData(record, place);
+        outcome.kind = outcome.error ? SaveOutcome::Kind::Failed : SaveOutcome::Kind::Saved;
+        dispatcher.onMain([this, life, record, outcome] {
+            if (life.expired())
+                return;
+            setWork(Work::None);
+            hideLoading();
+            if (outcome.error)
+                return tellFailure(outcome);
+            m_FileData = record;
+            saved(outcome);
+        });
+    });
+}
+
+/// The user reads of it, and then the window goes.
+void ZVKSettingController::saved(const SaveOutcome& outcome)
+{
+    fileDataShown = m_FileData;
+    fileDataReplaced.reset();
+    if (targetController)
+        targetController->setFileData(&m_FileData);
+    showNotice();
+    const QString message = outcome.keptAs.empty()
+        ? localized("msg.saved")
+        : localized("msg.saved_previous_kept").arg(QString::fromStdString(outcome.keptAs));
+    showAlertSheet(desktop.alerts, *view, outcome.path, message.toStdString(),
+        [this, next = std::exchange(afterSave, {}), life = std::weak_ptr(alive)] {
+            if (!life.expired())
+                next ? later(next) : onCloseCmd();
+        });
+    if (delegate)
+        delegate->setDisplayMile(m_FileData.speed_disp_unit);
+}
+
+void ZVKSettingController::tellFailure(const SaveOutcome& outcome)
+{
+    afterSave = {};
+    const QString message = outcome.kind == SaveOutcome::Kind::CannotKeep
+        ? localized("msg.cannot_keep") + QStringLiteral("\n") + writeFailureText(outcome.error, outcome.path)
+        : writeFailureText(outcome.error, outcome.path);
+    showAlert(desktop.alerts, *view, "Warn", message.toStdString());
+}
