@@ -2,6 +2,7 @@
 
 #include "lib/ButtonMatrix.h"
 #include "lib/SegmentedControl.h"
+#include "platform/Texts.h"
 
 #include <QComboBox>
 
@@ -36,6 +37,12 @@ void centerWindowHorizontally(QWidget& window, const QWidget& reference)
 {
     const QRect frame = reference.frameGeometry();
     window.move(frame.x() + (frame.width() - window.frameGeometry().width()) / 2, window.y());
+}
+
+void explain(QWidget& control, const char* textKey)
+{
+    control.setToolTip(platform::localized(textKey));
+    control.setAccessibleDescription(platform::localized(textKey));
 }
 
 QString filled(const QString& format, const QString& text)

@@ -3,10 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+class ButtonMatrix;
 class QComboBox;
 class QWidget;
-
-class ButtonMatrix;
 class SegmentedControl;
 
 /// As many segments as labels, segment i labelled with label i.
@@ -19,5 +18,7 @@ void setComboItems(QComboBox& combo, const QStringList& items);
 void setCellTitles(ButtonMatrix& matrix, const QStringList& titles);
 /// Puts the window in the horizontal middle of the reference window; height and vertical place stay.
 void centerWindowHorizontally(QWidget& window, const QWidget& reference);
+/// An explanation for a word that a driver may not know: as tool tip and for accessibility tools.
+void explain(QWidget& control, const char* textKey);
 /// A format with "%@" in it, filled with the text.
 QString filled(const QString& format, const QString& text);

@@ -2,6 +2,7 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/SettingPages.h"
 #include "cardtools/clock/ZVKTimeSetupController.h"
 #include "lib/Alerts.h"
 #include "platform/Texts.h"
@@ -46,7 +47,7 @@ void ZVKAppDelegate::tellFailedJob()
 void ZVKAppDelegate::showSettingPanel()
 {
     replaceDialog([this] {
-        auto controller = std::make_unique<ZVKSettingController>(desktop, language);
+        auto controller = std::make_unique<ZVKSettingController>(desktop, language, settingTools());
         controller->setDelegate(this);
         return controller;
     });

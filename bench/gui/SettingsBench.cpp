@@ -1,6 +1,7 @@
 // The settings window: from the command to the first page drawn, and from one page to the next one drawn.
 // The card is asked and read in the background; that part is not measured.
 
+#include "app/window/SettingPages.h"
 #include "common/Log.h"
 #include "settings/window/ZVKSettingController.h"
 #include "tests/support/TempFolder.h"
@@ -21,7 +22,7 @@ public:
     }
     void open()
     {
-        window = std::make_unique<ZVKSettingController>(desk.pieces, "en");
+        window = std::make_unique<ZVKSettingController>(desk.pieces, "en", settingTools());
         window->showWindow();
         draw();
     }

@@ -3,8 +3,8 @@
 #include "cardtools/format/CardFormat.h"
 #include "cardtools/format/FormatCardText.h"
 #include "cardtools/format/FormatWriting.h"
+#include "cardtools/volumes/FormattingWindow.h"
 #include "cardtools/volumes/TKUSBDiskEntity.h"
-#include "lib/WindowController.h"
 #include "platform/Platform.h"
 
 #include <QObject>
@@ -27,7 +27,7 @@ class CardHolder;
 /// program's other windows close and the program does not quit; the user is told why. Until the card itself
 /// is touched, Cancel gives it up. A controller that goes away then leaves nothing behind; one that goes away
 /// later leaves the running format to end by itself, its finishing steps included.
-class ZVKFormatWindowController final : public QObject, public WindowController {
+class ZVKFormatWindowController final : public QObject, public FormattingWindow {
 public:
     /// `holder` is asked to let go of a card before it is unmounted; it lives longer than this. Null for
     /// nobody.
@@ -38,7 +38,7 @@ public:
     QWidget& window() override;
 
     /// A card is being formatted: from the press of the button to the report.
-    bool isFormatting() const { return job != nullptr; }
+    bool isFormatting() const override { return job != nullptr; }
 
     /// Looks for cards in the background and lists them; `completion` runs after that.
     void loadUSBVolumes(std::function<void()> completion = {});

@@ -1,6 +1,6 @@
+#include "app/window/SettingPages.h"
 #include "fuzz/Require.h"
 #include "settings/record/FileData.h"
-#include "settings/window/SettingPages.h"
 #include "tests/support/TestPlatform.h"
 
 #include <QApplication>
@@ -23,7 +23,7 @@ struct Stage {
         new QApplication(count, arguments);
     }
     TestPlatform desktop;
-    SettingTabs tabs = settingTabs();
+    SettingTabs tabs = settingTools().tabs;
 };
 
 void use(QWidget& control, std::string_view& rest)

@@ -43,12 +43,6 @@ QStringList offOnLabels()
     return {localized("off"), localized("on")};
 }
 
-void explain(QWidget& control, const char* textKey)
-{
-    control.setToolTip(localized(textKey));
-    control.setAccessibleDescription(localized(textKey));
-}
-
 void onUserChange(QWidget& control, const std::function<void()>& changed)
 {
     if (auto* segments = qobject_cast<SegmentedControl*>(&control)) {

@@ -20,9 +20,6 @@ QStringList sensitivityLabels();
 /// "Off" and "On", in the order of the flag's values.
 QStringList offOnLabels();
 
-/// An explanation for a word that a driver may not know: as tool tip and for accessibility tools.
-void explain(QWidget& control, const char* textKey);
-
 /// Calls back whenever the user makes a choice with the control: segments, a matrix, a button, a combo box, a
 /// text field. The choice that was shown already counts, too.
 void onUserChange(QWidget& control, const std::function<void()>& changed);

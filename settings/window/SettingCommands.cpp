@@ -2,11 +2,10 @@
 
 #include "settings/window/ZVKSettingController.h"
 
-#include "cardtools/format/ZVKFormatWindowController.h"
 #include "lib/Alerts.h"
+#include "lib/InterfaceHelpers.h"
 #include "lib/LoadingSheet.h"
 #include "platform/Texts.h"
-#include "settings/pages/PageControls.h"
 #include "settings/window/NoticeBar.h"
 #include "ui_ZVKSettingController.h"
 
@@ -54,7 +53,7 @@ void ZVKSettingController::connectControls()
     onKey(Qt::CTRL | Qt::Key_S, outlets->contentBox, [this] { onSave(); });
     onKey(Qt::CTRL | Qt::Key_Tab, outlets->contentBox, [this] { stepTab(1); });
     onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, outlets->contentBox, [this] { stepTab(-1); });
-    for (int tab = 0; tab < int(tabs.size()); ++tab)
+    for (int tab = 0; tab < int(tools.tabs.size()); ++tab)
         onKey(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + tab)), outlets->contentBox,
             [this, tab] { changeViewController(tab); });
     QObject::connect(outlets->functionSegmentedControl, &SegmentedControl::segmentClicked, view.get(),
@@ -170,7 +169,7 @@ void ZVKSettingController::onFormat()
 {
     // The window of a card that is being formatted stays.
     if (!isFormatting())
-        lastDialogController = std::make_unique<ZVKFormatWindowController>(desktop, this);
+        lastDialogController = tools.makeFormatWindow(desktop, *this);
     lastDialogController->showWindow();
 }
 

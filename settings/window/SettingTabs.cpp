@@ -12,7 +12,7 @@
 
 void ZVKSettingController::changeViewController(int tab)
 {
-    if (tab < 0 || tab >= int(tabs.size()))
+    if (tab < 0 || tab >= int(tools.tabs.size()))
         return;
     // The card is not known yet while it is read.
     const bool mayLeave = targetController == nullptr || (work == Work::None && !refusesInput());
@@ -67,7 +67,7 @@ void ZVKSettingController::hidePage()
 
 void ZVKSettingController::showPage(int tab)
 {
-    const SettingTab& wanted = tabs[size_t(tab)];
+    const SettingTab& wanted = tools.tabs[size_t(tab)];
     targetController = wanted.isKept ? &createDriveInfoController(wanted) : madePage(wanted).release();
     outlets->targetView->setWidget(targetController);
     targetController->show();
@@ -108,7 +108,7 @@ void ZVKSettingController::putPageIntoTabOrder()
 
 void ZVKSettingController::stepTab(int step)
 {
-    const int count = int(tabs.size());
+    const int count = int(tools.tabs.size());
     if (count > 0)
         changeViewController((lastSelectedTabIndex + step + count) % count);
 }

@@ -1,6 +1,5 @@
 #include "settings/window/ZVKSettingController.h"
 
-#include "cardtools/format/ZVKFormatWindowController.h"
 #include "lib/Alerts.h"
 #include "lib/InterfaceHelpers.h"
 #include "lib/LoadingSheet.h"
@@ -43,10 +42,10 @@ protected:
 } // namespace
 
 ZVKSettingController::ZVKSettingController(
-    platform::Platform& layer, std::string interfaceLanguage, SettingTabs pages)
+    platform::Platform& layer, std::string interfaceLanguage, SettingTools pagesAndTools)
     : desktop(layer),
       language(std::move(interfaceLanguage)),
-      tabs(std::move(pages)),
+      tools(std::move(pagesAndTools)),
       m_bKorean(language == "ko"),
       cardFollower(desktop.dispatcher, desktop.disks,
           [this](const std::string&, const std::string& path) { cardMoved(path); })
@@ -87,7 +86,7 @@ void ZVKSettingController::showWindow()
 void ZVKSettingController::windowDidLoad()
 {
     QStringList labels;
-    for (const SettingTab& tab : tabs)
+    for (const SettingTab& tab : tools.tabs)
         labels << platform::localized(tab.labelKey);
     setSegmentLabels(*outlets->functionSegmentedControl, labels);
     progressPanel = new LoadingSheet(desktop.dispatcher, *outlets->contentBox);

@@ -4,7 +4,7 @@
 #include "cardtools/volumes/PathFollower.h"
 #include "lib/WindowController.h"
 #include "settings/window/CardSettings.h"
-#include "settings/window/SettingPages.h"
+#include "settings/window/SettingTools.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +12,6 @@
 #include <string>
 
 class LoadingSheet;
-class ZVKFormatWindowController;
 
 namespace Ui {
 class ZVKSettingController;
@@ -38,7 +37,7 @@ public:
 class ZVKSettingController final : public WindowController, public SettingPageHost, public CardHolder {
 public:
     /// `language` as the main controller's: "ko" chooses the Korean defaults.
-    ZVKSettingController(platform::Platform& desktop, std::string language, SettingTabs tabs = settingTabs());
+    ZVKSettingController(platform::Platform& desktop, std::string language, SettingTools tools);
     ~ZVKSettingController() override;
 
     /// The delegate lives longer than the window.
@@ -120,7 +119,7 @@ private:
 
     platform::Platform& desktop;
     std::string language;
-    SettingTabs tabs;
+    SettingTools tools;
     bool m_bKorean;
     _FILEDATA m_FileData;
     /// The record without what the user has changed.
@@ -149,7 +148,7 @@ private:
     LoadingSheet* progressPanel = nullptr;
     SettingPage* targetController = nullptr;
     SettingPage* driveInfoController = nullptr;
-    std::unique_ptr<ZVKFormatWindowController> lastDialogController;
+    std::unique_ptr<FormattingWindow> lastDialogController;
     viewControllerForZVKSettingDelegate* delegate = nullptr;
     PathFollower cardFollower; // of config.bin
     std::unique_ptr<platform::MountWatch> mountWatch;

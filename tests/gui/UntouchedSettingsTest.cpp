@@ -1,9 +1,9 @@
+#include "app/window/SettingPages.h"
 #include "lib/ButtonMatrix.h"
 #include "lib/RangeSlider/SMDoubleSlider.h"
 #include "settings/pages/ThresholdField.h"
 #include "settings/pages/ZVKCarNumberTextField.h"
 #include "settings/pages/ZVKSettingForObdViewController.h"
-#include "settings/window/SettingPages.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/ShownPage.h"
 
@@ -12,7 +12,7 @@ namespace {
 /// The page of the OBD camera in the place of the drive log, which is no part of the record.
 SettingTabs recordTabs()
 {
-    SettingTabs tabs = settingTabs();
+    SettingTabs tabs = settingTools().tabs;
     tabs.back().make = [](const SettingPageContext& context) {
         return std::make_unique<ZVKSettingForObdViewController>(context.desktop);
     };

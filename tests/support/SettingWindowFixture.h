@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/window/SettingPages.h"
 #include "lib/SegmentedControl.h"
 #include "platform/Texts.h"
 #include "settings/window/ZVKSettingController.h"
@@ -56,9 +57,10 @@ protected:
                        const SettingPageContext&) { return std::make_unique<ScriptedPage>(script, name); };
         };
         window = std::make_unique<ZVKSettingController>(desk.pieces, language,
-            SettingTabs{{"setting.video", "setting.video", page("a")},
-                {"setting.gps", "setting.gps", page("b")},
-                {"setting.driveinfoview", "setting.information", page("kept"), true}});
+            SettingTools{
+                {{"setting.video", "setting.video", page("a")}, {"setting.gps", "setting.gps", page("b")},
+                    {"setting.driveinfoview", "setting.information", page("kept"), true}},
+                settingTools().makeFormatWindow});
         window->setDelegate(&receiver);
         window->showWindow();
     }

@@ -1,6 +1,7 @@
-#include "settings/window/SettingPages.h"
+#include "app/window/SettingPages.h"
 
 #include "cardtools/drivelog/ZVKSettingForFlashDataViewController.h"
+#include "cardtools/format/ZVKFormatWindowController.h"
 #include "settings/pages/ZVKSettingForAudioViewController.h"
 #include "settings/pages/ZVKSettingForAuxViewController.h"
 #include "settings/pages/ZVKSettingForBasicViewController.h"
@@ -22,9 +23,7 @@ std::unique_ptr<SettingPage> driveInfoPage(const SettingPageContext& context)
     return page;
 }
 
-} // namespace
-
-SettingTabs settingTabs()
+SettingTabs tabs()
 {
     return {
         {"setting.video", "setting.video", page<ZVKSettingForVideoViewController>},
@@ -34,4 +33,13 @@ SettingTabs settingTabs()
         {"setting.audio", "setting.audio", page<ZVKSettingForAudioViewController>},
         {"setting.driveinfoview", "setting.information", driveInfoPage, true},
     };
+}
+
+} // namespace
+
+SettingTools settingTools()
+{
+    return {tabs(), [](platform::Platform& desktop, CardHolder& holder) {
+                return std::make_unique<ZVKFormatWindowController>(desktop, &holder);
+            }};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cardtools/volumes/CardHolder.h"
+#include "cardtools/volumes/FormattingWindow.h"
 #include "lib/ZVKSettingControllerDelegate.h"
 #include "platform/Platform.h"
 
@@ -27,5 +29,9 @@ struct SettingTab {
 };
 using SettingTabs = std::vector<SettingTab>;
 
-/// The window's tabs, from left to right.
-SettingTabs settingTabs();
+/// What the settings window is handed: its tabs from left to right, and how the window is made that formats
+/// cards, which lets go of a card by the holder.
+struct SettingTools {
+    SettingTabs tabs;
+    std::function<std::unique_ptr<FormattingWindow>(platform::Platform&, CardHolder&)> makeFormatWindow;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "settings/window/SettingTools.h"
+
+/// The settings window's pages and tools, put together.
+SettingTools settingTools();
