@@ -91,7 +91,7 @@ void QtPanels::show(QWidget& window, const PanelRequest& request, Answer answer)
 void QtPanels::openWhereThingsAre(QWidget& window, PanelRequest request, Answer answer)
 {
     // Whoever asks twice means one panel.
-    if (const auto before = std::exchange(waiting, nullptr))
+    if (const auto before = std::exchange(waiting, nullptr); before && before->window)
         before->answer(std::nullopt);
     waiting = std::make_shared<Waiting>(Waiting{&window, std::move(request), std::move(answer)});
     const auto once = [this, asked = std::weak_ptr(waiting)](const std::optional<std::string>& folder) {
