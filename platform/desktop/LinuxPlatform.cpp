@@ -16,14 +16,19 @@
 #include "platform/web/WebEngine.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <clocale>
+#include <filesystem>
+#include <system_error>
 
 static void initialiseResources()
 {
     Q_INIT_RESOURCE(zavik);
     Q_INIT_RESOURCE(map);
 }
+
+namespace fs = std::filesystem;
 
 namespace platform {
 
@@ -35,6 +40,17 @@ std::unique_ptr<DiskArbitration> volumes(const std::optional<std::string>& cardF
     if (!cardFolder)
         return mounted;
     return std::make_unique<FolderCard>(*cardFolder, std::move(mounted));
+}
+
+/// This program to be started again: what runs, also when it has been replaced or removed meanwhile.
+QString ownProgram()
+{
+    const QString running = QStringLiteral("/proc/self/exe");
+    const QString installed = QCoreApplication::applicationFilePath();
+    std::error_code missing;
+    const bool isSame =
+        fs::equivalent(QFile::encodeName(installed).toStdString(), running.toStdString(), missing);
+    return isSame ? installed : running;
 }
 
 } // namespace
@@ -55,7 +71,7 @@ struct LinuxPlatform::Parts {
     QtAlerts alerts;
     QtPanels panels{
         dispatcher, defaults, [this](QWidget& window, const PanelRequest& request, Panels::Answer answer) {
-            auto* const panel = new PanelProcess(window, alerts, QCoreApplication::applicationFilePath());
+            auto* const panel = new PanelProcess(window, alerts, ownProgram());
             panel->show(request, std::move(answer));
         }};
     QtScreens screens{defaults};
