@@ -33,7 +33,7 @@ int main(int argc, char* argv[])
     style::apply(application);
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
     if (isPanel)
-        return platform::runFilePanel();
+        platform::runFilePanel();
 
     platform::LinuxPlatform layer(command.card);
     layer.setCardFinder([](platform::DiskArbitration& disks) {

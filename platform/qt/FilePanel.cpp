@@ -18,6 +18,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <memory>
 
 using namespace std::chrono_literals;
@@ -176,32 +177,33 @@ std::optional<std::string> chosenPath(const QFileDialog& panel, const ShownFolde
     return chosen.isEmpty() ? std::nullopt : std::optional(folders.real(chosen.first()));
 }
 
-int runFilePanel()
+void runFilePanel()
 {
     const auto request = readRequest();
     if (!request)
-        return 2;
+        std::_Exit(2);
+    (void)say("."); // from here on the disk may hang
     setTextLanguage(request->language);
-    ShownFolders folders;
-    QFileDialog& dialog = makeFilePanel(*request, folders, nullptr);
+    auto folders = std::make_unique<ShownFolders>();
+    QFileDialog& dialog = makeFilePanel(*request, *folders, nullptr);
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
     QTimer life;
     QObject::connect(&life, &QTimer::timeout, &life, [] { (void)say("."); });
     life.start(beat);
-    int code = 0;
     QObject::connect(&dialog, &QFileDialog::finished, &dialog, [&](int result) {
-        const auto path = result == QDialog::Accepted ? chosenPath(dialog, folders) : std::nullopt;
-        if (path && !say("\n" + *path))
-            code = 1;
-        // The asking window, which this process knows too, is no last window to wait for.
-        QCoreApplication::quit();
+        const auto path = result == QDialog::Accepted ? chosenPath(dialog, *folders) : std::nullopt;
+        folders.reset(); // who reads the answer may kill this process
+        const bool isSaid = say('\0' + path.value_or("") + '\0');
+        // The dialog's own end would wait for its thread, which may hang in a folder.
+        std::_Exit(isSaid ? 0 : 1);
     });
     const auto asking = placeAbove(dialog, *request);
     dialog.show();
     dialog.activateWindow();
     QApplication::exec();
-    return code;
+    folders.reset();
+    std::_Exit(0);
 }
 
 } // namespace platform

@@ -37,9 +37,9 @@ std::optional<std::string> chosenPath(const QFileDialog& panel, const ShownFolde
 
 /// A process of its own for one panel, which may hang together with the disk that it shows: reads a request
 /// from the standard input (its length in 8 bytes in the machine's order, then its bytes) and writes to the
-/// standard output: a dot twice a second as a sign of life, then, when something is chosen, a line feed and
-/// the path. Ends with the panel or when the input ends. The result is the exit code. After the application
-/// object.
-int runFilePanel();
+/// standard output: a dot at once and twice a second as a sign of life, then the answer between two zero
+/// bytes: a path, empty when nothing is chosen. Ends the process with the panel or when the input ends. After
+/// the application object.
+[[noreturn]] void runFilePanel();
 
 } // namespace platform

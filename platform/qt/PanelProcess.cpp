@@ -8,35 +8,33 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <string>
 #include <utility>
 
 namespace platform {
 
 PanelProcess::PanelProcess(
-    QWidget& owner, Alerts& sheets, QString executable, std::chrono::milliseconds patience)
+    QWidget& owner, Alerts& sheets, QString executable, std::chrono::milliseconds longestSilence)
     : QObject(&owner),
       window(owner),
       alerts(sheets),
       program(std::move(executable)),
       blocker(new QDialog(&owner)),
       process(new QProcess),
-      silence(new QTimer(this))
+      silence(new QTimer(this)),
+      patience(longestSilence)
 {
     blocker->setAttribute(Qt::WA_DontShowOnScreen);
-    blocker->setWindowModality(Qt::WindowModal);
-    silence->setInterval(patience);
     silence->setSingleShot(true);
     connect(silence, &QTimer::timeout, this, &PanelProcess::tellSilence);
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Where this process was started may be on the card, which has to be let go of when it is unmounted.
     process->setWorkingDirectory(QStringLiteral("/"));
     connect(process, &QProcess::readyReadStandardOutput, this, &PanelProcess::read);
-    connect(process, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {
-        ended(status == QProcess::NormalExit && code == 0);
-    });
+    connect(process, &QProcess::finished, this, &PanelProcess::ended);
     connect(process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            ended(false);
+            ended();
     });
 }
 
@@ -59,7 +57,7 @@ void PanelProcess::show(PanelRequest request, Panels::Answer reply)
     request.window = window.window()->winId();
     request.place = window.window()->frameGeometry();
     blocker->open();
-    silence->start();
+    silence->start(patience * 3); // its first sign comes when it has been loaded
     process->start(program, {QStringLiteral("--file-panel")});
     const QByteArray bytes = request.bytes();
     const auto length = static_cast<quint64>(bytes.size());
@@ -67,24 +65,30 @@ void PanelProcess::show(PanelRequest request, Panels::Answer reply)
     process->write(bytes);
 }
 
-void PanelProcess::read()
+/// Whether the answer has come; then this may be gone.
+bool PanelProcess::read()
 {
     said += process->readAllStandardOutput();
-    silence->start();
+    silence->start(patience);
     if (takeWordAway)
         std::exchange(takeWordAway, nullptr)();
+    // The answer counts at once: the process itself may hang in its end.
+    const qsizetype from = said.indexOf('\0') + 1;
+    const qsizetype to = from > 0 ? said.indexOf('\0', from) : -1;
+    if (to < 0)
+        return false;
+    end(to > from ? std::optional(said.mid(from, to - from).toStdString()) : std::nullopt);
+    return true;
 }
 
-void PanelProcess::ended(bool isWell)
+void PanelProcess::ended()
 {
-    read();
-    const qsizetype path = said.indexOf('\n');
-    const bool hasFailed = !isWell && path < 0;
-    if (hasFailed) {
-        logLine("no file panel: " + process->errorString().toStdString());
-        alerts.alertSheet(window, "ZAVIK", localized("panel.failed").toStdString(), {});
-    }
-    end(path < 0 ? std::nullopt : std::optional(said.mid(path + 1).toStdString()));
+    if (read())
+        return;
+    logLine("the file panel failed: " + process->errorString().toStdString() + ", exit code "
+        + std::to_string(process->exitCode()));
+    alerts.alertSheet(window, "ZAVIK", localized("panel.failed").toStdString(), {});
+    end(std::nullopt);
 }
 
 void PanelProcess::tellSilence()
@@ -96,13 +100,14 @@ void PanelProcess::tellSilence()
             if (button == 0)
                 end(std::nullopt);
             else
-                silence->start();
+                silence->start(patience);
         });
 }
 
 void PanelProcess::end(const std::optional<std::string>& path)
 {
     silence->stop();
+    disconnect(process, nullptr, this, nullptr);
     delete std::exchange(blocker, nullptr);
     window.activateWindow();
     deleteLater();

@@ -21,15 +21,15 @@ class PanelProcess final : public QObject {
 public:
     /// `executable` with "--file-panel" is one that calls runFilePanel.
     PanelProcess(QWidget& owner, Alerts& sheets, QString executable,
-        std::chrono::milliseconds patience = std::chrono::seconds(5));
+        std::chrono::milliseconds longestSilence = std::chrono::seconds(5));
     ~PanelProcess() override;
 
     /// Once. The answer is dropped when the window goes away first.
     void show(PanelRequest request, Panels::Answer answer);
 
 private:
-    void read();
-    void ended(bool isWell);
+    bool read();
+    void ended();
     void tellSilence();
     void end(const std::optional<std::string>& path);
 
@@ -41,6 +41,7 @@ private:
     /// Nobody waits for one that was killed while its card hangs: it deletes itself.
     QProcess* process;
     QTimer* silence;
+    std::chrono::milliseconds patience;
     Panels::Answer answer;
     std::function<void()> takeWordAway;
     QByteArray said;

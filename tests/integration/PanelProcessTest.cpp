@@ -30,7 +30,7 @@ protected:
 TEST_F(PanelProcess, HandsTheRequestOverAndTheAnswerBackToTheByte)
 {
     ask("sleep 0.2; dd bs=65536 count=1 2>/dev/null of=" + folder.path("request")
-        + "; printf '..\\n/x/caf\\351\\na.csv'");
+        + "; printf '.\\n.\\0/x/caf\\351\\na.csv\\0'; exec sleep 1000");
     QWidget* const modal = QApplication::activeModalWidget();
     ASSERT_TRUE(modal) << "the window takes input meanwhile";
     EXPECT_FALSE(modal->windowHandle() && modal->windowHandle()->isExposed());
@@ -50,11 +50,11 @@ TEST_F(PanelProcess, HandsTheRequestOverAndTheAnswerBackToTheByte)
 
 TEST_F(PanelProcess, TellsAPanelThatFailsButNotOneThatIsCancelled)
 {
-    ask("exit 0");
+    ask("printf '\\0\\0'");
     ASSERT_TRUE(isAnswered());
     EXPECT_THAT(desktop.alerts.shown, IsEmpty());
     const CollectedLog log;
-    for (const char* failing : {"kill -SEGV $$", "exit 127"}) {
+    for (const char* failing : {"kill -SEGV $$", "exit 127", "printf .; exit 0"}) {
         desktop.alerts.shown.clear();
         ask(failing);
         ASSERT_TRUE(isAnswered());
