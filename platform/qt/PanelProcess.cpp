@@ -8,6 +8,9 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <linux/close_range.h>
+#include <unistd.h>
+
 #include <string>
 #include <utility>
 
@@ -30,6 +33,8 @@ PanelProcess::PanelProcess(
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Where this process was started may be on the card, which has to be let go of when it is unmounted.
     process->setWorkingDirectory(QStringLiteral("/"));
+    // Nor may files of the card that happen to be open go along, nor the web engine's connections.
+    process->setChildProcessModifier([] { (void)close_range(3, ~0U, CLOSE_RANGE_CLOEXEC); });
     connect(process, &QProcess::readyReadStandardOutput, this, &PanelProcess::read);
     connect(process, &QProcess::finished, this, &PanelProcess::ended);
     connect(process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {

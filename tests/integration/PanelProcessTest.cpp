@@ -29,8 +29,10 @@ protected:
 
 TEST_F(PanelProcess, HandsTheRequestOverAndTheAnswerBackToTheByte)
 {
-    ask("sleep 0.2; dd bs=65536 count=1 2>/dev/null of=" + folder.path("request")
-        + "; printf '.\\n.\\0/x/caf\\351\\na.csv\\0'; exec sleep 1000");
+    const std::unique_ptr<FILE, int (*)(FILE*)> ofTheCard(std::fopen("/", "r"), std::fclose);
+    const std::string number = std::to_string(fileno(ofTheCard.get()));
+    ask("sleep 0.2; dd bs=65536 count=1 2>/dev/null of=" + folder.path("request") + "; [ -e /proc/$$/fd/"
+        + number + " ] || [ $(pwd) != / ] || printf '.\\n.\\0/x/caf\\351\\na.csv\\0'; exec sleep 1000");
     QWidget* const modal = QApplication::activeModalWidget();
     ASSERT_TRUE(modal) << "the window takes input meanwhile";
     EXPECT_FALSE(modal->windowHandle() && modal->windowHandle()->isExposed());
