@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QTimer>
@@ -16,6 +17,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
@@ -72,13 +74,25 @@ void setKind(QFileDialog& dialog, const PanelRequest& request)
     }
 }
 
+/// As much in the middle of it as the screen allows.
+void moveOver(QFileDialog& dialog, const QRect& place)
+{
+    const QScreen* screen = QGuiApplication::screenAt(place.center());
+    const QRect area = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    QRect at(QPoint(), dialog.size());
+    at.moveCenter(place.center());
+    at.moveTopLeft({std::max(area.left(), std::min(at.left(), area.right() - at.width())),
+        std::max(area.top(), std::min(at.top(), area.bottom() - at.height()))});
+    dialog.move(at.topLeft());
+}
+
 /// Above the window that asks, which is another process's. The result stands for it as long as it is kept.
 std::unique_ptr<QWindow> placeAbove(QFileDialog& dialog, const PanelRequest& request)
 {
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.adjustSize();
     if (request.place.isValid())
-        dialog.move(request.place.center() - dialog.rect().center());
+        moveOver(dialog, request.place);
     if (request.window == 0 || QGuiApplication::platformName() != QLatin1String("xcb"))
         return nullptr;
     std::unique_ptr<QWindow> asking(QWindow::fromWinId(static_cast<WId>(request.window)));
