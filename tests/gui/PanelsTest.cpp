@@ -117,7 +117,8 @@ TEST_F(Panels, DoNotWaitForACardThatHangsAndOpenOnce)
 TEST_F(Panels, SpeakTheLanguageOfTheProgram)
 {
     platform::setTextLanguage("ko");
-    panels.chooseSaveFile(window, {"저장", "a.csv", folder.path()}, [](const auto&) {});
+    panels.chooseSaveFile(window, {"저장", "a.csv", folder.path(), "", false, true}, [](const auto&) {});
+    EXPECT_FALSE(panel()->filter() & QDir::Hidden);
     QStringList texts;
     for (const auto* button : panel()->findChildren<QPushButton*>())
         texts += button->text();
