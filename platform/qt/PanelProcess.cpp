@@ -9,8 +9,10 @@
 #include <QTimer>
 
 #include <linux/close_range.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <string>
 #include <utility>
 
@@ -34,7 +36,13 @@ PanelProcess::PanelProcess(
     // Where this process was started may be on the card, which has to be let go of when it is unmounted.
     process->setWorkingDirectory(QStringLiteral("/"));
     // Nor may files of the card that happen to be open go along, nor the web engine's connections.
-    process->setChildProcessModifier([] { (void)close_range(3, ~0U, CLOSE_RANGE_CLOEXEC); });
+    // A panel that hangs goes with this process, however that ends.
+    process->setChildProcessModifier([] {
+        (void)close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+        (void)prctl(PR_SET_PDEATHSIG, SIGKILL);
+    });
+    // Quitting closes modal windows first; where it is refused then, the panel must not stay without one.
+    connect(blocker, &QDialog::finished, this, [this] { end(std::nullopt); });
     connect(process, &QProcess::readyReadStandardOutput, this, &PanelProcess::read);
     connect(process, &QProcess::finished, this, &PanelProcess::ended);
     connect(process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
@@ -113,7 +121,8 @@ void PanelProcess::end(const std::optional<std::string>& path)
 {
     silence->stop();
     disconnect(process, nullptr, this, nullptr);
-    delete std::exchange(blocker, nullptr);
+    blocker->disconnect(this);
+    blocker->hide();
     window.activateWindow();
     deleteLater();
     if (answer)

@@ -65,6 +65,14 @@ TEST_F(PanelProcess, TellsAPanelThatFailsButNotOneThatIsCancelled)
     EXPECT_THAT(answers, testing::Each(std::optional<std::string>()));
 }
 
+TEST_F(PanelProcess, GoesWhenTheProgramClosesItsWindows)
+{
+    ask("exec sleep 1000");
+    QApplication::activeModalWidget()->close();
+    ASSERT_TRUE(isAnswered());
+    EXPECT_THAT(answers, ElementsAre(std::nullopt));
+}
+
 TEST_F(PanelProcess, TellsOneThatHangsUntilItAnswersAndTakesItAwayWhenTheUserSaysSo)
 {
     ask("echo $$ >" + folder.path("number") + "; until [ -e " + folder.path("answers")
