@@ -120,18 +120,6 @@ int ButtonMatrix::selectedCell() const
     return -1;
 }
 
-int ButtonMatrix::selectedRow() const
-{
-    const int index = selectedCell();
-    return index < 0 ? -1 : index / columnCount;
-}
-
-int ButtonMatrix::selectedColumn() const
-{
-    const int index = selectedCell();
-    return index < 0 ? -1 : index % columnCount;
-}
-
 void ButtonMatrix::selectCell(qint64 index)
 {
     for (QAbstractButton* button : cells)

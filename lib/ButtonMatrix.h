@@ -28,8 +28,6 @@ public:
     QAbstractButton* cell(int index) const;
 
     /// -1 when nothing is selected.
-    int selectedRow() const;
-    int selectedColumn() const;
     int selectedCell() const;
     /// Reports nothing. An index that is no cell leaves the matrix without a selection.
     void selectCell(qint64 cell);

@@ -12,6 +12,7 @@ class QPainter;
 /// A picture cut into thirds both ways and stretched over a frame: corners keep their size, edges grow along
 /// the frame, the centre takes the rest. Where the picture's size is no multiple of 3, corners are rounded up
 /// to whole points.
+/// Part of the widget library; not used by the program's own windows.
 class NinePartLayer {
 public:
     using Row = std::array<QImage, 3>;

@@ -82,12 +82,6 @@ QAbstractButton* SegmentedControl::segment(int index) const
     return index >= 0 && index < segmentCount() ? buttons[size_t(index)] : nullptr;
 }
 
-QString SegmentedControl::label(int index) const
-{
-    const QAbstractButton* button = segment(index);
-    return button ? button->text() : QString();
-}
-
 void SegmentedControl::setLabel(int index, const QString& text)
 {
     if (QAbstractButton* button = segment(index)) {

@@ -22,7 +22,6 @@ public:
     int segmentCount() const;
     /// New segments have no label; the selection is taken away when its segment goes.
     void setSegmentCount(int count);
-    QString label(int segment) const;
     void setLabel(int segment, const QString& text);
     /// 0 lets the segment take what its label needs.
     void setWidth(int segment, int width);

@@ -23,10 +23,7 @@ inline const QColor textDisabled(0xAA, 0x9E, 0x99); // 4.5 : 1 on inset as well
 inline const QColor danger(0xFF, 0xB8, 0xA8); // failures, event recordings
 inline const QColor ok(0xB0, 0xEE, 0xC4); // success, always recordings
 
-/// Distances of the pages of secondary windows, in points: between a page's edge and its boxes, from box to
-/// box, and from line to line in a box.
-inline constexpr int pageMargin = 16;
-inline constexpr int boxSpacing = 12;
+/// From line to line in a box of a secondary window, in points.
 inline constexpr int lineSpacing = 8;
 
 /// Gives the application its palette, fonts and style sheet, so that it looks the same whatever else is

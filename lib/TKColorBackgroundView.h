@@ -6,6 +6,7 @@
 #include <optional>
 
 /// A view filled with one colour, or with nothing.
+/// Part of the widget library; not used by the program's own windows.
 class TKColorBackgroundView : public QWidget {
     Q_OBJECT
 

@@ -5,6 +5,7 @@ class QRectF;
 
 /// The stretchable three-part background of a text button: raised while the button is on, sunken while it is
 /// off or held down.
+/// Part of the widget library; not used by the program's own windows.
 class TKImageButtonCell {
 public:
     void setState(bool isOn) { on = isOn; }

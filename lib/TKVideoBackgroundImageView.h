@@ -15,7 +15,6 @@ public:
     /// Loads "NAME_top_left_corner" and its eight siblings. A missing picture leaves its piece empty.
     void setBackgroundNineImageName(const QString& name);
     void setLogoImage(const platform::Image& image);
-    const platform::Image& logoImage() const { return centerLogoImage; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -15,7 +15,6 @@ public:
     virtual std::vector<std::string> stringList(const std::string& key) const = 0;
     virtual void setStringList(const std::string& key, const std::vector<std::string>& values) = 0;
     virtual std::optional<bool> boolean(const std::string& key) const = 0;
-    virtual void setBoolean(const std::string& key, bool value) = 0;
 };
 
 } // namespace platform

@@ -99,7 +99,6 @@ private:
     /// Where a knob's picture is drawn; the knob itself when pictures are missing.
     QRectF pictureRect(const platform::Image& picture, const QRectF& knob, const QRectF& bar) const;
     bool choosesLoKnob(QPointF point, const QRectF& loKnob, bool flipped) const;
-    void drawOneKnob(QPainter& painter, bool lo);
 
     QRectF _currentKnobRect;
     QRectF _barRect;

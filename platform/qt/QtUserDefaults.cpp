@@ -28,9 +28,4 @@ std::optional<bool> QtUserDefaults::boolean(const std::string& key) const
     return value.toBool();
 }
 
-void QtUserDefaults::setBoolean(const std::string& key, bool value)
-{
-    settings.setValue(QString::fromStdString(key), value);
-}
-
 } // namespace platform

@@ -12,7 +12,6 @@ public:
     std::vector<std::string> stringList(const std::string& key) const override;
     void setStringList(const std::string& key, const std::vector<std::string>& values) override;
     std::optional<bool> boolean(const std::string& key) const override;
-    void setBoolean(const std::string& key, bool value) override;
 
 private:
     QSettings settings{QSettings::UserScope, QStringLiteral("zavik"), QStringLiteral("zavik")};

@@ -88,7 +88,6 @@ public:
         {
             return flags.contains(key) ? std::optional(flags.at(key)) : std::nullopt;
         }
-        void setBoolean(const std::string& key, bool value) override { flags[key] = value; }
     } defaults;
 
     /// Frames are kept by the window's name; the window really gets the size.
