@@ -1,6 +1,7 @@
 #include "cardtools/clock/ZVKTimeSetupController.h"
 
 #include "cardtools/volumes/Volumes.h"
+#include "common/CardFiles.h"
 #include "common/CardRoot.h"
 #include "common/Log.h"
 #include "lib/Alerts.h"
@@ -22,8 +23,6 @@
 using platform::localized;
 
 namespace {
-
-constexpr const char* clockFile = "timeset.cfg";
 
 std::optional<TKUSBDiskEntity> cardAt(platform::DiskArbitration& disks, const std::string& mountPath)
 {
@@ -155,13 +154,13 @@ void ZVKTimeSetupController::loadSettingFile()
     setWorking(true, "loading");
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
-        const auto volume = findUSBVolumeContainingPath(disks, clockFile);
+        const auto volume = findUSBVolumeContainingPath(disks, cardFiles::clock);
         dispatcher.onMain([this, life, found = volume ? cardAt(disks, *volume) : std::nullopt] {
             if (life.expired())
                 return;
             card = found;
             if (found)
-                m_SettingFilePath = (std::filesystem::path(found->mountedURL) / clockFile).native();
+                m_SettingFilePath = (std::filesystem::path(found->mountedURL) / cardFiles::clock).native();
             setWorking(false, nullptr);
         });
     });
@@ -243,7 +242,7 @@ void ZVKTimeSetupController::onSaveConfigFile()
             // Another card may be in its place by now.
             const auto found = cardAt(disks, known.mountedURL);
             const bool isThere = found && found->key == known.key;
-            return CardRoot(isThere ? known.mountedURL : std::string()).file(clockFile);
+            return CardRoot(isThere ? known.mountedURL : std::string()).file(cardFiles::clock);
         });
     openSavePanel([this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
         if (!life.expired() && path && !isWorking)

@@ -2,6 +2,7 @@
 
 #include "cardtools/format/FormatRule.h"
 #include "cardtools/volumes/Volumes.h"
+#include "common/CardFiles.h"
 #include "common/CardRoot.h"
 #include "common/Log.h"
 #include "platform/disks/DiskCommand.h"
@@ -43,7 +44,7 @@ std::string makeFolders(const std::string& root)
 {
     const CardRoot card(root);
     std::string why;
-    for (const char* const name : {"AlwaysMovie", "EventMovie", "MotionMovie"}) {
+    for (const char* const name : cardFiles::recordingFolders) {
         if (const FileError error = card.makeFolder(name); error && why.empty())
             why = std::string(name) + ": " + error.text();
     }
@@ -249,7 +250,7 @@ CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
             logFormat("error=%s", outcome.text.c_str());
             return outcome;
         }
-    } else if (auto why = writeDefaultFileData(CardRoot(root).file("config.bin"))) {
+    } else if (auto why = writeDefaultFileData(CardRoot(root).file(cardFiles::settings))) {
         outcome.step = Step::defaultFailed;
         outcome.text = *why;
         return outcome;

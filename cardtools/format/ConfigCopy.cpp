@@ -1,5 +1,6 @@
 #include "cardtools/format/ConfigCopy.h"
 
+#include "common/CardFiles.h"
 #include "common/CardRoot.h"
 #include "common/ReplaceFile.h"
 
@@ -20,7 +21,7 @@ constexpr size_t largest = 1 << 20;
 
 FilePlace onCard(const std::string& cardRoot)
 {
-    return CardRoot(cardRoot).file("config.bin");
+    return CardRoot(cardRoot).file(cardFiles::settings);
 }
 
 /// An empty file of a name that nobody had, for this user only; empty when there can be none.

@@ -1,5 +1,6 @@
 #include "cardtools/volumes/Volumes.h"
 
+#include "common/CardFiles.h"
 #include "common/CardRoot.h"
 #include "common/Log.h"
 
@@ -10,8 +11,6 @@
 namespace {
 
 using platform::VolumeDescription;
-
-constexpr std::string_view cardLabel = "ZAVIK";
 
 std::vector<VolumeDescription> removable(std::vector<VolumeDescription> volumes)
 {
@@ -50,7 +49,7 @@ std::vector<TKUSBDiskEntity> entities(std::vector<VolumeDescription> volumes)
 
 bool isCamera(const TKUSBDiskEntity& disk)
 {
-    return disk.volumeName == cardLabel;
+    return disk.volumeName == cardFiles::label;
 }
 
 bool isWritableCamera(const TKUSBDiskEntity& disk)
@@ -60,7 +59,7 @@ bool isWritableCamera(const TKUSBDiskEntity& disk)
 
 bool isConfiguredCamera(const TKUSBDiskEntity& disk)
 {
-    return isWritableCamera(disk) && CardRoot(disk.mountedURL).file("config.bin").size();
+    return isWritableCamera(disk) && CardRoot(disk.mountedURL).file(cardFiles::settings).size();
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/disks/FolderCard.h"
 
+#include "common/CardFiles.h"
+
 #include <filesystem>
 #include <system_error>
 #include <unistd.h>
@@ -42,7 +44,7 @@ std::vector<VolumeDescription> FolderCard::withFolder(std::vector<VolumeDescript
     const fs::space_info space = fs::space(path, missing);
     card.size = missing ? 0 : space.capacity;
     card.writable = ::access(path.c_str(), W_OK) == 0;
-    card.label = "ZAVIK";
+    card.label = cardFiles::label;
     card.mediaPath = "folder:" + path;
     otherVolumes.insert(otherVolumes.begin(), std::move(card));
     return otherVolumes;

@@ -1,6 +1,7 @@
 #include "settings/window/CardSettings.h"
 
 #include "cardtools/volumes/Volumes.h"
+#include "common/CardFiles.h"
 #include "common/CardRoot.h"
 #include "common/Log.h"
 #include "common/ReplaceFile.h"
@@ -14,19 +15,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* cardName = "ZAVIK";
-constexpr const char* driveLogName = "DrvInfo/zavik_000.drv";
 // Whatever is called config.bin but is no settings file by far is neither copied nor replaced.
 constexpr size_t largestToKeep = 16 * 1024 * 1024;
 
 FilePlace settingsOn(const TKUSBDiskEntity& disk)
 {
-    return CardRoot(disk.mountedURL).file("config.bin");
+    return CardRoot(disk.mountedURL).file(cardFiles::settings);
 }
 
 std::string settingsPathOn(const TKUSBDiskEntity& disk)
 {
-    return (fs::path(disk.mountedURL) / "config.bin").native();
+    return (fs::path(disk.mountedURL) / cardFiles::settings).native();
 }
 
 std::optional<_FILEDATA> asRecord(const std::string& contents)
@@ -46,7 +45,8 @@ bool isSame(const std::optional<_FILEDATA>& a, const std::optional<_FILEDATA>& b
 /// The name for the number: "config.bin.bak", "config.bin.bak2", ...
 FilePlace copyBeside(const FilePlace& settings, int number)
 {
-    return settings.sibling(settings.name() + ".bak" + (number > 1 ? std::to_string(number) : ""));
+    return settings.sibling(
+        settings.name() + cardFiles::copyEnding + (number > 1 ? std::to_string(number) : ""));
 }
 
 constexpr int mostCopies = 99;
@@ -165,9 +165,10 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
     CardSettings card;
     const CardRoot root(disk->mountedURL);
     // A link is refused by whoever reads the log, with a word to the user.
-    if (const FilePlace log = root.file(driveLogName); log.isThere() || log.error().code == FileError::link)
+    if (const FilePlace log = root.file(cardFiles::driveLog);
+        log.isThere() || log.error().code == FileError::link)
         card.driveLog = log.path();
-    const FilePlace settings = root.file("config.bin");
+    const FilePlace settings = root.file(cardFiles::settings);
     if (settings.size() == sizeof(_FILEDATA)) {
         card.path = settings.path();
         card.disk = disk;
@@ -181,12 +182,12 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
 
 bool isNamedAsCard(const CardSettings& card)
 {
-    return !card.disk || card.disk->volumeName == cardName;
+    return !card.disk || card.disk->volumeName == cardFiles::label;
 }
 
 CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks)
 {
-    const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardName);
+    const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardFiles::label);
     if (failure.empty())
         return findUSBVolume(disks);
     logFormat("error=%s", failure.c_str());

@@ -2,6 +2,7 @@
 
 #include "settings/window/ZVKSettingController.h"
 
+#include "common/CardFiles.h"
 #include "lib/Alerts.h"
 #include "lib/InterfaceHelpers.h"
 #include "lib/LoadingSheet.h"
@@ -206,7 +207,7 @@ void ZVKSettingController::cardFormatted(const std::string& from, const std::str
         card.disk = std::exchange(cardLetGo, std::nullopt);
         if (!to.empty()) {
             card.disk->mountedURL = to;
-            card.path = to + "/config.bin";
+            card.path = to + "/" + cardFiles::settings;
         }
         showCard(card);
     }

@@ -2,6 +2,7 @@
 
 #include "settings/window/ZVKSettingController.h"
 
+#include "common/CardFiles.h"
 #include "lib/Alerts.h"
 #include "lib/WriteFailure.h"
 #include "platform/Texts.h"
@@ -153,7 +154,7 @@ void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveO
 
 void ZVKSettingController::saveWhereTheUserSays()
 {
-    platform::SavePanel panel{text("panel.save_settings"), "config.bin", {}};
+    platform::SavePanel panel{text("panel.save_settings"), cardFiles::settings, {}};
     panel.hidesHiddenFiles = true;
     panel.asksBeforeReplacing = true;
     desktop.panels.chooseSaveFile(
