@@ -178,6 +178,13 @@ std::optional<std::string> FilePlace::contents(size_t most, FileError& why) cons
     return bytes;
 }
 
+std::optional<std::string> wholeFile(const std::string& path)
+{
+    constexpr size_t most = size_t{1} << 30;
+    FileError ignored;
+    return FilePlace::chosen(path).contents(most, ignored);
+}
+
 SaveLock::SaveLock(const FilePlace& place, std::chrono::milliseconds patience)
     : failure(place.error())
 {

@@ -2,6 +2,7 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "common/FilePlace.h"
 #include "common/Log.h"
 #include "common/PrivateFolder.h"
 #include "lib/Alerts.h"
@@ -12,8 +13,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <utility>
 
 /// A frame as a picture: the file that it went through, and what that held.
 struct CapturedFrame {
@@ -36,11 +36,8 @@ void tell(platform::Platform& desktop, QWidget& window, const char* textKey)
 /// Nothing when the file cannot be read or is empty.
 std::optional<std::string> contentsOf(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    std::string contents{std::istreambuf_iterator<char>(file), {}};
-    if (file.bad() || contents.empty())
-        return {};
-    return contents;
+    auto contents = wholeFile(path);
+    return contents && !contents->empty() ? std::move(contents) : std::nullopt;
 }
 
 /// Nothing when the frame could not be written, whatever an earlier one has left there.

@@ -1,12 +1,13 @@
 #include "platform/disks/DeviceUse.h"
 
+#include "common/FilePlace.h"
+
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
 #include <charconv>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace platform {
@@ -15,13 +16,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::optional<std::string> wholeText(const std::string& file)
+/// Nothing when the table cannot be read or is empty.
+std::optional<std::string> tableIn(const std::string& file)
 {
-    std::ifstream in(file);
-    std::string text{std::istreambuf_iterator<char>(in), {}};
-    if (text.empty())
-        return {};
-    return text;
+    auto text = wholeFile(file);
+    return text && !text->empty() ? std::move(text) : std::nullopt;
 }
 
 /// The node that a table's path means here.
@@ -157,13 +156,13 @@ bool DeviceSet::isSwappedTo(const std::string& path, const SystemRoots& roots) c
 
 std::optional<UseTables> readUseTables(const SystemRoots& roots)
 {
-    const auto mountinfo = wholeText(roots.proc + "/self/mountinfo");
-    const auto swaps = wholeText(roots.proc + "/swaps");
+    const auto mountinfo = tableIn(roots.proc + "/self/mountinfo");
+    const auto swaps = tableIn(roots.proc + "/swaps");
     // A kernel without swap has no table of it.
     if (!mountinfo || (!swaps && fs::exists(roots.proc + "/swaps")))
         return {};
     // The system's own mounts may not be ours.
-    return UseTables{parsedMounts(*mountinfo + "\n" + wholeText(roots.proc + "/1/mountinfo").value_or("")),
+    return UseTables{parsedMounts(*mountinfo + "\n" + tableIn(roots.proc + "/1/mountinfo").value_or("")),
         parsedSwaps(swaps.value_or(""))};
 }
 

@@ -1,11 +1,11 @@
 #include "platform/udisks/UDisks2Objects.h"
 
+#include "common/FilePlace.h"
+
 #include <QDBusArgument>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -104,12 +104,6 @@ Drive drive(const std::string& objectPath, const Interfaces& interfaces)
     return result;
 }
 
-std::string contents(const std::string& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 } // namespace
 
 BlockDevices blockDevices(const UDisks2Objects& objects)
@@ -128,8 +122,8 @@ BlockDevices blockDevices(const UDisks2Objects& objects)
 
 void addKernelFacts(BlockDevices& devices, const std::string& proc, const std::string& sys)
 {
-    devices.mounts = parsedMounts(contents(proc + "/self/mountinfo"));
-    devices.swaps = parsedSwaps(contents(proc + "/swaps"));
+    devices.mounts = parsedMounts(wholeFile(proc + "/self/mountinfo").value_or(""));
+    devices.swaps = parsedSwaps(wholeFile(proc + "/swaps").value_or(""));
     for (Block& block : devices.blocks) {
         std::error_code none;
         for (const auto& slave :
