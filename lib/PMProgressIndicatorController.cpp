@@ -14,9 +14,8 @@ namespace {
 constexpr auto drawingDelay = std::chrono::milliseconds(100);
 constexpr double barWidth = dockIconSide;
 constexpr double rowHeight = 16;
-constexpr double stripe = 32; // period of the barber pole
+constexpr double stripe = PMProgressIndicatorController::barberPeriod;
 constexpr double spin = 1.5; // stripes in a second
-double barberOffset = stripe;
 
 /// One band of the bar; blue ones are as wide as the part that is done, grey ones as the rest.
 struct Band {
@@ -95,7 +94,7 @@ void PMProgressIndicatorController::restoreIcon()
     setApplicationIcon(dockIcon);
 }
 
-/// What is pending already comes first and would cancel the rest.
+/// A pending redraw covers this one.
 void PMProgressIndicatorController::scheduleDrawing()
 {
     if (!dispatcher || theTimer)

@@ -18,6 +18,8 @@ class QPainter;
 /// only.
 class PMProgressIndicatorController {
 public:
+    static constexpr double barberPeriod = 32; // the width of a stripe and its gap
+
     /// The one instance; made at the first use, with the icon that the application has then.
     static PMProgressIndicatorController& sharedInstance();
     PMProgressIndicatorController();
@@ -54,7 +56,8 @@ private:
     platform::Image greyBar;
     platform::Image barberBar;
     std::optional<double> lastSpin;
-    std::shared_ptr<bool> theTimer; // drawing that is to come; false once it is invalid
+    double barberOffset = barberPeriod; // how far the pole is moved to the left
+    std::shared_ptr<bool> theTimer; // the pending redraw; false once it is cancelled
     platform::Dispatcher* dispatcher = nullptr;
     std::function<double()> now;
 };
