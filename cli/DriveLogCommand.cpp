@@ -55,7 +55,7 @@ ExitCode runDriveLog(const Arguments& arguments, Streams streams)
     if (!file)
         return failure(streams, path, "cannot be opened");
     DriveLogReader reader(*file, *format);
-    const auto announced = reader.readHeader();
+    const auto announced = reader.announced();
     if (!announced)
         return failure(streams, path, problem(reader.end()));
 

@@ -46,13 +46,13 @@ void SliderCell::setEnabled(bool flag)
     updateCell();
 }
 
-void SliderCell::updateCell() const
+void SliderCell::updateCell()
 {
     if (view)
         view->update();
 }
 
-void SliderCell::updateCell(const QRectF& rect) const
+void SliderCell::updateCell(const QRectF& rect)
 {
     if (view)
         view->update(rect.toAlignedRect().adjusted(-3, -3, 3, 3));

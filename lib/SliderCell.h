@@ -35,8 +35,8 @@ public:
     /// The view that shows this cell; redrawn by the two below. None at first.
     void setControlView(QWidget* widget) { view = widget; }
     QWidget* controlView() const { return view; }
-    void updateCell() const;
-    void updateCell(const QRectF& rect) const;
+    void updateCell();
+    void updateCell(const QRectF& rect);
     /// Where the cell is in its view.
     void setFrame(const QRectF& rect) { frame = rect; }
 

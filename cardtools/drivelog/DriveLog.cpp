@@ -56,7 +56,7 @@ DriveLog readDriveLog(
 {
     DriveLog log(format);
     DriveLogReader reader(source, format, std::move(stop));
-    if (const auto count = reader.readHeader()) {
+    if (const auto count = reader.announced()) {
         log.headerCount = *count;
         log.readRecords(reader, progress);
     } else {

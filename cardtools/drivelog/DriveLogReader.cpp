@@ -19,9 +19,10 @@ DriveLogReader::DriveLogReader(ByteSource& bytes, const DriveLogFormat& kind, st
       format(kind),
       stop(std::move(stopping))
 {
+    readHeader();
 }
 
-std::optional<uint32_t> DriveLogReader::readHeader()
+void DriveLogReader::readHeader()
 {
     DriveRecordHeader header;
     if (readBytes(std::as_writable_bytes(std::span(&header, 1))) < sizeof header) {
@@ -29,15 +30,14 @@ std::optional<uint32_t> DriveLogReader::readHeader()
             ending = DriveLogEnd::HeaderFailed;
         else if (ending != DriveLogEnd::Stopped)
             ending = DriveLogEnd::NoHeader;
-        return {};
+        return;
     }
     if (header.count > (longestFile - sizeof header) / format.recordSize) {
         ending = DriveLogEnd::ImpossibleCount;
-        return {};
+        return;
     }
-    announced = header.count;
-    remaining = announced;
-    return header.count;
+    count = header.count;
+    remaining = header.count;
 }
 
 uint64_t DriveLogReader::recordsAtMost() const
@@ -45,7 +45,7 @@ uint64_t DriveLogReader::recordsAtMost() const
     const uint64_t size = source.size();
     if (size <= sizeof(DriveRecordHeader))
         return 0;
-    return std::min(announced, (size - sizeof(DriveRecordHeader)) / format.recordSize);
+    return std::min(uint64_t{count.value_or(0)}, (size - sizeof(DriveRecordHeader)) / format.recordSize);
 }
 
 size_t DriveLogReader::read(std::span<std::byte> into)
@@ -53,9 +53,9 @@ size_t DriveLogReader::read(std::span<std::byte> into)
     if (ending != DriveLogEnd::Whole)
         return 0;
     const uint64_t wanted = std::min<uint64_t>(into.size() / format.recordSize, remaining);
-    const size_t count = readBytes(into.first(wanted * format.recordSize)) / format.recordSize;
-    remaining -= count;
-    return count;
+    const size_t filled = readBytes(into.first(wanted * format.recordSize)) / format.recordSize;
+    remaining -= filled;
+    return filled;
 }
 
 size_t DriveLogReader::readBytes(std::span<std::byte> into)
@@ -67,12 +67,12 @@ size_t DriveLogReader::readBytes(std::span<std::byte> into)
             break;
         }
         const auto rest = into.subspan(filled);
-        const auto count = source.read(rest.first(std::min(rest.size(), pieceSize)));
-        if (!count || *count == 0) {
-            ending = count ? DriveLogEnd::Cut : DriveLogEnd::DeviceFailed;
+        const auto length = source.read(rest.first(std::min(rest.size(), pieceSize)));
+        if (!length || *length == 0) {
+            ending = length ? DriveLogEnd::Cut : DriveLogEnd::DeviceFailed;
             break;
         }
-        filled += *count;
+        filled += *length;
     }
     return filled;
 }

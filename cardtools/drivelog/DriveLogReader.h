@@ -27,14 +27,13 @@ constexpr bool isUsable(DriveLogEnd end)
     return end < DriveLogEnd::NotThere;
 }
 
-/// Reads a log from its beginning, in pieces of whole records.
+/// Reads a log from its beginning: the header when it is made, then pieces of whole records.
 class DriveLogReader {
 public:
     DriveLogReader(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {});
 
-    /// Reads the header, once, before anything else. The number of records that it announces; nothing when
-    /// the log cannot be used (see `end()`).
-    std::optional<uint32_t> readHeader();
+    /// The number of records that the header announces; nothing when the log cannot be used (see `end()`).
+    std::optional<uint32_t> announced() const { return count; }
     /// An upper limit of the records that are there, by the file's size.
     uint64_t recordsAtMost() const;
 
@@ -46,12 +45,13 @@ public:
     DriveLogEnd end() const { return ending; }
 
 private:
+    void readHeader();
     size_t readBytes(std::span<std::byte> into);
 
     ByteSource& source;
     const DriveLogFormat& format;
     std::stop_token stop;
-    uint64_t announced = 0;
+    std::optional<uint32_t> count;
     uint64_t remaining = 0;
     DriveLogEnd ending = DriveLogEnd::Whole;
 };

@@ -9,11 +9,9 @@
 #include "platform/Platform.h"
 #include "platform/Texts.h"
 #include "telemetry/views/ZVKMapWindowController.h"
+#include "ui_DriveRecordPage.h"
 
-#include <QLabel>
 #include <QLocale>
-#include <QPushButton>
-#include <QTableView>
 
 #include <filesystem>
 #include <utility>
@@ -23,8 +21,11 @@ DriveRecordPage::DriveRecordPage(platform::Platform& pieces, const std::string& 
     : SettingPage(parent),
       desktop(pieces),
       language(interfaceLanguage),
-      format(kind)
+      format(kind),
+      outlets(std::make_unique<Ui::DriveRecordPage>())
 {
+    outlets->setupUi(this);
+    awakeFromNib();
 }
 
 DriveRecordPage::~DriveRecordPage()
@@ -33,9 +34,8 @@ DriveRecordPage::~DriveRecordPage()
     delete progressWindow;
 }
 
-void DriveRecordPage::awakeFromNib(const Outlets& widgets)
+void DriveRecordPage::awakeFromNib()
 {
-    outlets = widgets;
     for (const DriveLogColumn& column : format.columns) {
         columnNames.append(column.hasTitleKey()
                 ? platform::localized(column.title)
@@ -43,10 +43,10 @@ void DriveRecordPage::awakeFromNib(const Outlets& widgets)
         columnWidths.push_back(column.width);
     }
     buildTable();
-    outlets.openButton->setText(platform::localized("open"));
-    outlets.exportButton->setText(platform::localized("export"));
-    connect(outlets.openButton, &QPushButton::clicked, this, [this] { openFileDialog(); });
-    connect(outlets.exportButton, &QPushButton::clicked, this, [this] { onSaveCSVFile(); });
+    outlets->openButton->setText(platform::localized("open"));
+    outlets->exportButton->setText(platform::localized("export"));
+    connect(outlets->openButton, &QPushButton::clicked, this, [this] { openFileDialog(); });
+    connect(outlets->exportButton, &QPushButton::clicked, this, [this] { onSaveCSVFile(); });
     showState();
 }
 
@@ -167,7 +167,7 @@ void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log, bool isAskedF
     m_pFalshSaveValue = std::move(log);
     m_bFlashDataAccess = true;
     model->setLog(m_pFalshSaveValue);
-    outlets.tableView->scrollToTop();
+    outlets->tableView->scrollToTop();
     showState();
 }
 
@@ -175,18 +175,18 @@ void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log, bool isAskedF
 void DriveRecordPage::showState()
 {
     const bool isEmpty = m_FlashDataNum() == 0;
-    outlets.emptyLabel->setText(
+    outlets->emptyLabel->setText(
         platform::localized(m_bFlashDataAccess ? "drivelog.no_records" : "drivelog.empty"));
-    outlets.emptyLabel->setVisible(isEmpty);
-    outlets.exportButton->setEnabled(!isEmpty);
+    outlets->emptyLabel->setVisible(isEmpty);
+    outlets->exportButton->setEnabled(!isEmpty);
     if (!m_pFalshSaveValue) {
-        outlets.stateLabel->clear();
+        outlets->stateLabel->clear();
         return;
     }
     const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
     const QString count = numbers.toString(qlonglong(m_FlashDataNum()));
     const uint32_t announced = m_pFalshSaveValue->announced();
-    outlets.stateLabel->setText(m_FlashDataNum() == announced
+    outlets->stateLabel->setText(m_FlashDataNum() == announced
             ? platform::localized("drivelog.count").arg(count)
             : platform::localized("drivelog.cut").arg(count, numbers.toString(announced)));
 }

@@ -15,19 +15,22 @@
 
 class DriveRecordModel;
 class ProgressWindow;
-class QLabel;
-class QPushButton;
-class QTableView;
 class ZVKMapWindowController;
 
+namespace Ui {
+class DriveRecordPage;
+}
 namespace platform {
 struct Platform;
 }
 
-/// The page of a drive log: its table, a record's place on the map, the export. Both kinds of logs share it
-/// and differ by their format and their interface description. Main thread only.
+/// The page of a drive log: its table, a record's place on the map, the export. The two kinds of logs differ
+/// by their format only. Main thread only.
 class DriveRecordPage : public SettingPage {
 public:
+    /// `language` is the interface language, "ko" or another.
+    DriveRecordPage(platform::Platform& desktop, const std::string& language, const DriveLogFormat& format,
+        QWidget* parent = nullptr);
     ~DriveRecordPage() override;
 
     /// The log to show. It is read when the record comes for the first time, and by loadFlashDataFile.
@@ -61,22 +64,10 @@ public:
     int64_t m_FlashDataNum() const { return m_pFalshSaveValue ? m_pFalshSaveValue->count() : 0; }
 
 protected:
-    /// The widgets of the interface description.
-    struct Outlets {
-        QTableView* tableView;
-        QLabel* emptyLabel; // over the empty table
-        QLabel* stateLabel;
-        QPushButton* openButton;
-        QPushButton* exportButton;
-    };
-
-    DriveRecordPage(platform::Platform& desktop, const std::string& language, const DriveLogFormat& format,
-        QWidget* parent);
-    void awakeFromNib(const Outlets& widgets);
-
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void awakeFromNib();
     void buildTable();
     void doReadFlashDataFile(bool isAskedFor);
     void publish(std::shared_ptr<const DriveLog> log, bool isAskedFor);
@@ -90,7 +81,7 @@ private:
     platform::Platform& desktop;
     const std::string language;
     const DriveLogFormat& format;
-    Outlets outlets{};
+    std::unique_ptr<Ui::DriveRecordPage> outlets;
     DriveRecordModel* model = nullptr;
     QStringList columnNames;
     std::vector<int> columnWidths;

@@ -3,14 +3,13 @@
 #include "cardtools/drivelog/DriveRecordModel.h"
 #include "cardtools/drivelog/DriveRecordPage.h"
 #include "lib/ProgressWindow.h"
+#include "ui_DriveRecordPage.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
-#include <QTableView>
 
 namespace {
 
@@ -41,7 +40,7 @@ public:
 
 void DriveRecordPage::buildTable()
 {
-    QTableView& table = *outlets.tableView;
+    QTableView& table = *outlets->tableView;
     model = new DriveRecordModel(format, columnNames, &table);
     table.setModel(model);
     table.setItemDelegate(new CellDelegate(&table));
@@ -67,7 +66,7 @@ void DriveRecordPage::buildTable()
 
 bool DriveRecordPage::eventFilter(QObject* watched, QEvent* event)
 {
-    QTableView& table = *outlets.tableView;
+    QTableView& table = *outlets->tableView;
     if (progressWindow && event->type() == QEvent::Close && progressWindow->asksBeforeStopping()) {
         event->ignore();
         return true;

@@ -2,18 +2,12 @@
 
 #include "cardtools/drivelog/DriveRecordPage.h"
 
-namespace Ui {
-class ZVKSettingForObdDriveInfoViewController;
-}
-
 /// The page of a ".obd" drive log.
 class ZVKSettingForObdDriveInfoViewController final : public DriveRecordPage {
 public:
-    /// `language` is the interface language, "ko" or another.
-    ZVKSettingForObdDriveInfoViewController(
-        platform::Platform& desktop, const std::string& language, QWidget* parent = nullptr);
-    ~ZVKSettingForObdDriveInfoViewController() override;
-
-private:
-    std::unique_ptr<Ui::ZVKSettingForObdDriveInfoViewController> outlets;
+    explicit ZVKSettingForObdDriveInfoViewController(
+        platform::Platform& pieces, const std::string& interfaceLanguage, QWidget* parent = nullptr)
+        : DriveRecordPage(pieces, interfaceLanguage, obdDriveFormat, parent)
+    {
+    }
 };

@@ -40,7 +40,7 @@ void readBoth(std::span<const std::byte> bytes, const DriveLogFormat& format)
     // Read in pieces, the records are the same.
     MemoryByteSource again(bytes);
     DriveLogReader reader(again, format);
-    if (!reader.readHeader())
+    if (!reader.announced())
         return;
     std::vector<std::byte> piece(format.recordSize * 2);
     int64_t row = 0;

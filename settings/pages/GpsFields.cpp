@@ -11,7 +11,7 @@
 
 using platform::localized;
 
-void GpsFields::setUp(RecordPage& page) const
+void GpsFields::setUp(RecordPage& page)
 {
     QStringList days;
     for (const char* day : {"none", "mon", "tue", "wed", "thu", "fri", "sat", "sun"})
@@ -33,7 +33,7 @@ void GpsFields::setUp(RecordPage& page) const
     page.addFlag(summerTimeChk, &_FILEDATA::summer_time);
 }
 
-void GpsFields::display(const _FILEDATA& record) const
+void GpsFields::display(const _FILEDATA& record)
 {
     drivingDaySeg->setSelectedSegment(record.nodriving_day);
     speedDisplayUnitSeg->setSelectedSegment(record.speed_disp_unit);

@@ -17,7 +17,7 @@ struct GpsFields {
     SegmentedControl* osdSpeedDisplaySeg;
 
     /// Labels and items; makes them settings of the page.
-    void setUp(RecordPage& page) const;
+    void setUp(RecordPage& page);
     /// A value that a control has no place for leaves it without a selection.
-    void display(const _FILEDATA& record) const;
+    void display(const _FILEDATA& record);
 };
