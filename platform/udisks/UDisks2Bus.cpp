@@ -5,7 +5,7 @@
 namespace platform {
 
 UDisks2Bus::UDisks2Bus(const std::string& address)
-    : name(QStringLiteral("zavik-volumes-%1").arg(++count)),
+    : name(QStringLiteral("zavik-volumes-%1").arg(quintptr(this), 0, 16)),
       connection(address.empty() ? QDBusConnection::connectToBus(QDBusConnection::SystemBus, name)
                                  : QDBusConnection::connectToBus(QString::fromStdString(address), name))
 {

@@ -3,7 +3,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
-#include <atomic>
 #include <chrono>
 #include <string>
 
@@ -31,7 +30,6 @@ public:
     void tellOfMounts(QObject& receiver, const char* slot);
 
 private:
-    static inline std::atomic<unsigned> count;
     QString name;
     QDBusConnection connection;
 };
