@@ -27,12 +27,12 @@ void writeTelemetryCsv(std::ostream& out, const ZVKBlackBoxData& data)
     out << "nTimestamp,x,y,z,nTemperature,"
            "gps_nTimestamp,nQualityIndicator,fLatitude,fLongitude,fSpeed,KM\r\n";
     for (size_t i = 0; i < data.m_GSensors.size(); ++i) {
-        const ZVKGSensor& sample = data.m_GSensors[i];
-        const _AVI_GSENSOR_DATA_T& record = data.m_vGSensorData[i].data;
+        const ZVKGSensor sample = data.m_GSensors[i];
+        const _AVI_GSENSOR_DATA_T& record = data.m_vGSensorData()[i].data;
         out << record.nTimestamp << ',' << cell(sample.x) << ',' << cell(sample.y) << ',' << cell(sample.z)
             << ',' << record.nTemperature << ',';
-        if (i < data.m_vGpsData.size())
-            writeHeaderCells(out, data.m_vGpsData[i].data);
+        if (i < data.m_vGpsData().size())
+            writeHeaderCells(out, data.m_vGpsData()[i].data);
         else
             out << ",,,,,";
         out << "\r\n";

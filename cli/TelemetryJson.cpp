@@ -59,11 +59,11 @@ void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
     json.key("result").boolean(isSuccess(data.walkEnd()));
     json.key("gsensor").beginArray();
     for (size_t i = 0; i < data.m_GSensors.size(); ++i)
-        write(json, data.m_GSensors[i], data.m_vGSensorData[i].data);
+        write(json, data.m_GSensors[i], data.m_vGSensorData()[i].data);
     json.endArray();
     json.key("gps").beginArray();
-    for (size_t i = 0; i < data.m_vGpsData.size(); ++i)
-        write(json, data.m_vGpsData[i].data);
+    for (size_t i = 0; i < data.m_vGpsData().size(); ++i)
+        write(json, data.m_vGpsData()[i].data);
     json.endArray();
     json.key("fixes").beginArray();
     for (size_t i = 0; i < data.m_NMEAs.size(); ++i)

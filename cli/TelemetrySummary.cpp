@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+#include <ranges>
 #include <string>
 
 namespace cli {
@@ -49,17 +50,18 @@ float magnitude(const ZVKGSensor& sample)
 void writeSamples(std::ostream& out, const ZVKBlackBoxData& data)
 {
     const auto& samples = data.m_GSensors;
-    const auto& records = data.m_vGSensorData;
+    const auto& records = data.m_vGSensorData();
     out << "G-sensor:     " << samples.size() << " samples\n";
     if (samples.empty())
         return;
-    const auto strongest = std::ranges::max_element(samples, {}, magnitude);
-    const auto& at = records[static_cast<size_t>(strongest - samples.begin())].data;
+    const auto strengthAt = [&](size_t i) { return magnitude(samples[i]); };
+    const size_t at = std::ranges::max(std::views::iota(size_t{0}, samples.size()), {}, strengthAt);
+    const ZVKGSensor strongest = samples[at];
     out << "  time:       " << spanText(records.front().data.nTimestamp, records.back().data.nTimestamp)
         << '\n'
-        << formatted("  strongest:  %.2f g (x %+.2f, y %+.2f, z %+.2f) at ", magnitude(*strongest),
-               strongest->x, strongest->y, strongest->z)
-        << timeText(at.nTimestamp) << '\n';
+        << formatted("  strongest:  %.2f g (x %+.2f, y %+.2f, z %+.2f) at ", magnitude(strongest),
+               strongest.x, strongest.y, strongest.z)
+        << timeText(records[at].data.nTimestamp) << '\n';
 }
 
 std::string positionText(const TrackPoint& point)

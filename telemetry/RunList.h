@@ -6,7 +6,7 @@
 
 /// A list in which equal neighbours are kept once: the memory follows what differs. `Kept` is what an element
 /// is kept as; it is made from one and makes one again.
-template <typename Value, typename Kept = Value> class RunList {
+template <typename Value, typename Kept> class RunList {
 public:
     size_t size() const { return count; }
     bool empty() const { return count == 0; }

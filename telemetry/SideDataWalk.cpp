@@ -6,6 +6,7 @@
 #include <array>
 #include <cinttypes>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -103,7 +104,6 @@ SideDataWalk::Step SideDataWalk::readGSensorRecord()
     ZVKAviGSensorData record;
     if (!m_cursor.readWhole(bytesOf(record.data)))
         return endOfShortRead(WalkEnd::CutGSensorRecord);
-    m_into.m_vGSensorData.push_back(record);
     m_into.ParseGSensor(&record.data, sizeof record.data);
     return countDown(sizeof record.data);
 }
@@ -141,8 +141,9 @@ SideDataWalk::Step SideDataWalk::readText(const _AVI_GPS_DATA_T& header)
         .firstSnapshot = firstSnapshot,
         .snapshotCount = m_into.m_NMEAs.size() - firstSnapshot,
         .samplesBefore = m_into.m_GSensors.size(),
+        .pairedUpTo = m_into.m_vGpsData().size(),
     });
-    pairWithWaitingSamples(header);
+    pairWithWaitingSamples(m_into.m_GpsRecords.back());
     return {};
 }
 
@@ -162,16 +163,17 @@ SideDataWalk::Step SideDataWalk::finishGpsRecord(const _AVI_GPS_DATA_T& header)
     return countDown(static_cast<uint32_t>(header.dwExtLength) + sizeof header + (isClosed ? 1 : 0));
 }
 
-void SideDataWalk::pairWithWaitingSamples(const _AVI_GPS_DATA_T& header)
+void SideDataWalk::pairWithWaitingSamples(ZVKGpsRecord& record)
 {
-    // Every paired sample has exactly one header, so the list's length is the place of the first one waiting.
-    RunList<ZVKAviGpsData>& paired = m_into.m_vGpsData;
+    const std::vector<ZVKAviGSensorData>& samples = m_into.m_vGSensorData();
+    size_t paired = record.pairedUpTo;
     bool hasReachedFix = false;
-    while (!hasReachedFix && paired.size() < m_into.m_vGSensorData.size()) {
-        const int64_t sampleTime = m_into.m_vGSensorData[paired.size()].data.nTimestamp;
-        hasReachedFix = tenthsOfASecond(sampleTime) >= tenthsOfASecond(header.nTimestamp);
-        paired.push_back({header});
+    while (!hasReachedFix && paired < samples.size()) {
+        const int64_t sampleTime = samples[paired].data.nTimestamp;
+        hasReachedFix = tenthsOfASecond(sampleTime) >= tenthsOfASecond(record.header.nTimestamp);
+        ++paired;
     }
+    record.pairedUpTo = paired;
 }
 
 SideDataWalk::Step SideDataWalk::countDown(uint32_t recordSize)

@@ -10,6 +10,7 @@
 #include <stop_token>
 
 class ZVKBlackBoxData;
+struct ZVKGpsRecord;
 
 /// One walk over a recording's side data, appending to a container. The file layout and the rules are
 /// described there.
@@ -30,7 +31,7 @@ private:
     Step readGpsRecord();
     Step readText(const _AVI_GPS_DATA_T& header);
     Step finishGpsRecord(const _AVI_GPS_DATA_T& header);
-    void pairWithWaitingSamples(const _AVI_GPS_DATA_T& header);
+    void pairWithWaitingSamples(ZVKGpsRecord& record);
     Step countDown(uint32_t recordSize);
     bool fits(int32_t textLength) const;
     WalkEnd endOfShortRead(WalkEnd atEndOfData) const;

@@ -15,10 +15,4 @@ struct ZVKAviGpsData {
         std::memcpy(&copy.data, bytes, sizeof copy.data);
         return copy;
     }
-
-    /// Bit for bit, a damaged number included.
-    bool operator==(const ZVKAviGpsData& other) const
-    {
-        return std::memcmp(&data, &other.data, sizeof data) == 0;
-    }
 };

@@ -100,8 +100,7 @@ void ZVKBlackBoxData::takeSentence(std::string_view sentence)
 
 bool ZVKBlackBoxData::ParseGSensor(const _AVI_GSENSOR_DATA_T* record, uint32_t)
 {
-    const auto inG = [](int32_t steps) { return static_cast<float>(steps) * 0.00390625f; };
-    m_GSensors.push_back({inG(record->xAxis), inG(record->yAxis), inG(record->zAxis)});
+    m_GSensors.push_back(*record);
     return true;
 }
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "common/ByteSource.h"
+#include "telemetry/GSensorList.h"
 #include "telemetry/KeptFix.h"
+#include "telemetry/PairedHeaders.h"
 #include "telemetry/RunList.h"
 #include "telemetry/WalkEnd.h"
-#include "telemetry/ZVKAviGSensorData.h"
-#include "telemetry/ZVKAviGpsData.h"
-#include "telemetry/ZVKGSensor.h"
-#include "telemetry/ZVKGpsRecord.h"
 #include "telemetry/ZVKTimeEvent.h"
 #include "telemetry/ZVKZAVIKNMEASentenceParser.h"
 
@@ -37,16 +35,18 @@ public:
     uint32_t m_LastTimeEventType = 0;
     ZVKZAVIKNMEASentenceParser m_NMEAParser;
     RunList<ZVKGpsData, KeptFix> m_NMEAs; ///< the current fix after each "$G" sentence, in text order
-    std::vector<ZVKGSensor> m_GSensors; ///< one per G-sensor record, in file order, in g
+    GSensorList m_GSensors; ///< one per G-sensor record, in file order, in g
     std::vector<int32_t> m_Times; ///< seconds since 1970 of the time records
     std::vector<ZVKTimeEvent> m_TimeEvents;
-    std::vector<ZVKAviGSensorData> m_vGSensorData; ///< raw, parallel to `m_GSensors`
+    /// The GPS records in file order, except those whose text was stepped over.
+    std::vector<ZVKGpsRecord> m_GpsRecords;
+
+    /// The G-sensor records, parallel to `m_GSensors`.
+    const std::vector<ZVKAviGSensorData>& m_vGSensorData() const { return m_GSensors.records(); }
     /// GPS headers, one per paired sample: element i belongs to `m_GSensors[i]`. A header is paired with the
     /// samples that wait before it in the file, up to and including the first of its own tenth of a second
     /// or later; the samples after the last header have none.
-    RunList<ZVKAviGpsData> m_vGpsData;
-    /// The GPS records in file order, except those whose text was stepped over.
-    std::vector<ZVKGpsRecord> m_GpsRecords;
+    PairedHeaders m_vGpsData() const { return PairedHeaders(m_GpsRecords); }
 
     /// Empties all lists and sets everything back to a new object's values.
     void clear();
@@ -70,7 +70,7 @@ public:
     /// those that begin with "$G" to the parser and keeps a snapshot after each of them, accepted or not.
     /// Text after the last terminator is not parsed. False for a null buffer and for no bytes.
     bool ParseNMEA(char* buffer, uint32_t bufferSize);
-    /// Appends the record's sample. The size is not consulted. Always true.
+    /// Appends the record and so its sample. The size is not consulted. Always true.
     bool ParseGSensor(const _AVI_GSENSOR_DATA_T* record, uint32_t bufferSize);
     /// Takes an 8-byte frame-data record; false for a null buffer and for any other size.
     bool ParseFrameData(const uint8_t* buffer, uint32_t bufferSize);

@@ -40,7 +40,7 @@ void ZVKAppDelegate::updateGsensorUIByPlayPositon()
 
 void ZVKAppDelegate::updateGpsUIByPlayPosition()
 {
-    const auto& headers = blackBoxData.m_vGpsData;
+    const auto& headers = blackBoxData.m_vGpsData();
     const auto& fixes = blackBoxData.m_NMEAs;
     if (headers.empty()) {
         // Whether a file that is still being prepared has GPS is not known yet.

@@ -35,7 +35,7 @@ void ZVKAppDelegate::showSpeedsInMiles(bool isMile)
     if (m_bMileDisplay == isMile)
         return;
     m_bMileDisplay = isMile;
-    if (hasTelemetry && !blackBoxData.m_vGpsData.empty())
+    if (hasTelemetry && !blackBoxData.m_vGpsData().empty())
         updateGpsUIByPlayPosition();
 }
 

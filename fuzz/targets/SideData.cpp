@@ -6,8 +6,8 @@ namespace {
 
 void requireSound(const ZVKBlackBoxData& data)
 {
-    require(data.m_vGSensorData.size() == data.m_GSensors.size());
-    require(data.m_vGpsData.size() <= data.m_GSensors.size());
+    require(data.m_vGSensorData().size() == data.m_GSensors.size());
+    require(data.m_vGpsData().size() <= data.m_GSensors.size());
     size_t snapshots = 0;
     size_t samples = 0;
     for (const ZVKGpsRecord& record : data.m_GpsRecords) {
@@ -37,7 +37,7 @@ void fuzz(std::string_view input)
     require(inPortions.ExtractStreamInformation(slow) == result);
     require(inPortions.walkEnd() == atOnce.walkEnd());
     require(inPortions.m_GSensors.size() == atOnce.m_GSensors.size());
-    require(inPortions.m_vGpsData.size() == atOnce.m_vGpsData.size());
+    require(inPortions.m_vGpsData().size() == atOnce.m_vGpsData().size());
     require(inPortions.m_NMEAs.size() == atOnce.m_NMEAs.size());
 
     ZVKBlackBoxData failed;

@@ -78,7 +78,7 @@ TEST(SideData, NeverTrustsTheLengthOfAText)
         const size_t records = isRead ? 1 : 0;
         EXPECT_THAT(data.m_GpsRecords, SizeIs(records));
         EXPECT_THAT(data.m_NMEAs, SizeIs(records));
-        EXPECT_THAT(data.m_vGpsData, SizeIs(records));
+        EXPECT_THAT(data.m_vGpsData(), SizeIs(records));
     }
 }
 
@@ -117,7 +117,8 @@ TEST(SideData, PairsEachSampleWithTheFixThatFollowsIt)
         for (const auto& [isFix, time] : events)
             isFix ? area.gps(gpsAt(time)) : area.gsensor(time, 0, 0, 0);
         std::vector<int64_t> fixOfSample;
-        const auto paired = extract(recordingOf(area).bytes()).data.m_vGpsData;
+        const Extraction read = extract(recordingOf(area).bytes());
+        const auto paired = read.data.m_vGpsData();
         for (size_t i = 0; i < paired.size(); ++i)
             fixOfSample.push_back(int64_t{paired[i].data.nTimestamp});
         EXPECT_EQ(fixOfSample, expected);

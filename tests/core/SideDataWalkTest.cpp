@@ -28,11 +28,11 @@ TEST(SideData, ReadsBytesWrittenByHand)
     EXPECT_TRUE(result);
     ASSERT_THAT(data.m_GSensors, SizeIs(2));
     EXPECT_EQ(data.m_GSensors[0], (ZVKGSensor{-1, 1.5, 0}));
-    const _AVI_GSENSOR_DATA_T sample = data.m_vGSensorData[0].data;
+    const _AVI_GSENSOR_DATA_T sample = data.m_vGSensorData()[0].data;
     EXPECT_EQ(int64_t{sample.nTimestamp}, 123456789);
     EXPECT_EQ(int32_t{sample.nTemperature}, 42);
-    ASSERT_THAT(data.m_vGpsData, SizeIs(1));
-    const _AVI_GPS_DATA_T header = data.m_vGpsData[0].data;
+    ASSERT_THAT(data.m_vGpsData(), SizeIs(1));
+    const _AVI_GPS_DATA_T header = data.m_vGpsData()[0].data;
     EXPECT_EQ(int32_t{header.nQualityIndicator}, 7);
     EXPECT_EQ(double{header.fLatitude}, 1000);
     EXPECT_EQ(double{header.fLongitude}, 0.5);
@@ -48,7 +48,7 @@ TEST(SideData, KeepsEverythingGatheredBeforeTheFileEnds)
         SCOPED_TRACE(cut);
         const auto [result, data] = extract(std::span(whole.bytes).first(cut));
         ASSERT_EQ(data.m_GSensors.size(), whole.sampleCount(cut));
-        ASSERT_EQ(data.m_vGSensorData.size(), data.m_GSensors.size());
+        ASSERT_EQ(data.m_vGSensorData().size(), data.m_GSensors.size());
         ASSERT_EQ(data.m_GpsRecords.size(), whole.gpsHeaderCount(cut));
         ASSERT_EQ(result, cut >= whole.places.front().begin && !whole.cutsSample(cut));
     }
