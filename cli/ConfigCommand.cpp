@@ -62,7 +62,7 @@ ExitCode show(const std::string& path, bool asJson, Streams streams)
         const std::string value = fieldText(*record, field);
         if (!asJson)
             streams.out << field.name << '=' << visibleText(value) << '\n';
-        else if (field.type == FileDataField::Type::Text8)
+        else if (field.type == FileDataField::Type::text8)
             json.key(field.name).string(value);
         else
             json.key(field.name).integer(std::stoll(value));

@@ -12,15 +12,15 @@ namespace {
 std::string_view problem(DriveLogEnd end)
 {
     switch (end) {
-    case DriveLogEnd::Cut:
+    case DriveLogEnd::cut:
         return "ends early";
-    case DriveLogEnd::DeviceFailed:
+    case DriveLogEnd::deviceFailed:
         return "could not be read to its end";
-    case DriveLogEnd::HeaderFailed:
+    case DriveLogEnd::headerFailed:
         return "could not be read: input/output error";
-    case DriveLogEnd::NoHeader:
+    case DriveLogEnd::noHeader:
         return "is no drive log";
-    case DriveLogEnd::ImpossibleCount:
+    case DriveLogEnd::impossibleCount:
         return "announces more records than a file can hold";
     default:
         return "could not be read";
@@ -64,7 +64,7 @@ ExitCode runDriveLog(const Arguments& arguments, Streams streams)
     });
     csv.writeTitles(driveLogColumnNames(*format, arguments.value("--lang").value_or("en")));
     const uint64_t written = writeRecords(reader, *format, csv);
-    if (reader.end() == DriveLogEnd::Whole)
+    if (reader.end() == DriveLogEnd::whole)
         return ExitCode::Success;
     streams.out.flush();
     return failure(streams, path,

@@ -12,13 +12,13 @@ namespace {
 std::string_view problem(WalkEnd end)
 {
     switch (end) {
-    case WalkEnd::CannotOpen:
+    case WalkEnd::cannotOpen:
         return "cannot be opened";
-    case WalkEnd::NotAvi:
+    case WalkEnd::notAvi:
         return "is no AVI recording";
-    case WalkEnd::ReadError:
+    case WalkEnd::readError:
         return "could not be read";
-    case WalkEnd::NoMemory:
+    case WalkEnd::noMemory:
         return "needs more memory than there is";
     default:
         return {};

@@ -33,7 +33,7 @@ void write(std::ostream& out, const TrackPoint& point)
 void writeTelemetryGpx(std::ostream& out, const ZVKBlackBoxData& data, std::string_view name)
 {
     out << opening << "  <trk>\n    <name>" << xmlText(name) << "</name>\n";
-    for (const TrackSegment& segment : trackSegments(data.m_GpsRecords)) {
+    for (const TrackSegment& segment : trackSegments(data.gpsRecords)) {
         out << "    <trkseg>\n";
         for (const TrackPoint& point : segment)
             write(out, point);

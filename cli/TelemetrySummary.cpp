@@ -17,15 +17,15 @@ namespace {
 std::string_view sideDataText(WalkEnd end)
 {
     switch (end) {
-    case WalkEnd::Complete:
+    case WalkEnd::complete:
         return "complete";
-    case WalkEnd::EndOfFile:
+    case WalkEnd::endOfFile:
         return "complete, to the end of the file";
-    case WalkEnd::ImpossibleText:
+    case WalkEnd::impossibleText:
         return "up to a GPS record that cannot be right";
-    case WalkEnd::NoSideData:
+    case WalkEnd::noSideData:
         return "none";
-    case WalkEnd::CutGSensorRecord:
+    case WalkEnd::cutGSensorRecord:
         return "cut inside a G-sensor record";
     default:
         return "not read";
@@ -74,7 +74,7 @@ std::string positionText(const TrackPoint& point)
 
 void writeTrack(std::ostream& out, const ZVKBlackBoxData& data)
 {
-    const auto segments = trackSegments(data.m_GpsRecords);
+    const auto segments = trackSegments(data.gpsRecords);
     size_t points = 0;
     double fastest = 0;
     for (const TrackSegment& segment : segments) {
@@ -82,7 +82,7 @@ void writeTrack(std::ostream& out, const ZVKBlackBoxData& data)
         for (const TrackPoint& point : segment)
             fastest = std::max(fastest, point.speed);
     }
-    out << "GPS:          " << data.m_GpsRecords.size() << " records, " << points << " with a position, "
+    out << "GPS:          " << data.gpsRecords.size() << " records, " << points << " with a position, "
         << data.m_NMEAs.size() << " sentences\n";
     if (segments.empty())
         return;

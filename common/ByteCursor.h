@@ -11,7 +11,7 @@
 class ByteCursor {
 public:
     /// Why a read gave less than it was asked for.
-    enum class Shortfall { None, EndOfData, DeviceFailed, Stopped };
+    enum class Shortfall { none, endOfData, deviceFailed, stopped };
 
     /// Starts at the source's beginning. A stop request is noticed whenever the buffer is filled anew.
     explicit ByteCursor(ByteSource& source, std::stop_token stop = {});
@@ -23,11 +23,11 @@ public:
     std::optional<uint32_t> readWord()
     {
         uint32_t word = 0;
-        if (m_filled - m_next < sizeof word)
+        if (filled - next < sizeof word)
             return readWordAcrossRefill();
-        m_shortfall = Shortfall::None;
-        std::memcpy(&word, m_buffer.data() + m_next, sizeof word);
-        m_next += sizeof word;
+        lack = Shortfall::none;
+        std::memcpy(&word, buffer.data() + next, sizeof word);
+        next += sizeof word;
         return word;
     }
 
@@ -40,9 +40,9 @@ public:
     /// Moves back by one byte; at the beginning it stays.
     void stepBack();
 
-    uint64_t position() const { return m_bufferOffset + m_next; }
-    /// Why the last read fell short; None when it did not.
-    Shortfall shortfall() const { return m_shortfall; }
+    uint64_t position() const { return bufferOffset + next; }
+    /// Why the last read fell short; none when it did not.
+    Shortfall shortfall() const { return lack; }
 
     static constexpr size_t smallestWindow = 4 * 1024;
     static constexpr size_t largestWindow = 256 * 1024;
@@ -55,13 +55,13 @@ private:
     bool prepareNewWindow();
     void forgetBufferAndGoTo(uint64_t offset);
 
-    ByteSource& m_source;
-    std::stop_token m_stop;
-    std::vector<std::byte> m_buffer;
-    size_t m_window = smallestWindow;
-    uint64_t m_bufferOffset = 0; // of m_buffer[0] in the source
-    size_t m_filled = 0;
-    size_t m_next = 0;
-    bool m_isInOrder = false; // the source stands at the end of the buffer
-    Shortfall m_shortfall = Shortfall::None;
+    ByteSource& bytes;
+    std::stop_token stopToken;
+    std::vector<std::byte> buffer;
+    size_t window = smallestWindow;
+    uint64_t bufferOffset = 0; // of buffer[0] in the source
+    size_t filled = 0;
+    size_t next = 0;
+    bool isInOrder = false; // the source stands at the end of the buffer
+    Shortfall lack = Shortfall::none;
 };

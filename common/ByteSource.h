@@ -13,8 +13,8 @@ public:
     ByteSource& operator=(const ByteSource&) = delete;
     virtual ~ByteSource() = default;
 
-    /// Reads from the current place, at most the span's size, and moves on. Fewer bytes than asked say
-    /// nothing; 0 for a span that is not empty means the end. Nothing when the device failed.
+    /// Reads from the current place, at most the span's size, and moves on. Fewer bytes than asked are
+    /// allowed; 0 for a span that is not empty means the end. Nothing when the device failed.
     virtual std::optional<size_t> read(std::span<std::byte> into) = 0;
     /// Moves to an offset from the beginning, which may lie past the end. False when the device cannot.
     virtual bool seek(uint64_t offset) = 0;

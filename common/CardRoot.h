@@ -6,15 +6,15 @@
 #include <string>
 #include <string_view>
 
-/// The root folder of a card, opened once. What is below it is a stranger's: no link is followed on the way
-/// to a file, and no way leads out of the root. Blocks as long as the card; callable from any thread. As long
-/// as it or one of its places lives, the card is in use.
+/// The root folder of a card, opened once. What is below it is not trusted: no link is followed on the way
+/// to a file, and no path leads out of the root. Blocks as long as the card; callable from any thread. As
+/// long as it or one of its places lives, the card is in use.
 class CardRoot {
 public:
-    /// How ways below the root are walked: by the kernel's own rule, or step by step where it has none.
+    /// How paths below the root are resolved: by the kernel's own rule, or step by step where it has none.
     enum class Walk { byKernel, stepByStep };
 
-    /// The folder may be reached by links: it is the user's or the system's word.
+    /// Links in the path to the folder are followed: it comes from the user or the system.
     explicit CardRoot(const std::string& folder, Walk walk = Walk::byKernel);
 
     /// Whether the root could be opened.

@@ -9,7 +9,7 @@ std::unique_ptr<FileByteSource> FileByteSource::open(const char* path)
 {
     if (!path)
         return {};
-    // Opening a pipe would wait for its writer, so the kind comes first.
+    // Opening a pipe would wait for its writer, so the type is checked first.
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
         return {};
@@ -35,16 +35,16 @@ std::unique_ptr<FileByteSource> FileByteSource::opened(File file)
 }
 
 FileByteSource::FileByteSource(File file, uint64_t size)
-    : m_file(std::move(file)),
-      m_size(size)
+    : handle(std::move(file)),
+      length(size)
 {
 }
 
 std::optional<size_t> FileByteSource::read(std::span<std::byte> into)
 {
-    const size_t count = std::fread(into.data(), 1, into.size(), m_file.get());
+    const size_t count = std::fread(into.data(), 1, into.size(), handle.get());
     // What came before the failure counts; the failure is reported by the next call.
-    if (count == 0 && std::ferror(m_file.get()))
+    if (count == 0 && std::ferror(handle.get()))
         return {};
     return count;
 }
@@ -53,5 +53,5 @@ bool FileByteSource::seek(uint64_t offset)
 {
     if (offset > static_cast<uint64_t>(std::numeric_limits<long>::max()))
         return false;
-    return std::fseek(m_file.get(), static_cast<long>(offset), SEEK_SET) == 0;
+    return std::fseek(handle.get(), static_cast<long>(offset), SEEK_SET) == 0;
 }

@@ -16,7 +16,7 @@ public:
 
     std::optional<size_t> read(std::span<std::byte> into) override;
     bool seek(uint64_t offset) override;
-    uint64_t size() const override { return m_size; }
+    uint64_t size() const override { return length; }
 
 private:
     struct Close {
@@ -27,6 +27,6 @@ private:
     static std::unique_ptr<FileByteSource> opened(File file);
     FileByteSource(File file, uint64_t size);
 
-    File m_file;
-    uint64_t m_size = 0;
+    File handle;
+    uint64_t length = 0;
 };

@@ -130,8 +130,8 @@ Descriptor FilePlace::open(FileError& why) const
     why = failure;
     if (why)
         return Descriptor();
-    // A pipe would wait for its writer, and a device may do anything when it is opened: the kind comes first,
-    // and once more of what was really opened.
+    // Opening a pipe blocks until it has a writer, and opening a device may have effects: the type is checked
+    // before opening, and again on the opened file.
     const auto before = statusOf(*this);
     if (before && !S_ISREG(before->st_mode)) {
         why.code = S_ISLNK(before->st_mode) ? FileError::link : FileError::noPlainFile;
@@ -191,7 +191,7 @@ SaveLock::SaveLock(const FilePlace& place, std::chrono::milliseconds patience)
     using namespace std::chrono_literals;
     if (failure)
         return;
-    // Of its own: locks belong to what was opened, and the place's copies share theirs.
+    // Opened anew: a lock belongs to the open file description, which the place's copies share.
     folder = Descriptor(::openat(place.folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     constexpr auto pause = 20ms;
     for (auto left = patience; folder && ::flock(folder.get(), LOCK_EX | LOCK_NB) != 0; left -= pause) {

@@ -42,7 +42,7 @@ struct FileError {
     int code = 0;
 
     explicit operator bool() const { return code != 0; }
-    /// In a reader's words; empty without an error.
+    /// A readable message; empty without an error.
     std::string text() const;
 };
 
@@ -94,7 +94,7 @@ std::optional<std::string> wholeFile(const std::string& path);
 /// changing and writing a file.
 class SaveLock {
 public:
-    /// Waits for others that long. Where the file system knows no locks, nobody is kept away.
+    /// Waits for others that long. Without effect on file systems without locks.
     explicit SaveLock(const FilePlace& place, std::chrono::milliseconds patience = std::chrono::seconds(10));
 
     FileError error() const { return failure; }

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// More than the player asks for at once.
+/// Larger than any read of the player.
 constexpr size_t largestRead = 256 * 1024;
 
 std::string systemMessage()
@@ -27,7 +27,7 @@ struct OpenFile {
 
 OpenFile opened(const char* path)
 {
-    // Opening a pipe would wait for its writer, so the kind comes first.
+    // Opening a pipe would wait for its writer, so the type is checked first.
     struct stat status { };
     if (::stat(path, &status) != 0)
         return {-1, -1, systemMessage()};
@@ -44,7 +44,7 @@ OpenFile opened(const char* path)
 
 } // namespace
 
-/// What both threads know; the one that reads may outlive the file's owner.
+/// State of both threads; the reading thread may outlive the file's owner.
 struct PatientFile::Shared {
     explicit Shared(std::string file)
         : path(std::move(file))

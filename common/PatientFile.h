@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-/// A file that a thread of its own opens and reads, so that nobody has to wait longer than they want for a
-/// card that hangs. One reader at a time; `giveUp` may come from any thread.
+/// A file that is opened and read on a thread of its own, so that callers can stop waiting for a card that
+/// hangs. One reader at a time; `giveUp` may come from any thread.
 class PatientFile {
 public:
     /// Returns at once; the file is opened behind it.
     explicit PatientFile(std::string path);
-    /// Waits for nothing: a read that hangs ends when it may.
+    /// Does not wait: a read that hangs ends later by itself.
     ~PatientFile();
     PatientFile(const PatientFile&) = delete;
     PatientFile& operator=(const PatientFile&) = delete;
@@ -25,7 +25,7 @@ public:
     int64_t read(uint64_t offset, char* into, size_t count);
     /// Every wait ends now, and whatever is asked from now on fails.
     void giveUp();
-    /// Why the file could not be opened or read, in a reader's words; empty if it could.
+    /// Why the file could not be opened or read, as a readable message; empty if it could.
     std::string failure() const;
 
 private:

@@ -3,5 +3,5 @@
 #include <string>
 
 /// Makes a folder of a new, unique name in the system's temporary folder that only this user can enter.
-/// Empty when that fails; then `why` says what the system said.
+/// Empty when that fails; then `why` holds the system's message.
 std::string makePrivateFolder(std::string& why);

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Whether the file holds these bytes, as far as can be asked of the medium and not of the system's memory.
+/// Whether the file holds these bytes, read from the medium where the system can drop its cache.
 bool readsBack(const FilePlace& place, std::string_view contents)
 {
     FileError ignored;

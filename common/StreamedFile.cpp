@@ -22,7 +22,7 @@ bool isTemporaryName(std::string_view name)
         && name.find_first_not_of("0123456789abcdef", 4) == temporaryLength - 4;
 }
 
-/// Whoever writes such a file holds its lock; one without was left by a program that was killed.
+/// The writer of such a file holds its lock; an unlocked one was left by a killed program.
 void removeIfLeft(int folder, const char* name)
 {
     const Descriptor left(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -82,7 +82,7 @@ StreamedFile::StreamedFile(FilePlace place, std::optional<int64_t> lengthBefore)
         failure.code = why == ENOSPC || why == EDQUOT ? why : FileError::otherLength;
         return;
     }
-    // What is there is not thrown away first: on a full disk its room is all there is.
+    // Not truncated first: on a full disk the file's own blocks are the only free space.
     if (exists && lengthBefore)
         file = Descriptor(::openat(target.folder(), name, O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file)
@@ -107,7 +107,7 @@ bool StreamedFile::createBeside()
         if (!file && errno != EEXIST)
             return false;
         struct stat status { };
-        // Another program may have taken it for a leftover before it was locked.
+        // Another program may have removed it as a leftover before it was locked.
         if (file && (::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
             && ::fstat(file.get(), &status) == 0 && status.st_nlink > 0) {
             beside = hidden;
@@ -141,8 +141,8 @@ FileError StreamedFile::finish()
             beside.clear();
         else
             fail();
-        // A FAT keeps where a file begins in its folder, but writes it with the file: without this the name
-        // still leads to the file before on the medium, and that one's room is free by now.
+        // FAT stores a file's first cluster in its folder entry, but writes the entry with the file: without
+        // this the entry on the medium still points to the old file's clusters, which are free now.
         sync();
     }
     close();

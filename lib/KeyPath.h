@@ -8,7 +8,7 @@
 #include <vector>
 
 /// What a binding may see instead of a value: nothing is selected, or several things with different values.
-enum class ControllerMarker { NoSelection, MultipleValues };
+enum class ControllerMarker { noSelection, multipleValues };
 
 /// Holds the object that controls are bound to; key paths go through it as "content.NAME".
 class ObjectController : public QObject {

@@ -17,7 +17,7 @@ std::unique_ptr<NinePartLayer> NinePartLayer::layerWithImage(const QImage& image
 QImage NinePartLayer::imageFromImage(const QImage& image, const QRect& rectangle)
 {
     if (rectangle.isEmpty() || !image.rect().contains(rectangle)) {
-        logFormat("no piece %dx%d+%d+%d in a picture of %dx%d", rectangle.width(), rectangle.height(),
+        logFormat("piece %dx%d+%d+%d is outside a picture of %dx%d", rectangle.width(), rectangle.height(),
             rectangle.x(), rectangle.y(), image.width(), image.height());
         return {};
     }

@@ -152,7 +152,7 @@ void PMProgressIndicator::moveInterval()
     }
 }
 
-/// Nothing when no time is to be shown; an empty text when there is nothing sensible to say.
+/// Nothing when no time is to be shown; an empty text when there is no usable estimate.
 std::optional<QString> PMProgressIndicator::timeText() const
 {
     const double elapsed = now() - *startTime;

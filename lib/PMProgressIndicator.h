@@ -62,5 +62,5 @@ private:
     std::function<double()> now;
 };
 
-/// The words for a remaining time in seconds; empty when the estimate is infinite, negative or no number.
+/// The text for a remaining time in seconds; empty when the estimate is infinite, negative or no number.
 QString progressTimeText(double seconds);

@@ -59,7 +59,7 @@ ProgressWindow::ProgressWindow(
     awaitReport();
 }
 
-/// A work of which nothing is heard is said to hang, until it goes on.
+/// Work that reports no progress for a while is shown as hanging until it reports again.
 void ProgressWindow::awaitReport()
 {
     dispatcher.after(longestSilence, [window = QPointer(this), heard = reports] {

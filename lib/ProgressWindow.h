@@ -16,7 +16,7 @@ class QPushButton;
 /// Tells how far a long work is: its words, a bar, the percentage and the time that it still takes, and a
 /// button that stops it. It lies over the window of a page and takes its input. It comes half a second after
 /// the work began, so that a short work shows nothing; its bar is on the application's icon then, too.
-/// Whoever works deletes it at the end. Main thread only.
+/// The owner of the work deletes it at the end. Main thread only.
 class ProgressWindow final : public QDialog {
     Q_OBJECT
 
@@ -47,7 +47,7 @@ private:
 
     platform::Dispatcher& dispatcher;
     QPointer<QWidget> page;
-    QPointer<QWidget> below; // the page's window, also when it shows another page by now
+    QPointer<QWidget> below; // the page's window, even after it switched to another page
     const QString words;
     const QString question;
     int reports = 0;

@@ -136,7 +136,7 @@ void FormatLayout::add(std::string_view text, const QHash<QString, QWidget*>& vi
     }
     if (entry.views.empty()
         || std::ranges::any_of(entry.views, [](const auto& view) { return view.isNull(); })) {
-        logFormat("layout format not usable: %.*s", int(text.size()), text.data());
+        logFormat("invalid layout format: %.*s", int(text.size()), text.data());
         return;
     }
     entries.push_back(std::move(entry));

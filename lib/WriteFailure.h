@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// The words with our own reasons in the user's language; the system's stay as they are.
+/// The message, with our own reasons in the user's language; the system's messages are not translated.
 QString inUsersWords(QString words);
 
 /// What the user reads when a file could not be written: nothing was saved, and why.

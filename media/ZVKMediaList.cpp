@@ -166,7 +166,7 @@ MediaScanState ZVKMediaList::eachDir(
     walk.run(root);
     MediaScanState state = stateOf(walk, root);
     if (!state.failure.empty())
-        logFormat("could not read %s", state.failure.c_str());
+        logFormat("cannot read %s", state.failure.c_str());
     return state;
 }
 

@@ -36,8 +36,8 @@ private:
     bool fits(int32_t textLength) const;
     WalkEnd endOfShortRead(WalkEnd atEndOfData) const;
 
-    ZVKBlackBoxData& m_into;
-    ByteCursor m_cursor;
-    uint64_t m_sourceSize = 0;
-    uint32_t m_remaining = 0; // wraps when the sizes in the file lie
+    ZVKBlackBoxData& target;
+    ByteCursor cursor;
+    uint64_t sourceSize = 0;
+    uint32_t remaining = 0; // wraps when the sizes in the file lie
 };

@@ -55,7 +55,7 @@ bool ZVKBlackBoxData::ExtractStreamInformation(const char* path, std::stop_token
     logLine(startLine);
     clear();
     logFormat("telemetry: cannot open %s", path ? path : "(no path)");
-    m_walkEnd = WalkEnd::CannotOpen;
+    ending = WalkEnd::cannotOpen;
     return false;
 }
 
@@ -64,13 +64,13 @@ bool ZVKBlackBoxData::ExtractStreamInformation(ByteSource& source, std::stop_tok
     logLine(startLine);
     clear();
     try {
-        m_walkEnd = SideDataWalk(*this, source, std::move(stop)).run();
+        ending = SideDataWalk(*this, source, std::move(stop)).run();
     } catch (const std::bad_alloc&) {
         clear();
         logLine("telemetry: not enough memory for the side data");
-        m_walkEnd = WalkEnd::NoMemory;
+        ending = WalkEnd::noMemory;
     }
-    return isSuccess(m_walkEnd);
+    return isSuccess(ending);
 }
 
 bool ZVKBlackBoxData::ParseNMEA(char* buffer, uint32_t bufferSize)

@@ -39,14 +39,14 @@ public:
     std::vector<int32_t> m_Times; ///< seconds since 1970 of the time records
     std::vector<ZVKTimeEvent> m_TimeEvents;
     /// The GPS records in file order, except those whose text was stepped over.
-    std::vector<ZVKGpsRecord> m_GpsRecords;
+    std::vector<ZVKGpsRecord> gpsRecords;
 
     /// The G-sensor records, parallel to `m_GSensors`.
     const std::vector<ZVKAviGSensorData>& m_vGSensorData() const { return m_GSensors.records(); }
     /// GPS headers, one per paired sample: element i belongs to `m_GSensors[i]`. A header is paired with the
     /// samples that wait before it in the file, up to and including the first of its own tenth of a second
     /// or later; the samples after the last header have none.
-    PairedHeaders m_vGpsData() const { return PairedHeaders(m_GpsRecords); }
+    PairedHeaders m_vGpsData() const { return PairedHeaders(gpsRecords); }
 
     /// Empties all lists and sets everything back to a new object's values.
     void clear();
@@ -62,7 +62,7 @@ public:
     bool ExtractStreamInformation(const char* path, std::stop_token stop = {});
     /// The same from the beginning of any source.
     bool ExtractStreamInformation(ByteSource& source, std::stop_token stop = {});
-    WalkEnd walkEnd() const { return m_walkEnd; }
+    WalkEnd walkEnd() const { return ending; }
 
     static constexpr int32_t largestText = 512;
 
@@ -85,5 +85,5 @@ public:
 private:
     void takeSentence(std::string_view sentence);
 
-    WalkEnd m_walkEnd = WalkEnd::NotWalked;
+    WalkEnd ending = WalkEnd::notWalked;
 };

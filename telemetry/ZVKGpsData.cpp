@@ -21,13 +21,13 @@ void ZVKGpsData::updateFromObject(const ZVKGpsData& other)
 
 _PAIR ZVKGpsData::SVonChannelAtIndex(int32_t index) const
 {
-    return isChannel(index) ? m_SVonChannel[static_cast<size_t>(index)] : _PAIR{};
+    return isChannel(index) ? svOnChannel[static_cast<size_t>(index)] : _PAIR{};
 }
 
 void ZVKGpsData::setSVonChannel(_PAIR pair, int32_t index)
 {
     if (isChannel(index))
-        m_SVonChannel[static_cast<size_t>(index)] = pair;
+        svOnChannel[static_cast<size_t>(index)] = pair;
 }
 
 void ZVKGpsData::setSVonChannelWithFirst(uint8_t first, uint8_t second, int32_t index)
@@ -47,11 +47,11 @@ void ZVKGpsData::setSVonChannelWithSecond(uint8_t second, int32_t index)
 
 uint8_t ZVKGpsData::SatelliteUsedAtIndex(int32_t index) const
 {
-    return isChannel(index) ? m_SatelliteUsed[static_cast<size_t>(index)] : uint8_t{0};
+    return isChannel(index) ? satelliteUsed[static_cast<size_t>(index)] : uint8_t{0};
 }
 
 void ZVKGpsData::setSatelliteUsed(uint8_t prn, int32_t index)
 {
     if (isChannel(index))
-        m_SatelliteUsed[static_cast<size_t>(index)] = prn;
+        satelliteUsed[static_cast<size_t>(index)] = prn;
 }

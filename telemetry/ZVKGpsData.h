@@ -51,6 +51,6 @@ public:
     bool operator==(const ZVKGpsData&) const = default;
 
 private:
-    std::array<_PAIR, channelCount> m_SVonChannel;
-    std::array<uint8_t, channelCount> m_SatelliteUsed{};
+    std::array<_PAIR, channelCount> svOnChannel;
+    std::array<uint8_t, channelCount> satelliteUsed{};
 };

@@ -30,7 +30,7 @@ QString shownPath(std::string_view path)
 /// Whether the file may hold readings that are not shown.
 bool areReadingsMissing(WalkEnd end)
 {
-    return end == WalkEnd::NoMemory || end == WalkEnd::ReadError || end == WalkEnd::CannotOpen;
+    return end == WalkEnd::noMemory || end == WalkEnd::readError || end == WalkEnd::cannotOpen;
 }
 
 } // namespace

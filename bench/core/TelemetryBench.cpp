@@ -135,7 +135,7 @@ void gigabyteOfPadding(benchmark::State& state)
     }
     ZVKBlackBoxData data;
     for (auto _ : state)
-        if (!data.ExtractStreamInformation(file.path()) || data.walkEnd() != WalkEnd::EndOfFile)
+        if (!data.ExtractStreamInformation(file.path()) || data.walkEnd() != WalkEnd::endOfFile)
             state.SkipWithError("the padding was not read");
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * size));
 }

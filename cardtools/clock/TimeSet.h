@@ -26,7 +26,7 @@ std::string timeSetText(const TimeSet& moment);
 /// The moment that the 19 characters name; nothing for any other text or when there is no such moment.
 std::optional<TimeSet> timeSetFromText(std::string_view text);
 
-/// The moment in the file; one line end after it is forgiven. Nothing when the file cannot be read or holds
+/// The moment in the file; one line end after it is accepted. Nothing when the file cannot be read or holds
 /// anything else.
 std::optional<TimeSet> loadTimeSet(const FilePlace& place);
 

@@ -63,7 +63,7 @@ void ZVKTimeSetupController::showWindow()
     window().activateWindow();
 }
 
-/// What becomes of a save is told first.
+/// Runs `next` now, or after the result of the running save has been shown.
 void ZVKTimeSetupController::letGo(std::function<void()> next)
 {
     if (!isSaving)
@@ -239,7 +239,7 @@ void ZVKTimeSetupController::onSaveConfigFile()
     outlets->timePicker->interpretText();
     if (m_SettingFilePath)
         return doWriteConfigFile([&disks = desktop.disks, known = *card] {
-            // Another card may be in its place by now.
+            // Another card may be mounted there now.
             const auto found = cardAt(disks, known.mountedURL);
             const bool isThere = found && found->key == known.key;
             return CardRoot(isThere ? known.mountedURL : std::string()).file(cardFiles::clock);

@@ -36,10 +36,10 @@ void DriveLog::readRecords(DriveLogReader& reader, const DriveLogProgress& progr
     const auto most = static_cast<int64_t>(reader.recordsAtMost());
     bytes.reset(new (std::nothrow) std::byte[static_cast<size_t>(most) * kind->recordSize]);
     if (!bytes) {
-        ending = DriveLogEnd::NoMemory;
+        ending = DriveLogEnd::noMemory;
         return;
     }
-    while (records < most && reader.end() == DriveLogEnd::Whole) {
+    while (records < most && reader.end() == DriveLogEnd::whole) {
         const auto rest = static_cast<size_t>(most - records) * kind->recordSize;
         std::byte* const next = bytes.get() + static_cast<size_t>(records) * kind->recordSize;
         records += static_cast<int64_t>(reader.read({next, std::min(rest, pieceSize)}));
@@ -47,8 +47,8 @@ void DriveLog::readRecords(DriveLogReader& reader, const DriveLogProgress& progr
             progress(records, most);
     }
     ending = reader.end();
-    if (ending == DriveLogEnd::Whole && records < int64_t{headerCount})
-        ending = DriveLogEnd::Cut;
+    if (ending == DriveLogEnd::whole && records < int64_t{headerCount})
+        ending = DriveLogEnd::cut;
 }
 
 DriveLog readDriveLog(
@@ -73,9 +73,9 @@ DriveLog readDriveLog(const FilePlace& place, const DriveLogFormat& format, std:
         return readDriveLog(*file, format, std::move(stop), progress);
     DriveLog log(format);
     const bool isRefused = why.code == FileError::link || why.code == FileError::noPlainFile;
-    log.ending = why.code == ENOENT ? DriveLogEnd::NotThere
-        : isRefused                 ? DriveLogEnd::Refused
-                                    : DriveLogEnd::CannotOpen;
+    log.ending = why.code == ENOENT ? DriveLogEnd::notThere
+        : isRefused                 ? DriveLogEnd::refused
+                                    : DriveLogEnd::cannotOpen;
     logFormat("fopen fail:%s", place.path().c_str());
     return log;
 }

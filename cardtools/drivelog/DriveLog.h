@@ -49,7 +49,7 @@ private:
     std::unique_ptr<std::byte[]> bytes;
     int64_t records = 0;
     uint32_t headerCount = 0;
-    DriveLogEnd ending = DriveLogEnd::Whole;
+    DriveLogEnd ending = DriveLogEnd::whole;
 };
 
 /// Reads a whole log. Memory is taken for the records that are there, whatever the header says. The log is

@@ -26,14 +26,14 @@ void DriveLogReader::readHeader()
 {
     DriveRecordHeader header;
     if (readBytes(std::as_writable_bytes(std::span(&header, 1))) < sizeof header) {
-        if (ending == DriveLogEnd::DeviceFailed)
-            ending = DriveLogEnd::HeaderFailed;
-        else if (ending != DriveLogEnd::Stopped)
-            ending = DriveLogEnd::NoHeader;
+        if (ending == DriveLogEnd::deviceFailed)
+            ending = DriveLogEnd::headerFailed;
+        else if (ending != DriveLogEnd::stopped)
+            ending = DriveLogEnd::noHeader;
         return;
     }
     if (header.count > (longestFile - sizeof header) / format.recordSize) {
-        ending = DriveLogEnd::ImpossibleCount;
+        ending = DriveLogEnd::impossibleCount;
         return;
     }
     count = header.count;
@@ -50,7 +50,7 @@ uint64_t DriveLogReader::recordsAtMost() const
 
 size_t DriveLogReader::read(std::span<std::byte> into)
 {
-    if (ending != DriveLogEnd::Whole)
+    if (ending != DriveLogEnd::whole)
         return 0;
     const uint64_t wanted = std::min<uint64_t>(into.size() / format.recordSize, remaining);
     const size_t filled = readBytes(into.first(wanted * format.recordSize)) / format.recordSize;
@@ -63,13 +63,13 @@ size_t DriveLogReader::readBytes(std::span<std::byte> into)
     size_t filled = 0;
     while (filled < into.size()) {
         if (stop.stop_requested()) {
-            ending = DriveLogEnd::Stopped;
+            ending = DriveLogEnd::stopped;
             break;
         }
         const auto rest = into.subspan(filled);
         const auto length = source.read(rest.first(std::min(rest.size(), pieceSize)));
         if (!length || *length == 0) {
-            ending = length ? DriveLogEnd::Cut : DriveLogEnd::DeviceFailed;
+            ending = length ? DriveLogEnd::cut : DriveLogEnd::deviceFailed;
             break;
         }
         filled += *length;

@@ -8,23 +8,23 @@
 
 /// How the reading of a drive log went.
 enum class DriveLogEnd {
-    Whole, // all records that the header announces
-    Cut, // the file ends early: fewer records than announced
-    DeviceFailed, // the device failed on the way; the records before that are good
-    Stopped, // asked to stop on the way
+    whole, // all records that the header announces
+    cut, // the file ends early: fewer records than announced
+    deviceFailed, // the device failed on the way; the records before that are good
+    stopped, // asked to stop on the way
     // From here on nothing of the log can be used.
-    NotThere,
-    CannotOpen,
-    Refused, // a link, or no plain file
-    HeaderFailed, // the device failed before it gave a header
-    NoHeader, // shorter than a header
-    ImpossibleCount, // more records than a file on the card can hold
-    NoMemory,
+    notThere,
+    cannotOpen,
+    refused, // a link, or no plain file
+    headerFailed, // the device failed before it gave a header
+    noHeader, // shorter than a header
+    impossibleCount, // more records than a file on the card can hold
+    noMemory,
 };
 
 constexpr bool isUsable(DriveLogEnd end)
 {
-    return end < DriveLogEnd::NotThere;
+    return end < DriveLogEnd::notThere;
 }
 
 /// Reads a log from its beginning: the header when it is made, then pieces of whole records.
@@ -53,5 +53,5 @@ private:
     std::stop_token stop;
     std::optional<uint32_t> count;
     uint64_t remaining = 0;
-    DriveLogEnd ending = DriveLogEnd::Whole;
+    DriveLogEnd ending = DriveLogEnd::whole;
 };

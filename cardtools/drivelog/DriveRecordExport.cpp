@@ -66,7 +66,7 @@ void DriveRecordPage::openSavePanel()
         });
 }
 
-/// What was saved just before it was to stop is told, too.
+/// A file that was complete before the stop is reported as saved, too.
 void DriveRecordPage::doWriteCSVFile(const std::string& path)
 {
     Job job{m_pFalshSaveValue, {}, path, work.get_token()};

@@ -135,18 +135,18 @@ namespace {
 const char* messageKey(DriveLogEnd end)
 {
     switch (end) {
-    case DriveLogEnd::DeviceFailed:
+    case DriveLogEnd::deviceFailed:
         return "msg.drivelog_device_failed";
-    case DriveLogEnd::NotThere:
-    case DriveLogEnd::CannotOpen:
-    case DriveLogEnd::HeaderFailed:
+    case DriveLogEnd::notThere:
+    case DriveLogEnd::cannotOpen:
+    case DriveLogEnd::headerFailed:
         return "msg.drivelog_unreadable";
-    case DriveLogEnd::Refused:
+    case DriveLogEnd::refused:
         return "msg.drivelog_refused";
-    case DriveLogEnd::NoHeader:
-    case DriveLogEnd::ImpossibleCount:
+    case DriveLogEnd::noHeader:
+    case DriveLogEnd::impossibleCount:
         return "msg.drivelog_is_none";
-    case DriveLogEnd::NoMemory:
+    case DriveLogEnd::noMemory:
         return "msg.job_failed";
     default:
         return nullptr;
@@ -155,12 +155,12 @@ const char* messageKey(DriveLogEnd end)
 
 } // namespace
 
-/// A card without a log is nothing to tell, unless the user asked for the log.
+/// A missing log is reported only when the user asked for it.
 void DriveRecordPage::publish(std::shared_ptr<const DriveLog> log, bool isAskedFor)
 {
     endWork();
     const char* const message = messageKey(log->end());
-    if (message && (isAskedFor || log->end() != DriveLogEnd::NotThere))
+    if (message && (isAskedFor || log->end() != DriveLogEnd::notThere))
         tellLater(message);
     if (!isUsable(log->end()))
         return;
@@ -234,7 +234,7 @@ void DriveRecordPage::endWork()
     progressWindow.clear();
 }
 
-/// The window of the work, or the panel, goes first.
+/// After the progress window or the panel has closed.
 void DriveRecordPage::tellLater(const char* messageKey)
 {
     constexpr std::chrono::milliseconds windowGoesAway{500};

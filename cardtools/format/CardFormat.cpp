@@ -39,7 +39,7 @@ ErrorDictionary asError(FormatStatus status)
         {"NSAppleScriptErrorNumber", static_cast<int>(status)}, {"NSAppleScriptErrorMessage", std::string()}};
 }
 
-/// Empty, or why one of them is missing or may not outlive a pulled card.
+/// Empty, or why a folder is missing or may not be on the medium yet.
 std::string makeFolders(const std::string& root)
 {
     const CardRoot card(root);
@@ -48,7 +48,7 @@ std::string makeFolders(const std::string& root)
         if (const FileError error = card.makeFolder(name); error && why.empty())
             why = std::string(name) + ": " + error.text();
     }
-    // Once the user reads that the card is done, it may be pulled.
+    // The user may pull the card as soon as the window says that it is done.
     return why.empty() ? card.sync().text() : why;
 }
 
@@ -186,7 +186,7 @@ CardFormat::Outcome CardFormat::prepare(const TKUSBDiskEntity& chosen)
         outcome.error = std::move(error);
         return outcome;
     }
-    // Where the card was when it was chosen, another card may be by now.
+    // Another card may be mounted there since the choice.
     card = find(present).value_or(chosen);
     ErrorDictionary error;
     const std::string why = takeConfig(error);
@@ -247,7 +247,7 @@ CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
         if (!outcome.text.empty()) {
             outcome.step = Step::configFailed;
             outcome.keptCopy = config.path();
-            logFormat("error=%s", outcome.text.c_str());
+            logFormat("cannot put the settings back: %s", outcome.text.c_str());
             return outcome;
         }
     } else if (auto why = writeDefaultFileData(CardRoot(root).file(cardFiles::settings))) {
@@ -257,7 +257,7 @@ CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
     }
     outcome.text = makeFolders(root);
     if (outcome.text.empty())
-        config.drop(); // what was written is on the card, not only on its way there
+        config.drop(); // synced: the card has the settings
     else
         outcome.step = Step::foldersFailed;
     outcome.keptCopy = config.path();

@@ -63,7 +63,7 @@ public:
     const std::string& mountPath() const { return card.mountedURL; }
     /// The rest.
     Outcome run();
-    /// Nothing of the rest; what was copied aside goes away.
+    /// Skips the remaining steps and deletes the copy of the settings.
     Outcome giveUp();
 
     /// From any thread: false when the card is being formatted already; otherwise it is not going to be.

@@ -24,7 +24,7 @@ FilePlace onCard(const std::string& cardRoot)
     return CardRoot(cardRoot).file(cardFiles::settings);
 }
 
-/// An empty file of a name that nobody had, for this user only; empty when there can be none.
+/// The path of a new empty file that only this user can read; empty on failure.
 std::string newFile(const std::string& folder, bool& madeFolder, std::string& why)
 {
     const std::time_t now = std::time(nullptr);

@@ -36,7 +36,7 @@ QString reason(const std::string& words)
 /// What a tool said in the end: not what it greeted with, nor its bare exit status.
 QString lastWords(const ErrorDictionary& error)
 {
-    // The program's own reasons come in the user's words, and may have several lines.
+    // The program's own reasons are localised and may have several lines.
     if (errorNumber(error) < 0)
         return QString::fromStdString(errorMessage(error));
     static const QRegularExpression busName(QStringLiteral("GDBus\\.Error:[^ ]*: "));

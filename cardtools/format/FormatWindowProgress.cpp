@@ -106,7 +106,7 @@ void ZVKFormatWindowController::letGo()
     awaitLettingGo(lettingGoTries);
 }
 
-/// Nobody waits for a read that hangs; then the card cannot be unmounted, and that is told.
+/// A read that hangs is not waited for; unmounting then fails and is reported.
 void ZVKFormatWindowController::awaitLettingGo(int tries)
 {
     const auto open = platform::openFilesBelow(letGoPath);
@@ -195,7 +195,7 @@ void ZVKFormatWindowController::tellThatItIsFormatting()
     showWindow();
     if (takeWaitingAlertAway)
         return;
-    takeWaitingAlertAway = [] {}; // an answer may come at once
+    takeWaitingAlertAway = [] {}; // `ask` may answer before it returns
     auto takeAway = desktop.alerts.ask(window(), "ZAVIK", localized("format.running").toStdString(),
         {localized("format.ok").toStdString()}, [this, token = std::weak_ptr(alive)](size_t) {
             if (!token.expired())

@@ -50,7 +50,7 @@ void ZVKFormatWindowController::windowDidLoad()
     outlets->usbDiskList->setTextElideMode(Qt::ElideMiddle);
     outlets->progressBar->setDrawDockProgress(false);
     outlets->progressBar->setDisplayPercentage(true);
-    // Only the writing has a length; of the other steps nobody knows it before.
+    // Only the writing has a known length.
     outlets->progressBar->setDisplayTimeRemaining(false);
     outlets->progressBar->setProgressText(outlets->progressTextField);
     updateSelectedDiskInfo();
@@ -82,7 +82,7 @@ void ZVKFormatWindowController::setTexts()
 
 void ZVKFormatWindowController::centre()
 {
-    // Room for bar and message is kept, so that nothing moves when they come and go.
+    // Space for bar and message is reserved, so that the layout stays when they appear.
     for (QWidget* const widget : std::initializer_list<QWidget*>{
              outlets->progressBar, outlets->progressMessageField, outlets->progressTextField}) {
         QSizePolicy policy = widget->sizePolicy();
@@ -170,7 +170,7 @@ void ZVKFormatWindowController::showRow(int row, const std::optional<CardContent
     item->setToolTip(item->text());
 }
 
-/// What is on each card, one job for each: a card that hangs keeps nobody waiting.
+/// Reads the contents of each card in a job of its own, so that a card that hangs does not delay the others.
 void ZVKFormatWindowController::lookAtCards()
 {
     lookingAtCards.request_stop();

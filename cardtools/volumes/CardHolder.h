@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// Whoever may have something of a card open. Main thread only.
+/// An object that may have files of a card open. Main thread only.
 class CardHolder {
 public:
     virtual ~CardHolder() = default;

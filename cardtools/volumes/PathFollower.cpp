@@ -33,7 +33,7 @@ void PathFollower::follow(std::string followed)
 {
     path = std::move(followed);
     place.reset();
-    // A look for the path before may hang on its card; nobody waits for it.
+    // The search for an earlier path may hang on its card; it is not waited for.
     ++generation;
     looking = false;
     if (!path.empty())
@@ -128,7 +128,7 @@ std::optional<PathFollower::Place> PathFollower::placeOf(
     return found;
 }
 
-/// The place's volume as it is mounted now; nothing when it is not, or cannot be told from others.
+/// The place's volume as it is mounted now; nothing when it is not mounted or is ambiguous.
 std::optional<VolumeDescription> PathFollower::placeNow(
     const Place& place, const std::vector<VolumeDescription>& volumes)
 {

@@ -17,7 +17,7 @@ class PathFollower {
 public:
     using Moved = std::function<void(const std::string& from, const std::string& to)>;
 
-    /// `moved` is told that what was at the one path is at the other now.
+    /// `moved` is called with the old and the new path.
     PathFollower(platform::Dispatcher& queues, platform::DiskArbitration& arbitration, Moved told);
     PathFollower(const PathFollower&) = delete;
     PathFollower& operator=(const PathFollower&) = delete;

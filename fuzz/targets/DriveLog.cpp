@@ -25,7 +25,7 @@ void readBoth(std::span<const std::byte> bytes, const DriveLogFormat& format)
         : static_cast<int64_t>(std::min<uint64_t>(log.announced(), (bytes.size() - 12) / format.recordSize));
     require(log.count() == there);
     require(isUsable(log.end()) || log.count() == 0);
-    require((log.end() == DriveLogEnd::Whole) == (isUsable(log.end()) && log.count() == log.announced()));
+    require((log.end() == DriveLogEnd::whole) == (isUsable(log.end()) && log.count() == log.announced()));
 
     const std::string csv = csvOf(log);
     require(std::ranges::count(csv, '\n') == log.count() + 1);

@@ -11,7 +11,7 @@ void fuzz(std::string_view input)
     _FILEDATA back;
     std::memset(&back, 0, sizeof back);
     for (const FileDataField& field : fileDataFields()) {
-        const bool isPlate = field.type == FileDataField::Type::Text8;
+        const bool isPlate = field.type == FileDataField::Type::text8;
         if (setField(back, field, fieldText(record, field)))
             require(fieldText(back, field) == fieldText(record, field));
         else

@@ -10,7 +10,7 @@ void requireSound(const ZVKBlackBoxData& data)
     require(data.m_vGpsData().size() <= data.m_GSensors.size());
     size_t snapshots = 0;
     size_t samples = 0;
-    for (const ZVKGpsRecord& record : data.m_GpsRecords) {
+    for (const ZVKGpsRecord& record : data.gpsRecords) {
         require(record.firstSnapshot == snapshots);
         snapshots += record.snapshotCount;
         require(record.snapshotCount == 0 || record.NS == data.m_NMEAs[snapshots - 1].NS);
@@ -29,7 +29,7 @@ void fuzz(std::string_view input)
     MemoryByteSource memory(bytes);
     const bool result = atOnce.ExtractStreamInformation(memory);
     requireSound(atOnce);
-    require(atOnce.walkEnd() != WalkEnd::ReadError);
+    require(atOnce.walkEnd() != WalkEnd::readError);
 
     ZVKBlackBoxData inPortions;
     UnreliableSource slow(bytes);

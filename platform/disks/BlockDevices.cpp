@@ -123,7 +123,7 @@ std::string protocolText(const Drive& drive, const Block& block)
     return text;
 }
 
-/// Everything that does not ask how it is mounted.
+/// All rules that do not depend on how it is mounted.
 VolumeDescription described(const BlockDevices& devices, const Block& block)
 {
     VolumeDescription volume;

@@ -13,7 +13,7 @@ std::string blockNumber(const std::string& path);
 std::string blockNumber(int file);
 
 /// The numbers of the devices that a loop device is on: its file is one of them, or lies on one of them.
-/// Empty when the node does not tell, or is not the device of this number.
+/// Empty when the node has no number or another one.
 std::vector<std::string> loopBacking(const std::string& node, const std::string& number);
 
 } // namespace platform

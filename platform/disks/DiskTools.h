@@ -21,7 +21,7 @@ struct DiskToolLimits {
 };
 
 /// Carries out the application's disk commands: mounts through udisksctl, formats through pkexec and the
-/// format helper, which trusts nothing that it is told. Callable from any thread.
+/// format helper, which checks all of its arguments. Callable from any thread.
 class DiskTools {
 public:
     /// The format helper's path; by itself it is looked for beside the program and where it is installed.

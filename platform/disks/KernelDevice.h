@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// Where the system tells about its devices, and how their nodes are asked.
+/// Where the system describes its devices, and how their nodes are read.
 struct SystemRoots {
     std::string sys = "/sys";
     std::string proc = "/proc";
@@ -21,7 +21,7 @@ struct SystemRoots {
         loopBacking;
 };
 
-/// What the kernel itself tells about a block device, its disk and what is built on that.
+/// The kernel's facts about a block device, its disk and what is built on that.
 struct KernelDevice {
     struct Use {
         std::string place;

@@ -56,7 +56,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts)
 struct Files {
     int null = -1;
     int output = -1; // for what is gathered
-    int failure = -1; // told why the program cannot be started; closed by its start
+    int failure = -1; // receives why the program cannot be started; closed when it starts
 };
 
 /// In the new process; only calls that a child of a process with threads may make.

@@ -48,7 +48,7 @@ struct MpvFile {
     /// Where the newest seek leads; gone when it has arrived.
     std::optional<SeekTarget> target;
     SeekStage stage = SeekStage::none;
-    /// The seek that is on its way leads somewhere else than `target`.
+    /// The pending seek goes to another place than `target`.
     bool targetIsNewer = false;
 
     double seconds(const SeekTarget& place) const;
@@ -59,7 +59,7 @@ struct MpvFile {
     double currentFraction() const;
 };
 
-/// A reader's words for mpv's error number.
+/// A readable message for mpv's error number.
 std::string mpvFailureReason(int error);
 /// The numbers of the audio tracks in mpv's "track-list".
 std::vector<int> audioTracksOf(const mpv_node& trackList);

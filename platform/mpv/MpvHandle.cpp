@@ -82,7 +82,7 @@ constexpr Option options[] = {
 };
 
 /// ALSA writes complaints to standard error on a machine without a sound card, so it is asked only where
-/// there is one. Without any device the sound is played into the void, in time.
+/// there is one. Without any device a null output keeps the time.
 const char* soundOutputs()
 {
     std::error_code error;

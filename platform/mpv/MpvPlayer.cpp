@@ -200,7 +200,7 @@ void MpvPlayer::seekTo(SeekTarget target)
 {
     if (phase != Phase::opening && !isOpen())
         return;
-    // A seek to the same place is on its way already.
+    // A seek to the same place is pending already.
     if (isOpen() && file.target == target && !file.targetIsNewer)
         return;
     file.target = target;

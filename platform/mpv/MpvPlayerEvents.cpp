@@ -253,7 +253,7 @@ void MpvPlayer::reachEnd()
         askBeforeOpen();
         return;
     }
-    // The end that is seen while a seek is on its way is left behind by it, or seen again after it.
+    // An end seen during a pending seek is outdated; it is reported again if it still holds after the seek.
     if (!isOpen() || file.stage != SeekStage::none || file.ended)
         return;
     // Where the card fails is not where the recording ends.

@@ -11,7 +11,7 @@ class PatientFile;
 
 namespace platform {
 
-/// The one road by which bytes reach mpv: files that the player has announced, under addresses of its own.
+/// The only source of bytes for mpv: files that the player has announced, under addresses of its own.
 /// Closing a file never waits for a read that hangs. Must outlive the core that it was given to.
 class MpvStreams {
 public:

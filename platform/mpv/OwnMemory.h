@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// Bytes of main memory that this program takes up now; 0 where the system does not tell.
+/// Bytes of main memory that this program takes up now; 0 when unknown.
 size_t ownMemory();
 
 } // namespace platform

@@ -33,7 +33,7 @@ private:
 
 } // namespace
 
-/// The road to the main thread that background jobs hold on to; closed when the dispatcher ends.
+/// Posts work to the main thread for background jobs; closed when the dispatcher ends.
 class QtDispatcher::Hub {
 public:
     explicit Hub(QObject& receiver)
@@ -91,7 +91,7 @@ void QtDispatcher::inBackground(Work work)
         try {
             run();
         } catch (const std::exception& error) {
-            logFormat("a job in the background failed: %s", error.what());
+            logFormat("background job failed: %s", error.what());
             if (told)
                 main->post(told);
         }

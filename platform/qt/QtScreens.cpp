@@ -136,7 +136,7 @@ void QtScreens::setPresentationOptions(QWidget& window, uint32_t wanted)
 
 void QtScreens::applyOptions()
 {
-    // Full screen is the desktop's word for a window that panels and docks give way to; a hidden window
+    // Panels and docks give way to a window only in the desktop's full-screen state; a hidden window
     // must stay hidden.
     const bool isFull = presented->windowState() & Qt::WindowFullScreen;
     if (isFull != (options != 0))

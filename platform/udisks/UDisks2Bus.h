@@ -9,7 +9,7 @@
 namespace platform {
 
 /// A connection to the system bus, or to the bus at an address, that nobody else uses, so that any thread may
-/// ask. Making it waits for as long as the bus says nothing.
+/// call. The constructor blocks until the bus answers.
 class UDisks2Bus {
 public:
     static constexpr const char* service = "org.freedesktop.UDisks2";
@@ -25,7 +25,7 @@ public:
 
     QDBusMessage call(const std::string& path, const char* interface, const char* method,
         const QVariantList& arguments, std::chrono::milliseconds limit) const;
-    /// Calls the slot, in the receiver's thread, after UDisks2 has told of a file system that came, went or
+    /// Calls the slot, in the receiver's thread, after UDisks2 has reported a file system that came, went or
     /// is mounted elsewhere.
     void tellOfMounts(QObject& receiver, const char* slot);
 

@@ -22,7 +22,7 @@ using std::chrono::steady_clock;
 
 constexpr const char* filesystem = "org.freedesktop.UDisks2.Filesystem";
 
-/// Nothing when the bus takes the connection but says nothing before the limit. Qt itself would wait on.
+/// Nothing when the bus accepts the connection but does not answer in time. Qt has no timeout of its own.
 std::shared_ptr<UDisks2Bus> openBus(const std::string& address, std::chrono::milliseconds limit)
 {
     std::promise<std::shared_ptr<UDisks2Bus>> opened;
@@ -65,7 +65,7 @@ void UDisks2DiskArbitration::report(const std::string& trouble)
 {
     const std::lock_guard lock(reporting);
     if (std::exchange(reported, trouble) != trouble && !trouble.empty())
-        logFormat("volumes: %s", trouble.c_str());
+        logFormat("cannot list the volumes: %s", trouble.c_str());
 }
 
 BlockDevices UDisks2DiskArbitration::blockDevices()
@@ -123,7 +123,7 @@ std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, 
     if (!bus || !bus->isConnected())
         return bus ? bus->trouble() : "the system bus does not answer";
     const auto act = [&](const char* method, QVariantList arguments) {
-        // A question for a password would outlast the limit.
+        // A password prompt would take longer than the limit.
         arguments << QVariant(QVariantMap{{QStringLiteral("auth.no_user_interaction"), true}});
         const QDBusMessage reply =
             bus->call(block->object, filesystem, method, arguments, surroundings.actionLimit);

@@ -20,7 +20,7 @@ UDisks2MountWatch::UDisks2MountWatch(const std::string& busAddress, std::functio
       connection(std::make_shared<Connection>())
 {
     connection->watch = this;
-    // A bus that accepts and says nothing would be waited for.
+    // Connecting blocks on a bus that accepts but does not answer.
     std::thread([busAddress, here = connection] {
         auto bus = std::make_shared<UDisks2Bus>(busAddress);
         const std::lock_guard lock(here->mutex);
@@ -28,7 +28,7 @@ UDisks2MountWatch::UDisks2MountWatch(const std::string& busAddress, std::functio
             return;
         bus->tellOfMounts(*here->watch, SLOT(told()));
         here->bus = std::move(bus);
-        // What has changed while nobody listened.
+        // Mounts may have changed before the connection was made.
         QMetaObject::invokeMethod(here->watch, &UDisks2MountWatch::told, Qt::QueuedConnection);
     }).detach();
 }

@@ -10,8 +10,8 @@
 
 namespace platform {
 
-/// UDisks2's word that mounts have changed. The bus is connected to in the background; when there is none,
-/// nothing is ever told. Made and destroyed on the main thread.
+/// Reports changes of the mounts by UDisks2. The bus is connected to in the background; without a bus
+/// nothing is reported. Made and destroyed on the main thread.
 class UDisks2MountWatch final : public QObject, public MountWatch {
     Q_OBJECT
 

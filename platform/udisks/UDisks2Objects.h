@@ -12,7 +12,7 @@ namespace platform {
 using UDisks2Objects = QMap<QDBusObjectPath, QMap<QString, QVariantMap>>;
 
 /// The blocks and drives among the objects; a property that is missing or of another type reads as empty.
-/// Mounts, swaps and mappings are the kernel's to tell and stay empty.
+/// Mounts, swaps and mappings come from the kernel and stay empty here.
 BlockDevices blockDevices(const UDisks2Objects& objects);
 
 /// Adds what the kernel says. `proc` and `sys` are where its file systems are mounted.

@@ -16,7 +16,7 @@ namespace platform {
 
 namespace {
 
-/// A page that has lived this long was well.
+/// A page that ran this long is not counted as crashed at start.
 constexpr int recoverySeconds = 60;
 
 } // namespace

@@ -98,7 +98,7 @@ void ZVKSettingForBasicViewController::setUpSensitivity(const Sensitivity& group
         field.setAccessibleName(
             localized("setting.basic.axis_name_fmt").arg(title, QString(QLatin1Char(axes[axis]))));
         explain(field, "setting.basic.gsensor_guide");
-        // What the user types is the user's own value, and is checked as such.
+        // A typed value selects "custom" and is checked.
         connect(&field, &QLineEdit::textEdited, this,
             [segments = group.segments] { segments->setSelectedSegment(segments->segmentCount() - 1); });
     }

@@ -69,7 +69,7 @@ void ThresholdField::keyPressEvent(QKeyEvent* event)
     QLineEdit::keyPressEvent(event);
 }
 
-/// A number that has no place in "0.00" stays as it was typed: the page tells what is wrong with it.
+/// A number that does not fit "0.00" stays as typed: the page reports the error.
 void ThresholdField::showTwoDigits()
 {
     if (text().isEmpty() || !ZVKValidator::stringIsNumber(text().toStdString()))

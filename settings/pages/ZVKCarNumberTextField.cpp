@@ -38,7 +38,7 @@ QString ZVKCarNumberTextField::carNumber() const
     return kept;
 }
 
-/// What was never edited is the record's and stays, whatever it is.
+/// A text from the record that was not edited stays as it is.
 void ZVKCarNumberTextField::textDidEndEditing()
 {
     if (edited && carNumber() != text())

@@ -125,13 +125,13 @@ void ZVKSettingForAuxViewController::setRatioHiValue(double value)
 
 void ZVKSettingForAuxViewController::moveRatio(double& ratio, double value)
 {
-    // A knob that was only taken moved nothing.
+    // A knob that was pressed but not moved changes nothing.
     const bool moved = static_cast<int64_t>(ratio) != static_cast<int64_t>(value);
     ratio = value;
     if (!moved)
         return;
     touch(ratioSetting);
-    // A user's shares add up, whatever was stored: the other knob counts from where it is seen.
+    // After a change the shares add up to 100: the other knob counts as it is displayed.
     if (wasTouched(ratioSetting)) {
         const double whole = outlets->sdRatioSlider->maxValue();
         ratioLo = std::clamp(ratioLo, 0.0, whole);

@@ -125,12 +125,12 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
         if (group.segments->selectedSegment() != customSegment)
             continue;
         for (ThresholdField* field : group.fields) {
-            // What came from the record stays, also out of the range.
+            // A value from the record stays, even out of range.
             if (!field->isChanged())
                 continue;
             if (const auto message =
                     localizedMessage(ZVKValidator::validateGsensorThreshold(field->text().toStdString()))) {
-                // Impact detection may be off: what must be mended can be, also by choosing a preset.
+                // Enabled even while impact detection is off, so that an invalid value can be corrected.
                 group.segments->setEnabled(true);
                 field->setEnabled(true);
                 focus(*field);
@@ -141,7 +141,7 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
     return std::nullopt;
 }
 
-/// On the next turn of the loop: the alert that tells why comes first.
+/// On the next turn of the event loop, after the alert is shown.
 void ZVKSettingForBasicViewController::focus(ThresholdField& field)
 {
     desktop.dispatcher.after(std::chrono::milliseconds(0), [wanted = QPointer(&field)] {
@@ -152,7 +152,7 @@ void ZVKSettingForBasicViewController::focus(ThresholdField& field)
     });
 }
 
-/// A command by keyboard leaves the field without an end of editing.
+/// A keyboard shortcut does not end editing in the field.
 void ZVKSettingForBasicViewController::endEditing()
 {
     outlets->carNumberField->textDidEndEditing();

@@ -123,7 +123,7 @@ void ZVKSettingForObdViewController::setUpSlider()
 
 void ZVKSettingForObdViewController::setEcoLoValue(double value)
 {
-    // A knob that was only taken moved nothing.
+    // A knob that was pressed but not moved changes nothing.
     if (static_cast<int64_t>(value) != static_cast<int64_t>(ecoLo))
         touch(ecoLoSetting);
     ecoLo = value;

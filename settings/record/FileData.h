@@ -11,7 +11,7 @@
 #include <type_traits>
 
 /// The camera's settings: the file `config.bin` in the card's root is exactly one of these, little-endian and
-/// without gaps. Fields called "carried" are the camera's own business: they are kept bit for bit.
+/// without gaps. Fields called "carried" are not interpreted: they are kept bit for bit.
 struct _FILEDATA {
     uint16_t cfg_ver; // record version code; never changed except by the defaults
     uint16_t checksum; // set before every write
@@ -173,7 +173,7 @@ void finishFileData(_FILEDATA& record);
 /// or the new one, never a mixture, also when the machine stops at any moment. Nothing on success; otherwise
 /// the text key "msg.file_open_fail", the reason is logged and the file is as it was.
 [[nodiscard]] std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path);
-/// The same, and what went wrong in its own words. `path` follows a link, the place does not.
+/// The same with the error itself. `path` follows a link, the place does not.
 [[nodiscard]] FileError saveFileData(const _FILEDATA& record, const FilePlace& place);
 
 /// Sets the base defaults.

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-/// One field of the camera's record, for those who go by names.
+/// One field of the camera's record, for access by name.
 struct FileDataField {
-    enum class Type { Unsigned16, Unsigned32, Signed32, Text8 };
+    enum class Type { unsigned16, unsigned32, signed32, text8 };
 
     std::string_view name;
     size_t offset;

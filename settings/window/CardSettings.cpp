@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Whatever is called config.bin but is no settings file by far is neither copied nor replaced.
+// A config.bin larger than this is no settings file: it is neither copied nor replaced.
 constexpr size_t largestToKeep = 16 * 1024 * 1024;
 
 FilePlace settingsOn(const TKUSBDiskEntity& disk)
@@ -67,7 +67,7 @@ std::optional<FilePlace> recordBeside(const FilePlace& settings, uint16_t versio
     return std::nullopt;
 }
 
-/// Where nothing is yet; nothing when there is no such place.
+/// The first free name for a copy; nothing when all are taken.
 std::optional<FilePlace> freeBeside(const FilePlace& settings)
 {
     for (int number = 1; number <= mostCopies; ++number) {
@@ -92,7 +92,7 @@ std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::D
         if (same != present.end())
             return *same;
     }
-    // A card that the system does not describe any more is written where it was, while nothing else is there.
+    // A card that the system no longer lists is written at its old path while no other card is mounted there.
     const bool isReplaced = card.disk
         && std::ranges::find(present, card.disk->mountedURL, &TKUSBDiskEntity::mountedURL) != present.end();
     if (card.disk && !isReplaced && settingsOn(*card.disk).isThere())
@@ -100,7 +100,7 @@ std::optional<TKUSBDiskEntity> diskToWrite(const CardSettings& card, platform::D
     return preferredUSBDisk(present);
 }
 
-/// Keeps what is in the file beside it, when it is not the same as what comes.
+/// Copies the file's contents beside it, unless they equal the new ones.
 void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutcome& outcome)
 {
     outcome.before = asRecord(contents);
@@ -109,33 +109,33 @@ void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutc
         kept = freeBeside(settings);
     outcome.error = kept ? replaceFile(*kept, contents) : FileError{EEXIST};
     if (outcome.error) {
-        logFormat("%s cannot be kept: %s", settings.path().c_str(), outcome.error.text().c_str());
-        outcome.kind = SaveOutcome::Kind::CannotKeep;
+        logFormat("cannot keep a copy of %s: %s", settings.path().c_str(), outcome.error.text().c_str());
+        outcome.kind = SaveOutcome::Kind::cannotKeep;
     } else if (!outcome.before) {
         outcome.keptAs = kept->name();
     }
 }
 
-/// Nothing is to be done when the file is not there.
+/// True without a check when the file does not exist.
 bool mayReplace(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
 {
     using Kind = SaveOutcome::Kind;
     if (!settings.isThere())
         return true;
-    outcome.kind = Kind::Failed;
+    outcome.kind = Kind::failed;
     const auto contents = settings.contents(largestToKeep, outcome.error);
     if (!contents)
         return false;
     const auto record = asRecord(*contents);
     if (record && !isSame(record, request.known) && !isSame(record, request.record)
         && !request.mayReplaceOthers) {
-        outcome.kind = Kind::OthersSettings;
+        outcome.kind = Kind::othersSettings;
         outcome.before = record;
         return false;
     }
     if (!isSame(record, request.record))
         keepBefore(settings, *contents, outcome);
-    return outcome.kind != Kind::CannotKeep;
+    return outcome.kind != Kind::cannotKeep;
 }
 
 void saveLocked(const FilePlace& settings, const SaveRequest& request, SaveOutcome& outcome)
@@ -144,11 +144,11 @@ void saveLocked(const FilePlace& settings, const SaveRequest& request, SaveOutco
     const SaveLock lock(settings);
     outcome.error = lock.error();
     if (outcome.error)
-        outcome.kind = Kind::Failed;
+        outcome.kind = Kind::failed;
     if (outcome.error || !mayReplace(settings, request, outcome))
         return;
     outcome.error = saveFileData(request.record, settings);
-    outcome.kind = outcome.error ? Kind::Failed : Kind::Saved;
+    outcome.kind = outcome.error ? Kind::failed : Kind::saved;
 }
 
 } // namespace
@@ -164,7 +164,7 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks)
         return {};
     CardSettings card;
     const CardRoot root(disk->mountedURL);
-    // A link is refused by whoever reads the log, with a word to the user.
+    // A link counts as there: the reader of the log refuses it and tells the user.
     if (const FilePlace log = root.file(cardFiles::driveLog);
         log.isThere() || log.error().code == FileError::link)
         card.driveLog = log.path();
@@ -190,7 +190,7 @@ CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& dis
     const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardFiles::label);
     if (failure.empty())
         return findUSBVolume(disks);
-    logFormat("error=%s", failure.c_str());
+    logFormat("cannot rename the card: %s", failure.c_str());
     return card;
 }
 
@@ -222,15 +222,15 @@ SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& di
         outcome.card.path = outcome.path;
         outcome.card.disk = disk;
     } else if (request.card.disk && !request.mayBeOtherCard) {
-        outcome.kind = SaveOutcome::Kind::OtherCard;
+        outcome.kind = SaveOutcome::Kind::otherCard;
         return outcome;
     }
     SaveRequest known = request;
-    // What was read from another card is not what this one held.
+    // The settings read from another card are not this one's.
     if (!isTheCard)
         known.known.reset();
     saveLocked(settingsOn(*disk), known, outcome);
-    if (outcome.kind == SaveOutcome::Kind::Saved && !isTheCard) {
+    if (outcome.kind == SaveOutcome::Kind::saved && !isTheCard) {
         outcome.card.path = outcome.path;
         outcome.card.disk = disk;
     }

@@ -54,15 +54,15 @@ struct SaveRequest {
 
 struct SaveOutcome {
     enum class Kind {
-        Saved,
-        Failed, // `error` says why; the file is as it was
-        NoCard, // nothing was written; the user has to say where
-        OtherCard, // the card that was read is gone, and this is another one; nothing was written
-        OthersSettings, // the file holds settings that this window does not know; nothing was written
-        CannotKeep, // what the file holds cannot be kept beside it; nothing was written
+        saved,
+        failed, // `error` says why; the file is as it was
+        noCard, // nothing was written; the user has to say where
+        otherCard, // the card that was read is gone, and this is another one; nothing was written
+        othersSettings, // the file holds settings that this window does not know; nothing was written
+        cannotKeep, // what the file holds cannot be kept beside it; nothing was written
     };
 
-    Kind kind = Kind::NoCard;
+    Kind kind = Kind::noCard;
     /// The card of the request as it is mounted now, or the one that was saved to.
     CardSettings card;
     /// The card that is asked about.
@@ -71,7 +71,7 @@ struct SaveOutcome {
     FileError error;
     /// What was in the file and is no record is kept beside it under this name; empty otherwise.
     std::string keptAs;
-    /// OthersSettings: what the file holds. Saved: what it held, kept beside it.
+    /// othersSettings: what the file holds. saved: what it held, kept beside it.
     std::optional<_FILEDATA> before;
 };
 

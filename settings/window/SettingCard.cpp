@@ -32,7 +32,7 @@ void ZVKSettingController::loadSettingFile()
     showRecord(m_FileData);
     fileDataRead.reset();
     fileDataPrevious.reset();
-    setWork(Work::Reading);
+    setWork(Work::reading);
     showNotice();
     showLoading(localized("loading"));
     auto& dispatcher = desktop.dispatcher;
@@ -89,7 +89,7 @@ void ZVKSettingController::readCard(const CardSettings& card)
 {
     showCard(card);
     if (!card.disk) {
-        setWork(Work::None);
+        setWork(Work::none);
         showNotice();
         hideLoading();
         return;
@@ -112,7 +112,7 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
         showRecord(*read.record);
     else if (view->isVisible())
         showAlert(desktop.alerts, *view, "Warn", localized("msg.settings_unreadable").toStdString());
-    setWork(Work::None);
+    setWork(Work::none);
     showNotice();
     hideLoading();
 }
@@ -130,9 +130,9 @@ void ZVKSettingController::showRecord(const _FILEDATA& record)
 /// The sheet has gone by itself; whatever comes of the card later is shown then.
 void ZVKSettingController::tellThatTheCardHangs()
 {
-    if (work != Work::None && view->isVisible())
+    if (work != Work::none && view->isVisible())
         takeHangAlertAway = desktop.alerts.ask(*view, "Warn",
-            localized(work == Work::Reading ? "msg.reading_hangs" : "msg.saving_hangs").toStdString(),
+            localized(work == Work::reading ? "msg.reading_hangs" : "msg.saving_hangs").toStdString(),
             {localized("format.ok").toStdString()}, {});
 }
 
@@ -142,7 +142,7 @@ void ZVKSettingController::lookForCards()
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
         dispatcher.onMain([this, life, found = findUSBVolume(disks), present = usbDiskEntities(disks)] {
-            if (life.expired() || work != Work::None || isFormatting())
+            if (life.expired() || work != Work::none || isFormatting())
                 return;
             const auto isPresent = [&](const std::optional<TKUSBDiskEntity>& card) {
                 return card && std::ranges::find(present, card->key, &TKUSBDiskEntity::key) != present.end();
@@ -164,7 +164,7 @@ void ZVKSettingController::lookForCards()
 void ZVKSettingController::editCard()
 {
     letGo([this] {
-        if (work == Work::None)
+        if (work == Work::none)
             loadSettingFile();
     });
 }
@@ -184,7 +184,7 @@ void ZVKSettingController::showNotice()
 
 QString ZVKSettingController::noticeText() const
 {
-    if (work == Work::Reading)
+    if (work == Work::reading)
         return localized("setting.looking_for_card");
     if (isCardGone)
         return localized("setting.card_gone").arg(shownName(*selectedUSBDisk));

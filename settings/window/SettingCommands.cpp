@@ -106,11 +106,11 @@ bool ZVKSettingController::hasChanges() const
 /// False when the window is to stay; then the user is asked or told.
 bool ZVKSettingController::mayClose()
 {
-    if (!view->isVisible() || (work == Work::Saving && !progressPanel->isVisible()))
+    if (!view->isVisible() || (work == Work::saving && !progressPanel->isVisible()))
         return true;
-    if (work == Work::Saving)
+    if (work == Work::saving)
         return false;
-    if (work == Work::Reading || !hasChanges())
+    if (work == Work::reading || !hasChanges())
         return true;
     letGo([this] { onCloseCmd(); });
     return false;
@@ -127,12 +127,12 @@ void ZVKSettingController::later(std::function<void()> next)
 
 void ZVKSettingController::letGo(std::function<void()> next)
 {
-    if (work == Work::Saving) {
+    if (work == Work::saving) {
         // What becomes of the save is told first.
         afterSave = std::move(next);
         return showWindow();
     }
-    if (!view || !view->isVisible() || work != Work::None || !hasChanges())
+    if (!view || !view->isVisible() || work != Work::none || !hasChanges())
         return next();
     view->raise();
     view->activateWindow();

@@ -25,7 +25,7 @@ try {
     return work();
 } catch (const std::bad_alloc&) {
     SaveOutcome outcome;
-    outcome.kind = SaveOutcome::Kind::Failed;
+    outcome.kind = SaveOutcome::Kind::failed;
     outcome.error.code = ENOMEM;
     return outcome;
 }
@@ -35,10 +35,10 @@ try {
 void ZVKSettingController::onSave()
 {
     const auto next = std::exchange(afterSave, {});
-    // The card has no settings now: they would go to another card, or be overwritten by the ones from before.
+    // While formatting the card has no settings file: saving would go to another card or be overwritten.
     if (isFormatting())
         return onFormat();
-    if (work != Work::None || refusesInput())
+    if (work != Work::none || refusesInput())
         return;
     populate();
     afterSave = next;
@@ -54,7 +54,7 @@ void ZVKSettingController::save(const SaveRequest& wanted)
 {
     SaveRequest request = wanted;
     finishFileData(request.record);
-    setWork(Work::Saving);
+    setWork(Work::saving);
     showLoading(localized("sheet.saving"));
     auto& dispatcher = desktop.dispatcher;
     dispatcher.inBackground(
@@ -70,9 +70,9 @@ void ZVKSettingController::save(const SaveRequest& wanted)
 void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutcome& outcome)
 {
     using Kind = SaveOutcome::Kind;
-    setWork(Work::None);
+    setWork(Work::none);
     hideLoading();
-    if (outcome.kind != Kind::OtherCard && outcome.kind != Kind::NoCard) {
+    if (outcome.kind != Kind::otherCard && outcome.kind != Kind::noCard) {
         CardSettings card = outcome.card;
         card.driveLog = card.disk && selectedUSBDisk ? cardShown.driveLog : std::string();
         card.emptyCard = card.disk ? std::nullopt : cardShown.emptyCard;
@@ -80,12 +80,12 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
         showCard(card);
     }
     switch (outcome.kind) {
-    case Kind::Saved:
+    case Kind::saved:
         m_FileData = request.record;
         fileDataPrevious = outcome.before ? outcome.before : fileDataPrevious;
         fileDataRead = request.record;
         return saved(outcome);
-    case Kind::NoCard:
+    case Kind::noCard:
         if (!request.card.disk)
             return saveWhereTheUserSays();
         return showAlertSheet(desktop.alerts, *view, "ZAVIK",
@@ -96,12 +96,12 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
                 if (!life.expired())
                     saveWhereTheUserSays();
             });
-    case Kind::OtherCard:
+    case Kind::otherCard:
         return askForOtherCard(request, outcome);
-    case Kind::OthersSettings:
+    case Kind::othersSettings:
         return askForOthersSettings(request, outcome);
-    case Kind::Failed:
-    case Kind::CannotKeep:
+    case Kind::failed:
+    case Kind::cannotKeep:
         return tellFailure(outcome);
     }
 }
@@ -132,7 +132,8 @@ void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveO
             if (life.expired())
                 return;
             if (answer == 0) {
-                // These on that card and no others: what comes in between is asked for again.
+                // Only these settings on that card may be replaced; if they change meanwhile, the user is
+                // asked again.
                 request.known = theirs;
                 request.card.disk = disk;
                 save(request);
@@ -170,7 +171,7 @@ void ZVKSettingController::saveWhereTheUserSays()
 
 void ZVKSettingController::saveToFile(const std::string& path)
 {
-    setWork(Work::Saving);
+    setWork(Work::saving);
     showLoading(localized("sheet.saving"));
     _FILEDATA record = m_FileData;
     finishFileData(record);
@@ -180,11 +181,11 @@ void ZVKSettingController::saveToFile(const std::string& path)
         const auto place = FilePlace::chosen(path);
         outcome.path = place.path();
         outcome.error = saveFileData(record, place);
-        outcome.kind = outcome.error ? SaveOutcome::Kind::Failed : SaveOutcome::Kind::Saved;
+        outcome.kind = outcome.error ? SaveOutcome::Kind::failed : SaveOutcome::Kind::saved;
         dispatcher.onMain([this, life, record, outcome] {
             if (life.expired())
                 return;
-            setWork(Work::None);
+            setWork(Work::none);
             hideLoading();
             if (outcome.error)
                 return tellFailure(outcome);
@@ -217,7 +218,7 @@ void ZVKSettingController::saved(const SaveOutcome& outcome)
 void ZVKSettingController::tellFailure(const SaveOutcome& outcome)
 {
     afterSave = {};
-    const QString message = outcome.kind == SaveOutcome::Kind::CannotKeep
+    const QString message = outcome.kind == SaveOutcome::Kind::cannotKeep
         ? localized("msg.cannot_keep") + QStringLiteral("\n") + writeFailureText(outcome.error, outcome.path)
         : writeFailureText(outcome.error, outcome.path);
     showAlert(desktop.alerts, *view, "Warn", message.toStdString());

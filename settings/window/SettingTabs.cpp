@@ -15,7 +15,7 @@ void ZVKSettingController::changeViewController(int tab)
     if (tab < 0 || tab >= int(tools.tabs.size()))
         return;
     // The card is not known yet while it is read.
-    const bool mayLeave = targetController == nullptr || (work == Work::None && !refusesInput());
+    const bool mayLeave = targetController == nullptr || (work == Work::none && !refusesInput());
     if (tab == lastSelectedTabIndex || !mayLeave) {
         outlets->functionSegmentedControl->setSelectedSegment(lastSelectedTabIndex);
         return;

@@ -139,7 +139,7 @@ void ZVKSettingController::setWork(Work now)
              static_cast<QWidget*>(outlets->resetButton), static_cast<QWidget*>(outlets->previousButton),
              static_cast<QWidget*>(outlets->sdcardFormatButton), static_cast<QWidget*>(outlets->noticeBar),
              static_cast<QWidget*>(outlets->saveButton)})
-        control->setEnabled(now == Work::None);
+        control->setEnabled(now == Work::none);
 }
 
 void ZVKSettingController::showLoading(const QString& title)

@@ -71,7 +71,7 @@ public:
     void hideLoading() override;
 
 private:
-    enum class Work { None, Reading, Saving };
+    enum class Work { none, reading, saving };
 
     void windowDidLoad();
     void connectControls();
@@ -139,7 +139,7 @@ private:
     std::string cardRoot;
     std::optional<TKUSBDiskEntity> cardLetGo; // while it is being formatted
     std::string m_strVersion;
-    Work work = Work::None;
+    Work work = Work::none;
     std::function<void()> afterSave;
     std::function<void()> takeHangAlertAway;
     int lastSelectedTabIndex = -1;

@@ -39,7 +39,7 @@ TEST(ExtractStreamInformation, ReadsRegularFilesOnly)
     EXPECT_THAT(data.m_GSensors, SizeIs(1));
     for (const char* path : {"/tmp", "/dev/zero", "", "no such file", static_cast<const char*>(nullptr)}) {
         EXPECT_FALSE(data.ExtractStreamInformation(path));
-        EXPECT_EQ(data.walkEnd(), WalkEnd::CannotOpen);
+        EXPECT_EQ(data.walkEnd(), WalkEnd::cannotOpen);
         EXPECT_THAT(data.m_GSensors, SizeIs(0));
     }
 }

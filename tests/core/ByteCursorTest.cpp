@@ -39,7 +39,7 @@ TEST(ByteCursor, BehavesLikeAnIndexIntoTheBytes)
                 const size_t wanted = std::min<size_t>(count, bytes.size() - place);
                 ASSERT_EQ(cursor.read(std::span(into).first(count)), wanted);
                 ASSERT_TRUE(std::equal(into.begin(), into.begin() + wanted, bytes.begin() + place));
-                ASSERT_EQ(cursor.shortfall() == ByteCursor::Shortfall::None, wanted == count);
+                ASSERT_EQ(cursor.shortfall() == ByteCursor::Shortfall::none, wanted == count);
                 place += wanted;
             }
             ASSERT_EQ(cursor.position(), place);
@@ -53,7 +53,7 @@ TEST(ByteCursor, StepsBackAtTheEndOfTheData)
     MemoryByteSource source(bytes);
     ByteCursor cursor(source);
     EXPECT_FALSE(cursor.readWord());
-    EXPECT_EQ(cursor.shortfall(), ByteCursor::Shortfall::EndOfData);
+    EXPECT_EQ(cursor.shortfall(), ByteCursor::Shortfall::endOfData);
     cursor.stepBack();
     std::byte last{};
     EXPECT_TRUE(cursor.readWhole(std::span(&last, 1)));

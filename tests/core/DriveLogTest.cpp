@@ -96,13 +96,13 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
         UnreliableSource card(file);
         card.failsAt = good;
         const DriveLog log = readDriveLog(card, obdDriveFormat);
-        ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::HeaderFailed : DriveLogEnd::DeviceFailed) << good;
+        ASSERT_EQ(log.end(), good < 12 ? DriveLogEnd::headerFailed : DriveLogEnd::deviceFailed) << good;
         ASSERT_EQ(log.count(), good < 12 ? 0 : static_cast<int64_t>((good - 12) / 68)) << good;
     }
     std::stop_source stopped;
     stopped.request_stop();
     MemoryByteSource source(file);
-    EXPECT_EQ(readDriveLog(source, obdDriveFormat, stopped.get_token()).end(), DriveLogEnd::Stopped);
+    EXPECT_EQ(readDriveLog(source, obdDriveFormat, stopped.get_token()).end(), DriveLogEnd::stopped);
     const std::vector<std::byte> large = driveLogFile(std::vector(40000, obdRecord()));
     MemoryByteSource largeSource(large);
     std::vector<int64_t> percentages;
@@ -111,8 +111,8 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
     EXPECT_EQ(percentages, (std::vector<int64_t>{38, 77, 100}));
     const TempFolder folder;
     EXPECT_EQ(
-        readDriveLog(FilePlace::chosen(folder.path("none")), obdDriveFormat).end(), DriveLogEnd::NotThere);
-    EXPECT_EQ(readDriveLog(FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::Refused);
+        readDriveLog(FilePlace::chosen(folder.path("none")), obdDriveFormat).end(), DriveLogEnd::notThere);
+    EXPECT_EQ(readDriveLog(FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::refused);
 }
 
 } // namespace

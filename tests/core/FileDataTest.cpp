@@ -88,7 +88,7 @@ TEST(FileDataFields, CoverTheRecordWithoutGaps)
     for (const FileDataField& field : fileDataFields()) {
         EXPECT_EQ(field.offset, end) << field.name;
         using Type = FileDataField::Type;
-        end += field.type == Type::Unsigned16 ? 2 : field.type == Type::Text8 ? 8 : 4;
+        end += field.type == Type::unsigned16 ? 2 : field.type == Type::text8 ? 8 : 4;
     }
     EXPECT_EQ(end, sizeof(_FILEDATA));
     EXPECT_EQ(fileDataFields().size(), 68u);

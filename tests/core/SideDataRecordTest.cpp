@@ -22,14 +22,14 @@ TEST(SideData, CountsEachRecordDownByItsRule)
 
             const Extraction exact = extract(recordingOf(counted, size).bytes());
             EXPECT_TRUE(exact.result);
-            EXPECT_EQ(exact.data.walkEnd(), WalkEnd::Complete);
+            EXPECT_EQ(exact.data.walkEnd(), WalkEnd::complete);
             EXPECT_THAT(exact.data.m_GSensors, SizeIs(2));
 
             // A size that no sum of records meets wraps, and the walk goes on to the end of the file.
             for (const uint32_t lie : {1u, size - 1, size + 1, UINT32_MAX}) {
                 const Extraction lied = extract(recordingOf(counted, lie).bytes());
                 EXPECT_TRUE(lied.result);
-                EXPECT_EQ(lied.data.walkEnd(), WalkEnd::EndOfFile);
+                EXPECT_EQ(lied.data.walkEnd(), WalkEnd::endOfFile);
                 EXPECT_THAT(lied.data.m_GSensors, SizeIs(3));
             }
         }
@@ -54,12 +54,12 @@ TEST(SideData, NeverTrustsTheLengthOfAText)
     // The length that is declared, the bytes that are there; whether they are the last and whether they are
     // read.
     const std::tuple<int32_t, size_t, bool, bool, WalkEnd> rows[] = {
-        {512, 512, false, true, WalkEnd::EndOfFile},
-        {512, 400, true, true, WalkEnd::EndOfFile}, // cut by the end of the file, used as far as it goes
-        {513, 513, false, false, WalkEnd::EndOfFile}, {513, 512, true, false, WalkEnd::ImpossibleText},
-        {INT_MAX, 600, true, false, WalkEnd::ImpossibleText},
-        {-1, 600, false, false, WalkEnd::ImpossibleText},
-        {INT_MIN, 600, false, false, WalkEnd::ImpossibleText}};
+        {512, 512, false, true, WalkEnd::endOfFile},
+        {512, 400, true, true, WalkEnd::endOfFile}, // cut by the end of the file, used as far as it goes
+        {513, 513, false, false, WalkEnd::endOfFile}, {513, 512, true, false, WalkEnd::impossibleText},
+        {INT_MAX, 600, true, false, WalkEnd::impossibleText},
+        {-1, 600, false, false, WalkEnd::impossibleText},
+        {INT_MIN, 600, false, false, WalkEnd::impossibleText}};
     for (const auto& [declared, available, isLast, isRead, end] : rows) {
         SCOPED_TRACE(testing::Message() << declared << " of " << available);
         std::string text = "$GA,,,1,2,3,N,W*00\n";
@@ -74,9 +74,9 @@ TEST(SideData, NeverTrustsTheLengthOfAText)
         const auto [result, data] = extract(bytes);
         EXPECT_TRUE(result);
         EXPECT_EQ(data.walkEnd(), end);
-        EXPECT_THAT(data.m_GSensors, SizeIs(isLast || end == WalkEnd::ImpossibleText ? 1 : 2));
+        EXPECT_THAT(data.m_GSensors, SizeIs(isLast || end == WalkEnd::impossibleText ? 1 : 2));
         const size_t records = isRead ? 1 : 0;
-        EXPECT_THAT(data.m_GpsRecords, SizeIs(records));
+        EXPECT_THAT(data.gpsRecords, SizeIs(records));
         EXPECT_THAT(data.m_NMEAs, SizeIs(records));
         EXPECT_THAT(data.m_vGpsData(), SizeIs(records));
     }
@@ -91,8 +91,8 @@ TEST(SideData, NeverUsesBytesOfAnEarlierText)
     bytes.resize(bytes.size() - 8 - 22); // behind the second record's first sentence, without its terminator
     const auto [result, data] = extract(bytes);
     EXPECT_TRUE(result);
-    ASSERT_THAT(data.m_GpsRecords, SizeIs(2));
-    EXPECT_EQ(data.m_GpsRecords[1].snapshotCount, 0);
+    ASSERT_THAT(data.gpsRecords, SizeIs(2));
+    EXPECT_EQ(data.gpsRecords[1].snapshotCount, 0);
     EXPECT_EQ(data.m_NMEAs.back().Latitude, 2222.5);
 }
 
@@ -133,16 +133,16 @@ TEST(SideData, TellsWhatBelongsToEachGpsRecord)
     area.gps({.timestamp = 6, .text = "nothing\n"}).gsensor(0, 0, 0, 0);
     area.gps({.timestamp = 7, .text = "$GX*\n$GA,,,9,,,,W*\n"});
     const auto [result, data] = extract(recordingOf(area).bytes());
-    ASSERT_THAT(data.m_GpsRecords, SizeIs(3));
+    ASSERT_THAT(data.gpsRecords, SizeIs(3));
     std::vector<std::array<size_t, 4>> found; // time, first snapshot, snapshots, samples
-    for (const ZVKGpsRecord& each : data.m_GpsRecords) {
+    for (const ZVKGpsRecord& each : data.gpsRecords) {
         found.push_back({size_t(int64_t{each.header.nTimestamp}), each.firstSnapshot, each.snapshotCount,
             each.samplesBefore});
         EXPECT_EQ(each.NS, 'S');
     }
     EXPECT_EQ(found, (std::vector<std::array<size_t, 4>>{{5, 0, 2, 1}, {6, 2, 0, 1}, {7, 2, 2, 2}}));
-    EXPECT_EQ(data.m_GpsRecords[1].EW, 'E');
-    EXPECT_EQ(data.m_GpsRecords[2].EW, 'W');
+    EXPECT_EQ(data.gpsRecords[1].EW, 'E');
+    EXPECT_EQ(data.gpsRecords[2].EW, 'W');
     EXPECT_EQ(data.m_NMEAs[2], data.m_NMEAs[1]);
     EXPECT_NE(data.m_NMEAs[1], data.m_NMEAs[0]);
     EXPECT_EQ(data.m_NMEAs[3].Latitude, 9);

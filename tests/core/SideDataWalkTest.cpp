@@ -49,12 +49,12 @@ TEST(SideData, KeepsEverythingGatheredBeforeTheFileEnds)
         const auto [result, data] = extract(std::span(whole.bytes).first(cut));
         ASSERT_EQ(data.m_GSensors.size(), whole.sampleCount(cut));
         ASSERT_EQ(data.m_vGSensorData().size(), data.m_GSensors.size());
-        ASSERT_EQ(data.m_GpsRecords.size(), whole.gpsHeaderCount(cut));
+        ASSERT_EQ(data.gpsRecords.size(), whole.gpsHeaderCount(cut));
         ASSERT_EQ(result, cut >= whole.places.front().begin && !whole.cutsSample(cut));
     }
     const auto [result, data] = extract(whole.bytes);
     EXPECT_TRUE(result);
-    EXPECT_EQ(data.walkEnd(), WalkEnd::Complete);
+    EXPECT_EQ(data.walkEnd(), WalkEnd::complete);
     EXPECT_THAT(data.m_NMEAs, SizeIs(8));
 }
 
@@ -69,15 +69,15 @@ TEST(SideData, ReportsADeviceThatFailsAtAnyByte)
         CollectedLog log;
         ZVKBlackBoxData data;
         ASSERT_FALSE(data.ExtractStreamInformation(source));
-        ASSERT_EQ(data.walkEnd(), WalkEnd::ReadError);
+        ASSERT_EQ(data.walkEnd(), WalkEnd::readError);
         ASSERT_EQ(data.m_GSensors.size(), whole.sampleCount(failsAt));
-        ASSERT_EQ(data.m_GpsRecords.size(), whole.gpsTextCount(failsAt));
+        ASSERT_EQ(data.gpsRecords.size(), whole.gpsTextCount(failsAt));
         ASSERT_THAT(log.lines, SizeIs(2));
         ASSERT_EQ(log.lines[0], "#############################   START");
     }
     UnreliableSource source(whole.bytes);
     source.canSeek = false;
-    EXPECT_EQ(extract(source).data.walkEnd(), WalkEnd::ReadError);
+    EXPECT_EQ(extract(source).data.walkEnd(), WalkEnd::readError);
 }
 
 TEST(SideData, StopsWhenAsked)
@@ -95,7 +95,7 @@ TEST(SideData, StopsWhenAsked)
             stop.request_stop();
         const auto [result, data] = extract(source, stop.get_token());
         EXPECT_FALSE(result);
-        EXPECT_EQ(data.walkEnd(), WalkEnd::Stopped);
+        EXPECT_EQ(data.walkEnd(), WalkEnd::stopped);
         EXPECT_EQ(source.readCount, reads);
         EXPECT_EQ(data.m_GSensors.empty(), reads == 0);
     }
@@ -104,15 +104,15 @@ TEST(SideData, StopsWhenAsked)
 TEST(SideData, RefusesFilesWithoutSideData)
 {
     const std::string avi = "RIFF\xFF\xFF\xFF\xFF\x41VI ";
-    const std::tuple<std::string, bool, WalkEnd> rows[] = {{"", false, WalkEnd::NotAvi},
-        {"RIFF\0\0\0\0AVI"s, false, WalkEnd::NotAvi}, {"RIFF\0\0\0\0WAVEJUNK"s, false, WalkEnd::NotAvi},
-        {avi, false, WalkEnd::NoSideData},
-        {avi + "LIST\xFF\xFF\xFF\xFFJUNK\1\0\0\0"s, false, WalkEnd::NoSideData},
+    const std::tuple<std::string, bool, WalkEnd> rows[] = {{"", false, WalkEnd::notAvi},
+        {"RIFF\0\0\0\0AVI"s, false, WalkEnd::notAvi}, {"RIFF\0\0\0\0WAVEJUNK"s, false, WalkEnd::notAvi},
+        {avi, false, WalkEnd::noSideData},
+        {avi + "LIST\xFF\xFF\xFF\xFFJUNK\1\0\0\0"s, false, WalkEnd::noSideData},
         // No padding follows an odd size.
-        {avi + "LIST\1\0\0\0x\0JUNK\1\0\0\0"s, false, WalkEnd::NoSideData},
-        {avi + "LIST\1\0\0\0xJUNK\1\0\0\0"s, true, WalkEnd::EndOfFile},
-        {avi + "JUNK\0\0\0\0"s, true, WalkEnd::Complete},
-        {avi + "JUNK\1\0\0\0junk"s, true, WalkEnd::EndOfFile}};
+        {avi + "LIST\1\0\0\0x\0JUNK\1\0\0\0"s, false, WalkEnd::noSideData},
+        {avi + "LIST\1\0\0\0xJUNK\1\0\0\0"s, true, WalkEnd::endOfFile},
+        {avi + "JUNK\0\0\0\0"s, true, WalkEnd::complete},
+        {avi + "JUNK\1\0\0\0junk"s, true, WalkEnd::endOfFile}};
     for (const auto& [file, isRead, end] : rows) {
         SCOPED_TRACE(testing::PrintToString(file));
         const auto [result, data] = extract(asBytes(file));
@@ -145,7 +145,7 @@ TEST(SideData, TakesMemoryForWhatTheFileHoldsOnly)
         const size_t before = __sanitizer_get_current_allocated_bytes();
         const Extraction extraction = extract(bytes);
         const size_t taken = __sanitizer_get_current_allocated_bytes() - before;
-        EXPECT_GT(extraction.data.m_GpsRecords.size(), 1000u) << what;
+        EXPECT_GT(extraction.data.gpsRecords.size(), 1000u) << what;
         EXPECT_LT(taken, 6 * bytes.size()) << what;
     }
 }
@@ -162,7 +162,7 @@ TEST(SideData, TellsWhenThereIsNotEnoughMemory)
     };
     const auto [result, data] = extract(source);
     EXPECT_FALSE(result);
-    EXPECT_EQ(data.walkEnd(), WalkEnd::NoMemory);
+    EXPECT_EQ(data.walkEnd(), WalkEnd::noMemory);
     EXPECT_THAT(data.m_GSensors, IsEmpty()) << "it is given back";
 }
 

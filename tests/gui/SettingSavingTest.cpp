@@ -14,7 +14,8 @@ TEST_F(SettingWindow, ACardOfAnotherNameIsNamedUnlessItIsInUse)
         log.lines.clear();
         open();
         EXPECT_EQ(script.shown, 5);
-        EXPECT_THAT(log.lines, Contains(HasSubstr("error=busy")).Times(expected == "busy" ? 1 : 0));
+        EXPECT_THAT(
+            log.lines, Contains(HasSubstr("cannot rename the card: busy")).Times(expected == "busy" ? 1 : 0));
         const bool isNamed = expected == "named";
         EXPECT_EQ(desk.disks.volumes[0].label, isNamed ? "ZAVIK" : "MUSIC");
         save(7);
