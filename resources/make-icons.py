@@ -2,7 +2,7 @@
 """Writes the roll-over (_f) and pressed (_p) pictures of every control from its normal one, and the disabled (_d)
 picture of those that can be disabled.
 
-The pictures icon_*_n.svg and slider_knob_n.svg are drawn by hand; run this after changing one of them.
+The pictures icon_*_n.svg are drawn by hand; run this after changing one of them.
 A state changes colours only and puts a plate behind a bare glyph, so all states keep one outline.
 """
 
@@ -35,7 +35,7 @@ def picture_in_state(normal: str, state: str) -> str:
     return picture
 
 
-for source in sorted([*IMAGES.glob("icon_*_n.svg"), IMAGES / "slider_knob_n.svg"]):
+for source in sorted(IMAGES.glob("icon_*_n.svg")):
     normal = source.read_text()
     for state in STATES:
         if state == "_d" and source.name not in CAN_BE_DISABLED:
