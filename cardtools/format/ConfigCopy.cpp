@@ -36,7 +36,7 @@ std::string newFile(const std::string& folder, bool& madeFolder, std::string& wh
     constexpr int mostInASecond = 100;
     for (int number = 1; number < mostInASecond; ++number) {
         const std::string name = number == 1 ? day : std::string(day) + "-" + std::to_string(number);
-        std::string path = (fs::path(folder) / (name + ".bin")).native();
+        const std::string path = (fs::path(folder) / (name + ".bin")).native();
         const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         if (descriptor >= 0) {
             ::close(descriptor);

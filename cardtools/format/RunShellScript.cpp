@@ -30,7 +30,7 @@ ErrorDictionary runShellScript(
     platform::ScriptRunner& runner, const std::string& command, bool withAdministratorPrivileges)
 {
     const bool quotable = command.find_first_of(std::string_view("\"\\\0", 3)) == std::string::npos;
-    ErrorDictionary error = dictionary(quotable
+    const ErrorDictionary error = dictionary(quotable
             ? runner.doShellScript(command, withAdministratorPrivileges)
             : platform::ScriptResult{syntaxError, "a command with a quote or a backslash is refused"});
     logFormat("ERROR=%s", described(error).c_str());
