@@ -44,5 +44,5 @@ public:
     using QWidget::QWidget;
 
     /// Whether the user has changed something since the record was shown, also what is not valid yet.
-    virtual bool isTouched() const { return false; }
+    bool isTouched() const override { return false; }
 };

@@ -127,7 +127,7 @@ bool ZVKNMEASentenceParser::parseGPGSA(SentenceFields fields)
     if (fields.size() < 18)
         return false;
     for (int32_t slot = 0; slot < ZVKGpsData::channelCount; ++slot) {
-        const int32_t prn = textInteger(fields[static_cast<size_t>(3 + slot)]);
+        const int32_t prn = textInteger(fields[3 + static_cast<size_t>(slot)]);
         m_Current.setSatelliteUsed(static_cast<uint8_t>(prn), slot);
     }
     m_Current.PDOP = textNumber(fields[15]);

@@ -1,3 +1,5 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # $sample is set by who sources this
 # A virtual display for the real program: sourced by the tests beside it, after they have set
 # sample=A SAMPLE CARD (it is copied) and shots=FOLDER FOR SCREENSHOTS (or nothing). Gives: $work, $log and $work/card, the functions below and those of hands.sh.
 for tool in Xvfb xdotool import ffmpeg; do
@@ -19,7 +21,8 @@ export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=
 export QT_XCB_GL_INTEGRATION=none
 # The display's and the web engine's own libraries do not stand the strictest checks.
 export ASAN_OPTIONS=new_delete_type_mismatch=0
-export LSAN_OPTIONS=suppressions=$(dirname "$0")/../leaks.txt:print_suppressions=0
+LSAN_OPTIONS=suppressions=$(dirname "$0")/../leaks.txt:print_suppressions=0
+export LSAN_OPTIONS
 # The page of the map cannot have its own sandbox when root runs this.
 [ "$(id -u)" -ne 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
 

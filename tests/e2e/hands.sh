@@ -1,3 +1,5 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # $log, $work, $shots, $program, $window and $known are set by who sources this
 # A user's hands and eyes on a display where the program runs: sourced after $log, $work and $shots (a folder, or nothing) are set.
 # What is clicked and looked at belongs to $window.
 fail() { echo "FAILED: $1" >&2; tail -n 15 "$log" >&2; import -window root "$work/failed.png" 2>/dev/null || true
@@ -11,7 +13,7 @@ ended() { ! kill -0 "$program" 2>/dev/null; }
 geometry() { xdotool getwindowgeometry --shell "$window"; }
 size_is() { eval "$(geometry)"; [ "$WIDTH $HEIGHT" = "$1 $2" ]; }
 place() { eval "$(geometry)"; echo "$((X + $1)) $((Y + $2))"; }
-move() { xdotool mousemove --sync $(place "$1" "$2"); }
+move() { local at; read -ra at <<<"$(place "$1" "$2")"; xdotool mousemove --sync "${at[@]}"; }
 click() { move "$1" "$2"; xdotool click 1; }
 key() { xdotool key "$@"; }
 logged() { [ "$(grep -c -- "$1" "$log")" -ge "${2:-1}" ]; }
@@ -28,7 +30,7 @@ play() {
   await "the list stays empty" listed
   move 850 "$(row "$1")"; xdotool click --repeat 2 --delay 60 1
   await "the double click starts nothing" logged "selectedRow=$(($1 - 1))"
-  await "no moving picture" changes $video
+  await "no moving picture" changes "$video"
 }
 named() { xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1; }
 is_open() { [ -n "$(named "$1")" ]; }

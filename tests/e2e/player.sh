@@ -16,9 +16,9 @@ step "list"
 play 1
 step "playing"
 
-key space; await "space does not pause" rests $video
+key space; await "space does not pause" rests "$video"
 step "paused"
-key space; await "space does not resume" changes $video
+key space; await "space does not resume" changes "$video"
 
 before=$(region 640x20+20+566); key Right
 await "the jump is not logged" logged 'remainingTime.stringValue=-'
@@ -46,7 +46,7 @@ click 760 66; await "the list does not return" listed
 
 before=$(region 300x30+360+10); key Next
 await "Page Down does not play the next recording" differs 300x30+360+10 "$before"
-await "the next recording does not move" changes $video
+await "the next recording does not move" changes "$video"
 key ctrl+s
 panel=$(timeout 20 xdotool search --sync --onlyvisible --name '^Save Settings$' | head -n 1) || fail "no save panel"
 step "save panel"

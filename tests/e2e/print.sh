@@ -40,7 +40,7 @@ export CUPS_SERVER=$server
 
 start "$zavik"
 play 1
-xdotool key space; await "space does not pause" rests $video
+xdotool key space; await "space does not pause" rests "$video"
 xdotool key ctrl+p
 panel=$(timeout 30 xdotool search --sync --onlyvisible --name '^Print$' | head -n 1) || fail "no print dialog"
 step "print dialog"

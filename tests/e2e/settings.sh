@@ -56,8 +56,8 @@ open_settings
 save "saved to a card without settings"
 is_record || fail "no record on the card"
 names="vid_enc_res disp_segment_mode speed_disp_unit BrightnessFixed audio_mux_enable"
-before=$(for name in $names; do field "$name"; done)
-set -- $before
+mapfile -t before < <(for name in $names; do field "$name"; done)
+set -- "${before[@]}"
 kilometres=$(region "$player" 130x130+540+400)
 
 open_settings
