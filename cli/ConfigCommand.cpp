@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
-#include "cli/LogCapture.h"
 #include "cli/Written.h"
+#include "common/Log.h"
 #include "common/Text.h"
 #include "settings/record/FileDataFields.h"
 
@@ -46,7 +46,6 @@ std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
 ExitCode saved(_FILEDATA& record, const FilePlace& place, Streams streams)
 {
     finishFileData(record);
-    const LogCapture quiet;
     const FileError why = saveFileData(record, place);
     return why ? failure(streams, place.path(), why.text()) : ExitCode::Success;
 }

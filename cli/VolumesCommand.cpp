@@ -1,7 +1,6 @@
 #include "cardtools/volumes/Volumes.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
-#include "cli/LogCapture.h"
 #include "cli/VolumesSource.h"
 #include "common/Text.h"
 #include "platform/disks/FolderCard.h"
@@ -66,7 +65,6 @@ void writeLines(std::ostream& out, const std::vector<TKUSBDiskEntity>& found)
 
 ExitCode runVolumes(const Arguments& arguments, Streams streams)
 {
-    const LogCapture trouble("volumes: ");
     std::unique_ptr<platform::DiskArbitration> disks = source() ? source()() : nullptr;
     const bool isSystemKnown = disks != nullptr;
     const auto folder = arguments.value("--card");
@@ -82,8 +80,8 @@ ExitCode runVolumes(const Arguments& arguments, Streams streams)
         writeJson(streams.out, found);
     else
         writeLines(streams.out, found);
-    if (found.empty() && !trouble.text.empty())
-        return failure(streams, "volumes", trouble.text);
+    if (const std::string trouble = disks->trouble(); found.empty() && !trouble.empty())
+        return failure(streams, "volumes", trouble);
     return ExitCode::Success;
 }
 

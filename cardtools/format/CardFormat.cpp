@@ -249,9 +249,10 @@ CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
             logFormat("error=%s", outcome.text.c_str());
             return outcome;
         }
-    } else if (auto why = writeDefaultFileData(CardRoot(root).file("config.bin"))) {
+    } else if (const FileError why = writeDefaultFileData(CardRoot(root).file("config.bin"))) {
         outcome.step = Step::defaultFailed;
-        outcome.text = *why;
+        outcome.text = "msg.file_open_fail";
+        logFormat("cannot write the default settings: %s", why.text().c_str());
         return outcome;
     }
     outcome.text = makeFolders(root);
