@@ -6,7 +6,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <exception>
 #include <memory>
 
 namespace cli {
