@@ -1,30 +1,18 @@
 #include "app/CommandLine.h"
 
-#include "common/Text.h"
+#include "cli/commands/Parser.h"
 
 #include <string_view>
+#include <vector>
 
 namespace {
 
-constexpr const char* help =
-    "usage: zavik [--language en|ko|auto] [--card FOLDER] [FOLDER]\n"
-    "\n"
-    "Plays a dash camera's recordings with their telemetry.\n"
-    "FOLDER is opened at once: the camera's card or any folder of recordings.\n"
-    "--card FOLDER: the folder takes the part of the camera's card, for its settings,\n"
-    "its clock and its drive log: a copy of a card, or a card that the desktop does\n"
-    "not show as a volume.\n";
-
-bool isLanguage(std::string_view text)
-{
-    return text == "en" || text == "ko" || text == "auto";
-}
-
-CommandLine ending(int code, std::string message)
+CommandLine ending(const cli::Ending& said, const cli::Command& command)
 {
     CommandLine result;
-    result.exitCode = code;
-    result.message = std::move(message);
+    result.exitCode = said.isHelp ? 0 : 2;
+    result.message =
+        said.isHelp ? said.text : "zavik: " + said.text + '\n' + usageLine(cli::zavik, command) + '\n';
     return result;
 }
 
@@ -32,30 +20,19 @@ CommandLine ending(int code, std::string message)
 
 CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::string language)
 {
+    const std::vector<std::string_view> words(arguments.begin(), arguments.end());
+    const cli::Command& command = cli::zavik.commands.front();
+    const auto read = cli::parsed(cli::zavik, command, words);
+    if (const auto* said = std::get_if<cli::Ending>(&read))
+        return ending(*said, command);
+    const auto& given = std::get<cli::Arguments>(read);
+    if (given.has("--file-panel") && words.size() > 1)
+        return ending({false, "--file-panel stands alone"}, command);
     CommandLine result;
-    result.language = std::move(language);
-    bool onlyPaths = false;
-    for (size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
-        if (!onlyPaths && argument == "--") {
-            onlyPaths = true;
-        } else if (!onlyPaths && (argument == "--help" || argument == "-h")) {
-            return ending(0, help);
-        } else if (!onlyPaths && argument == "--language") {
-            if (i + 1 == arguments.size() || !isLanguage(arguments[i + 1]))
-                return ending(2, help);
-            result.language = arguments[++i];
-        } else if (!onlyPaths && argument == "--card") {
-            if (i + 1 == arguments.size() || result.card)
-                return ending(2, help);
-            result.card = arguments[++i];
-        } else if (!onlyPaths && argument.starts_with("-") && argument.size() > 1) {
-            return ending(2, "zavik: unknown option " + visibleText(argument) + "\n" + help);
-        } else if (result.folder) {
-            return ending(2, help);
-        } else {
-            result.folder = argument;
-        }
-    }
+    if (!given.operands.empty())
+        result.folder = given.operands.front();
+    result.card = given.value("--card");
+    result.language = given.value("--language").value_or(std::move(language));
+    result.isFilePanel = given.has("--file-panel");
     return result;
 }

@@ -12,6 +12,8 @@ struct CommandLine {
     std::optional<std::string> card;
     /// "en", "ko" or "auto".
     std::string language;
+    /// This program again, for one panel: not meant for users.
+    bool isFilePanel = false;
     /// Set when the program should print `message` and end with this code.
     std::optional<int> exitCode;
     std::string message;

@@ -12,15 +12,11 @@
 #include <chrono>
 #include <cstdio>
 #include <span>
-#include <string_view>
 
 int main(int argc, char* argv[])
 {
     const std::span<const char* const> arguments(argv, static_cast<size_t>(argc));
-    // This program again, for one panel: not meant for users.
-    const bool isPanel = argc == 2 && arguments[1] == std::string_view("--file-panel");
-    const CommandLine command =
-        CommandLine::parsed(arguments.subspan(argc > 0 && !isPanel ? 1 : argc), ZAVIK_LANGUAGE);
+    const CommandLine command = CommandLine::parsed(arguments.subspan(argc > 0 ? 1 : 0), ZAVIK_LANGUAGE);
     if (command.exitCode) {
         std::fputs(command.message.c_str(), *command.exitCode == 0 ? stdout : stderr);
         return *command.exitCode;
@@ -32,7 +28,7 @@ int main(int argc, char* argv[])
     platform::initialiseLayer();
     style::apply(application);
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
-    if (isPanel)
+    if (command.isFilePanel)
         platform::runFilePanel();
 
     platform::LinuxPlatform layer(command.card);

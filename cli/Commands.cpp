@@ -2,16 +2,16 @@
 
 namespace cli {
 
-std::span<const Command* const> commands()
+std::span<const Action> actions()
 {
-    static constexpr const Command* all[] = {
-        &listCommand,
-        &telemetryCommand,
-        &volumesCommand,
-        &driveLogCommand,
-        &configCommand,
-        &sizeCommand,
-        &clockCommand,
+    static constexpr Action all[] = {
+        {"list", runList},
+        {"telemetry", runTelemetry},
+        {"volumes", runVolumes},
+        {"drive-log", runDriveLog},
+        {"config", runConfig},
+        {"size", runSize},
+        {"clock", runClock},
     };
     return all;
 }

@@ -1,20 +1,27 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/Streams.h"
+#include "cli/commands/Parser.h"
 
 #include <span>
+#include <string_view>
 
 namespace cli {
 
-extern const Command configCommand;
-extern const Command driveLogCommand;
-extern const Command listCommand;
-extern const Command sizeCommand;
-extern const Command telemetryCommand;
-extern const Command volumesCommand;
-extern const Command clockCommand;
+ExitCode runClock(const Arguments& arguments, Streams streams);
+ExitCode runConfig(const Arguments& arguments, Streams streams);
+ExitCode runDriveLog(const Arguments& arguments, Streams streams);
+ExitCode runList(const Arguments& arguments, Streams streams);
+ExitCode runSize(const Arguments& arguments, Streams streams);
+ExitCode runTelemetry(const Arguments& arguments, Streams streams);
+ExitCode runVolumes(const Arguments& arguments, Streams streams);
 
-/// All commands, in the order of the help.
-std::span<const Command* const> commands();
+/// What carries out one of zavikctl's commands, by its name in the table.
+struct Action {
+    std::string_view command;
+    ExitCode (*run)(const Arguments& arguments, Streams streams);
+};
+
+std::span<const Action> actions();
 
 } // namespace cli

@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
-#include "cli/JsonWriter.h"
-#include "cli/LogCapture.h"
+#include "cli/Json.h"
 #include "cli/Written.h"
+#include "common/Log.h"
 #include "common/Text.h"
 #include "settings/record/FileDataFields.h"
 
@@ -46,35 +46,32 @@ std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
 ExitCode saved(_FILEDATA& record, const FilePlace& place, Streams streams)
 {
     finishFileData(record);
-    const LogCapture quiet;
     const FileError why = saveFileData(record, place);
-    return why ? failure(streams, place.path(), why.text()) : ExitCode::Success;
+    return why ? failure(streams, place.path(), why.text()) : ExitCode::success;
 }
 
 ExitCode show(const std::string& path, bool asJson, Streams streams)
 {
     const auto record = loaded(FilePlace::chosen(path), streams);
     if (!record)
-        return ExitCode::Failure;
-    JsonWriter json(streams.out);
-    json.beginObject();
+        return ExitCode::failure;
+    Json json;
     for (const FileDataField& field : fileDataFields()) {
         const std::string value = fieldText(*record, field);
         if (!asJson)
             streams.out << field.name << '=' << visibleText(value) << '\n';
         else if (field.type == FileDataField::Type::text8)
-            json.key(field.name).string(value);
+            json[std::string(field.name)] = value;
         else
-            json.key(field.name).integer(std::stoll(value));
+            json[std::string(field.name)] = std::stoll(value);
     }
     const bool fits = checksumFits(*record);
-    json.key("checksum_ok").boolean(fits);
-    json.endObject();
+    json["checksum_ok"] = fits;
     if (asJson)
-        json.finish();
+        streams.out << jsonText(json) << '\n';
     else
         streams.out << "checksum_ok=" << (fits ? "true" : "false") << '\n';
-    return ExitCode::Success;
+    return ExitCode::success;
 }
 
 ExitCode writeDefaults(const FilePlace& place, std::string_view region, Streams streams)
@@ -84,11 +81,11 @@ ExitCode writeDefaults(const FilePlace& place, std::string_view region, Streams 
     return saved(record, place, streams);
 }
 
-ExitCode set(const FilePlace& place, std::span<const std::string_view> assignments, Streams streams)
+ExitCode set(const FilePlace& place, std::span<const std::string> assignments, Streams streams)
 {
     auto record = loaded(place, streams);
     if (!record)
-        return ExitCode::Failure;
+        return ExitCode::failure;
     for (const std::string_view assignment : assignments) {
         const size_t sign = assignment.find('=');
         const auto all = fileDataFields();
@@ -103,18 +100,21 @@ ExitCode set(const FilePlace& place, std::span<const std::string_view> assignmen
 
 ExitCode wrongUsage(Streams streams)
 {
-    streams.err << "zavikctl: usage: zavikctl config " << configCommand.synopsis << '\n';
-    return ExitCode::WrongUsage;
+    const auto config = std::ranges::find(zavikctl.commands, "config", &Command::name);
+    streams.err << "zavikctl: " << usageLine(zavikctl, *config) << '\n';
+    return ExitCode::wrongUsage;
 }
+
+} // namespace
 
 ExitCode runConfig(const Arguments& arguments, Streams streams)
 {
-    const std::string_view what = arguments.operands[0];
-    const std::string path(arguments.operands[1]);
+    const std::string& what = arguments.operands[0];
+    const std::string& path = arguments.operands[1];
     const auto rest = std::span(arguments.operands).subspan(2);
     const auto region = arguments.value("--region");
-    const bool asJson = arguments.flag == "--json";
-    const bool isLinkFollowed = arguments.flag == followLink;
+    const bool asJson = arguments.has("--json");
+    const bool isLinkFollowed = arguments.has(followLink);
     if (what == "show" && rest.empty() && !region && !isLinkFollowed)
         return show(path, asJson, streams);
     const bool isDefaults = what == "defaults" && rest.empty() && !asJson;
@@ -125,35 +125,5 @@ ExitCode runConfig(const Arguments& arguments, Streams streams)
         return isSet ? set(place, rest, streams) : writeDefaults(place, region.value_or("en"), streams);
     });
 }
-
-constexpr std::string_view flags[] = {"--json", followLink};
-constexpr std::string_view regions[] = {"en", "ko"};
-constexpr Option options[] = {{"--region", regions}};
-
-} // namespace
-
-const Command configCommand = {
-    .name = "config",
-    .synopsis =
-        "show FILE [--json] | defaults [--region en|ko] [--follow-link] FILE | set [--follow-link] FILE "
-        "NAME=VALUE ...",
-    .summary = "Shows or changes the camera's settings, the file config.bin of its card.",
-    .details =
-        "show: every field of the record by name, szPlateNumber as text, and whether the checksum fits\n"
-        "      (checksum_ok). --json: the same as one object.\n"
-        "defaults: writes the settings that a new camera has.\n"
-        "set: changes these fields only, then the checksum and osd_plate_flag that follow from them. Values "
-        "are\n"
-        "      whole numbers; szPlateNumber takes up to 8 letters and digits. Nothing is written unless "
-        "every\n"
-        "      name and value fits. The file is replaced at once: it holds the old settings or the new "
-        "ones.\n"
-        "A link is refused, because a card may hold any; --follow-link writes the file that it leads to.\n",
-    .fewestOperands = 2,
-    .mostOperands = 2 + 68,
-    .flags = flags,
-    .run = runConfig,
-    .options = options,
-};
 
 } // namespace cli

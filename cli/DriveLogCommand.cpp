@@ -45,9 +45,11 @@ uint64_t writeRecords(DriveLogReader& reader, const DriveLogFormat& format, Driv
     return written;
 }
 
+} // namespace
+
 ExitCode runDriveLog(const Arguments& arguments, Streams streams)
 {
-    const std::string path(arguments.operands.front());
+    const std::string& path = arguments.operands.front();
     const DriveLogFormat* format = driveLogFormatOf(path);
     if (!format)
         return failure(streams, path, "is neither a .drv nor an .obd file");
@@ -65,31 +67,11 @@ ExitCode runDriveLog(const Arguments& arguments, Streams streams)
     csv.writeTitles(driveLogColumnNames(*format, arguments.value("--lang").value_or("en")));
     const uint64_t written = writeRecords(reader, *format, csv);
     if (reader.end() == DriveLogEnd::whole)
-        return ExitCode::Success;
+        return ExitCode::success;
     streams.out.flush();
     return failure(streams, path,
         std::string(problem(reader.end())) + ": " + std::to_string(written) + " of "
             + std::to_string(*announced) + " records");
 }
-
-constexpr std::string_view languages[] = {"en", "ko"};
-constexpr Option options[] = {{"--lang", languages}};
-
-} // namespace
-
-const Command driveLogCommand = {
-    .name = "drive-log",
-    .synopsis = "FILE [--lang en|ko]",
-    .summary = "Writes a drive log (.drv or .obd) as CSV, as the drive log page exports it.",
-    .details =
-        "--lang: the language of the titles in the first line; en when not given. Fields are separated by\n"
-        "\",\" without quotes, lines end with a line feed. Of a file that ends early the whole records are\n"
-        "written; a line on the error stream and exit code 1 say so.\n",
-    .fewestOperands = 1,
-    .mostOperands = 1,
-    .flags = {},
-    .run = runDriveLog,
-    .options = options,
-};
 
 } // namespace cli

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "cli/Command.h"
-
-#include <span>
-#include <string_view>
+#include "cli/Streams.h"
+#include "cli/commands/Command.h"
 
 namespace cli {
 
 /// Runs the command that the words name (the program's own name left out). Help goes to `out`, what went
 /// wrong to `err`; a write to `out` that fails is a failure. The program's log stays as it is.
-ExitCode run(std::span<const std::string_view> words, Streams streams);
+ExitCode run(Words words, Streams streams);
 
 } // namespace cli

@@ -8,6 +8,8 @@ namespace cli {
 
 namespace {
 
+} // namespace
+
 ExitCode runSize(const Arguments& arguments, Streams streams)
 {
     const std::string_view text = arguments.operands.front();
@@ -16,20 +18,7 @@ ExitCode runSize(const Arguments& arguments, Streams streams)
     if (error != std::errc() || stop != text.data() + text.size())
         return failure(streams, text, "is no number of bytes");
     streams.out << formatByteCount(bytes) << '\n';
-    return ExitCode::Success;
+    return ExitCode::success;
 }
-
-} // namespace
-
-const Command sizeCommand = {
-    .name = "size",
-    .synopsis = "BYTES",
-    .summary = "Says a size in bytes as the program shows it.",
-    .details = "A text of at most six characters, such as \"1.9 GB\"; units of 1024.\n",
-    .fewestOperands = 1,
-    .mostOperands = 1,
-    .flags = {},
-    .run = runSize,
-};
 
 } // namespace cli

@@ -25,9 +25,11 @@ std::string_view problem(WalkEnd end)
     }
 }
 
+} // namespace
+
 ExitCode runTelemetry(const Arguments& arguments, Streams streams)
 {
-    const std::string path(arguments.operands.front());
+    const std::string& path = arguments.operands.front();
     ZVKBlackBoxData data;
     data.ExtractStreamInformation(path.c_str());
     if (const auto why = problem(data.walkEnd()); !why.empty())
@@ -35,37 +37,15 @@ ExitCode runTelemetry(const Arguments& arguments, Streams streams)
 
     const ZVKMedia media = ZVKMedia::mediaWithPath(path);
     const std::string_view name = std::string_view(media.path()).substr(media.path().rfind('/') + 1);
-    if (arguments.flag == "--json")
+    if (arguments.has("--json"))
         writeTelemetryJson(streams.out, data);
-    else if (arguments.flag == "--csv")
+    else if (arguments.has("--csv"))
         writeTelemetryCsv(streams.out, data);
-    else if (arguments.flag == "--gpx")
+    else if (arguments.has("--gpx"))
         writeTelemetryGpx(streams.out, data, name);
     else
         writeTelemetrySummary(streams.out, data, name);
-    return ExitCode::Success;
+    return ExitCode::success;
 }
-
-constexpr std::string_view flags[] = {"--json", "--csv", "--gpx"};
-
-} // namespace
-
-const Command telemetryCommand = {
-    .name = "telemetry",
-    .synopsis = "FILE [--json|--csv|--gpx]",
-    .summary = "Shows a recording's G-sensor samples and GPS records; a summary without a flag.",
-    .details =
-        "--json: {\"result\", \"gsensor\", \"gps\", \"fixes\"}; result is false when the recording has no "
-        "side\n"
-        "data or its last record is cut. Positions are NMEA ddmm.mmmm magnitudes as recorded, \"KM\" is the\n"
-        "number of its character, \"Now\" is year, month, day of week, day, hour, minute, second, "
-        "milliseconds.\n"
-        "--csv: a row for each G-sensor sample, with the GPS header that is paired with it.\n"
-        "--gpx: one GPX 1.1 track of the GPS records that have a position; decimal degrees, speeds in m/s.\n",
-    .fewestOperands = 1,
-    .mostOperands = 1,
-    .flags = flags,
-    .run = runTelemetry,
-};
 
 } // namespace cli

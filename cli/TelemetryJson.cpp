@@ -1,76 +1,55 @@
-#include "cli/JsonWriter.h"
+#include "cli/Json.h"
 #include "cli/TelemetryFormats.h"
 
 #include <ostream>
+#include <ranges>
 
 namespace cli {
 
 namespace {
 
-void write(JsonWriter& json, const ZVKGSensor& sample, const _AVI_GSENSOR_DATA_T& record)
+Json json(const ZVKGSensor& sample, const _AVI_GSENSOR_DATA_T& record)
 {
-    json.beginObject();
-    json.key("nTimestamp").integer(record.nTimestamp);
-    json.key("x").number(sample.x);
-    json.key("y").number(sample.y);
-    json.key("z").number(sample.z);
-    json.key("nTemperature").integer(record.nTemperature);
-    json.endObject();
+    return {{"nTimestamp", record.nTimestamp}, {"x", sample.x}, {"y", sample.y}, {"z", sample.z},
+        {"nTemperature", record.nTemperature}};
 }
 
-void write(JsonWriter& json, const _AVI_GPS_DATA_T& header)
+Json json(const _AVI_GPS_DATA_T& header)
 {
-    json.beginObject();
-    json.key("nTimestamp").integer(header.nTimestamp);
-    json.key("nQualityIndicator").integer(header.nQualityIndicator);
-    json.key("fLatitude").number(header.fLatitude);
-    json.key("fLongitude").number(header.fLongitude);
-    json.key("fSpeed").number(header.fSpeed);
-    json.key("KM").integer(static_cast<uint8_t>(header.KM));
-    json.endObject();
+    return {{"nTimestamp", header.nTimestamp}, {"nQualityIndicator", header.nQualityIndicator},
+        {"fLatitude", header.fLatitude}, {"fLongitude", header.fLongitude}, {"fSpeed", header.fSpeed},
+        {"KM", static_cast<uint8_t>(header.KM)}};
 }
 
-void write(JsonWriter& json, const ZVKGpsData& fix)
+Json json(const ZVKGpsData& fix)
 {
     const _SYSTEMTIME& now = fix.Now;
-    json.beginObject();
-    json.key("Latitude").number(fix.Latitude);
-    json.key("NS").string({&fix.NS, 1});
-    json.key("Longitude").number(fix.Longitude);
-    json.key("EW").string({&fix.EW, 1});
-    json.key("SpeedOverGround").number(fix.SpeedOverGround);
-    json.key("CourseOverGround").number(fix.CourseOverGround);
-    json.key("HDOP").number(fix.HDOP);
-    json.key("SatelliteUsedCount").integer(fix.SatelliteUsedCount);
-    json.key("Now").beginArray();
-    for (const uint16_t field : {now.wYear, now.wMonth, now.wDayOfWeek, now.wDay, now.wHour, now.wMinute,
-             now.wSecond, now.wMilliseconds})
-        json.integer(field);
-    json.endArray();
-    json.endObject();
+    return {{"Latitude", fix.Latitude}, {"NS", std::string(1, fix.NS)}, {"Longitude", fix.Longitude},
+        {"EW", std::string(1, fix.EW)}, {"SpeedOverGround", fix.SpeedOverGround},
+        {"CourseOverGround", fix.CourseOverGround}, {"HDOP", fix.HDOP},
+        {"SatelliteUsedCount", fix.SatelliteUsedCount},
+        {"Now",
+            {now.wYear, now.wMonth, now.wDayOfWeek, now.wDay, now.wHour, now.wMinute, now.wSecond,
+                now.wMilliseconds}}};
+}
+
+auto indices(const auto& list)
+{
+    return std::views::iota(size_t{0}, list.size());
 }
 
 } // namespace
 
 void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
 {
-    JsonWriter json(out);
-    json.beginObject();
-    json.key("result").boolean(isSuccess(data.walkEnd()));
-    json.key("gsensor").beginArray();
-    for (size_t i = 0; i < data.m_GSensors.size(); ++i)
-        write(json, data.m_GSensors[i], data.m_vGSensorData()[i].data);
-    json.endArray();
-    json.key("gps").beginArray();
-    for (size_t i = 0; i < data.m_vGpsData().size(); ++i)
-        write(json, data.m_vGpsData()[i].data);
-    json.endArray();
-    json.key("fixes").beginArray();
-    for (size_t i = 0; i < data.m_NMEAs.size(); ++i)
-        write(json, data.m_NMEAs[i]);
-    json.endArray();
-    json.endObject();
-    json.finish();
+    out << "{\"result\":" << jsonText(isSuccess(data.walkEnd())) << ",\"gsensor\":";
+    writeJsonArray(out, indices(data.m_GSensors),
+        [&](size_t i) { return json(data.m_GSensors[i], data.m_vGSensorData()[i].data); });
+    out << ",\"gps\":";
+    writeJsonArray(out, indices(data.m_vGpsData()), [&](size_t i) { return json(data.m_vGpsData()[i].data); });
+    out << ",\"fixes\":";
+    writeJsonArray(out, indices(data.m_NMEAs), [&](size_t i) { return json(data.m_NMEAs[i]); });
+    out << "}\n";
 }
 
 } // namespace cli

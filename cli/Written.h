@@ -1,10 +1,11 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/Streams.h"
 #include "common/FilePlace.h"
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace cli {
 

@@ -13,7 +13,9 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
     setLogSink({});
+#ifdef ZAVIK_KNOWS_VOLUMES
     cli::setVolumesSource(platform::systemVolumes);
+#endif
 
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
     return static_cast<int>(cli::run(words, {std::cout, std::cerr}));

@@ -46,13 +46,16 @@ class DiskArbitration {
 public:
     virtual ~DiskArbitration() = default;
 
-    /// In the system's order. Empty, with the reason in the log, when the system cannot say. A volume that
+    /// In the system's order. Empty, with the reason in `trouble`, when the system cannot say. A volume that
     /// cannot be described is left out.
     virtual std::vector<VolumeDescription> mountedVolumes() = 0;
 
     /// What may be formatted for a camera: the removable media and partitions, mounted (`mountPath`) or not,
     /// with a file system or without. `writable` is the medium's own word here, whatever a mount says.
     virtual std::vector<VolumeDescription> formattableVolumes() = 0;
+
+    /// Why the system could not say what is mounted when it was asked last; empty when it could.
+    virtual std::string trouble() { return {}; }
 
     /// Changes the label of the volume that is mounted there. Empty on success, otherwise why not.
     virtual std::string setVolumeName(const std::string& mountPath, const std::string& name) = 0;

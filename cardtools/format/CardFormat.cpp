@@ -250,9 +250,10 @@ CardFormat::Outcome CardFormat::finish(const ErrorDictionary& mountError)
             logFormat("cannot put the settings back: %s", outcome.text.c_str());
             return outcome;
         }
-    } else if (auto why = writeDefaultFileData(CardRoot(root).file(cardFiles::settings))) {
+    } else if (const FileError why = writeDefaultFileData(CardRoot(root).file(cardFiles::settings))) {
         outcome.step = Step::defaultFailed;
-        outcome.text = *why;
+        outcome.text = "msg.file_open_fail";
+        logFormat("cannot write the default settings: %s", why.text().c_str());
         return outcome;
     }
     outcome.text = makeFolders(root);

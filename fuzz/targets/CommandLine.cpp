@@ -49,10 +49,10 @@ void fuzz(std::string_view rest)
     std::ostringstream out;
     std::ostringstream err;
     const cli::ExitCode code = cli::run(words, {out, err});
-    require((code == cli::ExitCode::Success) == err.view().empty());
+    require((code == cli::ExitCode::success) == err.view().empty());
     require(err.view().empty() || err.view().starts_with("zavikctl: ") || err.view().starts_with("usage"));
     require(isValidUtf8(err.view()));
-    if (code == cli::ExitCode::Success && asksForJson(words))
+    if (code == cli::ExitCode::success && asksForJson(words))
         require(isJson(out.view()));
 
     std::vector<std::string> copies(words.begin(), words.end());

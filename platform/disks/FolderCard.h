@@ -20,6 +20,7 @@ public:
     std::vector<VolumeDescription> mountedVolumes() override;
     /// With the folder, so that the user is told why it is not formatted.
     std::vector<VolumeDescription> formattableVolumes() override;
+    std::string trouble() override { return others ? others->trouble() : std::string(); }
     /// A folder keeps its name.
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
     std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) override;

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// The system's mounted volumes; empty in a build without the desktop's services.
+/// The system's mounted volumes.
 std::unique_ptr<DiskArbitration> systemVolumes();
 
 } // namespace platform

@@ -106,6 +106,12 @@ std::vector<VolumeDescription> UDisks2DiskArbitration::formattableVolumes()
     return platform::formattableVolumes(blockDevices());
 }
 
+std::string UDisks2DiskArbitration::trouble()
+{
+    const std::lock_guard lock(reporting);
+    return reported;
+}
+
 std::string UDisks2DiskArbitration::setVolumeName(const std::string& mountPath, const std::string& name)
 {
     const BlockDevices devices = blockDevices();

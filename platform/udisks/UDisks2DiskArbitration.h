@@ -33,6 +33,7 @@ public:
 
     std::vector<VolumeDescription> mountedVolumes() override;
     std::vector<VolumeDescription> formattableVolumes() override;
+    std::string trouble() override;
     /// The volume is unmounted, named and mounted again, perhaps elsewhere: a mounted FAT keeps its label in
     /// memory. Refused for what is not removable or is in use. After a failure the volume is mounted again
     /// where that is possible.

@@ -32,17 +32,16 @@ void finishFileData(_FILEDATA& record)
 FileError saveFileData(const _FILEDATA& record, const FilePlace& place)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(&record), sizeof record);
-    const FileError failure = replaceFile(place, bytes);
-    if (failure)
-        logFormat("%s", failure.text().c_str());
-    return failure;
+    return replaceFile(place, bytes);
 }
 
 std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path)
 {
-    if (saveFileData(record, FilePlace::chosen(path)))
-        return "msg.file_open_fail";
-    return std::nullopt;
+    const FileError failure = saveFileData(record, FilePlace::chosen(path));
+    if (!failure)
+        return std::nullopt;
+    logFormat("cannot save %s: %s", path.c_str(), failure.text().c_str());
+    return "msg.file_open_fail";
 }
 
 void initFileData(_FILEDATA& record)
@@ -108,11 +107,9 @@ void initFileDataForRegion(_FILEDATA& record, bool m_bKorean)
     record.Brightness1 = m_bKorean ? 0 : 1;
 }
 
-std::optional<std::string> writeDefaultFileData(const FilePlace& place)
+FileError writeDefaultFileData(const FilePlace& place)
 {
     _FILEDATA record;
     initFileData(record);
-    if (saveFileData(record, place))
-        return "msg.file_open_fail";
-    return std::nullopt;
+    return saveFileData(record, place);
 }

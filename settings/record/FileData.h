@@ -170,11 +170,12 @@ bool loadFileData(const std::string& path, _FILEDATA& record);
 void finishFileData(_FILEDATA& record);
 
 /// Writes the record's bytes to the file, creating or replacing it: a reader of the file finds the old record
-/// or the new one, never a mixture, also when the machine stops at any moment. Nothing on success; otherwise
-/// the text key "msg.file_open_fail", the reason is logged and the file is as it was.
-[[nodiscard]] std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path);
-/// The same with the error itself. `path` follows a link, the place does not.
+/// or the new one, never a mixture, also when the machine stops at any moment. Why it failed, or nothing; then
+/// the file is as it was. A link is not followed.
 [[nodiscard]] FileError saveFileData(const _FILEDATA& record, const FilePlace& place);
+/// The same for a path, of which links are followed. Nothing on success, otherwise the text key
+/// "msg.file_open_fail"; the reason is logged.
+[[nodiscard]] std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path);
 
 /// Sets the base defaults.
 void initFileData(_FILEDATA& record);
@@ -182,5 +183,5 @@ void initFileData(_FILEDATA& record);
 /// The base defaults, then the four fields that differ between Korea and elsewhere.
 void initFileDataForRegion(_FILEDATA& record, bool m_bKorean);
 
-/// Writes the base defaults to the file as they are, without finishFileData. Result as saveFileData.
-[[nodiscard]] std::optional<std::string> writeDefaultFileData(const FilePlace& place);
+/// Writes the base defaults to the file as they are, without finishFileData. Why it failed, or nothing.
+[[nodiscard]] FileError writeDefaultFileData(const FilePlace& place);

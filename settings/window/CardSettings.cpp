@@ -109,7 +109,6 @@ void keepBefore(const FilePlace& settings, const std::string& contents, SaveOutc
         kept = freeBeside(settings);
     outcome.error = kept ? replaceFile(*kept, contents) : FileError{EEXIST};
     if (outcome.error) {
-        logFormat("cannot keep a copy of %s: %s", settings.path().c_str(), outcome.error.text().c_str());
         outcome.kind = SaveOutcome::Kind::cannotKeep;
     } else if (!outcome.before) {
         outcome.keptAs = kept->name();

@@ -3,6 +3,7 @@
 #include "settings/window/ZVKSettingController.h"
 
 #include "common/CardFiles.h"
+#include "common/Log.h"
 #include "lib/Alerts.h"
 #include "lib/WriteFailure.h"
 #include "platform/Texts.h"
@@ -218,6 +219,7 @@ void ZVKSettingController::saved(const SaveOutcome& outcome)
 void ZVKSettingController::tellFailure(const SaveOutcome& outcome)
 {
     afterSave = {};
+    logFormat("cannot save %s: %s", outcome.path.c_str(), outcome.error.text().c_str());
     const QString message = outcome.kind == SaveOutcome::Kind::cannotKeep
         ? localized("msg.cannot_keep") + QStringLiteral("\n") + writeFailureText(outcome.error, outcome.path)
         : writeFailureText(outcome.error, outcome.path);

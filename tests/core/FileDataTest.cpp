@@ -30,7 +30,7 @@ TEST(FileData, DefaultsOfBothRegionsSaveAsTheCameraKnowsThem)
     finishFileData(english);
     EXPECT_EQ(
         bytesOf(english).substr(0, 12), std::string("\x26\x57\xB7\x19\x01\x00\x00\x00\x46\x00\x00\x00", 12));
-    ASSERT_EQ(writeDefaultFileData(FilePlace::chosen(folder.path("config.bin"))), std::nullopt);
+    ASSERT_FALSE(writeDefaultFileData(FilePlace::chosen(folder.path("config.bin"))));
     EXPECT_EQ(contents(folder.path("config.bin")).substr(2, 2), std::string(2, '\0'));
 }
 

@@ -179,6 +179,7 @@ TEST_F(UDisks2Test, WithoutServiceOrBusTheListIsEmptyAndTheLogTellsWhyOnce)
     EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
     EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
     EXPECT_THAT(log, ElementsAre("volumes: UDisks2 cannot be asked: GetManagedObjects went wrong"));
+    EXPECT_EQ(refused->trouble(), "UDisks2 cannot be asked: GetManagedObjects went wrong");
 
     const PrivateBus empty;
     UDisks2DiskArbitration missing({.busAddress = empty.address().toStdString()});

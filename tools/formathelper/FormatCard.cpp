@@ -98,6 +98,9 @@ FormatResult makeFileSystem(
 
 } // namespace
 
+// Read here, not by the command line library of the other programs: four words at fixed places need none of
+// its forms (--name=value, help, option files), and what runs with administrator rights stays small. The
+// manual's page comes from the table of commands all the same.
 bool readRequest(std::span<const std::string_view> arguments, FormatRequest& request)
 {
     if (arguments.size() != 4 || std::ranges::any_of(arguments, &std::string_view::empty))

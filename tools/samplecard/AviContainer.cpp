@@ -10,8 +10,8 @@ namespace samplecard {
 
 namespace {
 
-constexpr size_t kChunkHead = 8;
-constexpr size_t kListHead = 12;
+constexpr size_t chunkHead = 8;
+constexpr size_t listHead = 12;
 
 uint32_t numberAt(std::span<const std::byte> bytes, size_t offset)
 {
@@ -39,8 +39,8 @@ std::optional<std::string> checkIndex(std::span<const std::byte> avi, size_t ind
         return "it has no pictures or no index";
     if (numberAt(avi, index + 4) < 16)
         return std::nullopt;
-    const std::string_view id = idAt(avi, index + kChunkHead);
-    const size_t place = movi + kChunkHead + numberAt(avi, index + kChunkHead + 8);
+    const std::string_view id = idAt(avi, index + chunkHead);
+    const size_t place = movi + chunkHead + numberAt(avi, index + chunkHead + 8);
     if (place + 4 > avi.size() || idAt(avi, place) != id)
         return "its index counts from the beginning of the file";
     return std::nullopt;
@@ -50,21 +50,21 @@ std::optional<std::string> checkIndex(std::span<const std::byte> avi, size_t ind
 
 std::optional<std::string> embedSideData(std::vector<std::byte>& avi, const SideDataWriter& sideData)
 {
-    if (avi.size() < kListHead || idAt(avi, 0) != "RIFF" || idAt(avi, 8) != "AVI ")
+    if (avi.size() < listHead || idAt(avi, 0) != "RIFF" || idAt(avi, 8) != "AVI ")
         return "it is no AVI file";
-    const size_t end = kChunkHead + numberAt(avi, 4);
+    const size_t end = chunkHead + numberAt(avi, 4);
     if (end > avi.size() || avi.size() - end > 1)
         return "its size is not what its head says";
-    std::vector<std::byte> kept(avi.begin(), avi.begin() + kListHead);
+    std::vector<std::byte> kept(avi.begin(), avi.begin() + listHead);
     size_t index = 0;
     size_t movi = 0;
-    for (size_t at = kListHead; at + kChunkHead <= end;) {
-        const size_t size = kChunkHead + ((size_t(numberAt(avi, at + 4)) + 1) & ~size_t(1));
+    for (size_t at = listHead; at + chunkHead <= end;) {
+        const size_t size = chunkHead + ((size_t(numberAt(avi, at + 4)) + 1) & ~size_t(1));
         if (size > end - at)
             return "a chunk reaches beyond the file";
         if (idAt(avi, at) == "idx1")
             index = at;
-        else if (idAt(avi, at) == "LIST" && size >= kListHead && idAt(avi, at + kChunkHead) == "movi")
+        else if (idAt(avi, at) == "LIST" && size >= listHead && idAt(avi, at + chunkHead) == "movi")
             movi = at;
         if (idAt(avi, at) != "JUNK")
             kept.insert(kept.end(), avi.begin() + ptrdiff_t(at), avi.begin() + ptrdiff_t(at + size));
@@ -76,7 +76,7 @@ std::optional<std::string> embedSideData(std::vector<std::byte>& avi, const Side
     kept.insert(kept.end(), chunk.begin(), chunk.end());
     if (kept.size() % 2)
         kept.push_back(std::byte(0));
-    setNumber(kept, 4, uint32_t(kept.size() - kChunkHead));
+    setNumber(kept, 4, uint32_t(kept.size() - chunkHead));
     avi = std::move(kept);
     return std::nullopt;
 }

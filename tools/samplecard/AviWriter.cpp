@@ -6,17 +6,17 @@
 
 AviWriter::AviWriter()
 {
-    putText(m_bytes, "RIFF");
-    putNumber(m_bytes, 0, 4);
-    putText(m_bytes, "AVI ");
+    putText(chunks, "RIFF");
+    putNumber(chunks, 0, 4);
+    putText(chunks, "AVI ");
 }
 
 AviWriter& AviWriter::chunk(
     std::string_view id, std::span<const std::byte> body, std::optional<uint32_t> declaredSize)
 {
-    putText(m_bytes, id);
-    putNumber(m_bytes, declaredSize.value_or(static_cast<uint32_t>(body.size())), 4);
-    m_bytes.insert(m_bytes.end(), body.begin(), body.end());
+    putText(chunks, id);
+    putNumber(chunks, declaredSize.value_or(static_cast<uint32_t>(body.size())), 4);
+    chunks.insert(chunks.end(), body.begin(), body.end());
     return *this;
 }
 
@@ -27,17 +27,17 @@ AviWriter& AviWriter::filler(size_t size)
 
 AviWriter& AviWriter::junk(const SideDataWriter& sideData, std::optional<uint32_t> declaredSize)
 {
-    m_sideDataOffset = m_bytes.size() + 8;
+    sideDataAt = chunks.size() + 8;
     const std::vector<std::byte> chunk = sideData.junkChunk(declaredSize);
-    m_bytes.insert(m_bytes.end(), chunk.begin(), chunk.end());
+    chunks.insert(chunks.end(), chunk.begin(), chunk.end());
     return *this;
 }
 
 std::vector<std::byte> AviWriter::bytes() const
 {
     std::vector<std::byte> riffSize;
-    putNumber(riffSize, m_bytes.size() - 8, 4);
-    std::vector<std::byte> file = m_bytes;
+    putNumber(riffSize, chunks.size() - 8, 4);
+    std::vector<std::byte> file = chunks;
     std::copy(riffSize.begin(), riffSize.end(), file.begin() + 4);
     return file;
 }

@@ -25,9 +25,9 @@ public:
     /// The whole file, its RIFF size set.
     std::vector<std::byte> bytes() const;
     /// Where the side-data area of the last `junk` begins in the file; 0 before one is added.
-    size_t sideDataOffset() const { return m_sideDataOffset; }
+    size_t sideDataOffset() const { return sideDataAt; }
 
 private:
-    std::vector<std::byte> m_bytes;
-    size_t m_sideDataOffset = 0;
+    std::vector<std::byte> chunks;
+    size_t sideDataAt = 0;
 };

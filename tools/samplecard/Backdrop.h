@@ -20,11 +20,11 @@ private:
     void paintHills();
     void paintTown();
     double azimuth(int x) const;
-    double elevation(int y) const { return double(m_above - y) / m_focal; }
+    double elevation(int y) const { return double(rowsAbove - y) / focalLength; }
 
-    float m_focal;
-    int m_above;
-    Canvas m_panorama;
+    float focalLength;
+    int rowsAbove;
+    Canvas panorama;
 };
 
 } // namespace samplecard

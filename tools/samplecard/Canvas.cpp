@@ -4,15 +4,15 @@ namespace samplecard {
 
 namespace {
 
-constexpr int kRowSamples = 4;
+constexpr int rowSamples = 4;
 
 } // namespace
 
 Canvas::Canvas(int width, int height)
-    : m_width(width),
-      m_height(height),
-      m_pixels(size_t(width) * size_t(height), 0xFF000000U),
-      m_coverage(size_t(width) + 2)
+    : columns(width),
+      rows(height),
+      picture(size_t(width) * size_t(height), 0xFF000000U),
+      coverage(size_t(width) + 2)
 {
 }
 
@@ -22,26 +22,26 @@ void Canvas::addEdges(std::span<const Point> outline)
         const Point a = outline[i];
         const Point b = outline[(i + 1) % outline.size()];
         if (a.y < b.y)
-            m_edges.push_back({a.x, a.y, b.x, b.y});
+            edges.push_back({a.x, a.y, b.x, b.y});
         else if (b.y < a.y)
-            m_edges.push_back({b.x, b.y, a.x, a.y});
+            edges.push_back({b.x, b.y, a.x, a.y});
     }
 }
 
 void Canvas::coverRow(int y, float& from, float& to)
 {
-    const auto right = float(m_width);
-    for (int sample = 0; sample < kRowSamples; ++sample) {
-        const float at = float(y) + (float(sample) + 0.5F) / kRowSamples;
-        m_crossings.clear();
-        for (const Edge& e : m_edges) {
+    const auto right = float(columns);
+    for (int sample = 0; sample < rowSamples; ++sample) {
+        const float at = float(y) + (float(sample) + 0.5F) / rowSamples;
+        crossings.clear();
+        for (const Edge& e : edges) {
             if (at >= e.y0 && at < e.y1)
-                m_crossings.push_back(e.x0 + (e.x1 - e.x0) * (at - e.y0) / (e.y1 - e.y0));
+                crossings.push_back(e.x0 + (e.x1 - e.x0) * (at - e.y0) / (e.y1 - e.y0));
         }
-        std::sort(m_crossings.begin(), m_crossings.end());
-        for (size_t i = 0; i + 1 < m_crossings.size(); i += 2) {
-            const float a = std::clamp(m_crossings[i], 0.0F, right);
-            const float b = std::clamp(m_crossings[i + 1], 0.0F, right);
+        std::sort(crossings.begin(), crossings.end());
+        for (size_t i = 0; i + 1 < crossings.size(); i += 2) {
+            const float a = std::clamp(crossings[i], 0.0F, right);
+            const float b = std::clamp(crossings[i + 1], 0.0F, right);
             if (b <= a)
                 continue;
             from = std::min(from, a);
@@ -49,11 +49,11 @@ void Canvas::coverRow(int y, float& from, float& to)
             const auto start = [this](float x, float weight) {
                 const auto pixel = size_t(x);
                 const float part = x - float(pixel);
-                m_coverage[pixel] += weight * (1 - part);
-                m_coverage[pixel + 1] += weight * part;
+                coverage[pixel] += weight * (1 - part);
+                coverage[pixel + 1] += weight * part;
             };
-            start(a, 1.0F / kRowSamples);
-            start(b, -1.0F / kRowSamples);
+            start(a, 1.0F / rowSamples);
+            start(b, -1.0F / rowSamples);
         }
     }
 }
@@ -62,11 +62,11 @@ void Canvas::blendCovered(int y, float from, float to, Rgb colour, float alpha)
 {
     const uint32_t over = packed(colour);
     uint32_t* pixels = row(y);
-    const int last = std::min(m_width - 1, int(to));
+    const int last = std::min(columns - 1, int(to));
     float cover = 0;
     uint32_t share = 0;
     for (int x = int(from); x <= last; ++x) {
-        float& change = m_coverage[size_t(x)];
+        float& change = coverage[size_t(x)];
         if (change != 0) {
             cover += change;
             change = 0;
@@ -75,24 +75,24 @@ void Canvas::blendCovered(int y, float from, float to, Rgb colour, float alpha)
         pixels[x] = share == 256 ? over : blended(pixels[x], over, share);
     }
     // A span that ends at the border leaves its last difference just behind it.
-    m_coverage[size_t(last) + 1] = 0;
+    coverage[size_t(last) + 1] = 0;
 }
 
 void Canvas::fill(std::span<const Point> outline, const Paint& paint, std::span<const Point> hole)
 {
-    m_edges.clear();
+    edges.clear();
     addEdges(outline);
-    float top = float(m_height);
+    float top = float(rows);
     float bottom = 0;
-    for (const Edge& e : m_edges) {
+    for (const Edge& e : edges) {
         top = std::min(top, e.y0);
         bottom = std::max(bottom, e.y1);
     }
     addEdges(hole);
-    const int first = int(std::clamp(top, 0.0F, float(m_height)));
-    const int end = int(std::clamp(std::ceil(bottom), 0.0F, float(m_height)));
+    const int first = int(std::clamp(top, 0.0F, float(rows)));
+    const int end = int(std::clamp(std::ceil(bottom), 0.0F, float(rows)));
     for (int y = first; y < end; ++y) {
-        float from = float(m_width);
+        float from = float(columns);
         float to = 0;
         coverRow(y, from, to);
         if (to > from) {
@@ -104,9 +104,9 @@ void Canvas::fill(std::span<const Point> outline, const Paint& paint, std::span<
 
 void Canvas::blendSpan(int y, float from, float to, Rgb colour, float alpha)
 {
-    const float a = std::clamp(from, 0.0F, float(m_width));
-    const float b = std::clamp(to, 0.0F, float(m_width));
-    if (b <= a || y < 0 || y >= m_height)
+    const float a = std::clamp(from, 0.0F, float(columns));
+    const float b = std::clamp(to, 0.0F, float(columns));
+    if (b <= a || y < 0 || y >= rows)
         return;
     const uint32_t over = packed(colour);
     uint32_t* pixels = row(y);
@@ -114,7 +114,7 @@ void Canvas::blendSpan(int y, float from, float to, Rgb colour, float alpha)
         pixels[x] = blended(pixels[x], over, uint32_t(cover * alpha * 256));
     };
     const int first = int(a);
-    const int last = std::min(int(b), m_width - 1);
+    const int last = std::min(int(b), columns - 1);
     if (first == last) {
         blend(first, b - a);
         return;
@@ -129,9 +129,9 @@ void Canvas::blendSpan(int y, float from, float to, Rgb colour, float alpha)
 void Canvas::glow(Point centre, float radius, Rgb colour, float strength)
 {
     const int top = std::max(0, int(centre.y - radius));
-    const int bottom = std::min(m_height - 1, int(centre.y + radius));
+    const int bottom = std::min(rows - 1, int(centre.y + radius));
     const int left = std::max(0, int(centre.x - radius));
-    const int right = std::min(m_width - 1, int(centre.x + radius));
+    const int right = std::min(columns - 1, int(centre.x + radius));
     for (int y = top; y <= bottom; ++y) {
         const float dy = (float(y) - centre.y) / radius;
         uint32_t* pixels = row(y);
@@ -176,7 +176,7 @@ void Canvas::draw(
 {
     const float width = bottomRight.x - topLeft.x;
     const float height = bottomRight.y - topLeft.y;
-    if (width < 1 || height < 1 || topLeft.x >= float(m_width) || bottomRight.x <= 0)
+    if (width < 1 || height < 1 || topLeft.x >= float(columns) || bottomRight.x <= 0)
         return;
     size_t n = 0;
     while (n + 1 < sprite.levels.size() && float(sprite.levels[n + 1].width) >= width)
@@ -185,10 +185,10 @@ void Canvas::draw(
     const auto gain = uint32_t(std::clamp(light * (1 - hazeShare), 0.0F, 1.0F) * 256);
     const uint32_t veil = packed(haze * hazeShare) & 0xFFFFFF;
     const int first = std::max(0, int(std::ceil(topLeft.x)));
-    const int last = std::min(m_width, int(bottomRight.x));
+    const int last = std::min(columns, int(bottomRight.x));
     const auto step = uint32_t(float(level.width) / width * 65536);
     const auto start = uint32_t((float(first) - topLeft.x) * float(level.width) / width * 65536);
-    const int end = std::min(m_height, int(bottomRight.y));
+    const int end = std::min(rows, int(bottomRight.y));
     for (int y = std::max(0, int(std::ceil(topLeft.y))); y < end; ++y) {
         const auto v = std::min(level.height - 1, int((float(y) - topLeft.y) * float(level.height) / height));
         const uint32_t* source = level.pixels.data() + size_t(v) * size_t(level.width);

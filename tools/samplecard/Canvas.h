@@ -46,10 +46,10 @@ class Canvas {
 public:
     Canvas(int width, int height);
 
-    int width() const { return m_width; }
-    int height() const { return m_height; }
-    uint32_t* row(int y) { return m_pixels.data() + size_t(y) * size_t(m_width); }
-    const uint32_t* row(int y) const { return m_pixels.data() + size_t(y) * size_t(m_width); }
+    int width() const { return columns; }
+    int height() const { return rows; }
+    uint32_t* row(int y) { return picture.data() + size_t(y) * size_t(columns); }
+    const uint32_t* row(int y) const { return picture.data() + size_t(y) * size_t(columns); }
 
     /// Fills an outline, even-odd, with an optional hole.
     void fill(std::span<const Point> outline, const Paint& paint, std::span<const Point> hole = {});
@@ -69,12 +69,12 @@ private:
     void coverRow(int y, float& from, float& to);
     void blendCovered(int y, float from, float to, Rgb colour, float alpha);
 
-    int m_width;
-    int m_height;
-    std::vector<uint32_t> m_pixels;
-    std::vector<Edge> m_edges; // of the shape being filled
-    std::vector<float> m_crossings;
-    std::vector<float> m_coverage; // of one row, as differences between neighbours
+    int columns;
+    int rows;
+    std::vector<uint32_t> picture;
+    std::vector<Edge> edges; // of the shape being filled
+    std::vector<float> crossings;
+    std::vector<float> coverage; // of one row, as differences between neighbours
 };
 
 /// `share` of 256 of `over`, the rest of `under`.

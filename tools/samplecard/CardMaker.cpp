@@ -11,11 +11,11 @@ namespace samplecard {
 namespace {
 
 // Raised whenever a card made by the same options would differ.
-constexpr int kVersion = 5;
+constexpr int version = 5;
 
 std::string recipeFor(const CardOptions& options)
 {
-    return "samplecard " + std::to_string(kVersion) + " seconds " + std::to_string(options.seconds);
+    return "samplecard " + std::to_string(version) + " seconds " + std::to_string(options.seconds);
 }
 
 enum class Place { Free, Made, Refused };

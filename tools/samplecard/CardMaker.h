@@ -8,12 +8,12 @@
 
 namespace samplecard {
 
-inline constexpr int kDefaultSeconds = 20;
-inline constexpr int kLongestSeconds = 30;
+inline constexpr int defaultSeconds = 20;
+inline constexpr int longestSeconds = 30;
 
 struct CardOptions {
     std::filesystem::path folder;
-    int seconds = kDefaultSeconds; // length of a recording, 1 to kLongestSeconds
+    int seconds = defaultSeconds; // length of a recording, 1 to longestSeconds
     bool force = false; // make it anew even when it is there
 };
 

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 using Failure = std::optional<std::string>;
 
-constexpr int kWorkers = 2;
+constexpr int workerCount = 2;
 
 template <typename Value> bool writeAll(const fs::path& file, const std::vector<Value>& values)
 {
@@ -41,24 +41,24 @@ std::vector<std::byte> readAll(const fs::path& file)
 class RecordingMaker {
 public:
     RecordingMaker(const CardWork& work, const Scenery& front, const Scenery& rear)
-        : m_work(work),
-          m_front(work.drive, front, Camera::Front),
-          m_rear(work.drive, rear, Camera::Rear)
+        : shared(work),
+          frontScene(work.drive, front, Camera::Front),
+          rearScene(work.drive, rear, Camera::Rear)
     {
     }
 
     Failure make(const Recording& recording)
     {
-        const fs::path encoded = m_work.scratch / recording.name;
+        const fs::path encoded = shared.scratch / recording.name;
         if (Failure failure = encode(recording, encoded.string()))
             return failure;
         std::vector<std::byte> avi = readAll(encoded);
         if (Failure failure =
-                embedSideData(avi, telemetryOf(m_work.drive, recording.start, recording.seconds)))
+                embedSideData(avi, telemetryOf(shared.drive, recording.start, recording.seconds)))
             return "ffmpeg made a file that cannot be used: " + *failure;
         std::error_code ignored;
         fs::remove(encoded, ignored);
-        if (!writeAll(m_work.card / recording.folder / recording.name, avi))
+        if (!writeAll(shared.card / recording.folder / recording.name, avi))
             return "cannot be written (is the disk full?)";
         return std::nullopt;
     }
@@ -67,27 +67,27 @@ private:
     Failure encode(const Recording& recording, const std::string& output)
     {
         const std::string sound = output + ".pcm";
-        if (!writeAll(sound, soundOf(m_work.drive, recording.start, recording.seconds)))
+        if (!writeAll(sound, soundOf(shared.drive, recording.start, recording.seconds)))
             return "cannot write the sound (is the disk full?)";
-        Scene& scene = recording.camera == Camera::Front ? m_front : m_rear;
+        Scene& scene = recording.camera == Camera::Front ? frontScene : rearScene;
         Encoder encoder;
-        if (!encoder.start({scene.width(), scene.height(), sound, kSoundRate, output, output + ".txt"}))
+        if (!encoder.start({scene.width(), scene.height(), sound, soundRate, output, output + ".txt"}))
             return "ffmpeg cannot be started: is it installed?";
-        const int pictures = recording.seconds * Encoder::kPicturesPerSecond;
+        const int pictures = recording.seconds * Encoder::picturesPerSecond;
         for (int n = 0; n < pictures; ++n) {
-            if (m_work.stopped)
+            if (shared.stopped)
                 return "interrupted";
-            toYuv420(scene.render(recording.start + double(n) / Encoder::kPicturesPerSecond), m_planes);
-            if (!encoder.write(m_planes))
+            toYuv420(scene.render(recording.start + double(n) / Encoder::picturesPerSecond), planes);
+            if (!encoder.write(planes))
                 break; // its exit says why
         }
         return encoder.finish();
     }
 
-    const CardWork& m_work;
-    Scene m_front;
-    Scene m_rear;
-    std::vector<uint8_t> m_planes;
+    const CardWork& shared;
+    Scene frontScene;
+    Scene rearScene;
+    std::vector<uint8_t> planes;
 };
 
 } // namespace
@@ -118,7 +118,7 @@ Failure addRecordings(const CardWork& work)
         }
     };
     std::vector<std::future<void>> workers;
-    for (int n = 0; n < kWorkers; ++n)
+    for (int n = 0; n < workerCount; ++n)
         workers.push_back(std::async(std::launch::async, makeSome));
     for (auto& worker : workers)
         worker.get();

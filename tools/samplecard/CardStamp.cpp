@@ -10,7 +10,7 @@ namespace samplecard {
 
 namespace {
 
-constexpr auto kFileName = ".samplecard";
+constexpr auto fileName = ".samplecard";
 
 std::map<std::string, uintmax_t> filesIn(const fs::path& folder)
 {
@@ -21,7 +21,7 @@ std::map<std::string, uintmax_t> filesIn(const fs::path& folder)
         if (failure)
             break;
         const std::string name = it->path().lexically_relative(folder).generic_string();
-        if (!it->is_directory(failure) && name != kFileName)
+        if (!it->is_directory(failure) && name != fileName)
             files[name] = it->file_size(failure);
     }
     return files;
@@ -31,7 +31,7 @@ std::map<std::string, uintmax_t> filesIn(const fs::path& folder)
 
 std::optional<CardStamp> CardStamp::read(const fs::path& folder)
 {
-    std::ifstream in(folder / kFileName);
+    std::ifstream in(folder / fileName);
     CardStamp stamp;
     if (!std::getline(in, stamp.recipe) || !stamp.recipe.starts_with("samplecard "))
         return std::nullopt;
@@ -47,7 +47,7 @@ std::optional<CardStamp> CardStamp::read(const fs::path& folder)
 
 bool CardStamp::write(const fs::path& folder, const std::string& recipe)
 {
-    std::ofstream out(folder / kFileName);
+    std::ofstream out(folder / fileName);
     out << recipe << '\n';
     for (const auto& [name, size] : filesIn(folder))
         out << size << ' ' << name << '\n';

@@ -21,14 +21,14 @@ bool writeText(const std::filesystem::path& file, const std::string& text)
 
 std::span<const CardStep> cardSteps()
 {
-    static constexpr std::array kSteps{
+    static constexpr std::array steps{
         CardStep{"folders", addFolders},
         CardStep{"recordings", addRecordings},
         CardStep{"the drive log", addDriveLog},
         CardStep{"settings and clock", addSettings},
         CardStep{"odd files", addOddFiles},
     };
-    return kSteps;
+    return steps;
 }
 
 std::optional<std::string> addFolders(const CardWork& work)
@@ -44,7 +44,7 @@ std::optional<std::string> addFolders(const CardWork& work)
 
 std::optional<std::string> addDriveLog(const CardWork& work)
 {
-    const auto file = driveLogOf(work.drive, int(Drive::kParked) + work.seconds);
+    const auto file = driveLogOf(work.drive, int(Drive::parked) + work.seconds);
     const std::string bytes(reinterpret_cast<const char*>(file.data()), file.size());
     std::error_code failure;
     std::filesystem::create_directory(work.card / "DrvInfo", failure);

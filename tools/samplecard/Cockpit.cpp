@@ -14,10 +14,10 @@ namespace {
 template <typename Height>
 std::vector<Point> lowerEdge(const Canvas& frame, double from, double to, Height height)
 {
-    constexpr int kSteps = 48;
+    constexpr int steps = 48;
     std::vector<Point> outline;
-    for (int i = 0; i <= kSteps; ++i) {
-        const double x = from + (to - from) * i / kSteps;
+    for (int i = 0; i <= steps; ++i) {
+        const double x = from + (to - from) * i / steps;
         outline.push_back({float(x * frame.width()), float(height(x) * frame.height())});
     }
     outline.push_back({float(to * frame.width()), float(frame.height() + 2)});
@@ -59,9 +59,9 @@ void drawRearWindow(Canvas& frame, float brightness)
     const auto height = float(frame.height());
     // A rounded opening in a dark frame.
     std::vector<Point> opening;
-    constexpr int kSteps = 64;
-    for (int i = 0; i < kSteps; ++i) {
-        const double angle = 2 * std::numbers::pi * i / kSteps;
+    constexpr int steps = 64;
+    for (int i = 0; i < steps; ++i) {
+        const double angle = 2 * std::numbers::pi * i / steps;
         const auto round = [](double v) { return std::copysign(std::pow(std::abs(v), 0.30), v); };
         opening.push_back({float(width * (0.5 + 0.530 * round(std::cos(angle)))),
             float(height * (0.440 + 0.475 * round(std::sin(angle))))});
@@ -81,7 +81,7 @@ void drawRearWindow(Canvas& frame, float brightness)
 void drawCaption(Canvas& frame, const Fix& fix, bool rear)
 {
     const int scale = std::max(1, int(std::lround(frame.width() / 430.0)));
-    const auto local = std::time_t(fix.utcMilliseconds / 1000 + Drive::kLocalHoursAhead * 3600);
+    const auto local = std::time_t(fix.utcMilliseconds / 1000 + Drive::localHoursAhead * 3600);
     std::tm when{};
     gmtime_r(&local, &when);
     const std::string clock = formatted("%04d-%02d-%02d %02d:%02d:%02d", when.tm_year + 1900, when.tm_mon + 1,
@@ -91,9 +91,9 @@ void drawCaption(Canvas& frame, const Fix& fix, bool rear)
     const std::string side = rear ? "REAR" : "FRONT";
     const int y = frame.height() - 11 * scale;
     const int inset = 8 * scale;
-    constexpr Rgb kInk{255, 250, 236};
-    drawText(frame, clock, inset, y, scale, kInk);
-    drawText(frame, speed, (frame.width() - textWidth(speed, scale)) / 2 + 20 * scale, y, scale, kInk);
+    constexpr Rgb ink{255, 250, 236};
+    drawText(frame, clock, inset, y, scale, ink);
+    drawText(frame, speed, (frame.width() - textWidth(speed, scale)) / 2 + 20 * scale, y, scale, ink);
     drawText(frame, side, frame.width() - inset - textWidth(side, scale), y, scale, {255, 206, 96});
 }
 

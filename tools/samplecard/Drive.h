@@ -44,14 +44,14 @@ struct Motion {
 class Drive {
 public:
     /// 2024-05-18 18:12:00 in the camera's local time, which is nine hours ahead of UTC.
-    static constexpr int64_t kStartUtcMilliseconds = 1716023520000;
-    static constexpr int kLocalHoursAhead = 9;
-    static constexpr double kImpact = 395.6;
-    static constexpr double kParked = 690;
+    static constexpr int64_t startUtcMilliseconds = 1716023520000;
+    static constexpr int localHoursAhead = 9;
+    static constexpr double impact = 395.6;
+    static constexpr double parked = 690;
 
     Drive();
 
-    const Road& road() const { return m_road; }
+    const Road& road() const { return way; }
     Motion motionAt(double seconds) const;
     /// What the sensor reads, with a little noise that depends on the tenth of a second only.
     Acceleration accelerationAt(double seconds) const;
@@ -59,7 +59,7 @@ public:
     Fix fixAt(int second) const;
     /// The moment at which the car passes a place on the road.
     double timeAt(double along) const;
-    double tunnelEntry() const { return m_tunnelEntry; }
+    double tunnelEntry() const { return entryTime; }
     /// Metres from the camera to the rear of the car ahead.
     double gapAheadAt(double seconds) const;
     /// Shaking after the impact: 1 at the impact, 0 before it, dying away within a second.
@@ -68,10 +68,10 @@ public:
 private:
     double distanceAt(double seconds) const;
 
-    Road m_road;
-    std::vector<double> m_distanceAtKey; // parallel to the speed profile
-    std::vector<double> m_bumpTimes; // parallel to the road's bumps
-    double m_tunnelEntry = 0;
+    Road way;
+    std::vector<double> distanceAtKey; // parallel to the speed profile
+    std::vector<double> bumpTimes; // parallel to the road's bumps
+    double entryTime = 0;
 };
 
 } // namespace samplecard

@@ -11,8 +11,8 @@ namespace samplecard {
 
 namespace {
 
-constexpr int kMinuteParts = 10000;
-constexpr int kEverySeconds = 5;
+constexpr int partsOfAMinute = 10000;
+constexpr int everySeconds = 5;
 
 struct NmeaParts {
     uint16_t whole;
@@ -21,10 +21,10 @@ struct NmeaParts {
 
 NmeaParts nmeaParts(double degrees)
 {
-    const long minuteParts = std::lround(degrees * 60 * kMinuteParts);
-    const long minutes = minuteParts / kMinuteParts;
+    const long minuteParts = std::lround(degrees * 60 * partsOfAMinute);
+    const long minutes = minuteParts / partsOfAMinute;
     return {static_cast<uint16_t>(minutes / 60 * 100 + minutes % 60),
-        static_cast<uint16_t>(minuteParts % kMinuteParts)};
+        static_cast<uint16_t>(minuteParts % partsOfAMinute)};
 }
 
 int16_t steps(double g)
@@ -34,7 +34,7 @@ int16_t steps(double g)
 
 void setTime(FlashDataRecord& record, int64_t utcMilliseconds)
 {
-    const auto local = std::time_t(utcMilliseconds / 1000 + Drive::kLocalHoursAhead * 3600);
+    const auto local = std::time_t(utcMilliseconds / 1000 + Drive::localHoursAhead * 3600);
     std::tm when{};
     gmtime_r(&local, &when);
     record.yoil = static_cast<uint8_t>(when.tm_wday);
@@ -67,7 +67,7 @@ FlashDataRecord recordAt(const Drive& drive, int second)
     record.cur_speed = static_cast<uint16_t>(std::lround(fix.kilometresPerHour));
     record.driving_distance = static_cast<uint32_t>(drive.motionAt(second).along / 100);
     // The dynamo charges while the engine runs.
-    record.battery = second < int(Drive::kParked) ? static_cast<int16_t>(138 + second / 7 % 3) : 126;
+    record.battery = second < int(Drive::parked) ? static_cast<int16_t>(138 + second / 7 % 3) : 126;
     return record;
 }
 
@@ -75,13 +75,13 @@ FlashDataRecord recordAt(const Drive& drive, int second)
 
 std::vector<std::byte> driveLogOf(const Drive& drive, int seconds)
 {
-    const size_t count = static_cast<size_t>((seconds + kEverySeconds - 1) / kEverySeconds);
+    const size_t count = static_cast<size_t>((seconds + everySeconds - 1) / everySeconds);
     const DriveRecordHeader header{.count = static_cast<uint32_t>(count)};
     std::vector<std::byte> file(sizeof header + count * sizeof(FlashDataRecord));
     std::memcpy(file.data(), &header, sizeof header);
     uint16_t fastest = 0;
     for (size_t i = 0; i < count; ++i) {
-        FlashDataRecord record = recordAt(drive, static_cast<int>(i) * kEverySeconds);
+        FlashDataRecord record = recordAt(drive, static_cast<int>(i) * everySeconds);
         fastest = std::max(fastest, record.cur_speed);
         record.max_speed = fastest;
         std::memcpy(file.data() + sizeof header + i * sizeof record, &record, sizeof record);

@@ -18,7 +18,7 @@ namespace samplecard {
 
 namespace {
 
-constexpr size_t kLastLines = 4;
+constexpr size_t lastLineCount = 4;
 
 std::vector<std::string> arguments(const Encoder::Job& job)
 {
@@ -28,9 +28,9 @@ std::vector<std::string> arguments(const Encoder::Job& job)
     add({"-f", "s16le", "-ar", std::to_string(job.soundRate), "-ac", "1", "-i", "file:" + job.soundFile});
     add({"-f", "rawvideo", "-pix_fmt", "yuv420p", "-color_range", "tv", "-colorspace", "bt709"});
     add({"-video_size", formatted("%dx%d", job.width, job.height)});
-    add({"-framerate", std::to_string(Encoder::kPicturesPerSecond), "-i", "pipe:0"});
+    add({"-framerate", std::to_string(Encoder::picturesPerSecond), "-i", "pipe:0"});
     add({"-map", "1:v", "-map", "0:a", "-c:v", "libx264", "-preset", "ultrafast"});
-    add({"-bf", "0", "-g", std::to_string(Encoder::kPicturesPerSecond), "-threads", "1"});
+    add({"-bf", "0", "-g", std::to_string(Encoder::picturesPerSecond), "-threads", "1"});
     add({"-crf", "25", "-maxrate", "6M", "-bufsize", "6M", "-pix_fmt", "yuv420p"});
     add({"-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709", "-color_range", "tv"});
     add({"-c:a", "pcm_s16le", "-fflags", "+bitexact", "-flags", "+bitexact", "file:" + job.outputFile});
@@ -43,7 +43,7 @@ std::string lastLines(const std::string& file)
     std::deque<std::string> lines;
     for (std::string line; std::getline(in, line);) {
         lines.push_back(line);
-        if (lines.size() > kLastLines)
+        if (lines.size() > lastLineCount)
             lines.pop_front();
     }
     std::string text;
@@ -56,14 +56,14 @@ std::string lastLines(const std::string& file)
 
 Encoder::~Encoder()
 {
-    if (m_process > 0)
-        kill(m_process, SIGTERM);
+    if (child > 0)
+        kill(child, SIGTERM);
     wait();
 }
 
 bool Encoder::start(const Job& job)
 {
-    m_messageFile = job.messageFile;
+    messages = job.messageFile;
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         return false;
@@ -81,15 +81,15 @@ bool Encoder::start(const Job& job)
     const int failure = posix_spawnp(&process, "ffmpeg", &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(ends[0]);
-    m_pipe = ends[1];
-    m_process = failure == 0 ? process : -1;
+    input = ends[1];
+    child = failure == 0 ? process : -1;
     return failure == 0;
 }
 
 bool Encoder::write(std::span<const uint8_t> picture)
 {
     while (!picture.empty()) {
-        const ssize_t n = ::write(m_pipe, picture.data(), picture.size());
+        const ssize_t n = ::write(input, picture.data(), picture.size());
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -101,12 +101,12 @@ bool Encoder::write(std::span<const uint8_t> picture)
 
 int Encoder::wait()
 {
-    if (m_pipe >= 0)
-        close(m_pipe);
-    m_pipe = -1;
+    if (input >= 0)
+        close(input);
+    input = -1;
     int status = -1;
-    while (m_process > 0 && waitpid(m_process, &status, 0) < 0 && errno == EINTR) { }
-    m_process = -1;
+    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) { }
+    child = -1;
     return status;
 }
 
@@ -115,7 +115,7 @@ std::optional<std::string> Encoder::finish()
     const int status = wait();
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0)
         return std::nullopt;
-    return "ffmpeg failed:" + lastLines(m_messageFile);
+    return "ffmpeg failed:" + lastLines(messages);
 }
 
 } // namespace samplecard

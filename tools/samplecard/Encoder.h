@@ -10,7 +10,7 @@ namespace samplecard {
 /// Runs `ffmpeg` and hands it raw pictures.
 class Encoder {
 public:
-    static constexpr int kPicturesPerSecond = 30;
+    static constexpr int picturesPerSecond = 30;
 
     struct Job {
         int width;
@@ -37,9 +37,9 @@ public:
 private:
     int wait();
 
-    int m_pipe = -1;
-    int m_process = -1;
-    std::string m_messageFile;
+    int input = -1;
+    int child = -1;
+    std::string messages;
 };
 
 } // namespace samplecard

@@ -6,16 +6,16 @@ namespace samplecard {
 
 namespace {
 
-constexpr int kColumns = 5;
-constexpr int kRows = 7;
-constexpr int kAdvance = kColumns + 1;
+constexpr int columnCount = 5;
+constexpr int rowCount = 7;
+constexpr int advance = columnCount + 1;
 
 struct Glyph {
     char letter;
-    std::array<uint8_t, kRows> rows; // the highest of five bits is the leftmost dot
+    std::array<uint8_t, rowCount> rows; // the highest of five bits is the leftmost dot
 };
 
-constexpr std::array kGlyphs{
+constexpr std::array glyphs{
     Glyph{'0', {14, 17, 19, 21, 25, 17, 14}},
     Glyph{'1', {4, 12, 4, 4, 4, 4, 14}},
     Glyph{'2', {14, 17, 1, 6, 8, 16, 31}},
@@ -59,7 +59,7 @@ constexpr std::array kGlyphs{
 
 const Glyph* glyphFor(char letter)
 {
-    for (const Glyph& glyph : kGlyphs) {
+    for (const Glyph& glyph : glyphs) {
         if (glyph.letter == letter)
             return &glyph;
     }
@@ -72,17 +72,17 @@ void drawDots(
 {
     for (const char letter : text) {
         if (const Glyph* glyph = glyphFor(letter)) {
-            for (int dot = 0; dot < kColumns * kRows; ++dot) {
-                const int column = dot % kColumns;
-                const int line = dot / kColumns;
-                if (!(glyph->rows[size_t(line)] >> (kColumns - 1 - column) & 1))
+            for (int dot = 0; dot < columnCount * rowCount; ++dot) {
+                const int column = dot % columnCount;
+                const int line = dot / columnCount;
+                if (!(glyph->rows[size_t(line)] >> (columnCount - 1 - column) & 1))
                     continue;
                 for (int n = -grow; n < scale + grow; ++n)
                     canvas.blendSpan(y + line * scale + n, float(x + column * scale - grow),
                         float(x + (column + 1) * scale + grow), colour, alpha);
             }
         }
-        x += kAdvance * scale;
+        x += advance * scale;
     }
 }
 
@@ -96,7 +96,7 @@ void drawText(Canvas& canvas, std::string_view text, int x, int y, int scale, Rg
 
 int textWidth(std::string_view text, int scale)
 {
-    return (int(text.size()) * kAdvance - 1) * scale;
+    return (int(text.size()) * advance - 1) * scale;
 }
 
 } // namespace samplecard

@@ -6,23 +6,23 @@ namespace samplecard {
 
 namespace {
 
-constexpr double kFarthest = 420;
+constexpr double farthestSeen = 420;
 
 // One layer of grain: metres across and along, and the share of the whole contrast.
 struct Grain {
     double across;
     double along;
 };
-constexpr std::array kGrains{Grain{0.05, 0.14}, Grain{0.32, 0.9}, Grain{1.7, 5.0}, Grain{7.0, 24.0}};
+constexpr std::array grains{Grain{0.05, 0.14}, Grain{0.32, 0.9}, Grain{1.7, 5.0}, Grain{7.0, 24.0}};
 
 struct SurfaceColours {
     Rgb dark;
     Rgb light;
 };
-constexpr std::array kSurfaces{
-    SurfaceColours{palette::kGrassDark, palette::kGrassLight},
-    SurfaceColours{palette::kGravelDark, palette::kGravelLight},
-    SurfaceColours{palette::kAsphaltDark, palette::kAsphaltLight},
+constexpr std::array surfaces{
+    SurfaceColours{palette::grassDark, palette::grassLight},
+    SurfaceColours{palette::gravelDark, palette::gravelLight},
+    SurfaceColours{palette::asphaltDark, palette::asphaltLight},
 };
 
 // The painted share of the stretch of road from `from` to `to`.
@@ -41,9 +41,9 @@ std::vector<TracePoint> traceRoad(const Road& road, const View& view, double alo
 {
     std::vector<TracePoint> trace;
     double ahead = 1.5;
-    while (ahead < kFarthest) {
+    while (ahead < farthestSeen) {
         const double at = along + direction * ahead;
-        if (at < 0 || at > Road::kLength)
+        if (at < 0 || at > Road::length)
             break;
         const RoadPoint p = road.at(at);
         const Vec3 camera = view.toCamera({p.east, p.north, p.height});
@@ -60,7 +60,7 @@ Rgb roadLight(double along)
 {
     if (!Road::inTunnel(along))
         return {1, 1, 1};
-    const double inside = std::min(along - Road::kTunnelStart, Road::kTunnelEnd - along);
+    const double inside = std::min(along - Road::tunnelStart, Road::tunnelEnd - along);
     const auto day = float(std::exp(-inside / 7));
     const auto pool = float(0.5 + 0.5 * std::cos(along * 2 * 3.14159265 / 10));
     return mix(Rgb{0.56F, 0.46F, 0.33F} * (0.78F + 0.34F * pool), {1, 1, 1}, day);
@@ -99,11 +99,11 @@ void Ground::drawRow(Canvas& canvas, const Row& row) const
 {
     const Rgb light = roadLight(row.along);
     const float haze = palette::hazeShare(row.depth);
-    std::array<Shades, kSurfaces.size()> shades;
-    for (size_t s = 0; s < kSurfaces.size(); ++s) {
+    std::array<Shades, surfaces.size()> shades;
+    for (size_t s = 0; s < surfaces.size(); ++s) {
         for (size_t i = 0; i < shades[s].size(); ++i) {
-            const Rgb plain = mix(kSurfaces[s].dark, kSurfaces[s].light, float(i) / 63.0F);
-            shades[s][i] = packed(mix(plain * light, palette::kHaze, haze));
+            const Rgb plain = mix(surfaces[s].dark, surfaces[s].light, float(i) / 63.0F);
+            shades[s][i] = packed(mix(plain * light, palette::haze, haze));
         }
     }
     struct Stretch {
@@ -111,8 +111,8 @@ void Ground::drawRow(Canvas& canvas, const Row& row) const
         Surface surface;
     };
     const bool tunnel = Road::inTunnel(row.along);
-    const double gravel = tunnel ? 5.6 : Road::kHalfGravel;
-    const double asphalt = tunnel ? 5.5 : Road::kHalfAsphalt;
+    const double gravel = tunnel ? 5.6 : Road::halfGravel;
+    const double asphalt = tunnel ? 5.5 : Road::halfAsphalt;
     const std::array stretches{Stretch{-gravel, Grass}, Stretch{-asphalt, Gravel}, Stretch{asphalt, Asphalt},
         Stretch{gravel, Gravel}, Stretch{1e9, Grass}};
     // The cross-section is the same on both sides, so looking back only mirrors it.
@@ -132,7 +132,7 @@ void Ground::drawTexture(Canvas& canvas, const Row& row, int from, int to, const
     if (to <= from)
         return;
     size_t fine = 0;
-    while (fine + 2 < kGrains.size() && row.length > kGrains[fine].along * 1.1)
+    while (fine + 2 < grains.size() && row.length > grains[fine].along * 1.1)
         ++fine;
     struct Layer {
         const uint8_t* cells;
@@ -141,22 +141,22 @@ void Ground::drawTexture(Canvas& canvas, const Row& row, int from, int to, const
         int weight;
     };
     const auto layer = [&](size_t n, double contrast) {
-        const Grain& grain = kGrains[n];
+        const Grain& grain = grains[n];
         const double scale = 4 / grain.across; // cells per metre
         const double start = (row.across + row.perPixel * from + 4000) * scale;
-        return Layer{m_noise.row(uint32_t(row.along * 4 / grain.along) + uint32_t(n) * 97U),
-            uint32_t(std::fmod(start, NoiseTile::kSize) * 65536),
+        return Layer{noise.row(uint32_t(row.along * 4 / grain.along) + uint32_t(n) * 97U),
+            uint32_t(std::fmod(start, NoiseTile::size) * 65536),
             uint32_t(int64_t(row.perPixel * scale * 65536)), int(contrast * 64)};
     };
-    const double fading = 1 - smoothstep(0.35, 1.1, row.length / kGrains[fine].along);
+    const double fading = 1 - smoothstep(0.35, 1.1, row.length / grains[fine].along);
     Layer a = layer(fine, 0.42 * fading);
     Layer b = layer(fine + 1, 0.58);
     const int offset = 32 * 256 - 128 * (a.weight + b.weight);
-    constexpr uint32_t kMask = NoiseTile::kSize - 1;
+    constexpr uint32_t mask = NoiseTile::size - 1;
     uint32_t* pixels = canvas.row(row.y);
     for (int x = from; x < to; ++x) {
         const int n =
-            (offset + a.weight * a.cells[a.at >> 16 & kMask] + b.weight * b.cells[b.at >> 16 & kMask]) >> 8;
+            (offset + a.weight * a.cells[a.at >> 16 & mask] + b.weight * b.cells[b.at >> 16 & mask]) >> 8;
         pixels[x] = shades[size_t(n & 63)];
         a.at += a.step;
         b.at += b.step;
@@ -168,25 +168,25 @@ void Ground::drawMarks(Canvas& canvas, const Row& row, Rgb light, float haze) co
     const auto stripe = [&](double across, double width, Rgb colour, float alpha) {
         const double middle = (across - row.across) / row.perPixel;
         const double half = width / 2 / std::abs(row.perPixel);
-        const Rgb seen = mix(colour * light, palette::kHaze, haze);
+        const Rgb seen = mix(colour * light, palette::haze, haze);
         canvas.blendSpan(row.y, float(middle - half), float(middle + half), seen, alpha);
     };
     for (const double track : {-2.6, -1.1, 1.1, 2.6})
-        stripe(track, 0.55, palette::kAsphaltDark * 0.8F, 0.16F);
+        stripe(track, 0.55, palette::asphaltDark * 0.8F, 0.16F);
     // The border between asphalt and gravel is broken, not drawn with a ruler.
     const double ragged = 0.25 + 0.2 * hash01(uint32_t(row.along * 3));
     for (const int side : {-1, 1}) {
         if (!Road::inTunnel(row.along))
-            stripe(side * Road::kHalfAsphalt, ragged, palette::kGravelDark, 0.5F);
-        stripe(side * Road::kEdgeLine, 0.15, palette::kWhitePaint, 0.92F);
+            stripe(side * Road::halfAsphalt, ragged, palette::gravelDark, 0.5F);
+        stripe(side * Road::edgeLine, 0.15, palette::whitePaint, 0.92F);
     }
     const double from = row.along - row.length / 2;
-    const bool noOvertaking = row.along > Road::kTunnelStart - 60 && row.along < Road::kTunnelEnd + 20;
+    const bool noOvertaking = row.along > Road::tunnelStart - 60 && row.along < Road::tunnelEnd + 20;
     if (noOvertaking) {
-        stripe(-0.13, 0.12, palette::kYellowPaint, 0.92F);
-        stripe(0.13, 0.12, palette::kYellowPaint, 0.92F);
+        stripe(-0.13, 0.12, palette::yellowPaint, 0.92F);
+        stripe(0.13, 0.12, palette::yellowPaint, 0.92F);
     } else {
-        stripe(0, 0.15, palette::kYellowPaint, 0.92F * dashCover(from, from + row.length, 3, 8));
+        stripe(0, 0.15, palette::yellowPaint, 0.92F * dashCover(from, from + row.length, 3, 8));
     }
 }
 

@@ -44,7 +44,7 @@ private:
     void drawTexture(Canvas& canvas, const Row& row, int from, int to, const Shades& shades) const;
     void drawMarks(Canvas& canvas, const Row& row, Rgb light, float haze) const;
 
-    NoiseTile m_noise;
+    NoiseTile noise;
 };
 
 } // namespace samplecard

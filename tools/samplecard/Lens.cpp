@@ -38,13 +38,13 @@ std::vector<Columns> planColumns(int width, const Lens& lens, Weights& weights)
 }
 
 // Plain pointers and one simple loop, which compilers turn into vector code.
-template <bool kMayClip>
+template <bool mayClip>
 void blendRows(
     const uint8_t* a, const uint8_t* b, const uint16_t* upper, const uint16_t* lower, uint8_t* to, int n)
 {
     for (int i = 0; i < n; ++i) {
         const auto sum = uint16_t(uint16_t(a[i] * upper[i]) + uint16_t(b[i] * lower[i]));
-        if constexpr (kMayClip)
+        if constexpr (mayClip)
             to[i] = uint8_t(std::min<uint16_t>(255, uint16_t(sum >> 7)));
         else
             to[i] = uint8_t(sum >> 7);

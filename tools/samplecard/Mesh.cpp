@@ -45,7 +45,7 @@ void drawMesh(Canvas& canvas, const View& view, const Mesh& mesh, const Stand& s
         const Rgb lit = face.shines ? face.colour : face.colour * palette::lightOn(normal) * air.light;
         // A face is a touch lighter at its top, as things under an open sky are.
         canvas.fill(outline,
-            {mix(lit * 1.06F, palette::kHaze, air.haze), mix(lit * 0.92F, palette::kHaze, air.haze), 1});
+            {mix(lit * 1.06F, palette::haze, air.haze), mix(lit * 0.92F, palette::haze, air.haze), 1});
     }
 }
 

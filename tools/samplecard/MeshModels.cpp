@@ -32,7 +32,7 @@ void addWheel(Mesh& mesh, double x, double y)
 // The glass of the cabin: its four sides, drawn in by a little from the edges of the frustum.
 void addGlass(Mesh& mesh, const Mesh::Frustum& f)
 {
-    constexpr Rgb kGlass{62, 76, 92};
+    constexpr Rgb glass{62, 76, 92};
     const auto at = [&](double x, double y, double k) {
         const double half = f.halfBottom + (f.halfTop - f.halfBottom) * k;
         const double rear = f.rearBottom + (f.rearTop - f.rearBottom) * k;
@@ -40,11 +40,11 @@ void addGlass(Mesh& mesh, const Mesh::Frustum& f)
         return Vec3{x * half, rear + (front - rear) * y, f.bottom + (f.top - f.bottom) * k};
     };
     constexpr double lo = 0.10, hi = 0.88, in = 0.86;
-    mesh.add({at(-in, 0, lo), at(in, 0, lo), at(in, 0, hi), at(-in, 0, hi)}, kGlass);
-    mesh.add({at(in, 1, lo), at(-in, 1, lo), at(-in, 1, hi), at(in, 1, hi)}, kGlass);
+    mesh.add({at(-in, 0, lo), at(in, 0, lo), at(in, 0, hi), at(-in, 0, hi)}, glass);
+    mesh.add({at(in, 1, lo), at(-in, 1, lo), at(-in, 1, hi), at(in, 1, hi)}, glass);
     for (const auto& [from, to] : {std::pair{0.10, 0.50}, std::pair{0.54, 0.90}}) {
-        mesh.add({at(-1, to, lo), at(-1, from, lo), at(-1, from, hi), at(-1, to, hi)}, kGlass);
-        mesh.add({at(1, from, lo), at(1, to, lo), at(1, to, hi), at(1, from, hi)}, kGlass);
+        mesh.add({at(-1, to, lo), at(-1, from, lo), at(-1, from, hi), at(-1, to, hi)}, glass);
+        mesh.add({at(1, from, lo), at(1, to, lo), at(1, to, hi), at(1, from, hi)}, glass);
     }
 }
 
@@ -80,13 +80,13 @@ Mesh carMesh(Rgb colour, bool braking)
 
 Mesh houseMesh(uint32_t variant)
 {
-    static constexpr std::array kWalls{
+    static constexpr std::array walls{
         Rgb{232, 220, 196}, Rgb{214, 196, 168}, Rgb{226, 226, 220}, Rgb{206, 172, 140}};
-    static constexpr std::array kRoofs{
+    static constexpr std::array roofs{
         Rgb{74, 108, 150}, Rgb{158, 84, 62}, Rgb{112, 106, 104}, Rgb{70, 116, 108}};
     const auto random = [variant](uint32_t n) { return hash01(variant, n); };
-    const Rgb wall = kWalls[size_t(random(1) * 4)];
-    const Rgb roof = kRoofs[size_t(random(2) * 4)];
+    const Rgb wall = walls[size_t(random(1) * 4)];
+    const Rgb roof = roofs[size_t(random(2) * 4)];
     const double half = 3.6 + 1.6 * random(3);
     const double length = 8 + 5.0 * random(4);
     const int storeys = random(5) < 0.45F ? 2 : 1;
@@ -94,20 +94,20 @@ Mesh houseMesh(uint32_t variant)
     const double ridge = eaves + 1.5 + random(6);
     Mesh mesh;
     mesh.addFrustum({half, 0, length, 0, half, 0, length, eaves}, wall, roof);
-    constexpr Rgb kPane{74, 88, 104};
+    constexpr Rgb pane{74, 88, 104};
     const auto window = [&](double across, double y, double low) {
         const double x = half + 0.02;
         mesh.add(
-            {{-x, y + across, low}, {-x, y, low}, {-x, y, low + 1.2}, {-x, y + across, low + 1.2}}, kPane);
-        mesh.add({{x, y, low}, {x, y + across, low}, {x, y + across, low + 1.2}, {x, y, low + 1.2}}, kPane);
+            {{-x, y + across, low}, {-x, y, low}, {-x, y, low + 1.2}, {-x, y + across, low + 1.2}}, pane);
+        mesh.add({{x, y, low}, {x, y + across, low}, {x, y + across, low + 1.2}, {x, y, low + 1.2}}, pane);
     };
     for (int storey = 0; storey < storeys; ++storey) {
         const double low = 0.95 + 2.8 * storey;
         for (double y = 1.1; y + 1.4 < length; y += 2.6)
             window(1.3, y, low);
-        addPanel(mesh, -1.9, -0.6, low, low + 1.2, -0.02, true, kPane);
-        addPanel(mesh, 0.7, 2.0, low, low + 1.2, -0.02, true, kPane);
-        addPanel(mesh, -1.6, 1.6, low, low + 1.2, length + 0.02, false, kPane);
+        addPanel(mesh, -1.9, -0.6, low, low + 1.2, -0.02, true, pane);
+        addPanel(mesh, 0.7, 2.0, low, low + 1.2, -0.02, true, pane);
+        addPanel(mesh, -1.6, 1.6, low, low + 1.2, length + 0.02, false, pane);
     }
     const double over = half + 0.5;
     mesh.add({{-half, 0, eaves}, {half, 0, eaves}, {0, 0, ridge}}, wall);

@@ -3,17 +3,17 @@
 namespace samplecard {
 
 NoiseTile::NoiseTile()
-    : m_cells(size_t(kSize) * kSize)
+    : cells(size_t(size) * size)
 {
-    constexpr uint32_t kGrains = kSize / 4;
-    const auto grain = [](uint32_t x, uint32_t y) { return hash01(x % kGrains + 11, y % kGrains + 3); };
-    for (uint32_t y = 0; y < kSize; ++y) {
-        for (uint32_t x = 0; x < kSize; ++x) {
+    constexpr uint32_t grains = size / 4;
+    const auto grain = [](uint32_t x, uint32_t y) { return hash01(x % grains + 11, y % grains + 3); };
+    for (uint32_t y = 0; y < size; ++y) {
+        for (uint32_t x = 0; x < size; ++x) {
             const float kx = float(smoothstep(0, 4, x % 4 + 0.5));
             const float ky = float(smoothstep(0, 4, y % 4 + 0.5));
             const float top = grain(x / 4, y / 4) * (1 - kx) + grain(x / 4 + 1, y / 4) * kx;
             const float low = grain(x / 4, y / 4 + 1) * (1 - kx) + grain(x / 4 + 1, y / 4 + 1) * kx;
-            m_cells[y * kSize + x] = uint8_t((top * (1 - ky) + low * ky) * 255);
+            cells[y * size + x] = uint8_t((top * (1 - ky) + low * ky) * 255);
         }
     }
 }

@@ -46,12 +46,12 @@ inline float fractalNoise(float x, float y, uint32_t period, uint32_t seed, int 
 /// A square of smooth noise bytes that repeats in both directions; its grains are about four cells wide.
 class NoiseTile {
 public:
-    static constexpr uint32_t kSize = 512;
+    static constexpr uint32_t size = 512;
     NoiseTile();
-    const uint8_t* row(uint32_t v) const { return m_cells.data() + (v & (kSize - 1)) * size_t(kSize); }
+    const uint8_t* row(uint32_t v) const { return cells.data() + (v & (size - 1)) * size_t(size); }
 
 private:
-    std::vector<uint8_t> m_cells;
+    std::vector<uint8_t> cells;
 };
 
 } // namespace samplecard

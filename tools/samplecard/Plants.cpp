@@ -47,8 +47,8 @@ struct Greens {
 Rgb leafColour(const Greens& greens, float x, float y, float random)
 {
     const float light = std::clamp(0.45F - 0.38F * x - 0.42F * y + 0.34F * (random - 0.5F), 0.0F, 1.0F);
-    constexpr Rgb kEvening{1.10F, 1.06F, 1.0F};
-    return kEvening
+    constexpr Rgb evening{1.10F, 1.06F, 1.0F};
+    return evening
         * (light < 0.5F ? mix(greens.shade, greens.leaf, light * 2)
                         : mix(greens.leaf, greens.sunlit, light * 2 - 1));
 }
@@ -64,11 +64,11 @@ Sprite paintCrown(uint32_t seed, bool bush)
     const float warm = hash01(seed, 2);
     const Greens greens{mix({24, 42, 26}, {36, 42, 22}, warm), mix({62, 98, 42}, {88, 104, 40}, warm),
         mix({158, 176, 82}, {196, 178, 84}, warm)};
-    constexpr uint32_t kLumps = 9;
+    constexpr uint32_t lumps = 9;
     const uint32_t leaves = bush ? 700 : 1500;
     for (uint32_t i = 0; i < leaves; ++i) {
-        const uint32_t lump = i % kLumps;
-        const float spin = 2 * std::numbers::pi_v<float> * float(lump) / kLumps + hash01(seed, lump + 50);
+        const uint32_t lump = i % lumps;
+        const float spin = 2 * std::numbers::pi_v<float> * float(lump) / lumps + hash01(seed, lump + 50);
         const float lumpOut = lump == 0 ? 0 : 0.58F;
         const float angle = 2 * std::numbers::pi_v<float> * hash01(i, seed);
         const float out = 0.42F * std::sqrt(hash01(i, seed + 1));
@@ -90,8 +90,8 @@ Sprite paintPine(uint32_t seed)
     const auto height = float(level.height);
     paintTrunk(level, width / 2, height * 0.2F, height, width * 0.03F);
     const Greens greens{{16, 34, 30}, {42, 74, 46}, {132, 146, 84}};
-    constexpr uint32_t kNeedles = 2600;
-    for (uint32_t i = 0; i < kNeedles; ++i) {
+    constexpr uint32_t needles = 2600;
+    for (uint32_t i = 0; i < needles; ++i) {
         const float down = 0.02F + 0.88F * std::sqrt(hash01(i, seed));
         const float tier = down * 8 + 0.5F * hash01(seed, 9);
         const float droop = tier - std::floor(tier);
@@ -109,23 +109,23 @@ Sprite paintPine(uint32_t seed)
 
 Plants::Plants()
 {
-    for (uint32_t i = 0; i < kVariants; ++i) {
-        m_broadleaves[i] = paintCrown(100 + 17 * i, false);
-        m_pines[i] = paintPine(300 + 17 * i);
-        m_bushes[i] = paintCrown(500 + 17 * i, true);
+    for (uint32_t i = 0; i < variants; ++i) {
+        broadleaves[i] = paintCrown(100 + 17 * i, false);
+        pines[i] = paintPine(300 + 17 * i);
+        bushes[i] = paintCrown(500 + 17 * i, true);
     }
 }
 
 Plants::Plant Plants::plant(PropKind kind, uint32_t variant) const
 {
-    const size_t n = variant / 7 % kVariants;
+    const size_t n = variant / 7 % variants;
     switch (kind) {
     case PropKind::Pine:
-        return {&m_pines[n], 0.5F};
+        return {&pines[n], 0.5F};
     case PropKind::Bush:
-        return {&m_bushes[n], 1.6F};
+        return {&bushes[n], 1.6F};
     default:
-        return {&m_broadleaves[n], 0.8F};
+        return {&broadleaves[n], 0.8F};
     }
 }
 

@@ -20,10 +20,10 @@ public:
     Plant plant(PropKind kind, uint32_t variant) const;
 
 private:
-    static constexpr size_t kVariants = 4;
-    std::array<Sprite, kVariants> m_broadleaves;
-    std::array<Sprite, kVariants> m_pines;
-    std::array<Sprite, kVariants> m_bushes;
+    static constexpr size_t variants = 4;
+    std::array<Sprite, variants> broadleaves;
+    std::array<Sprite, variants> pines;
+    std::array<Sprite, variants> bushes;
 };
 
 } // namespace samplecard

@@ -12,7 +12,7 @@ namespace {
 std::string localStamp(int second)
 {
     const auto local =
-        std::time_t(Drive::kStartUtcMilliseconds / 1000 + Drive::kLocalHoursAhead * 3600 + second);
+        std::time_t(Drive::startUtcMilliseconds / 1000 + Drive::localHoursAhead * 3600 + second);
     std::tm when{};
     gmtime_r(&local, &when);
     return formatted("%04d%02d%02d_%02d%02d%02d", when.tm_year + 1900, when.tm_mon + 1, when.tm_mday,
@@ -32,9 +32,9 @@ std::vector<Recording> planRecordings(const Drive& drive, int seconds)
         plan.push_back({"AlwaysMovie", name + "_F.avi", Camera::Front, start, seconds});
         plan.push_back({"AlwaysMovie", name + "_R.avi", Camera::Rear, start, seconds});
     }
-    const int event = int(Drive::kImpact) - seconds * 6 / 10;
+    const int event = int(Drive::impact) - seconds * 6 / 10;
     plan.push_back({"EventMovie", "event_" + localStamp(event) + ".avi", Camera::Front, event, seconds});
-    const int motion = int(Drive::kParked);
+    const int motion = int(Drive::parked);
     plan.push_back({"MotionMovie", "motion_" + localStamp(motion) + ".avi", Camera::Front, motion, seconds});
     return plan;
 }

@@ -34,14 +34,14 @@ struct Prop {
 /// A two-lane country road with a tunnel, the same in every run. Immutable after construction.
 class Road {
 public:
-    static constexpr double kLength = 10500;
-    static constexpr double kTunnelStart = 690;
-    static constexpr double kTunnelEnd = 842;
-    static constexpr double kLaneCentre = 1.85;
-    static constexpr double kEdgeLine = 3.6;
-    static constexpr double kHalfAsphalt = 4.5;
-    static constexpr double kHalfGravel = 5.6;
-    static constexpr double kRail = 5.3;
+    static constexpr double length = 10500;
+    static constexpr double tunnelStart = 690;
+    static constexpr double tunnelEnd = 842;
+    static constexpr double laneCentre = 1.85;
+    static constexpr double edgeLine = 3.6;
+    static constexpr double halfAsphalt = 4.5;
+    static constexpr double halfGravel = 5.6;
+    static constexpr double rail = 5.3;
 
     Road();
 
@@ -49,13 +49,13 @@ public:
     /// The place `across` metres right of the centre line and `up` metres above the road: east, north,
     /// height.
     Vec3 place(double along, double across, double up) const;
-    static bool inTunnel(double along) { return along >= kTunnelStart && along < kTunnelEnd; }
+    static bool inTunnel(double along) { return along >= tunnelStart && along < tunnelEnd; }
     /// Whether a guard rail stands on that side (+1 right, -1 left).
     bool hasRail(double along, int side) const;
     /// Whether houses and lamps line the road here.
     static bool inVillage(double along);
     /// Sorted by `along`.
-    std::span<const Prop> props() const { return m_props; }
+    std::span<const Prop> props() const { return beside; }
     /// Where the wheels meet a joint or a pothole, with its strength (1 is a plain joint).
     struct Bump {
         double along;
@@ -67,8 +67,8 @@ private:
     void layOut();
     void plant();
 
-    std::vector<RoadPoint> m_points; // one every metre
-    std::vector<Prop> m_props;
+    std::vector<RoadPoint> points; // one every metre
+    std::vector<Prop> beside;
 };
 
 } // namespace samplecard

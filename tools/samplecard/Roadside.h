@@ -30,8 +30,8 @@ private:
         Canvas& canvas, const View& view, Vec3 foot, double width, double height, Rgb colour) const;
     float hazeAt(const View& view, Vec3 world) const;
 
-    const Road& m_road;
-    const Plants& m_plants;
+    const Road& way;
+    const Plants& vegetation;
 };
 
 } // namespace samplecard

@@ -29,8 +29,8 @@ public:
     /// Both must outlive the scene.
     Scene(const Drive& drive, const Scenery& scenery, Camera camera);
 
-    int width() const { return m_frame.width(); }
-    int height() const { return m_frame.height(); }
+    int width() const { return frame.width(); }
+    int height() const { return frame.height(); }
     /// The picture at a moment of the drive; valid until the next call.
     const Canvas& render(double seconds);
 
@@ -41,7 +41,7 @@ private:
         std::function<void()> draw;
     };
 
-    bool looksBack() const { return m_camera == Camera::Rear; }
+    bool looksBack() const { return which == Camera::Rear; }
     View viewOf(const Motion& motion, double across) const;
     void collect(const View& view, const Motion& motion, double seconds);
     void collectRails(const View& view, const std::vector<TracePoint>& trace);
@@ -49,14 +49,14 @@ private:
     float exposureGain(double seconds) const;
     void drawAll();
 
-    const Drive& m_drive;
-    const Scenery& m_scenery;
-    Camera m_camera;
-    Canvas m_scene;
-    Canvas m_frame;
-    Roadside m_roadside;
-    Tunnel m_tunnel;
-    std::vector<Item> m_items;
+    const Drive& journey;
+    const Scenery& setting;
+    Camera which;
+    Canvas drawn;
+    Canvas frame;
+    Roadside roadside;
+    Tunnel tunnel;
+    std::vector<Item> items;
 };
 
 } // namespace samplecard

@@ -5,12 +5,12 @@
 SideDataWriter& SideDataWriter::gsensor(
     int64_t timestamp, int32_t x, int32_t y, int32_t z, int32_t temperature)
 {
-    putText(m_bytes, "0GDA");
-    putNumber(m_bytes, static_cast<uint64_t>(timestamp), 8);
+    putText(written, "0GDA");
+    putNumber(written, static_cast<uint64_t>(timestamp), 8);
     for (const int32_t value : {x, y, z, temperature})
-        putNumber(m_bytes, static_cast<uint32_t>(value), 4);
-    m_boundaries.push_back(m_bytes.size());
-    m_countedSize += 24;
+        putNumber(written, static_cast<uint32_t>(value), 4);
+    ends.push_back(written.size());
+    counted += 24;
     return *this;
 }
 
@@ -23,35 +23,35 @@ SideDataWriter& SideDataWriter::gps(const GpsRecordFields& record)
     const size_t borrowed = !record.zeroByte && !hasFurtherBytes ? 1 : 0;
     const int32_t length = record.declaredLength.value_or(static_cast<int32_t>(text.size() + borrowed));
 
-    putText(m_bytes, "0GPS");
-    putNumber(m_bytes, static_cast<uint64_t>(record.timestamp), 8);
-    putNumber(m_bytes, static_cast<uint32_t>(length), 4);
-    putNumber(m_bytes, static_cast<uint32_t>(record.quality), 4);
-    putDouble(m_bytes, record.latitude);
-    putDouble(m_bytes, record.longitude);
-    putDouble(m_bytes, record.speed);
-    putNumber(m_bytes, static_cast<uint8_t>(record.km), 1);
-    putText(m_bytes, text);
+    putText(written, "0GPS");
+    putNumber(written, static_cast<uint64_t>(record.timestamp), 8);
+    putNumber(written, static_cast<uint32_t>(length), 4);
+    putNumber(written, static_cast<uint32_t>(record.quality), 4);
+    putDouble(written, record.latitude);
+    putDouble(written, record.longitude);
+    putDouble(written, record.speed);
+    putNumber(written, static_cast<uint8_t>(record.km), 1);
+    putText(written, text);
     if (hasFurtherBytes)
-        putText(m_bytes, std::string(7, '\x55') + (record.zeroByte ? std::string(1, '\0') : ""));
-    m_boundaries.push_back(m_bytes.size());
-    m_countedSize += static_cast<uint32_t>(length) + (record.zeroByte ? 42 : 41);
+        putText(written, std::string(7, '\x55') + (record.zeroByte ? std::string(1, '\0') : ""));
+    ends.push_back(written.size());
+    counted += static_cast<uint32_t>(length) + (record.zeroByte ? 42 : 41);
     return *this;
 }
 
 SideDataWriter& SideDataWriter::foreign(std::string_view bytes)
 {
-    putText(m_bytes, bytes);
-    m_boundaries.push_back(m_bytes.size());
+    putText(written, bytes);
+    ends.push_back(written.size());
     return *this;
 }
 
 std::vector<std::byte> SideDataWriter::junkChunk(std::optional<uint32_t> declaredSize) const
 {
     std::vector<std::byte> chunk;
-    chunk.reserve(8 + m_bytes.size());
+    chunk.reserve(8 + written.size());
     putText(chunk, "JUNK");
-    putNumber(chunk, declaredSize.value_or(static_cast<uint32_t>(m_bytes.size())), 4);
-    chunk.insert(chunk.end(), m_bytes.begin(), m_bytes.end());
+    putNumber(chunk, declaredSize.value_or(static_cast<uint32_t>(written.size())), 4);
+    chunk.insert(chunk.end(), written.begin(), written.end());
     return chunk;
 }

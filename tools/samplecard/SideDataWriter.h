@@ -33,19 +33,19 @@ public:
     /// Bytes that are no record.
     SideDataWriter& foreign(std::string_view bytes);
 
-    const std::vector<std::byte>& bytes() const { return m_bytes; }
+    const std::vector<std::byte>& bytes() const { return written; }
     /// Where each record or foreign piece ends, counted from the start of the area, rising.
-    const std::vector<size_t>& boundaries() const { return m_boundaries; }
+    const std::vector<size_t>& boundaries() const { return ends; }
     /// What the records written so far count for: 24 for each G-sensor record; for each GPS record its
     /// declared length and 41, and 1 more with the closing 0x00. Ids, the 7 further bytes and foreign
     /// bytes count nothing.
-    uint32_t countedSize() const { return m_countedSize; }
+    uint32_t countedSize() const { return counted; }
 
     /// "JUNK", the size (that of the area when none is given) and the area. Not padded to an even length.
     std::vector<std::byte> junkChunk(std::optional<uint32_t> declaredSize = {}) const;
 
 private:
-    std::vector<std::byte> m_bytes;
-    std::vector<size_t> m_boundaries;
-    uint32_t m_countedSize = 0;
+    std::vector<std::byte> written;
+    std::vector<size_t> ends;
+    uint32_t counted = 0;
 };

@@ -7,9 +7,9 @@
 
 namespace samplecard {
 
-inline constexpr int kSoundRate = 22050;
+inline constexpr int soundRate = 22050;
 
-/// What the camera's microphone hears, one channel of 16-bit samples at kSoundRate: the engine, tyres and
+/// What the camera's microphone hears, one channel of 16-bit samples at soundRate: the engine, tyres and
 /// wind, joints of the road, the echo of the tunnel, the impact.
 std::vector<int16_t> soundOf(const Drive& drive, int start, int seconds);
 

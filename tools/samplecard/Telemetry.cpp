@@ -9,8 +9,8 @@ namespace samplecard {
 
 namespace {
 
-constexpr int kSamplesPerSecond = 10;
-constexpr double kStepsPerG = 256;
+constexpr int samplesPerSecond = 10;
+constexpr double stepsPerG = 256;
 
 double nmeaCoordinate(double degrees)
 {
@@ -74,10 +74,10 @@ SideDataWriter telemetryOf(const Drive& drive, int start, int seconds)
 {
     SideDataWriter writer;
     for (int second = start; second < start + seconds; ++second) {
-        for (int tenth = 0; tenth < kSamplesPerSecond; ++tenth) {
+        for (int tenth = 0; tenth < samplesPerSecond; ++tenth) {
             const Acceleration g = drive.accelerationAt(second + tenth / 10.0);
-            const auto steps = [](double value) { return int32_t(std::lround(value * kStepsPerG)); };
-            const int64_t at = Drive::kStartUtcMilliseconds + int64_t(second) * 1000 + tenth * 100;
+            const auto steps = [](double value) { return int32_t(std::lround(value * stepsPerG)); };
+            const int64_t at = Drive::startUtcMilliseconds + int64_t(second) * 1000 + tenth * 100;
             writer.gsensor(at, steps(g.x), steps(g.y), steps(g.z), 31);
         }
         writer.gps(gpsRecord(drive.fixAt(second)));

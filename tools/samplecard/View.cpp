@@ -8,10 +8,10 @@ void View::project(std::span<const Vec3> camera, std::vector<Point>& outline) co
     for (size_t i = 0; i < camera.size(); ++i) {
         const Vec3 a = camera[i];
         const Vec3 b = camera[(i + 1) % camera.size()];
-        if (a.z >= kNearest)
+        if (a.z >= nearest)
             outline.push_back(toScreen(a));
-        if ((a.z >= kNearest) != (b.z >= kNearest))
-            outline.push_back(toScreen(a + (b - a) * ((kNearest - a.z) / (b.z - a.z))));
+        if ((a.z >= nearest) != (b.z >= nearest))
+            outline.push_back(toScreen(a + (b - a) * ((nearest - a.z) / (b.z - a.z))));
     }
 }
 

@@ -17,7 +17,7 @@ struct View {
     float centreX = 0;
     float horizonY = 0; // the row of a level line of sight when the slope is 0
 
-    static constexpr double kNearest = 0.6;
+    static constexpr double nearest = 0.6;
 
     /// World (east, north, height) to camera: x right, y up, z forward.
     Vec3 toCamera(Vec3 world) const

@@ -7,14 +7,14 @@ namespace fs = std::filesystem;
 namespace samplecard {
 
 WorkFolder::WorkFolder(const fs::path& target)
-    : m_target(target)
+    : place(target)
 {
     std::error_code failure;
     fs::create_directories(target.parent_path(), failure);
     std::string name = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
     if (!mkdtemp(name.data()))
         return;
-    m_root = name;
+    root = name;
     fs::create_directory(card(), failure);
     fs::create_directory(scratch(), failure);
 }
@@ -23,24 +23,24 @@ WorkFolder::~WorkFolder()
 {
     std::error_code failure;
     if (isThere())
-        fs::remove_all(m_root, failure);
+        fs::remove_all(root, failure);
 }
 
 std::optional<std::string> WorkFolder::publish()
 {
     std::error_code failure;
-    const fs::path before = m_root / "before";
-    const bool replaces = fs::exists(m_target, failure);
+    const fs::path before = root / "before";
+    const bool replaces = fs::exists(place, failure);
     if (replaces)
-        fs::rename(m_target, before, failure);
+        fs::rename(place, before, failure);
     if (!failure)
-        fs::rename(card(), m_target, failure);
+        fs::rename(card(), place, failure);
     if (!failure)
         return std::nullopt;
     std::error_code ignored;
-    if (replaces && !fs::exists(m_target, ignored))
-        fs::rename(before, m_target, ignored);
-    return "cannot put the card at " + m_target.string() + ": " + failure.message();
+    if (replaces && !fs::exists(place, ignored))
+        fs::rename(before, place, ignored);
+    return "cannot put the card at " + place.string() + ": " + failure.message();
 }
 
 } // namespace samplecard

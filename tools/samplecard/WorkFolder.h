@@ -14,18 +14,18 @@ public:
     WorkFolder& operator=(const WorkFolder&) = delete;
     ~WorkFolder();
 
-    bool isThere() const { return !m_root.empty(); }
-    std::filesystem::path card() const { return m_root / "card"; }
+    bool isThere() const { return !root.empty(); }
+    std::filesystem::path card() const { return root / "card"; }
     /// For files that are not part of the card.
-    std::filesystem::path scratch() const { return m_root / "scratch"; }
+    std::filesystem::path scratch() const { return root / "scratch"; }
 
     /// Moves the card to its place in one step; a folder that is there is replaced.
     /// Returns why not; the old folder is then where it was.
     std::optional<std::string> publish();
 
 private:
-    std::filesystem::path m_target;
-    std::filesystem::path m_root;
+    std::filesystem::path place;
+    std::filesystem::path root;
 };
 
 } // namespace samplecard

@@ -23,7 +23,7 @@ int usage()
         "Makes a camera's card with recordings in FOLDER.\n"
         "  --seconds N  length of each recording, 1 to %d (%d when not given)\n"
         "  --force      make the card anew even when it is there\n",
-        samplecard::kLongestSeconds, samplecard::kDefaultSeconds);
+        samplecard::longestSeconds, samplecard::defaultSeconds);
     return 2;
 }
 
@@ -31,7 +31,7 @@ bool readSeconds(std::string_view text, int& seconds)
 {
     const auto read = std::from_chars(text.data(), text.data() + text.size(), seconds);
     return read.ec == std::errc() && read.ptr == text.data() + text.size() && seconds >= 1
-        && seconds <= samplecard::kLongestSeconds;
+        && seconds <= samplecard::longestSeconds;
 }
 
 } // namespace
