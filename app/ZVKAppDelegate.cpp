@@ -1,6 +1,7 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "app/list/MediaTableModel.h"
+#include "app/window/MainWindowOutlets.h"
 #include "app/window/WindowLayouts.h"
 #include "common/Log.h"
 #include "lib/LoadingIndicator.h"
@@ -9,7 +10,6 @@
 #include "lib/TKVideoBackgroundImageView.h"
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <array>
 #include <utility>
@@ -31,8 +31,7 @@ ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceL
     platform::setTextLanguage(language);
     window = std::make_unique<CustomWindow>();
     window->setScreens(desktop.screens);
-    outlets = std::make_unique<Ui::ZVKAppDelegate>();
-    outlets->setupUi(window.get());
+    outlets = std::make_unique<MainWindowOutlets>(*window);
 }
 
 ZVKAppDelegate::~ZVKAppDelegate()

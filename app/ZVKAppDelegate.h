@@ -26,10 +26,7 @@ class QKeyEvent;
 class QLabel;
 class QTableView;
 
-namespace Ui {
-class ZVKAppDelegate;
-}
-
+struct MainWindowOutlets;
 class FormatLayout;
 
 namespace platform {
@@ -222,7 +219,7 @@ private:
     platform::Platform& desktop;
     std::string language;
     std::unique_ptr<CustomWindow> window;
-    std::unique_ptr<Ui::ZVKAppDelegate> outlets;
+    std::unique_ptr<MainWindowOutlets> outlets;
     struct Layouts;
     std::unique_ptr<Layouts> layouts;
 

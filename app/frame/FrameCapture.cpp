@@ -2,13 +2,13 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "common/PrivateFolder.h"
 #include "lib/Alerts.h"
 #include "lib/TKImageButton.h"
 #include "platform/Texts.h"
 #include "platform/qt/NewFile.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
 #include <filesystem>

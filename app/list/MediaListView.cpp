@@ -4,9 +4,9 @@
 
 #include "app/list/MediaNameDelegate.h"
 #include "app/list/MediaTableModel.h"
+#include "app/window/MainWindowOutlets.h"
 #include "common/Text.h"
 #include "platform/Texts.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <QHeaderView>
 #include <QLocale>

@@ -3,9 +3,9 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "app/list/MediaTableModel.h"
+#include "app/window/MainWindowOutlets.h"
 #include "media/MediaPath.h"
 #include "platform/disks/MountTable.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <filesystem>
 #include <system_error>

@@ -3,10 +3,10 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "lib/PositionSlider.h"
 #include "lib/TKImageButton.h"
 #include "platform/Texts.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -95,7 +95,7 @@ const std::vector<ZVKAppDelegate::Command>& ZVKAppDelegate::commands() const
 
 void ZVKAppDelegate::connectControls()
 {
-    const Ui::ZVKAppDelegate& o = *outlets;
+    const MainWindowOutlets& o = *outlets;
     for (const Command& command : commands()) {
         for (const char* name : command.buttons) {
             auto* button = window->findChild<TKImageButton*>(QLatin1String(name));

@@ -2,11 +2,11 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "lib/PositionSlider.h"
 #include "platform/Texts.h"
 #include "telemetry/views/GraphView.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
 #include <utility>

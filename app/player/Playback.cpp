@@ -2,6 +2,7 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "common/Text.h"
 #include "lib/PositionSlider.h"
@@ -10,7 +11,6 @@
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
 #include "telemetry/views/GraphView.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
 #include <utility>

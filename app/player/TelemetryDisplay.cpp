@@ -2,10 +2,10 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "common/Coordinates.h"
 #include "telemetry/Readouts.h"
 #include "telemetry/views/GraphView.h"
-#include "ui_ZVKAppDelegate.h"
 
 namespace {
 

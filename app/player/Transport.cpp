@@ -2,9 +2,9 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "lib/PositionSlider.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "app/ZVKAppDelegate.h"
 
+#include "app/window/MainWindowOutlets.h"
 #include "app/window/WindowLayouts.h"
-#include "ui_ZVKAppDelegate.h"
 
-ZVKAppDelegate::Layouts::Layouts(CustomWindow& window, const Ui::ZVKAppDelegate& outlets)
+ZVKAppDelegate::Layouts::Layouts(CustomWindow& window, const MainWindowOutlets& outlets)
     : content(window),
       background(*outlets.backgroundBox),
       body(*outlets.bodyBox),

@@ -7,7 +7,7 @@
 
 /// The layouts of the main window's containers, by the containers' names.
 struct ZVKAppDelegate::Layouts {
-    Layouts(CustomWindow& window, const Ui::ZVKAppDelegate& outlets);
+    Layouts(CustomWindow& window, const MainWindowOutlets& outlets);
 
     /// Replaces a container's formats and applies them.
     void set(FormatLayout& layout, std::initializer_list<const char*> formats);
