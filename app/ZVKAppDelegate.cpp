@@ -1,15 +1,18 @@
 #include "app/ZVKAppDelegate.h"
 
+#include "app/MainCommands.h"
 #include "app/list/MediaTableModel.h"
 #include "app/window/MainWindowOutlets.h"
-#include "app/window/WindowLayouts.h"
+#include "app/window/Watch.h"
 #include "common/Log.h"
+#include "lib/Alerts.h"
 #include "lib/LoadingIndicator.h"
 #include "lib/PositionSlider.h"
 #include "lib/TKImageButton.h"
 #include "lib/TKVideoBackgroundImageView.h"
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
+#include "settings/window/CardSettings.h"
 
 #include <array>
 #include <utility>
@@ -19,6 +22,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr uint64_t startVolume = 70;
+// The side buttons' pictogram stands left of it.
+constexpr int sideButtonTextLeft = 76;
 constexpr auto loadingTick = 300ms;
 constexpr double loadingSeconds = 15.0;
 
@@ -26,7 +31,8 @@ constexpr double loadingSeconds = 15.0;
 
 ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage)
     : desktop(layer),
-      language(std::move(interfaceLanguage))
+      language(std::move(interfaceLanguage)),
+      secondaryWindows(desktop, language, *this)
 {
     platform::setTextLanguage(language);
     window = std::make_unique<CustomWindow>();
@@ -37,15 +43,16 @@ ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceL
 ZVKAppDelegate::~ZVKAppDelegate()
 {
     die();
-    lastDialogController.reset();
+    secondaryWindows.close();
     // The views go before the objects that their signals reach.
-    layouts.reset();
+    layout.reset();
     window.reset();
 }
 
 void ZVKAppDelegate::awakeFromNib()
 {
-    layouts = std::make_unique<Layouts>(*window, *outlets);
+    layout = std::make_unique<MainWindowLayout>(*window, *outlets);
+    frameCapture = std::make_unique<FrameCapture>(desktop, *window);
     video1View = new platform::VideoView(outlets->videoContainerView);
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
@@ -53,8 +60,7 @@ void ZVKAppDelegate::awakeFromNib()
     seekLabel->setObjectName(QStringLiteral("seekLabel"));
     seekLabel->setProperty("role", QStringLiteral("wait"));
     seekLabel->hide();
-    layouts->views.insert(QStringLiteral("_video1View"), video1View);
-    layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
+    layout->fill(*outlets->videoContainerView, *video1View);
     player1 = desktop.makePlayer(*video1View);
     mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
     folderFollower = std::make_unique<PathFollower>(desktop.dispatcher, desktop.disks,
@@ -62,8 +68,7 @@ void ZVKAppDelegate::awakeFromNib()
     if (desktop.makeWebView) {
         mapWebView = desktop.makeWebView(*outlets->mapContainerTopView);
         mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
-        layouts->views.insert(QStringLiteral("_mapWebView"), &mapWebView->widget());
-        layouts->set(layouts->mapContainerTop, {"H:|-0-[_mapWebView]-0-|", "V:|-0-[_mapWebView]-0-|"});
+        layout->fill(*outlets->mapContainerTopView, mapWebView->widget());
     }
     const platform::Image bar = platform::imageNamed(QStringLiteral("bottom-background"));
     outlets->mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
@@ -82,8 +87,7 @@ void ZVKAppDelegate::setupInitialValues()
         [this](std::string_view key) { observeValueForKeyPath("playInfo." + std::string(key)); });
     window->observeIsFullScreen([this] { observeValueForKeyPath("window.isFullScreen"); });
     connectControls();
-    rightViewMode = 0;
-    updateSideViewButton();
+    layout->updateSideViewButton();
     setVolume(startVolume);
     playInfo.setIsPlaying(false);
     video1View->hide();
@@ -91,8 +95,100 @@ void ZVKAppDelegate::setupInitialValues()
     resetReadouts();
     showListState();
     loadMapPage();
-    layoutWindow();
+    layout->layoutWindow();
     readDisplayMile();
+}
+
+/// The one place where the window's signals are connected.
+void ZVKAppDelegate::connectControls()
+{
+    const MainWindowOutlets& o = *outlets;
+    controls = std::make_unique<MainWindowControls>(*window, *o.mediaListTableView, mainCommands(*this));
+    for (PositionSlider* slider : {o.videoPositionSlider, o.videoPositionSliderForFullScreen}) {
+        slider->setAccessibleName(platform::localized("tip.position"));
+        slider->setToolTip(platform::localized("tip.position"));
+        slider->setFocusPolicy(Qt::TabFocus);
+        QObject::connect(slider, &PositionSlider::moved, window.get(), [this](double fraction) {
+            playInfo.setPosition(fraction);
+            videoPositionSliderMoved();
+        });
+    }
+    o.volumeSlider->setAccessibleName(platform::localized("tip.volume"));
+    o.volumeSlider->setToolTip(platform::localized("tip.volume"));
+    o.volumeSlider->setFocusPolicy(Qt::TabFocus);
+    QObject::connect(o.volumeSlider, &QSlider::valueChanged, window.get(),
+        [this](int value) { volumeSliderMoved(value); });
+
+    for (const auto& [button, key] : {std::pair(o.recordButtonImageView, "label.list"),
+             std::pair(o.informationButtonImageView, "label.map")}) {
+        button->setText(platform::localized(key));
+        button->setTextLeft(sideButtonTextLeft);
+        button->setCheckable(true);
+    }
+    for (const auto& [caption, key] :
+        {std::pair(o.latitudeLabel, "label.latitude"), std::pair(o.longitudeLabel, "label.longitude"),
+            std::pair(o.hdopLabel, "label.hdop"), std::pair(o.sateliteLabel, "label.satellites")})
+        caption->setText(platform::localized(key));
+    for (const auto& [label, key] :
+        {std::pair(o.speedTextButton, "tip.speed"), std::pair(o.sizeTextButton, "tip.size")}) {
+        label->setToolTip(platform::localized(key));
+        label->setAccessibleDescription(platform::localized(key));
+    }
+    o.mediaListTableView->setAccessibleName(platform::localized("tip.recordings"));
+    o.graphView->setAccessibleName(platform::localized("tip.graph"));
+    QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] { windowWillClose(); });
+    QObject::connect(window.get(), &CustomWindow::pathDropped, window.get(),
+        [this](const std::string& path) { openIfFolder(path); });
+    (new Watch(o.videoContainerView))->resized = [this] { contentResized(); };
+    (new Watch(o.mediaListTableView->viewport()))->mousePressed = [this](QMouseEvent& event) {
+        // The row that plays stays selected when the empty part of the list is clicked.
+        return !outlets->mediaListTableView->indexAt(event.position().toPoint()).isValid();
+    };
+}
+
+/// The card is asked in the background: the system may take its time to answer.
+void ZVKAppDelegate::readDisplayMile()
+{
+    m_bMileDisplay = false;
+    auto& dispatcher = desktop.dispatcher;
+    dispatcher.inBackground(
+        [this, &dispatcher, &disks = desktop.disks, isKorean = m_bKorean, life = std::weak_ptr(alive)] {
+            dispatcher.onMain([this, life, isMile = readsMiles(disks, isKorean)] {
+                if (!life.expired() && !displayMileWasSaved)
+                    showSpeedsInMiles(isMile);
+            });
+        });
+}
+
+void ZVKAppDelegate::setDisplayMile(uint32_t value)
+{
+    displayMileWasSaved = true;
+    if (value <= 1)
+        showSpeedsInMiles(value == 1);
+}
+
+/// Also the speed that is on screen while nothing moves.
+void ZVKAppDelegate::showSpeedsInMiles(bool isMile)
+{
+    if (m_bMileDisplay == isMile)
+        return;
+    m_bMileDisplay = isMile;
+    if (hasTelemetry && !blackBoxData.m_vGpsData.empty())
+        updateGpsUIByPlayPosition();
+}
+
+void ZVKAppDelegate::tellFailedJob()
+{
+    showAlert(desktop.alerts, *window, "ZAVIK", platform::localized("msg.job_failed").toStdString());
+}
+
+/// The buttons of what cannot be done now are grey and say why.
+void ZVKAppDelegate::updateFrameButtons()
+{
+    const bool hasPicture = (reportsPlaying() || isPaused()) && player1->hasVideoOut();
+    controls->setPossible(
+        *outlets->captureButton, "tip.capture", hasPicture && reportsPlaying(), "tip.capture_needs_playing");
+    controls->setPossible(*outlets->printButton, "tip.print", hasPicture, "tip.print_needs_picture");
 }
 
 void ZVKAppDelegate::applicationDidFinishLaunching()
@@ -108,8 +204,8 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
     } else if (language == "en") {
         m_bKorean = false;
     }
-    window->setMinimumWindowSize(minWindowSize());
-    const platform::Rect frame = minWindowFrame();
+    window->setMinimumWindowSize(MainWindowLayout::minWindowSize());
+    const platform::Rect frame = layout->minWindowFrame();
     window->setFrame(frame);
     window->setInitialFrame(frame);
     window->show();
@@ -140,14 +236,6 @@ void ZVKAppDelegate::loadMapPage()
 {
     if (mapWebView)
         mapWebView->loadResource(m_bKorean ? "map2.htm" : "map2_eng.htm");
-}
-
-platform::Rect ZVKAppDelegate::minWindowFrame() const
-{
-    const platform::Rect visible = window->currentScreen().visibleFrame;
-    const auto [width, height] = window->minimumWindowSize();
-    return {
-        visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
 }
 
 void ZVKAppDelegate::windowWillClose()
@@ -191,7 +279,7 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
         {"playInfo.isPlaying", [](ZVKAppDelegate& self) { self.playingChanged(); }},
         {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
         {"playInfo.audioMediaDirection", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
-        {"window.isFullScreen", [](ZVKAppDelegate& self) { self.layoutWindow(); }},
+        {"window.isFullScreen", [](ZVKAppDelegate& self) { self.layout->layoutWindow(); }},
     }};
     for (const Row& row : table)
         if (row.keyPath == keyPath)
@@ -207,7 +295,7 @@ void ZVKAppDelegate::playingChanged()
         if (button->imageName() == image)
             continue;
         button->setImageName(image);
-        describe(*button, isPlaying ? "tip.pause" : "tip.play");
+        controls->describe(*button, isPlaying ? "tip.pause" : "tip.play");
     }
     updateFrameButtons();
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "app/frame/FrameCapture.h"
 #include "app/player/ZVKPlayInfo.h"
 #include "app/window/CustomWindow.h"
+#include "app/window/MainWindowControls.h"
+#include "app/window/MainWindowLayout.h"
+#include "app/window/SecondaryWindows.h"
 #include "cardtools/volumes/PathFollower.h"
-#include "lib/WindowController.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Platform.h"
-#include "platform/PrintSession.h"
 #include "platform/WebView.h"
 #include "settings/window/ZVKSettingController.h"
 #include "telemetry/ZVKBlackBoxData.h"
@@ -18,17 +20,12 @@
 #include <optional>
 #include <stop_token>
 #include <string>
-#include <vector>
 
-struct CapturedFrame;
 class MediaTableModel;
-class QKeyEvent;
 class QLabel;
 class QTableView;
 
 struct MainWindowOutlets;
-class FormatLayout;
-
 namespace platform {
 class VideoView;
 }
@@ -53,9 +50,6 @@ public:
     CustomWindow& mainWindow() { return *window; }
     /// Tells that a background job could not be done.
     void tellFailedJob();
-    platform::Size minWindowSize() const { return {1020, 640}; }
-    /// Centred on the window's screen; smaller than the minimum where that does not fit.
-    platform::Rect minWindowFrame() const;
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
     void setDisplayMile(uint32_t value) override;
@@ -64,9 +58,8 @@ public:
     void cardFormatted(const std::string& from, const std::string& to) override;
 
     // Other windows: modeless; opening one closes the one before.
-    void showSettingPanel();
-    void replaceDialog(std::function<std::unique_ptr<WindowController>()> make);
-    void showTimeSetupPanel();
+    void showSettingPanel() { secondaryWindows.showSettingPanel(); }
+    void showTimeSetupPanel() { secondaryWindows.showTimeSetupPanel(); }
 
     // Folder
     void openMediaDirectoryDialog();
@@ -79,6 +72,8 @@ public:
     bool playNext();
     void playPrevious();
     void playFollowing();
+    /// Escape gives up what is being prepared, unless it leaves full screen.
+    bool canGiveUp() const { return waitingForPlayStart && !window->isFullScreen(); }
     /// Gives up the file that is being prepared.
     void giveUpStart();
     void changeAndPlay();
@@ -99,38 +94,25 @@ public:
     void decreaseSpeed();
     void sizeUp();
     void sizeDown();
-    void toggleFullScreen();
-    void setVideoScaleIndex(int64_t step);
+    void toggleFullScreen() { layout->toggleFullScreen(); }
+    void setVideoScaleIndex(int64_t step) { layout->setVideoScaleIndex(step); }
+    void minimize() { window->showMinimized(); }
+    void close() { window->close(); }
 
     // Capture and print
-    void captureVideo();
-    void print();
+    void captureVideo() { frameCapture->captureVideo(*player1); }
+    void print() { frameCapture->print(*player1); }
 
     // Right-hand panel
-    void clickMediaListViewButton();
-    void clickMapViewButton();
+    void clickMediaListViewButton() { layout->clickMediaListViewButton(); }
+    void clickMapViewButton() { layout->clickMapViewButton(); }
 
 private:
-    /// One thing that the user can do, with its keys (key and modifiers in one number) and buttons (by name).
-    struct Command {
-        const char* textKey;
-        void (ZVKAppDelegate::*action)();
-        std::vector<int> keys;
-        std::vector<const char*> buttons;
-    };
-
     /// A wait that is longer is named on screen.
     static constexpr double patienceSeconds = 0.5;
 
     void setupInitialValues();
-    const std::vector<Command>& commands() const;
     void connectControls();
-    void describe(QWidget& button, const char* textKey);
-    bool pressKey(const QKeyEvent& event);
-    bool pressKeyInList(const QKeyEvent& event);
-    bool pressKeyOnControl(const QKeyEvent& event);
-    void releaseHiddenFocus();
-    bool isFormatting();
     void readDisplayMile();
     void openIfFolder(const std::string& path);
     void closeFile(bool staysAtHand);
@@ -191,23 +173,13 @@ private:
     /// The same, and unless the user has begun another seek or a replay.
     void afterForThisSeek(double seconds, std::function<void()> work);
 
-    std::optional<CapturedFrame> writtenFrame();
-    void saveFrame(const std::shared_ptr<const CapturedFrame>& frame, const platform::SavePanel& panel);
     void updateFrameButtons();
-    platform::PrintInfo& loadPrintInfo();
-    void printPanelDidEnd(int returnCode, const std::string& picture);
-
     void initMediaListTableView();
-    void updateSideViewButton();
     void findFileAtHand();
     void selectRow(int64_t row);
     int64_t selectedRow() const;
     void showListState();
     QStringList scanRemarks() const;
-
-    void layoutWindow();
-    void layoutBodyBox();
-    void layoutMapContainer();
 
     void updateGsensorUIByPlayPositon();
     void updateGpsUIByPlayPosition();
@@ -220,8 +192,10 @@ private:
     std::string language;
     std::unique_ptr<CustomWindow> window;
     std::unique_ptr<MainWindowOutlets> outlets;
-    struct Layouts;
-    std::unique_ptr<Layouts> layouts;
+    std::unique_ptr<MainWindowLayout> layout;
+    std::unique_ptr<MainWindowControls> controls;
+    std::unique_ptr<FrameCapture> frameCapture;
+    SecondaryWindows secondaryWindows;
 
     std::unique_ptr<ZVKMediaList> mediaList;
     std::unique_ptr<PathFollower> folderFollower; // of the list's folder
@@ -249,24 +223,16 @@ private:
     /// A seek's least settling time has passed, its picture is still awaited.
     bool settlingTimeIsOver = false;
     uint64_t volume = 0;
-    int32_t rightViewMode = 0;
     bool m_bKorean = false;
     bool m_bMileDisplay = false;
     /// A saved unit of speed is newer than the one that is still being read from the card.
     bool displayMileWasSaved = false;
-    std::unique_ptr<WindowController> lastDialogController;
     bool stopVideoLoadingView = true;
     double progress = 0;
     bool scanning = false;
     /// The list's folder while its card is being formatted.
     std::optional<std::string> folderLetGo;
     std::unique_ptr<platform::Timer> playStopTimer;
-    /// Made on first use and kept, so that the choices of one print stay for the next.
-    std::unique_ptr<platform::PrintInfo> printInfo;
-    /// Whether the frame can be saved and printed, as the buttons show it.
-    std::optional<std::pair<bool, bool>> possibleWithFrame;
-    /// Made when somebody else holds the name of the frame's file.
-    std::string privateFrameFolder;
 
     /// Counts the files that were started or taken away; what was begun for an earlier one is void.
     uint64_t fileGeneration = 0;

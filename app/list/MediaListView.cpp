@@ -69,8 +69,7 @@ void ZVKAppDelegate::initMediaListTableView()
 void ZVKAppDelegate::mediaListChanged(ZVKMediaList&)
 {
     scanning = false;
-    rightViewMode = 0;
-    updateSideViewButton();
+    layout->clickMediaListViewButton();
     mediaTable->reload();
     findFileAtHand();
     showListState();
@@ -150,39 +149,4 @@ int64_t ZVKAppDelegate::selectedRow() const
 {
     const auto rows = outlets->mediaListTableView->selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();
-}
-
-void ZVKAppDelegate::updateSideViewButton()
-{
-    const bool isMap = rightViewMode == 1;
-    outlets->recordButtonImageView->setImageName(
-        isMap ? QStringLiteral("record_n.png") : QStringLiteral("record_p.png"));
-    outlets->informationButtonImageView->setImageName(
-        isMap ? QStringLiteral("information_p.png") : QStringLiteral("information_n.png"));
-    outlets->mapContainerView->setVisible(isMap);
-    outlets->mediaListScrollView->setVisible(rightViewMode == 0);
-    for (const auto& [button, isChosen] : {std::pair(outlets->recordButtonImageView, !isMap),
-             std::pair(outlets->informationButtonImageView, isMap)}) {
-        button->setChecked(isChosen);
-        if (isChosen)
-            button->keepPictureUnderPointer();
-    }
-    layoutMapContainer();
-    releaseHiddenFocus();
-}
-
-void ZVKAppDelegate::clickMediaListViewButton()
-{
-    if (rightViewMode == 0)
-        return;
-    rightViewMode = 0;
-    updateSideViewButton();
-}
-
-void ZVKAppDelegate::clickMapViewButton()
-{
-    if (rightViewMode == 1)
-        return;
-    rightViewMode = 1;
-    updateSideViewButton();
 }

@@ -139,7 +139,7 @@ void ZVKAppDelegate::initMediaControlView()
     waitingForPlayStart = true;
     outlets->videoPositionSlider->setDoubleValue(0);
     setVideoScaleIndex(0);
-    updateSideViewButton();
+    layout->updateSideViewButton();
     playInfo.setSpeed(1);
     player1->setRate(1);
     playInfo.setPosition(0);

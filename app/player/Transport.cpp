@@ -15,7 +15,6 @@ constexpr double jumpMs = 10000;
 constexpr uint64_t maximumVolume = 200;
 constexpr uint64_t volumeStep = 10;
 constexpr double maximumSpeed = 2;
-constexpr double sizeStep = 0.2;
 
 double lengthMs(const platform::MediaPlayer& player)
 {
@@ -179,40 +178,4 @@ void ZVKAppDelegate::sizeDown()
 {
     if (player1->isPlaying())
         setVideoScaleIndex(-1);
-}
-
-void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
-{
-    const platform::Screen screen = window->currentScreen();
-    const platform::Rect before = window->frame();
-    const auto [minWidth, minHeight] = window->minimumWindowSize();
-    platform::Rect frame = before;
-    frame.width += double(step) * sizeStep * minWindowSize().width;
-    frame.height += double(step) * sizeStep * minWindowSize().height;
-    if (step > 0) {
-        if (window->isFullScreen())
-            return;
-        if (frame.width > screen.frame.width || frame.height > screen.frame.height - 100) {
-            window->enterFullscreen();
-            return;
-        }
-    } else if (window->isFullScreen()) {
-        window->leaveFullscreen();
-        return;
-    }
-    if (frame.width < minWidth || frame.height < minHeight) {
-        frame.width = minWidth;
-        frame.height = minHeight;
-    }
-    // A window that keeps its size stays where the user has put it.
-    if (frame != before)
-        window->setFrame(fittedInto(screen.visibleFrame, frame), true);
-}
-
-void ZVKAppDelegate::toggleFullScreen()
-{
-    if (window->isFullScreen())
-        window->leaveFullscreen();
-    else
-        window->enterFullscreen();
 }
