@@ -22,6 +22,7 @@ void LoadingBar::start()
     isStopped = false;
     percent = 0;
     look.fill(0);
+    look.begun();
     if (!std::exchange(running, true))
         scheduleStep();
 }

@@ -15,6 +15,8 @@ public:
         std::function<void(double percent)> fill;
         /// `isInTime`: it was stopped before it was full.
         std::function<void(bool isInTime)> ended;
+        /// After the first `fill`.
+        std::function<void()> begun = [] {};
     };
 
     LoadingBar(platform::Dispatcher& dispatcher, std::chrono::milliseconds step, Look look);

@@ -1,10 +1,15 @@
 #include "app/window/MainWindowLayout.h"
 
 #include "app/window/MainWindowOutlets.h"
+#include "platform/Texts.h"
+
+#include <utility>
 
 namespace {
 
 constexpr double sizeStep = 0.2;
+// The side buttons' pictogram stands left of it.
+constexpr int sideButtonTextLeft = 76;
 
 } // namespace
 
@@ -23,6 +28,14 @@ MainWindowLayout::MainWindowLayout(CustomWindow& laidOut, MainWindowOutlets& wid
     for (QWidget* view : window.findChildren<QWidget*>())
         if (!view->objectName().isEmpty())
             views.insert(u'_' + view->objectName(), view);
+    outlets.ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));
+    for (const auto& [button, key] : {std::pair(outlets.recordButtonImageView, "label.list"),
+             std::pair(outlets.informationButtonImageView, "label.map")}) {
+        button->setText(platform::localized(key));
+        button->setTextLeft(sideButtonTextLeft);
+        button->setCheckable(true);
+    }
+    updateSideViewButton();
 }
 
 void MainWindowLayout::fill(QWidget& container, QWidget& view)

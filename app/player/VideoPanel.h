@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/player/PlaybackScreen.h"
+
+#include <functional>
+
+class MainWindowLayout;
+class QLabel;
+struct MainWindowOutlets;
+
+namespace platform {
+class VideoView;
+}
+
+/// The picture's part of the main window. Main thread only.
+class VideoPanel final : public PlaybackScreen {
+public:
+    /// `resized` is called after the picture's place has another size.
+    VideoPanel(platform::Dispatcher& dispatcher, MainWindowOutlets& outlets, MainWindowLayout& layout,
+        std::function<void()> resized);
+
+    platform::VideoView& view() { return *video1View; }
+    /// The player that draws there is gone.
+    void removeView();
+
+    double height() const override;
+    void say(const QString& text) override;
+    void showPictureOf(const platform::MediaPlayer& player) override;
+    void showSeeking(platform::MediaTime target) override;
+    void hideSeeking() override;
+    LoadingBar& loading() override { return bar; }
+
+private:
+    MainWindowOutlets& outlets;
+    platform::VideoView* video1View;
+    QLabel* seekLabel;
+    LoadingBar bar;
+};
