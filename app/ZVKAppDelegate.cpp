@@ -49,11 +49,12 @@ void ZVKAppDelegate::awakeFromNib()
 void ZVKAppDelegate::makeParts()
 {
     layout = std::make_unique<MainWindowLayout>(*window, *outlets);
-    video = std::make_unique<VideoPanel>(desktop.dispatcher, *outlets, *layout, [this] {
-        if (session && !session->hasEnded())
-            session->updatePlayInfoScale();
-    });
-    telemetry = std::make_unique<TelemetryPanel>(*outlets, *layout, desktop.makeWebView);
+    video = std::make_unique<VideoPanel>(
+        desktop.dispatcher, *outlets, *outlets->progressIndicator, *layout, [this] {
+            if (session && !session->hasEnded())
+                session->updatePlayInfoScale();
+        });
+    telemetry = std::make_unique<TelemetryPanel>(*outlets, *outlets, *layout, desktop.makeWebView);
     recordings = std::make_unique<RecordingsPanel>(desktop, *window, *outlets,
         RecordingsPanel::Told{[this](bool isSameAgain) { session->closeFile(isSameAgain); },
             [this] { recordingsListed(); },
@@ -77,7 +78,7 @@ void ZVKAppDelegate::makePlayback()
                 telemetry->updateGsensorUIByPlayPositon(
                     session->playInfo().position(), double(session->player().position()));
             }});
-    transportPanel = std::make_unique<TransportPanel>(*outlets,
+    transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
 }

@@ -3,12 +3,12 @@
 #include "app/list/MediaNameDelegate.h"
 #include "app/list/MediaTableModel.h"
 #include "app/player/PlayRemarks.h"
-#include "app/window/MainWindowOutlets.h"
 #include "app/window/Watch.h"
 #include "common/Text.h"
 #include "media/MediaPath.h"
 #include "platform/Texts.h"
 #include "platform/disks/MountTable.h"
+#include "ui_ListPanel.h"
 
 #include <QHeaderView>
 #include <QLocale>
@@ -35,7 +35,7 @@ QString shownPath(std::string_view path)
 } // namespace
 
 RecordingsPanel::RecordingsPanel(
-    platform::Platform& layer, QWidget& owner, MainWindowOutlets& widgets, Told listener)
+    platform::Platform& layer, QWidget& owner, Ui::ListPanel& widgets, Told listener)
     : desktop(layer),
       window(owner),
       outlets(widgets),

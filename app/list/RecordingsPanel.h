@@ -16,8 +16,11 @@
 class MediaTableModel;
 class QTableView;
 class QWidget;
-struct MainWindowOutlets;
 struct PlayRemarks;
+
+namespace Ui {
+class ListPanel;
+}
 
 /// The recordings of the folder that is open: their table and its selection, the scan's state in plain words,
 /// and the folder itself, which goes along when its volume is mounted elsewhere, and is let go of while its
@@ -35,7 +38,7 @@ public:
     };
 
     /// Panels are the window's.
-    RecordingsPanel(platform::Platform& desktop, QWidget& window, MainWindowOutlets& outlets, Told told);
+    RecordingsPanel(platform::Platform& desktop, QWidget& window, Ui::ListPanel& outlets, Told told);
 
     const ZVKMediaList& list() const { return *mediaList; }
     /// -1: none.
@@ -71,7 +74,7 @@ private:
 
     platform::Platform& desktop;
     QWidget& window;
-    MainWindowOutlets& outlets;
+    Ui::ListPanel& outlets;
     Told told;
     std::unique_ptr<ZVKMediaList> mediaList;
     MediaTableModel* mediaTable = nullptr;

@@ -1,10 +1,11 @@
 #include "app/player/TelemetryPanel.h"
 
 #include "app/window/MainWindowLayout.h"
-#include "app/window/MainWindowOutlets.h"
 #include "common/Coordinates.h"
 #include "platform/Texts.h"
 #include "telemetry/Readouts.h"
+#include "ui_GraphPanel.h"
+#include "ui_MapPanel.h"
 
 #include <utility>
 
@@ -17,20 +18,22 @@ QString text(const std::string& value)
 
 } // namespace
 
-TelemetryPanel::TelemetryPanel(MainWindowOutlets& widgets, MainWindowLayout& layout, const MakeMap& makeMap)
-    : outlets(widgets)
+TelemetryPanel::TelemetryPanel(
+    Ui::GraphPanel& chart, Ui::MapPanel& place, MainWindowLayout& layout, const MakeMap& makeMap)
+    : graph(chart),
+      map(place)
 {
-    for (const auto& [caption, key] : {std::pair(outlets.latitudeLabel, "label.latitude"),
-             std::pair(outlets.longitudeLabel, "label.longitude"), std::pair(outlets.hdopLabel, "label.hdop"),
-             std::pair(outlets.sateliteLabel, "label.satellites")})
+    for (const auto& [caption, key] :
+        {std::pair(map.latitudeLabel, "label.latitude"), std::pair(map.longitudeLabel, "label.longitude"),
+            std::pair(map.hdopLabel, "label.hdop"), std::pair(map.sateliteLabel, "label.satellites")})
         caption->setText(platform::localized(key));
-    outlets.graphView->setAccessibleName(platform::localized("tip.graph"));
+    graph.graphView->setAccessibleName(platform::localized("tip.graph"));
     resetReadouts();
     if (!makeMap)
         return;
-    mapWebView = makeMap(*outlets.mapContainerTopView);
+    mapWebView = makeMap(*map.mapContainerTopView);
     mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
-    layout.fill(*outlets.mapContainerTopView, mapWebView->widget());
+    layout.fill(*map.mapContainerTopView, mapWebView->widget());
 }
 
 void TelemetryPanel::loadMapPage(bool isKorean)
@@ -48,25 +51,25 @@ void TelemetryPanel::evaluateMapScript(const std::string& script)
 void TelemetryPanel::show(ZVKBlackBoxData read)
 {
     blackBoxData = std::move(read);
-    outlets.graphView->setGraphData(blackBoxData.m_GSensors);
+    graph.graphView->setGraphData(blackBoxData.m_GSensors);
 }
 
 void TelemetryPanel::clear()
 {
     blackBoxData.clear();
-    outlets.graphView->setGraphData({});
-    outlets.graphView->updateTimePosition(0);
+    graph.graphView->setGraphData({});
+    graph.graphView->updateTimePosition(0);
     resetReadouts();
     evaluateMapScript("zavikNewRecording()");
 }
 
 void TelemetryPanel::resetReadouts()
 {
-    outlets.gsensorXField->setText(QStringLiteral("X=+0.00"));
-    outlets.gsensorYField->setText(QStringLiteral("Y=+0.00"));
-    outlets.gsensorZField->setText(QStringLiteral("Z=+0.00"));
-    for (QLabel* field : {outlets.speedField, outlets.longitudeField, outlets.latitudeField,
-             outlets.hdopField, outlets.sateliteField})
+    graph.gsensorXField->setText(QStringLiteral("X=+0.00"));
+    graph.gsensorYField->setText(QStringLiteral("Y=+0.00"));
+    graph.gsensorZField->setText(QStringLiteral("Z=+0.00"));
+    for (QLabel* field :
+        {graph.speedField, map.longitudeField, map.latitudeField, map.hdopField, map.sateliteField})
         field->clear();
 }
 
@@ -78,14 +81,14 @@ void TelemetryPanel::showMoment(double position, double playerPosition, bool isK
 
 void TelemetryPanel::updateGsensorUIByPlayPositon(double position, double playerPosition)
 {
-    outlets.graphView->updateTimePosition(playerPosition);
+    graph.graphView->updateTimePosition(playerPosition);
     const auto& samples = blackBoxData.m_GSensors;
     if (samples.empty())
         return;
     const ZVKGSensor& sample = samples[proportionalIndex(position, samples.size())];
-    outlets.gsensorXField->setText(text(gsensorText('X', sample.x)));
-    outlets.gsensorYField->setText(text(gsensorText('Y', sample.y)));
-    outlets.gsensorZField->setText(text(gsensorText('Z', sample.z)));
+    graph.gsensorXField->setText(text(gsensorText('X', sample.x)));
+    graph.gsensorYField->setText(text(gsensorText('Y', sample.y)));
+    graph.gsensorZField->setText(text(gsensorText('Z', sample.z)));
 }
 
 void TelemetryPanel::updateGpsUIByPlayPosition(double position, bool isKnown)
@@ -107,16 +110,16 @@ void TelemetryPanel::updateGpsUIByPlayPosition(double position, bool isKnown)
         nmeaCoordinateToDegrees(&latitude, &longitude, isSouth ? -header.fLatitude : header.fLatitude,
             isWest ? -header.fLongitude : header.fLongitude);
         evaluateMapScript(setLatLagScript(longitude, latitude));
-        outlets.longitudeField->setText(text(degreesText(longitude, 180)));
-        outlets.latitudeField->setText(text(degreesText(latitude, 90)));
-        outlets.speedField->setText(
+        map.longitudeField->setText(text(degreesText(longitude, 180)));
+        map.latitudeField->setText(text(degreesText(latitude, 90)));
+        graph.speedField->setText(
             text(speedText(header.fSpeed, static_cast<uint8_t>(header.KM), m_bMileDisplay)));
     }
     if (fixes.empty())
         return;
     const ZVKGpsData fix = fixes[proportionalIndex(position, fixes.size())];
-    outlets.hdopField->setText(text(hdopText(fix.HDOP)));
-    outlets.sateliteField->setText(text(satelliteText(fix.SatelliteUsedCount)));
+    map.hdopField->setText(text(hdopText(fix.HDOP)));
+    map.sateliteField->setText(text(satelliteText(fix.SatelliteUsedCount)));
 }
 
 void TelemetryPanel::setDisplayMile(bool isMile, double position)

@@ -8,7 +8,11 @@
 #include <string>
 
 class MainWindowLayout;
-struct MainWindowOutlets;
+
+namespace Ui {
+class GraphPanel;
+class MapPanel;
+} // namespace Ui
 
 /// The telemetry of the moment that plays: readouts, the graph with its bar, the map with its marker. A place
 /// in the file's length is looked up in proportion; no times are matched. Main thread only.
@@ -17,7 +21,8 @@ public:
     using MakeMap = std::function<std::unique_ptr<platform::WebView>(QWidget& parent)>;
 
     /// Without `makeMap` there is no map.
-    TelemetryPanel(MainWindowOutlets& outlets, MainWindowLayout& layout, const MakeMap& makeMap);
+    TelemetryPanel(
+        Ui::GraphPanel& graph, Ui::MapPanel& map, MainWindowLayout& layout, const MakeMap& makeMap);
 
     void loadMapPage(bool isKorean);
     /// The web engine goes before the program ends.
@@ -44,7 +49,8 @@ public:
 private:
     void evaluateMapScript(const std::string& script);
 
-    MainWindowOutlets& outlets;
+    Ui::GraphPanel& graph;
+    Ui::MapPanel& map;
     std::unique_ptr<platform::WebView> mapWebView;
     ZVKBlackBoxData blackBoxData;
     bool m_bMileDisplay = false;

@@ -6,7 +6,11 @@
 #include <functional>
 
 class MainWindowControls;
-struct MainWindowOutlets;
+
+namespace Ui {
+class FullScreenBar;
+class TransportBar;
+} // namespace Ui
 
 /// The transport controls' display, below the graph and in full screen: position, time, play button, speed,
 /// size, volume. Shows silently; tells only what the user does. Main thread only.
@@ -17,7 +21,7 @@ public:
         std::function<void(int volume)> volumeMoved;
     };
 
-    TransportPanel(MainWindowOutlets& outlets, Told told);
+    TransportPanel(Ui::TransportBar& bar, Ui::FullScreenBar& fullScreenBar, Told told);
 
     /// The user holds the knob of a position slider.
     bool isKnobHeld() const;
@@ -35,5 +39,6 @@ public:
     void reset();
 
 private:
-    MainWindowOutlets& outlets;
+    Ui::TransportBar& bar;
+    Ui::FullScreenBar& fullScreenBar;
 };

@@ -2,10 +2,11 @@
 
 #include "app/player/PlayerReports.h"
 #include "app/window/MainWindowLayout.h"
-#include "app/window/MainWindowOutlets.h"
 #include "app/window/Watch.h"
+#include "lib/LoadingIndicator.h"
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
+#include "ui_VideoPanel.h"
 
 #include <utility>
 
@@ -38,12 +39,12 @@ LoadingBar::Look lookOf(LoadingIndicator& indicator)
 
 } // namespace
 
-VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, MainWindowOutlets& widgets, MainWindowLayout& layout,
-    std::function<void()> resized)
+VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& widgets, LoadingIndicator& indicator,
+    MainWindowLayout& layout, std::function<void()> resized)
     : outlets(widgets),
       video1View(new platform::VideoView(outlets.videoContainerView)),
       seekLabel(new QLabel(outlets.videoContainerView)),
-      bar(dispatcher, loadingStep, lookOf(*outlets.progressIndicator))
+      bar(dispatcher, loadingStep, lookOf(indicator))
 {
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
@@ -54,9 +55,9 @@ VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, MainWindowOutlets& widg
     layout.fill(*outlets.videoContainerView, *video1View);
     outlets.player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
     outlets.player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
-    outlets.progressIndicator->hide();
-    (new Watch(outlets.videoContainerView))->resized = [this, told = std::move(resized)] {
-        centre(*outlets.progressIndicator);
+    indicator.hide();
+    (new Watch(outlets.videoContainerView))->resized = [&indicator, told = std::move(resized)] {
+        centre(indicator);
         told();
     };
 }

@@ -4,9 +4,13 @@
 
 #include <functional>
 
+class LoadingIndicator;
 class MainWindowLayout;
 class QLabel;
-struct MainWindowOutlets;
+
+namespace Ui {
+class VideoPanel;
+}
 
 namespace platform {
 class VideoView;
@@ -16,8 +20,8 @@ class VideoView;
 class VideoPanel final : public PlaybackScreen {
 public:
     /// `resized` is called after the picture's place has another size.
-    VideoPanel(platform::Dispatcher& dispatcher, MainWindowOutlets& outlets, MainWindowLayout& layout,
-        std::function<void()> resized);
+    VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& outlets, LoadingIndicator& indicator,
+        MainWindowLayout& layout, std::function<void()> resized);
 
     platform::VideoView& view() { return *video1View; }
     /// The player that draws there is gone.
@@ -31,7 +35,7 @@ public:
     LoadingBar& loading() override { return bar; }
 
 private:
-    MainWindowOutlets& outlets;
+    Ui::VideoPanel& outlets;
     platform::VideoView* video1View;
     QLabel* seekLabel;
     LoadingBar bar;

@@ -28,6 +28,8 @@ MainWindowLayout::MainWindowLayout(CustomWindow& laidOut, MainWindowOutlets& wid
     for (QWidget* view : window.findChildren<QWidget*>())
         if (!view->objectName().isEmpty())
             views.insert(u'_' + view->objectName(), view);
+    const platform::Image bar = platform::imageNamed(QStringLiteral("bottom-background"));
+    outlets.mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
     outlets.ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));
     for (const auto& [button, key] : {std::pair(outlets.recordButtonImageView, "label.list"),
              std::pair(outlets.informationButtonImageView, "label.map")}) {
