@@ -1,98 +1,104 @@
 #include "app/ZVKAppDelegate.h"
 
-#include "app/list/MediaTableModel.h"
-#include "app/window/WindowLayouts.h"
+#include "app/MainCommands.h"
+#include "app/player/PlayerReports.h"
+#include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
-#include "lib/LoadingIndicator.h"
-#include "lib/PositionSlider.h"
-#include "lib/TKImageButton.h"
-#include "lib/TKVideoBackgroundImageView.h"
+#include "lib/Alerts.h"
+#include "media/MediaPath.h"
 #include "platform/Texts.h"
-#include "platform/mpv/VideoView.h"
-#include "ui_ZVKAppDelegate.h"
+#include "settings/window/CardSettings.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
-
-using namespace std::chrono_literals;
 
 namespace {
 
 constexpr uint64_t startVolume = 70;
-constexpr auto loadingTick = 300ms;
-constexpr double loadingSeconds = 15.0;
 
 } // namespace
 
 ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage)
     : desktop(layer),
-      language(std::move(interfaceLanguage))
+      language(std::move(interfaceLanguage)),
+      secondaryWindows(desktop, language, *this)
 {
     platform::setTextLanguage(language);
     window = std::make_unique<CustomWindow>();
     window->setScreens(desktop.screens);
-    outlets = std::make_unique<Ui::ZVKAppDelegate>();
-    outlets->setupUi(window.get());
+    outlets = std::make_unique<MainWindowOutlets>(*window);
 }
 
 ZVKAppDelegate::~ZVKAppDelegate()
 {
     die();
-    lastDialogController.reset();
+    secondaryWindows.close();
     // The views go before the objects that their signals reach.
-    layouts.reset();
+    layout.reset();
     window.reset();
 }
 
 void ZVKAppDelegate::awakeFromNib()
 {
-    layouts = std::make_unique<Layouts>(*window, *outlets);
-    video1View = new platform::VideoView(outlets->videoContainerView);
-    video1View->setObjectName(QStringLiteral("video1View"));
-    video1View->setFillScreen(true);
-    seekLabel = new QLabel(outlets->videoContainerView);
-    seekLabel->setObjectName(QStringLiteral("seekLabel"));
-    seekLabel->setProperty("role", QStringLiteral("wait"));
-    seekLabel->hide();
-    layouts->views.insert(QStringLiteral("_video1View"), video1View);
-    layouts->set(layouts->videoContainer, {"H:|-0-[_video1View]-0-|", "V:|-0-[_video1View]-0-|"});
-    player1 = desktop.makePlayer(*video1View);
-    mediaList = ZVKMediaList::mediaList(desktop.dispatcher);
-    folderFollower = std::make_unique<PathFollower>(desktop.dispatcher, desktop.disks,
-        [this](const std::string& from, const std::string& to) { folderMoved(from, to); });
-    if (desktop.makeWebView) {
-        mapWebView = desktop.makeWebView(*outlets->mapContainerTopView);
-        mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
-        layouts->views.insert(QStringLiteral("_mapWebView"), &mapWebView->widget());
-        layouts->set(layouts->mapContainerTop, {"H:|-0-[_mapWebView]-0-|", "V:|-0-[_mapWebView]-0-|"});
-    }
-    const platform::Image bar = platform::imageNamed(QStringLiteral("bottom-background"));
-    outlets->mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
-    outlets->player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
-    outlets->player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
-    outlets->ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));
-    initMediaListTableView();
+    makeParts();
+    makePlayback();
     setupInitialValues();
+}
+
+void ZVKAppDelegate::makeParts()
+{
+    layout = std::make_unique<MainWindowLayout>(*window, *outlets);
+    video = std::make_unique<VideoPanel>(
+        desktop.dispatcher, *outlets, *outlets->progressIndicator, *layout, [this] {
+            if (session && !session->hasEnded())
+                session->updatePlayInfoScale();
+        });
+    telemetry = std::make_unique<TelemetryPanel>(*outlets, *outlets, *layout, desktop.makeWebView);
+    recordings = std::make_unique<RecordingsPanel>(desktop, *window, *outlets,
+        RecordingsPanel::Told{[this](bool isSameAgain) { session->closeFile(isSameAgain); },
+            [this] { recordingsListed(); },
+            [this](const std::string& from, const std::string& to) {
+                remarksChanged();
+                session->folderMoved(from, to);
+            },
+            [this] { changeAndPlay(); }});
+    frameCapture = std::make_unique<FrameCapture>(desktop, *window);
+    controls =
+        std::make_unique<MainWindowControls>(*window, *outlets->mediaListTableView, mainCommands(*this));
+}
+
+void ZVKAppDelegate::makePlayback()
+{
+    session = std::make_unique<PlaybackSession>(
+        desktop.dispatcher, desktop.makePlayer(video->view()), recordings->list(), *video, *this);
+    transport = std::make_unique<Transport>(*session,
+        Transport::Told{[this] { observeValueForKeyPath("volume"); },
+            [this] {
+                telemetry->updateGsensorUIByPlayPositon(
+                    session->playInfo().position(), double(session->player().position()));
+            }});
+    transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
+        TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
+            [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
 }
 
 void ZVKAppDelegate::setupInitialValues()
 {
-    player1->setDelegate(this);
-    mediaList->setDelegate(this);
-    playInfo.observe(
+    session->playInfo().observe(
         [this](std::string_view key) { observeValueForKeyPath("playInfo." + std::string(key)); });
     window->observeIsFullScreen([this] { observeValueForKeyPath("window.isFullScreen"); });
-    connectControls();
-    rightViewMode = 0;
-    updateSideViewButton();
-    setVolume(startVolume);
-    playInfo.setIsPlaying(false);
-    video1View->hide();
-    outlets->progressIndicator->hide();
-    resetReadouts();
-    showListState();
-    loadMapPage();
-    layoutWindow();
+    QObject::connect(window.get(), &CustomWindow::closed, window.get(), [this] {
+        if (!session->hasEnded())
+            stopPlay();
+    });
+    QObject::connect(window.get(), &CustomWindow::pathDropped, window.get(),
+        [this](const std::string& path) { recordings->openIfFolder(path); });
+    transport->setVolume(startVolume);
+    session->playInfo().setIsPlaying(false);
+    remarksChanged();
+    telemetry->loadMapPage(m_bKorean);
+    layout->layoutWindow();
     readDisplayMile();
 }
 
@@ -103,21 +109,15 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
             logFormat("SUPPORT_LANGUAGE=%s", entry.c_str());
         desktop.defaults.setStringList("AppleLanguages", {language});
     }
-    if (language == "ko") {
-        m_bKorean = true;
-        loadMapPage();
-    } else if (language == "en") {
-        m_bKorean = false;
-    }
-    window->setMinimumWindowSize(minWindowSize());
-    const platform::Rect frame = minWindowFrame();
+    m_bKorean = language == "ko";
+    if (m_bKorean)
+        telemetry->loadMapPage(m_bKorean);
+    window->setMinimumWindowSize(MainWindowLayout::minWindowSize());
+    const platform::Rect frame = layout->minWindowFrame();
     window->setFrame(frame);
     window->setInitialFrame(frame);
     window->show();
     window->setFocus();
-    mediaIndex = -1;
-    QObject::connect(
-        outlets->mediaListTableView, &QTableView::doubleClicked, window.get(), [this] { changeAndPlay(); });
 }
 
 void ZVKAppDelegate::applicationWillTerminate()
@@ -127,47 +127,97 @@ void ZVKAppDelegate::applicationWillTerminate()
 
 void ZVKAppDelegate::die()
 {
-    if (!player1)
+    if (!session || session->hasEnded())
         return;
-    stopPlay();
-    playStopTimer.reset();
-    player1->setDelegate(nullptr);
-    player1.reset();
-    delete std::exchange(video1View, nullptr);
-    mapWebView.reset();
+    session->end();
+    video->removeView();
+    telemetry->closeMap();
 }
 
-void ZVKAppDelegate::loadMapPage()
+/// The card is asked in the background: the system may take its time to answer.
+void ZVKAppDelegate::readDisplayMile()
 {
-    if (mapWebView)
-        mapWebView->loadResource(m_bKorean ? "map2.htm" : "map2_eng.htm");
+    std::function<void(bool)> read = unitReading.guarded(
+        [this](bool isMile) { telemetry->setDisplayMile(isMile, session->playInfo().position()); });
+    desktop.dispatcher.inBackground(
+        [&dispatcher = desktop.dispatcher, &disks = desktop.disks, isKorean = m_bKorean, read] {
+            dispatcher.onMain([read, isMile = readsMiles(disks, isKorean)] { read(isMile); });
+        });
 }
 
-platform::Rect ZVKAppDelegate::minWindowFrame() const
+void ZVKAppDelegate::setDisplayMile(uint32_t value)
 {
-    const platform::Rect visible = window->currentScreen().visibleFrame;
-    const auto [width, height] = window->minimumWindowSize();
-    return {
-        visible.x + (visible.width - width) / 2, visible.y + (visible.height - height) / 2, width, height};
+    unitReading.renew();
+    if (value <= 1)
+        telemetry->setDisplayMile(value == 1, session->playInfo().position());
 }
 
-void ZVKAppDelegate::windowWillClose()
+void ZVKAppDelegate::tellFailedJob()
 {
-    if (player1)
-        stopPlay();
+    showAlert(desktop.alerts, *window, "ZAVIK", platform::localized("msg.job_failed").toStdString());
 }
 
-void ZVKAppDelegate::contentResized()
+void ZVKAppDelegate::letGoOf(const std::string& mountPath)
 {
-    centreLoading();
-    if (player1)
-        updatePlayInfoScale();
+    if (session->hasEnded())
+        return;
+    const auto folder = recordings->folderOn(mountPath);
+    if (session->hasFileWithin(mountPath) || (folder && session->hasFileWithin(standardizedPath(*folder))))
+        session->closeFile(false);
+    recordings->letGoOf(mountPath);
 }
 
-void ZVKAppDelegate::setVolume(uint64_t value)
+void ZVKAppDelegate::cardFormatted(const std::string& from, const std::string& to)
 {
-    volume = value;
-    observeValueForKeyPath("volume");
+    recordings->cardFormatted(from, to);
+}
+
+void ZVKAppDelegate::recordingsListed()
+{
+    layout->clickMediaListViewButton();
+    session->findFileAtHand();
+    remarksChanged();
+}
+
+void ZVKAppDelegate::clickPlayButton()
+{
+    transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
+}
+
+void ZVKAppDelegate::sizeUp()
+{
+    if (session->player().isPlaying())
+        layout->setVideoScaleIndex(1);
+}
+
+void ZVKAppDelegate::sizeDown()
+{
+    if (session->player().isPlaying())
+        layout->setVideoScaleIndex(-1);
+}
+
+void ZVKAppDelegate::titleChanged(const QString& name)
+{
+    outlets->titleLabel->setText(name);
+}
+
+void ZVKAppDelegate::momentCleared()
+{
+    telemetry->clear();
+    transportPanel->reset();
+}
+
+void ZVKAppDelegate::telemetryRead(ZVKBlackBoxData read)
+{
+    telemetry->show(std::move(read));
+    layout->setVideoScaleIndex(0);
+    layout->updateSideViewButton();
+}
+
+void ZVKAppDelegate::playerStarts()
+{
+    telemetry->resetReadouts();
+    transportPanel->reset();
 }
 
 void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
@@ -176,23 +226,17 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
         std::string_view keyPath;
         void (*react)(ZVKAppDelegate&);
     };
+    using Self = ZVKAppDelegate;
     static constexpr std::array<Row, 7> table = {{
         {"playInfo.speed",
-            [](ZVKAppDelegate& self) {
-                self.outlets->speedTextButton->setText(
-                    QString::fromStdString(formatted("%.1fx", self.playInfo.speed())));
-            }},
-        {"volume", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
+            [](Self& self) { self.transportPanel->showSpeed(self.session->playInfo().speed()); }},
+        {"volume", [](Self& self) { self.updateAudioUI(); }},
         {"playInfo.scale",
-            [](ZVKAppDelegate& self) {
-                const double scale = self.playInfo.scale();
-                self.outlets->sizeTextButton->setText(
-                    scale > 0 ? QString::fromStdString(formatted("%.2fx", scale)) : QString());
-            }},
-        {"playInfo.isPlaying", [](ZVKAppDelegate& self) { self.playingChanged(); }},
-        {"playInfo.position", [](ZVKAppDelegate& self) { self.playPositionChanged(); }},
-        {"playInfo.audioMediaDirection", [](ZVKAppDelegate& self) { self.updateAudioUI(); }},
-        {"window.isFullScreen", [](ZVKAppDelegate& self) { self.layoutWindow(); }},
+            [](Self& self) { self.transportPanel->showScale(self.session->playInfo().scale()); }},
+        {"playInfo.isPlaying", [](Self& self) { self.playingChanged(); }},
+        {"playInfo.position", [](Self& self) { self.playPositionChanged(); }},
+        {"playInfo.audioMediaDirection", [](Self& self) { self.updateAudioUI(); }},
+        {"window.isFullScreen", [](Self& self) { self.layout->layoutWindow(); }},
     }};
     for (const Row& row : table)
         if (row.keyPath == keyPath)
@@ -201,112 +245,26 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
 
 void ZVKAppDelegate::playingChanged()
 {
-    const bool isPlaying = playInfo.isPlaying();
-    const QString image = isPlaying ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n");
-    for (TKImageButton* button : {outlets->playButton, outlets->playButtonForFullScreen}) {
-        // Reported with every time report, most of them without news.
-        if (button->imageName() == image)
-            continue;
-        button->setImageName(image);
-        describe(*button, isPlaying ? "tip.pause" : "tip.play");
-    }
-    updateFrameButtons();
-}
-
-/// Time played and length beside the sliders.
-void ZVKAppDelegate::showPlayTime()
-{
-    QString text;
-    const auto media = player1->media();
-    if (media && !media->length().isNull()) {
-        const int64_t length = media->length().intValue();
-        const auto played = platform::MediaTime::timeWithInt(int64_t(playInfo.position() * double(length)));
-        text = QString::fromStdString(played.stringValue() + " / " + media->length().stringValue());
-    }
-    outlets->timeField->setText(text);
-    for (QWidget* slider : {static_cast<QWidget*>(outlets->videoPositionSlider),
-             static_cast<QWidget*>(outlets->videoPositionSliderForFullScreen)})
-        slider->setAccessibleDescription(text);
-    outlets->timeFieldForFullScreen->setText(text);
+    transportPanel->showPlaying(session->playInfo().isPlaying(), *controls);
+    const platform::MediaPlayer& player = session->player();
+    const bool isShown = hasPicture(player);
+    controls->setPossible(*outlets->captureButton, "tip.capture", isShown && reportsPlaying(player),
+        "tip.capture_needs_playing");
+    controls->setPossible(*outlets->printButton, "tip.print", isShown, "tip.print_needs_picture");
 }
 
 void ZVKAppDelegate::playPositionChanged()
 {
-    outlets->videoPositionSlider->setDoubleValue(playInfo.position());
-    outlets->videoPositionSliderForFullScreen->setDoubleValue(playInfo.position());
-    showPlayTime();
-    updateGsensorUIByPlayPositon();
-    updateGpsUIByPlayPosition();
+    const double position = session->playInfo().position();
+    const platform::MediaPlayer& player = session->player();
+    transportPanel->showPosition(position, player.media().get());
+    // Whether a file that is still being prepared has GPS is not known yet.
+    telemetry->showMoment(
+        position, double(player.position()), session->state() != PlaybackSession::State::preparing);
 }
 
-void ZVKAppDelegate::openMediaDirectoryDialog()
+void ZVKAppDelegate::updateAudioUI()
 {
-    const std::string title = platform::localized("panel.choose_folder").toStdString();
-    desktop.panels.chooseFolder(
-        *window, title, [this, life = std::weak_ptr(alive)](std::optional<std::string> path) {
-            if (path && !life.expired())
-                openMediaDirectory(*path);
-        });
-}
-
-void ZVKAppDelegate::openMediaDirectory(const std::string& path)
-{
-    // Read again, a folder keeps the file at hand; of another one nothing stays.
-    closeFile(mediaList->directoryPath() == path);
-    folderLetGo.reset();
-    scanning = true;
-    mediaList->setDirectoryPath(path);
-    mediaTable->reload();
-    folderFollower->follow(path);
-    showListState();
-}
-
-void ZVKAppDelegate::showLoading()
-{
-    LoadingIndicator& indicator = *outlets->progressIndicator;
-    const bool isTicking = indicator.isAnimating();
-    stopVideoLoadingView = false;
-    progress = 0;
-    indicator.setDoubleValue(LoadingIndicator::minimum);
-    centreLoading();
-    indicator.show();
-    indicator.raise();
-    indicator.startAnimation();
-    if (!isTicking)
-        desktop.dispatcher.after(loadingTick, guarded([this] { updateLoadingWindow(loadingSeconds); }));
-}
-
-void ZVKAppDelegate::centreLoading()
-{
-    LoadingIndicator& indicator = *outlets->progressIndicator;
-    indicator.move((indicator.parentWidget()->width() - indicator.width()) / 2, indicator.y());
-}
-
-void ZVKAppDelegate::updateLoadingWindow(double expectedSeconds)
-{
-    LoadingIndicator& indicator = *outlets->progressIndicator;
-    progress += 100 / (expectedSeconds / 0.3);
-    indicator.setDoubleValue(progress);
-    if (progress >= 100 || stopVideoLoadingView) {
-        indicator.setDoubleValue(LoadingIndicator::minimum);
-        indicator.stopAnimation();
-        indicator.hide();
-        stopVideoLoadingView = true;
-        return;
-    }
-    desktop.dispatcher.after(
-        loadingTick, guarded([this, expectedSeconds] { updateLoadingWindow(expectedSeconds); }));
-}
-
-void ZVKAppDelegate::hideLoading()
-{
-    stopVideoLoadingView = true;
-}
-
-std::function<void()> ZVKAppDelegate::guarded(std::function<void()> work) const
-{
-    return [life = std::weak_ptr(alive), work = std::move(work)] {
-        if (!life.expired())
-            work();
-    };
+    transport->applyVolume();
+    transportPanel->showVolume(transport->volume());
 }

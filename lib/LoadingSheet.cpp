@@ -9,23 +9,20 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include <utility>
-
 using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto tick = 500ms;
-constexpr double longest = 15.0; // seconds
-// Thirty thirtieths need not be a whole.
-constexpr double full = 100 - 1e-6;
+constexpr auto step = 500ms;
 
 } // namespace
 
 LoadingSheet::LoadingSheet(platform::Dispatcher& queue, QWidget& below)
     : QWidget(below.parentWidget()),
-      dispatcher(queue),
-      covered(below)
+      covered(below),
+      bar(queue, step,
+          {[this](double percent) { progressIndicator->setDoubleValue(percent); },
+              [this](bool isInTime) { end(isInTime); }})
 {
     hide();
     setFocusPolicy(Qt::StrongFocus);
@@ -49,15 +46,12 @@ LoadingSheet::LoadingSheet(platform::Dispatcher& queue, QWidget& below)
 void LoadingSheet::showLoading(const QString& title)
 {
     progressIndicator->setIndeterminate(true);
-    const bool isTicking = isVisibleTo(parentWidget());
-    stopLoadingWindow = false;
-    progress = 0;
-    progressIndicator->setDoubleValue(progressIndicator->minValue());
+    const bool isShown = bar.isRunning();
+    bar.start();
     progressIndicator->startAnimation();
     setTitle(title);
-    if (isTicking)
+    if (isShown)
         return;
-    scheduleUpdate(longest);
     focusedBefore = covered.window()->focusWidget();
     covered.setEnabled(false);
     setGeometry(covered.geometry());
@@ -72,33 +66,8 @@ void LoadingSheet::setTitle(const QString& title)
     setAccessibleName(title);
 }
 
-void LoadingSheet::hideLoading()
+void LoadingSheet::end(bool isInTime)
 {
-    stopLoadingWindow = true;
-}
-
-void LoadingSheet::scheduleUpdate(double seconds)
-{
-    dispatcher.after(tick, [this, seconds, life = std::weak_ptr(alive)] {
-        if (!life.expired())
-            updateLoadingWindow(seconds);
-    });
-}
-
-void LoadingSheet::updateLoadingWindow(double seconds)
-{
-    progress += 100 / (2 * seconds);
-    progressIndicator->setDoubleValue(progress);
-    if (progress >= full || stopLoadingWindow)
-        end();
-    else
-        scheduleUpdate(seconds);
-}
-
-void LoadingSheet::end()
-{
-    const bool isInTime = std::exchange(stopLoadingWindow, true);
-    progressIndicator->setDoubleValue(progressIndicator->minValue());
     progressIndicator->stopAnimation();
     hide();
     covered.setEnabled(true);

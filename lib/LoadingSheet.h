@@ -1,12 +1,11 @@
 #pragma once
 
-#include "platform/Dispatcher.h"
+#include "lib/LoadingBar.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 class PMProgressIndicator;
 class QLabel;
@@ -23,7 +22,7 @@ public:
 
     /// Shows the sheet, or begins anew when it is there already.
     void showLoading(const QString& title);
-    void hideLoading();
+    void hideLoading() { bar.stop(); }
     /// Called when the sheet went by itself: what it waits for is not there yet.
     void onTimeOut(std::function<void()> work) { timedOut = std::move(work); }
 
@@ -33,17 +32,12 @@ protected:
 
 private:
     void setTitle(const QString& title);
-    void scheduleUpdate(double seconds);
-    void updateLoadingWindow(double seconds);
-    void end();
+    void end(bool isInTime);
 
-    platform::Dispatcher& dispatcher;
     QWidget& covered;
     QLabel* progressTitleField;
     PMProgressIndicator* progressIndicator;
     QPointer<QWidget> focusedBefore;
-    double progress = 0;
-    bool stopLoadingWindow = true;
+    LoadingBar bar;
     std::function<void()> timedOut;
-    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
 };

@@ -1,15 +1,11 @@
-// The frame on screen as something to keep: saved as a picture file, or printed.
-
-#include "app/ZVKAppDelegate.h"
+#include "app/frame/FrameCapture.h"
 
 #include "common/FilePlace.h"
 #include "common/Log.h"
 #include "common/PrivateFolder.h"
 #include "lib/Alerts.h"
-#include "lib/TKImageButton.h"
 #include "platform/Texts.h"
 #include "platform/qt/NewFile.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -93,13 +89,19 @@ void framePrinted(platform::Platform& desktop, QWidget& window, int status)
 
 } // namespace
 
-void ZVKAppDelegate::captureVideo()
+FrameCapture::FrameCapture(platform::Platform& layer, QWidget& owner)
+    : desktop(layer),
+      window(owner)
 {
-    if (!player1->isPlaying())
+}
+
+void FrameCapture::captureVideo(platform::MediaPlayer& player)
+{
+    if (!player.isPlaying())
         return;
-    auto frame = writtenFrame();
+    auto frame = writtenFrame(player);
     if (!frame) {
-        tell(desktop, *window, "capture.failed");
+        tell(desktop, window, "capture.failed");
         return;
     }
     // The film goes on, and another window of the program may write its frame: what is saved are these bytes.
@@ -107,10 +109,10 @@ void ZVKAppDelegate::captureVideo()
         {platform::localized("panel.save_frame").toStdString(), "zavik_capture.png", {}});
 }
 
-std::optional<CapturedFrame> ZVKAppDelegate::writtenFrame()
+std::optional<CapturedFrame> FrameCapture::writtenFrame(platform::MediaPlayer& player)
 {
-    auto frame = frameWrittenTo(*player1, desktop.frameFile);
-    if (frame || !player1->hasVideoOut())
+    auto frame = frameWrittenTo(player, desktop.frameFile);
+    if (frame || !player.hasVideoOut())
         return frame;
     // Somebody else's file, link or folder has that name. A file that is this user's alone stays there, too,
     // as the viewer may still show it.
@@ -121,25 +123,25 @@ std::optional<CapturedFrame> ZVKAppDelegate::writtenFrame()
         logFormat("no private folder for the picture: %s", why.c_str());
         return {};
     }
-    return frameWrittenTo(*player1, privateFrameFolder + "/zavik_capture.jpg");
+    return frameWrittenTo(player, privateFrameFolder + "/zavik_capture.jpg");
 }
 
 /// Asks where to, and again after a choice that was refused: the frame is not lost by it.
-void ZVKAppDelegate::saveFrame(
+void FrameCapture::saveFrame(
     const std::shared_ptr<const CapturedFrame>& frame, const platform::SavePanel& panel)
 {
     auto outcome = std::make_shared<platform::NewFile>();
     auto next = std::make_shared<platform::SavePanel>(panel);
-    auto done = guarded([this, frame, outcome, next] {
+    std::function<void()> done = life.guarded([this, frame, outcome, next] {
         if (*outcome == platform::NewFile::written) {
-            openInViewer(desktop, *window, frame->path);
+            openInViewer(desktop, window, frame->path);
             return;
         }
         const char* why = *outcome == platform::NewFile::exists ? "capture.exists" : "capture.failed";
-        showAlertSheet(desktop.alerts, *window, "ZAVIK", platform::localized(why).toStdString(),
-            guarded([this, frame, next] { saveFrame(frame, *next); }));
+        showAlertSheet(desktop.alerts, window, "ZAVIK", platform::localized(why).toStdString(),
+            life.guarded([this, frame, next] { saveFrame(frame, *next); }));
     });
-    desktop.panels.chooseSaveFile(*window, panel,
+    desktop.panels.chooseSaveFile(window, panel,
         [&dispatcher = desktop.dispatcher, frame, outcome, next, done](
             const std::optional<std::string>& path) {
             if (!path)
@@ -153,50 +155,29 @@ void ZVKAppDelegate::saveFrame(
         });
 }
 
-/// The buttons of what cannot be done now are grey and say why.
-void ZVKAppDelegate::updateFrameButtons()
+void FrameCapture::print(platform::MediaPlayer& player)
 {
-    const bool hasPicture = (reportsPlaying() || isPaused()) && player1->hasVideoOut();
-    const std::pair possible(hasPicture && reportsPlaying(), hasPicture);
-    // Reported with every time report, most of them without news.
-    if (std::exchange(possibleWithFrame, possible) == possible)
+    if (!player.media())
         return;
-    const auto set = [this](TKImageButton& button, const char* textKey, bool isPossible, const char* whyNot) {
-        const QString reason = isPossible ? QString() : platform::localized(whyNot);
-        button.setEnabled(isPossible);
-        describe(button, textKey);
-        button.setAccessibleDescription(reason);
-        if (!isPossible)
-            button.setToolTip(button.toolTip() + u'\n' + reason);
-    };
-    set(*outlets->captureButton, "tip.capture", possible.first, "tip.capture_needs_playing");
-    set(*outlets->printButton, "tip.print", possible.second, "tip.print_needs_picture");
-}
-
-void ZVKAppDelegate::print()
-{
-    if (!player1->media())
-        return;
-    auto frame = writtenFrame();
+    auto frame = writtenFrame(player);
     if (!frame) {
-        tell(desktop, *window, "print.failed");
+        tell(desktop, window, "print.failed");
         return;
     }
-    desktop.printing.showPanel(*window, loadPrintInfo(),
-        [this, life = std::weak_ptr(alive), picture = std::move(frame->contents)](int returnCode) {
-            if (!life.expired())
-                printPanelDidEnd(returnCode, picture);
-        });
+    desktop.printing.showPanel(
+        window, loadPrintInfo(), life.guarded([this, picture = std::move(frame->contents)](int returnCode) {
+            printPanelDidEnd(returnCode, picture);
+        }));
 }
 
-platform::PrintInfo& ZVKAppDelegate::loadPrintInfo()
+platform::PrintInfo& FrameCapture::loadPrintInfo()
 {
     if (!printInfo)
         printInfo = desktop.printing.makePrintInfo();
     return *printInfo;
 }
 
-void ZVKAppDelegate::printPanelDidEnd(int returnCode, const std::string& picture)
+void FrameCapture::printPanelDidEnd(int returnCode, const std::string& picture)
 {
     if (returnCode != printPressed)
         return;
@@ -207,22 +188,26 @@ void ZVKAppDelegate::printPanelDidEnd(int returnCode, const std::string& picture
     if (destination != Session::Destination::printer) {
         logLine("Either got an error from PMSessionGetDestinationType or the print destination wasn't "
                 "kPMDestinationPrinter");
-        tell(desktop, *window, destination ? "print.only_printer" : "print.failed");
+        tell(desktop, window, destination ? "print.only_printer" : "print.failed");
         return;
     }
     const Session::Printer printer = session.currentPrinter(info);
     if (printer.status != 0) {
         logFormat("Got an error from PMSessionGetCurrentPrinter (%d)", printer.status);
-        tell(desktop, *window, "print.no_printer");
+        tell(desktop, window, "print.no_printer");
         return;
     }
-    session.mimeTypes(printer.name, info,
-        [this, life = std::weak_ptr(alive), name = printer.name, picture](const Session::Types& types) {
-            if (life.expired() || !acceptsPictures(desktop, *window, types))
-                return;
-            desktop.printing.printFile(name, loadPrintInfo(), pictureType, picture, [this, life](int status) {
-                if (!life.expired())
-                    framePrinted(desktop, *window, status);
-            });
-        });
+    session.mimeTypes(
+        printer.name, info, life.guarded([this, name = printer.name, picture](const Session::Types& types) {
+            printPicture(name, picture, types);
+        }));
+}
+
+void FrameCapture::printPicture(
+    const std::string& printer, const std::string& picture, const Session::Types& types)
+{
+    if (!acceptsPictures(desktop, window, types))
+        return;
+    desktop.printing.printFile(printer, loadPrintInfo(), pictureType, picture,
+        life.guarded([this](int status) { framePrinted(desktop, window, status); }));
 }

@@ -1,21 +1,18 @@
-// What the transport controls do: play and pause, seeks and jumps, volume, speed, window size.
+#include "app/player/Transport.h"
 
-#include "app/ZVKAppDelegate.h"
-
+#include "app/player/PlaybackSession.h"
+#include "app/player/PlayerReports.h"
 #include "common/Log.h"
-#include "lib/PositionSlider.h"
-#include "ui_ZVKAppDelegate.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-constexpr double endOfFile = 0.998;
 constexpr double jumpMs = 10000;
 constexpr uint64_t maximumVolume = 200;
 constexpr uint64_t volumeStep = 10;
 constexpr double maximumSpeed = 2;
-constexpr double sizeStep = 0.2;
 
 double lengthMs(const platform::MediaPlayer& player)
 {
@@ -24,195 +21,162 @@ double lengthMs(const platform::MediaPlayer& player)
 
 } // namespace
 
-void ZVKAppDelegate::clickPlayButton()
+Transport::Transport(PlaybackSession& played, Told listener)
+    : session(played),
+      told(std::move(listener))
 {
-    if (!player1->media()) {
-        playFirstChoice();
+}
+
+void Transport::clickPlayButton(int64_t selectedRow, double shownPosition)
+{
+    platform::MediaPlayer& player = session.player();
+    if (!player.media()) {
+        session.playFirstChoice(selectedRow);
         return;
     }
-    if (playInfo.isPlaying()) {
-        if (isPlaying(*player1))
-            player1->pause();
+    if (session.playInfo().isPlaying()) {
+        if (isPlaying(player))
+            player.pause();
         return;
     }
     // Its telemetry is still being read; it plays as soon as that is done.
-    if (waitingForPlayStart)
+    if (session.isWaiting())
         return;
-    if (!isPrepared()) {
-        restartMedia();
-        return;
-    }
-    const bool breaksOff = player1->breaksOff();
-    if (double(player1->position()) < endOfFile && !breaksOff) {
-        player1->play();
+    if (!session.isPrepared()) {
+        session.restartMedia();
         return;
     }
-    beginSeek();
-    const double slider = outlets->videoPositionSlider->doubleValue();
-    const bool isReplay = breaksOff || slider >= endOfFile;
-    if (isReplay && playsEntry(mediaIndex)) {
-        player1->setMedia(nullptr);
-        playAtIndex(mediaIndex);
+    const bool breaksOff = player.breaksOff();
+    if (double(player.position()) < endOfFile && !breaksOff) {
+        player.play();
+        return;
+    }
+    session.beginSeek();
+    const bool isReplay = breaksOff || shownPosition >= endOfFile;
+    if (isReplay && session.playsEntry(session.index())) {
+        player.setMedia(nullptr);
+        session.playAtIndex(session.index());
     } else if (isReplay) {
-        restartMedia();
+        session.restartMedia();
     } else {
-        player1->setTime(platform::MediaTime::timeWithInt(int64_t(slider * lengthMs(*player1))));
-        afterForThisSeek(0.1, [this] { player1->play(); });
+        player.setTime(platform::MediaTime::timeWithInt(int64_t(shownPosition * lengthMs(player))));
+        session.seek().after(0.1, [&player] { player.play(); });
     }
 }
 
-void ZVKAppDelegate::videoPositionSliderMoved()
+void Transport::videoPositionSliderMoved(double target)
 {
-    const double target = playInfo.position();
-    logFormat("[%s] position slider moved:%f <=> %f", "D ", playInfo.position(), target);
-    playInfo.setIsPlaying(isPlaying(*player1));
-    if (!player1->media() || waitingForPlayStart)
+    platform::MediaPlayer& player = session.player();
+    session.playInfo().setPosition(target);
+    logFormat("[%s] position slider moved:%f <=> %f", "D ", target, target);
+    session.playInfo().setIsPlaying(isPlaying(player));
+    if (!player.media() || session.isWaiting())
         return;
-    beginSeek();
+    session.beginSeek();
     if (target >= endOfFile) {
-        player1->setTime(player1->media()->length());
+        player.setTime(player.media()->length());
         return;
     }
-    const double before = double(player1->position());
-    movingPosition = target;
-    player1->setPosition(float(target));
-    // The graph's bar follows the player's own position, which is the new one only now.
-    updateGsensorUIByPlayPositon();
+    const double before = double(player.position());
+    player.setPosition(float(target));
+    told.playerMoved();
     if (before <= target) {
-        syncVideoPositionDelay(0.3);
+        session.seek().settleAfter(0.3);
         return;
     }
-    afterForThisSeek(0.1, [this] {
-        player1->setPosition(float(movingPosition));
-        syncVideoPositionDelay(0.2);
+    session.seek().after(0.1, [this, target] {
+        session.player().setPosition(float(target));
+        session.seek().settleAfter(0.2);
     });
 }
 
-/// A jump within the settling time of another is ignored; after that it goes on from where that one leads,
-/// however long its picture takes.
-bool ZVKAppDelegate::canJump() const
+bool Transport::canJump() const
 {
-    return player1->media() && !waitingForPlayStart && (!moving || settlingTimeIsOver);
+    return session.player().media() && !session.isWaiting() && session.seek().takesJump();
 }
 
-void ZVKAppDelegate::jumpForward()
+void Transport::jumpForward()
 {
-    logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ",
-        player1->time().stringValue().c_str(), player1->remainingTime().stringValue().c_str());
+    platform::MediaPlayer& player = session.player();
+    logFormat("[%s] _player1.time=%s,remainingTime.stringValue=%s", "D ", player.time().stringValue().c_str(),
+        player.remainingTime().stringValue().c_str());
     if (!canJump())
         return;
-    beginSeek();
-    const double remainingSeconds = double(player1->remainingTime().intValue()) / 1000;
+    session.beginSeek();
+    const double remainingSeconds = double(player.remainingTime().intValue()) / 1000;
     if (remainingSeconds > -jumpMs / 1000) {
-        player1->setTime(player1->media()->length());
+        player.setTime(player.media()->length());
         return;
     }
-    moving = true;
-    movingPosition = double(player1->position()) + jumpMs / lengthMs(*player1);
-    player1->jumpForward(int(jumpMs / 1000));
-    playInfo.setPosition(movingPosition);
-    syncVideoPositionDelay(0.3);
+    const double target = double(player.position()) + jumpMs / lengthMs(player);
+    session.seek().moveTo(target);
+    player.jumpForward(int(jumpMs / 1000));
+    session.playInfo().setPosition(target);
+    session.seek().settleAfter(0.3);
 }
 
-void ZVKAppDelegate::jumpBackward()
+void Transport::jumpBackward()
 {
+    platform::MediaPlayer& player = session.player();
     if (!canJump())
         return;
-    beginSeek();
-    if (double(player1->time().intValue()) < jumpMs) {
-        player1->setTime(platform::MediaTime::nullTime());
-        player1->setPosition(0);
-        afterForThisSeek(0, [this] {
-            player1->setPosition(0);
-            syncVideoPositionDelay(0.1);
+    session.beginSeek();
+    Seek& seek = session.seek();
+    if (double(player.time().intValue()) < jumpMs) {
+        player.setTime(platform::MediaTime::nullTime());
+        player.setPosition(0);
+        seek.after(0, [&player, &seek] {
+            player.setPosition(0);
+            seek.settleAfter(0.1);
         });
         return;
     }
-    moving = true;
-    movingPosition = std::max(double(player1->position()) - jumpMs / lengthMs(*player1), 0.0);
-    player1->setPosition(float(movingPosition));
-    playInfo.setPosition(movingPosition);
-    afterForThisSeek(0.2, [this] {
-        player1->setPosition(float(movingPosition));
-        syncVideoPositionDelay(0.1);
+    const double target = std::max(double(player.position()) - jumpMs / lengthMs(player), 0.0);
+    seek.moveTo(target);
+    player.setPosition(float(target));
+    session.playInfo().setPosition(target);
+    seek.after(0.2, [&player, &seek, target] {
+        player.setPosition(float(target));
+        seek.settleAfter(0.1);
     });
 }
 
-void ZVKAppDelegate::volumeSliderMoved(int value)
+void Transport::increaseSpeed()
 {
-    setVolume(uint64_t(std::max(value, 0)));
-}
-
-void ZVKAppDelegate::volumeUp()
-{
-    setVolume(std::min(volume + volumeStep, maximumVolume));
-}
-
-void ZVKAppDelegate::volumeDown()
-{
-    setVolume(volume > volumeStep ? volume - volumeStep : 0);
-}
-
-void ZVKAppDelegate::increaseSpeed()
-{
-    if (playInfo.speed() + 1 > maximumSpeed)
+    ZVKPlayInfo& info = session.playInfo();
+    if (info.speed() + 1 > maximumSpeed)
         return;
-    player1->setRate(player1->rate() + 1);
-    playInfo.setSpeed(playInfo.speed() + 1);
+    session.player().setRate(session.player().rate() + 1);
+    info.setSpeed(info.speed() + 1);
 }
 
-void ZVKAppDelegate::decreaseSpeed()
+void Transport::decreaseSpeed()
 {
-    if (playInfo.speed() <= 1)
+    ZVKPlayInfo& info = session.playInfo();
+    if (info.speed() <= 1)
         return;
-    player1->setRate(player1->rate() - 1);
-    playInfo.setSpeed(playInfo.speed() - 1);
+    session.player().setRate(session.player().rate() - 1);
+    info.setSpeed(info.speed() - 1);
 }
 
-void ZVKAppDelegate::sizeUp()
+void Transport::setVolume(uint64_t value)
 {
-    if (player1->isPlaying())
-        setVideoScaleIndex(1);
+    loudness = value;
+    told.volumeChanged();
 }
 
-void ZVKAppDelegate::sizeDown()
+void Transport::volumeUp()
 {
-    if (player1->isPlaying())
-        setVideoScaleIndex(-1);
+    setVolume(std::min(loudness + volumeStep, maximumVolume));
 }
 
-void ZVKAppDelegate::setVideoScaleIndex(int64_t step)
+void Transport::volumeDown()
 {
-    const platform::Screen screen = window->currentScreen();
-    const platform::Rect before = window->frame();
-    const auto [minWidth, minHeight] = window->minimumWindowSize();
-    platform::Rect frame = before;
-    frame.width += double(step) * sizeStep * minWindowSize().width;
-    frame.height += double(step) * sizeStep * minWindowSize().height;
-    if (step > 0) {
-        if (window->isFullScreen())
-            return;
-        if (frame.width > screen.frame.width || frame.height > screen.frame.height - 100) {
-            window->enterFullscreen();
-            return;
-        }
-    } else if (window->isFullScreen()) {
-        window->leaveFullscreen();
-        return;
-    }
-    if (frame.width < minWidth || frame.height < minHeight) {
-        frame.width = minWidth;
-        frame.height = minHeight;
-    }
-    // A window that keeps its size stays where the user has put it.
-    if (frame != before)
-        window->setFrame(fittedInto(screen.visibleFrame, frame), true);
+    setVolume(loudness > volumeStep ? loudness - volumeStep : 0);
 }
 
-void ZVKAppDelegate::toggleFullScreen()
+void Transport::applyVolume()
 {
-    if (window->isFullScreen())
-        window->leaveFullscreen();
-    else
-        window->enterFullscreen();
+    session.player().setMute(false);
+    session.player().setVolume(int(loudness));
 }

@@ -25,15 +25,16 @@ public:
     std::unique_ptr<ZVKAppDelegate> controller;
 
     ScriptedPlayer& player() { return *desk.player; }
-    ZVKPlayInfo& playInfo() { return controller->playInfo; }
-    const ZVKMediaList& list() const { return *controller->mediaList; }
-    int64_t mediaIndex() const { return controller->mediaIndex; }
-    bool isWaiting() const { return controller->waitingForPlayStart; }
-    bool isMoving() const { return controller->moving; }
-    uint64_t volume() const { return controller->volume; }
-    bool isKorean() const { return controller->m_bKorean; }
-    bool showsMiles() const { return controller->m_bMileDisplay; }
-    const ZVKBlackBoxData& telemetry() const { return controller->blackBoxData; }
+    PlaybackSession& playback() const { return controller->playback(); }
+    ZVKPlayInfo& playInfo() { return playback().playInfo(); }
+    const ZVKMediaList& list() const { return controller->recordingsPanel().list(); }
+    int64_t mediaIndex() const { return playback().index(); }
+    bool isWaiting() const { return playback().isWaiting(); }
+    bool isMoving() const { return playback().seek().target().has_value(); }
+    uint64_t volume() const { return controller->transportControls().volume(); }
+    bool isKorean() const { return controller->isKorean(); }
+    bool showsMiles() const { return controller->telemetryPanel().showsMiles(); }
+    const ZVKBlackBoxData& telemetry() const { return controller->telemetryPanel().telemetry(); }
 
     template <typename Widget> Widget& find(const char* name)
     {

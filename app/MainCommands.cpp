@@ -1,0 +1,61 @@
+#include "app/MainCommands.h"
+
+#include "app/ZVKAppDelegate.h"
+
+namespace {
+
+struct Row {
+    const char* textKey;
+    void (ZVKAppDelegate::*run)();
+    std::vector<int> keys;
+    std::vector<const char*> buttons;
+};
+
+std::vector<Row> rows()
+{
+    using Self = ZVKAppDelegate;
+    return {
+        {"tip.open", &Self::openMediaDirectoryDialog, {(Qt::CTRL | Qt::Key_O).toCombined()}, {"openButton"}},
+        {"tip.capture", &Self::captureVideo, {(Qt::CTRL | Qt::Key_S).toCombined()}, {"captureButton"}},
+        {"tip.print", &Self::print, {(Qt::CTRL | Qt::Key_P).toCombined()}, {"printButton"}},
+        {"tip.settings", &Self::showSettingPanel, {(Qt::CTRL | Qt::Key_Comma).toCombined()},
+            {"settingsButton"}},
+        {"tip.clock", &Self::showTimeSetupPanel, {(Qt::CTRL | Qt::Key_T).toCombined()}, {"clockButton"}},
+        {"tip.fullscreen", &Self::toggleFullScreen, {Qt::Key_F}, {"fullScreenButton"}},
+        {"tip.fullscreen_exit", &Self::toggleFullScreen, {}, {"leaveFullScreenButton"}},
+        {"tip.play", &Self::clickPlayButton, {Qt::Key_Space}, {"playButton", "playButtonForFullScreen"}},
+        {"tip.jump_forward", &Self::jumpForward, {Qt::Key_Right},
+            {"jumpForwardButton", "jumpForwardButtonForFullScreen"}},
+        {"tip.jump_backward", &Self::jumpBackward, {Qt::Key_Left},
+            {"jumpBackwardButton", "jumpBackwardButtonForFullScreen"}},
+        {"tip.volume_up", &Self::volumeUp, {Qt::Key_Up}, {"volumeUpButton"}},
+        {"tip.volume_down", &Self::volumeDown, {Qt::Key_Down}, {"volumeDownButton"}},
+        {"tip.speed_up", &Self::increaseSpeed, {Qt::Key_2}, {"speedUpButton"}},
+        {"tip.speed_down", &Self::decreaseSpeed, {Qt::Key_1}, {"speedDownButton"}},
+        {"tip.size_up", &Self::sizeUp, {Qt::Key_Plus, Qt::Key_Equal}, {"sizeUpButton"}},
+        {"tip.size_down", &Self::sizeDown, {Qt::Key_Minus}, {"sizeDownButton"}},
+        {"tip.play", &Self::changeAndPlay, {Qt::Key_Return, Qt::Key_Enter}, {}},
+        {"tip.previous", &Self::playPrevious, {Qt::Key_PageUp}, {}},
+        {"tip.next", &Self::playFollowing, {Qt::Key_PageDown}, {}},
+        {"tip.give_up", &Self::giveUpStart, {Qt::Key_Escape}, {}},
+        {"tip.minimize", &Self::minimize, {}, {"minimizeButton"}},
+        {"tip.close", &Self::close, {}, {"closeButton"}},
+        {"tip.list", &Self::clickMediaListViewButton, {}, {"recordButtonImageView"}},
+        {"tip.map", &Self::clickMapViewButton, {}, {"informationButtonImageView"}},
+    };
+}
+
+} // namespace
+
+std::vector<Command> mainCommands(ZVKAppDelegate& controller)
+{
+    std::vector<Command> commands;
+    for (const Row& row : rows())
+        commands.push_back(
+            {row.textKey, [&controller, run = row.run] { (controller.*run)(); }, row.keys, row.buttons, {}});
+    // Where there is nothing to give up, Escape leaves full screen.
+    for (Command& command : commands)
+        if (command.keys == std::vector<int>{Qt::Key_Escape})
+            command.takesKeys = [&controller] { return controller.canGiveUp(); };
+    return commands;
+}

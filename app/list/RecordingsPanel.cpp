@@ -1,0 +1,238 @@
+#include "app/list/RecordingsPanel.h"
+
+#include "app/list/MediaNameDelegate.h"
+#include "app/list/MediaTableModel.h"
+#include "app/player/PlayRemarks.h"
+#include "app/window/Watch.h"
+#include "common/Text.h"
+#include "media/MediaPath.h"
+#include "platform/Texts.h"
+#include "platform/disks/MountTable.h"
+#include "ui_ListPanel.h"
+
+#include <QHeaderView>
+#include <QLocale>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+constexpr int cellPadding = 10;
+constexpr int iconGap = 6;
+constexpr int rowHeight = 36; // two lines of a name
+
+/// A name or a path as a line of the panel can hold it.
+QString shownPath(std::string_view path)
+{
+    const QString text = QString::fromStdString(visibleText(path));
+    constexpr qsizetype longest = 40;
+    return text.size() <= longest ? text : QChar(0x2026) + text.right(longest - 1);
+}
+
+} // namespace
+
+RecordingsPanel::RecordingsPanel(
+    platform::Platform& layer, QWidget& owner, Ui::ListPanel& widgets, Told listener)
+    : desktop(layer),
+      window(owner),
+      outlets(widgets),
+      told(std::move(listener)),
+      mediaList(ZVKMediaList::mediaList(desktop.dispatcher)),
+      folderFollower(desktop.dispatcher, desktop.disks,
+          [this](const std::string& from, const std::string& to) { folderMoved(from, to); })
+{
+    mediaList->setDelegate(this);
+    initMediaListTableView();
+    QTableView& table = *outlets.mediaListTableView;
+    table.setAccessibleName(platform::localized("tip.recordings"));
+    QObject::connect(&table, &QTableView::doubleClicked, &table, [this] { told.chosen(); });
+    (new Watch(table.viewport()))->mousePressed = [&table](QMouseEvent& event) {
+        // The row that plays stays selected when the empty part of the list is clicked.
+        return !table.indexAt(event.position().toPoint()).isValid();
+    };
+}
+
+void RecordingsPanel::openMediaDirectoryDialog()
+{
+    const std::string title = platform::localized("panel.choose_folder").toStdString();
+    desktop.panels.chooseFolder(window, title, life.guarded([this](const std::optional<std::string>& path) {
+        if (path)
+            openMediaDirectory(*path);
+    }));
+}
+
+void RecordingsPanel::openMediaDirectory(const std::string& path)
+{
+    told.opening(mediaList->directoryPath() == path);
+    folderLetGo.reset();
+    scan(path);
+    folderFollower.follow(path);
+    showListState({});
+}
+
+void RecordingsPanel::scan(const std::string& path)
+{
+    scanning = true;
+    mediaList->setDirectoryPath(path);
+    mediaTable->reload();
+}
+
+void RecordingsPanel::openIfFolder(const std::string& path)
+{
+    std::function<void()> open = life.guarded([this, path] { openMediaDirectory(path); });
+    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, path, open] {
+        std::error_code missing;
+        if (std::filesystem::is_directory(path, missing))
+            dispatcher.onMain(open);
+    });
+}
+
+std::optional<std::string> RecordingsPanel::folderOn(const std::string& mountPath) const
+{
+    return isInUse(mountPath) ? mediaList->directoryPath() : std::nullopt;
+}
+
+void RecordingsPanel::letGoOf(const std::string& mountPath)
+{
+    const auto folder = folderOn(mountPath);
+    if (!folder)
+        return;
+    folderLetGo = folder;
+    folderFollower.follow({});
+    scanning = false;
+    mediaList->clear();
+    mediaTable->reload();
+    showListState({});
+}
+
+void RecordingsPanel::cardFormatted(const std::string& from, const std::string& to)
+{
+    if (!folderLetGo)
+        return;
+    std::string folder = *folderLetGo;
+    if (!to.empty() && platform::isWithin(folder, from))
+        folder = to + folder.substr(from.size());
+    std::function<void(std::string)> open =
+        life.guarded([this, before = *folderLetGo](const std::string& place) {
+            if (folderLetGo == before)
+                openMediaDirectory(place);
+        });
+    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, folder, to, open] {
+        std::error_code missing;
+        const bool isThere = to.empty() || std::filesystem::is_directory(folder, missing);
+        dispatcher.onMain([open, place = isThere ? folder : to] { open(place); });
+    });
+}
+
+/// The entries and their selection stay.
+void RecordingsPanel::folderMoved(const std::string& from, const std::string& to)
+{
+    mediaList->movedTo(to);
+    // What is read at the old path is not there.
+    if (scanning || !mediaList->scanState().failure.empty())
+        scan(to);
+    told.moved(from, to);
+}
+
+void RecordingsPanel::mediaListChanged(ZVKMediaList&)
+{
+    scanning = false;
+    mediaTable->reload();
+    told.listed();
+}
+
+int64_t RecordingsPanel::selectedRow() const
+{
+    const auto rows = outlets.mediaListTableView->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void RecordingsPanel::selectRow(int64_t row)
+{
+    outlets.mediaListTableView->selectRow(int(row));
+}
+
+void RecordingsPanel::showListState(const PlayRemarks& remarks)
+{
+    const MediaScanState& state = mediaList->scanState();
+    QStringList lines;
+    if (scanning)
+        lines += platform::localized("list.scanning");
+    else if (folderLetGo)
+        lines += platform::localized("list.formatting");
+    else if (!mediaList->directoryPath())
+        lines += platform::localized("list.empty");
+    else if (!state.isReadable)
+        lines += platform::localized("list.failed");
+    else
+        lines = scanRemarks(remarks);
+    outlets.listStateLabel->setTextFormat(Qt::PlainText);
+    outlets.listStateLabel->setText(lines.join('\n'));
+    outlets.listStateLabel->setVisible(!lines.isEmpty());
+    outlets.mediaListTableView->setVisible(mediaList->count() > 0);
+}
+
+/// What there is to say about the list that a scan has given, and about what was played of it.
+QStringList RecordingsPanel::scanRemarks(const PlayRemarks& remarks) const
+{
+    const MediaScanState& state = mediaList->scanState();
+    const QLocale numbers(platform::textLanguage() == "ko" ? QLocale::Korean : QLocale::English);
+    QStringList lines;
+    if (mediaList->count() == 0)
+        lines += platform::localized("list.nothing_found");
+    if (state.isCut)
+        lines +=
+            platform::localized("list.cut")
+                .arg(numbers.toString(qlonglong(mediaList->count())), shownPath(*mediaList->directoryPath()));
+    if (state.unreadCount == 1)
+        lines += platform::localized("list.unread").arg(shownPath(state.unread));
+    else if (state.unreadCount > 1)
+        lines += platform::localized("list.unread_more")
+                     .arg(shownPath(state.unread), numbers.toString(qlonglong(state.unreadCount - 1)));
+    const auto tellOf = [&](const QStringList& names, const char* one, const char* more) {
+        if (names.size() == 1)
+            lines += platform::localized(one).arg(names.back());
+        else if (names.size() > 1)
+            lines +=
+                platform::localized(more).arg(names.back(), numbers.toString(qlonglong(names.size() - 1)));
+    };
+    tellOf(remarks.passedOver, "list.passed_over", "list.passed_over_more");
+    tellOf(remarks.brokenOff, "list.broken_off", "list.broken_off_more");
+    if (!remarks.withoutReadings.isEmpty())
+        lines += platform::localized("list.no_readings").arg(remarks.withoutReadings);
+    return lines;
+}
+
+void RecordingsPanel::initMediaListTableView()
+{
+    QTableView& table = *outlets.mediaListTableView;
+    mediaTable = new MediaTableModel(*mediaList, &table);
+    table.setModel(mediaTable);
+    QFont font = table.font();
+    font.setPixelSize(11);
+    table.setFont(font);
+    table.setIconSize({18, 18});
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
+    table.horizontalHeader()->setHighlightSections(false);
+    table.horizontalHeader()->setSectionsClickable(false);
+    const QFontMetrics metrics(font);
+    for (int i = 0; i < int(MediaTableModel::columns.size()); ++i) {
+        const auto& column = MediaTableModel::columns[size_t(i)];
+        if (!*column.widest && column.textKeys.empty()) {
+            table.horizontalHeader()->setSectionResizeMode(i, QHeaderView::Stretch);
+            table.setItemDelegateForColumn(i, new MediaNameDelegate(&table));
+            continue;
+        }
+        const int icon = column.hasIcon ? table.iconSize().width() + iconGap : 0;
+        const QString title = mediaTable->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+        int text = std::max(
+            metrics.horizontalAdvance(title), metrics.horizontalAdvance(QLatin1String(column.widest)) + icon);
+        for (const char* key : column.textKeys)
+            text = std::max(text, metrics.horizontalAdvance(platform::localized(key)) + icon);
+        table.setColumnWidth(i, text + cellPadding);
+    }
+}

@@ -1,0 +1,141 @@
+#pragma once
+
+#include "app/player/PlayRemarks.h"
+#include "app/player/Seek.h"
+#include "app/player/ZVKPlayInfo.h"
+#include "common/Life.h"
+#include "platform/Dispatcher.h"
+#include "platform/MediaPlayer.h"
+
+#include <cstdint>
+#include <memory>
+#include <stop_token>
+#include <string>
+
+class PlaybackScreen;
+class ZVKBlackBoxData;
+class ZVKMediaList;
+
+/// Told what the panels show beside the play state, on the main thread.
+class PlaybackSessionDelegate {
+public:
+    virtual ~PlaybackSessionDelegate() = default;
+    /// The entry of the list is the file at hand now.
+    virtual void entryChosen(int64_t index) = 0;
+    /// The file that is shown; empty: none.
+    virtual void titleChanged(const QString& name) = 0;
+    /// Nothing of a moment is known until telemetry was read.
+    virtual void momentCleared() = 0;
+    virtual void telemetryRead(ZVKBlackBoxData read) = 0;
+    /// Everything is prepared, the player is asked to play.
+    virtual void playerStarts() = 0;
+    virtual void remarksChanged() = 0;
+    /// The user holds the knob of a position slider: nothing moves on meanwhile.
+    virtual bool isKnobHeld() const = 0;
+};
+
+/// Plays the recordings of a list one after the other: a file is chosen or reached, its telemetry is read,
+/// then the player is asked, and what it reports goes into the play state. At a file's end the next one
+/// follows. Main thread only.
+class PlaybackSession final : public platform::MediaPlayerDelegate {
+public:
+    enum class State {
+        none, ///< no file, or one that was stopped, given up or cannot be played
+        preparing, ///< the telemetry of the file at hand is being read
+        starting, ///< the player was asked to play it
+        open, ///< the player has it: it plays, rests, or is at its end
+        movingOn ///< the same, and the next file follows shortly
+    };
+
+    /// All but the player live longer than the session.
+    PlaybackSession(platform::Dispatcher& dispatcher, std::unique_ptr<platform::MediaPlayer> player,
+        const ZVKMediaList& list, PlaybackScreen& screen, PlaybackSessionDelegate& delegate);
+    ~PlaybackSession() override;
+
+    platform::MediaPlayer& player() { return *player1; }
+    const platform::MediaPlayer& player() const { return *player1; }
+    ZVKPlayInfo& playInfo() { return info; }
+    Seek& seek() { return latestSeek; }
+    State state() const { return now; }
+    /// A file was started and does not play yet.
+    bool isWaiting() const { return now == State::preparing || now == State::starting; }
+    /// The entry of the file at hand; -1 for none, and for a file of another list.
+    int64_t index() const { return mediaIndex; }
+    QString nameAtHand() const;
+    const PlayRemarks& remarks() const { return said; }
+    /// The file at hand is the entry's.
+    bool playsEntry(int64_t row) const;
+    bool hasFileWithin(const std::string& folder) const;
+
+    /// Starts an entry, the nearest one where there is none of that index. False when the list is empty and
+    /// while another start is pending.
+    bool playAtIndex(int64_t index);
+    bool playNext();
+    // What the user chooses takes the place of a start that is pending.
+    void playPrevious();
+    void playFollowing();
+    /// The selected row (-1: none): starts it, or begins again with it where it plays already.
+    void changeAndPlay(int64_t selectedRow);
+    /// Without a file at hand: the row that is selected, otherwise the first.
+    void playFirstChoice(int64_t selectedRow);
+    /// Starts the file at hand from its beginning, telemetry first, wherever the list is by now.
+    void restartMedia();
+    /// The file is open in the player and its telemetry is the one on screen.
+    bool isPrepared() const;
+    /// The user goes elsewhere: what is left of an earlier seek, and the move to the next file, are void.
+    void beginSeek();
+
+    /// Gives up the file that is being prepared.
+    void giveUpStart();
+    void stopPlay();
+    /// Ends what plays or is being prepared, with all that is shown of it.
+    void closeFile(bool staysAtHand);
+    /// The list has other entries: the file at hand keeps its row, wherever that stands now.
+    void findFileAtHand();
+    /// A folder is elsewhere: what plays goes on. What has not begun, or failed because its card was away,
+    /// begins at the new path.
+    void folderMoved(const std::string& from, const std::string& to);
+    /// The window has another size.
+    void updatePlayInfoScale();
+    /// Stops and ends the player; nothing else may be called then.
+    void end();
+    bool hasEnded() const { return !player1; }
+
+    void mediaPlayerStateChanged(platform::MediaPlayer& player) override;
+    void mediaPlayerTimeChanged(platform::MediaPlayer& player) override;
+    void mediaPlayerFailed(platform::MediaPlayer& player, const std::string& why) override;
+
+private:
+    void playChosen(int64_t index);
+    void prepare();
+    void extractThenPlay();
+    void startExtracted(ZVKBlackBoxData extracted);
+    void forgetPendingStart(State next);
+    void clearMoment();
+    void didStartPlayer();
+    void didFinishPlay();
+    void startTimerPlayNext();
+    void timerPlayNext();
+    void moveOn();
+    void chooseAudioAuto();
+
+    platform::Dispatcher& dispatcher;
+    const ZVKMediaList& mediaList;
+    PlaybackScreen& screen;
+    PlaybackSessionDelegate& delegate;
+    ZVKPlayInfo info;
+    std::unique_ptr<platform::MediaPlayer> player1;
+    Seek latestSeek;
+
+    State now = State::none;
+    int64_t mediaIndex = -1;
+    /// The file was reached at the end of the one before it, not chosen.
+    bool reachedByItself = false;
+    PlayRemarks said;
+    /// The player's time reports are thinned to every third.
+    int32_t timeReportCounter = -1;
+    std::unique_ptr<platform::Timer> playStopTimer;
+    std::stop_source extractionStop;
+    /// The file at hand, until another one is started or this one is taken away.
+    Life fileLife;
+};

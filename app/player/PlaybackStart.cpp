@@ -1,0 +1,150 @@
+// A file's way to its first picture: chosen or reached, prepared (telemetry first), played.
+
+#include "app/player/PlaybackScreen.h"
+#include "app/player/PlaybackSession.h"
+#include "app/player/PlayerReports.h"
+#include "common/Log.h"
+#include "media/ZVKMediaList.h"
+#include "platform/Texts.h"
+#include "telemetry/ZVKBlackBoxData.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+/// A wait that is longer is named on screen.
+constexpr std::chrono::milliseconds patience(500);
+
+/// The file may hold readings that are not shown.
+bool areReadingsMissing(WalkEnd end)
+{
+    return end == WalkEnd::noMemory || end == WalkEnd::readError || end == WalkEnd::cannotOpen;
+}
+
+} // namespace
+
+bool PlaybackSession::playAtIndex(int64_t index)
+{
+    if (mediaList.count() == 0 || isWaiting())
+        return false;
+    index = std::clamp<int64_t>(index, 0, mediaList.count() - 1);
+    forgetPendingStart(State::preparing);
+    player1->stop();
+    player1->setMedia(nullptr);
+    mediaIndex = index;
+    delegate.entryChosen(index);
+    player1->setMedia(platform::Media::mediaWithPath(mediaList.mediaAtIndex(index)->path()));
+    prepare();
+    return true;
+}
+
+void PlaybackSession::playChosen(int64_t index)
+{
+    if (isWaiting())
+        now = State::none;
+    playAtIndex(index);
+}
+
+void PlaybackSession::restartMedia()
+{
+    forgetPendingStart(State::preparing);
+    prepare();
+}
+
+/// Whatever was begun for the file up to now (extraction, start, delayed seeks, the move on) is void.
+void PlaybackSession::forgetPendingStart(State next)
+{
+    fileLife.renew();
+    extractionStop.request_stop();
+    beginSeek();
+    now = next;
+}
+
+void PlaybackSession::prepare()
+{
+    reachedByItself = false;
+    startTimerPlayNext();
+    delegate.titleChanged(nameAtHand());
+    screen.loading().start();
+    extractThenPlay();
+}
+
+void PlaybackSession::extractThenPlay()
+{
+    // Until its own telemetry is there, a file shows no readings; never those of the file before.
+    clearMoment();
+    dispatcher.after(patience, fileLife.guarded([this] {
+        if (isWaiting())
+            screen.say(platform::localized("msg.preparing").arg(nameAtHand()));
+    }));
+    extractionStop = {};
+    auto extracted = std::make_shared<ZVKBlackBoxData>();
+    std::function<void()> done =
+        fileLife.guarded([this, extracted] { startExtracted(std::move(*extracted)); });
+    dispatcher.inBackground([&queue = dispatcher, path = *player1->media()->url(),
+                                stop = extractionStop.get_token(), extracted, done] {
+        extracted->ExtractStreamInformation(path.c_str(), stop);
+        queue.onMain(done);
+    });
+}
+
+void PlaybackSession::startExtracted(ZVKBlackBoxData extracted)
+{
+    now = State::starting;
+    if (areReadingsMissing(extracted.walkEnd()))
+        said.withoutReadings = nameAtHand();
+    delegate.remarksChanged();
+    delegate.telemetryRead(std::move(extracted));
+    info.setSpeed(1);
+    player1->setRate(1);
+    info.setPosition(0);
+    delegate.playerStarts();
+    player1->play();
+}
+
+void PlaybackSession::changeAndPlay(int64_t row)
+{
+    logFormat("selectedRow=%ld,mediaIndex=%ld,isPlaying=%d,count=%ld", long(row), long(mediaIndex),
+        int(player1->isPlaying()), long(mediaList.count()));
+    if (row < 0) {
+        playFirstChoice(row);
+        return;
+    }
+    // After another folder was opened, the same row can be another file; and a file that was stopped or could
+    // not be played is started anew.
+    if (row != mediaIndex || !playsEntry(row) || (!isWaiting() && !isPrepared())) {
+        playChosen(row);
+        return;
+    }
+    if (isWaiting())
+        return;
+    beginSeek();
+    if (isPaused(*player1))
+        player1->setPosition(0);
+    player1->play();
+}
+
+void PlaybackSession::playFirstChoice(int64_t selectedRow)
+{
+    if (!player1->media())
+        playChosen(std::max<int64_t>(selectedRow, 0));
+}
+
+bool PlaybackSession::playNext()
+{
+    return mediaIndex + 1 < mediaList.count() && playAtIndex(mediaIndex + 1);
+}
+
+void PlaybackSession::playPrevious()
+{
+    if (mediaIndex > 0)
+        playChosen(mediaIndex - 1);
+}
+
+void PlaybackSession::playFollowing()
+{
+    if (mediaIndex + 1 < mediaList.count())
+        playChosen(mediaIndex + 1);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+class PlaybackSession;
+
+/// What the transport controls do: play and pause, seeks and jumps, speed, volume. Main thread only.
+class Transport {
+public:
+    /// `volumeChanged` is called after every assignment; `playerMoved` when the player stands elsewhere and
+    /// the play state does not know it yet.
+    struct Told {
+        std::function<void()> volumeChanged;
+        std::function<void()> playerMoved;
+    };
+
+    Transport(PlaybackSession& session, Told told);
+
+    /// `selectedRow` of the list, -1 for none; `shownPosition` is where the slider stands.
+    void clickPlayButton(int64_t selectedRow, double shownPosition);
+    /// The user has moved the slider there.
+    void videoPositionSliderMoved(double target);
+    void jumpForward();
+    void jumpBackward();
+    void increaseSpeed();
+    void decreaseSpeed();
+
+    uint64_t volume() const { return loudness; }
+    void setVolume(uint64_t value);
+    void volumeUp();
+    void volumeDown();
+    /// The player takes the volume, and is not mute.
+    void applyVolume();
+
+private:
+    bool canJump() const;
+
+    PlaybackSession& session;
+    Told told;
+    uint64_t loudness = 0;
+};

@@ -1,0 +1,91 @@
+#include "app/window/MainWindowControls.h"
+
+#include "app/window/CustomWindow.h"
+#include "app/window/Watch.h"
+#include "lib/TKImageButton.h"
+#include "platform/Texts.h"
+
+#include <QAbstractItemView>
+#include <QKeySequence>
+#include <QSlider>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+int combined(const QKeyEvent& event)
+{
+    // The plus of the number pad and of the row of digits are one key to the user.
+    const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
+}
+
+QString withKey(const QString& text, int key)
+{
+    return QStringLiteral("%1 (%2)").arg(text, QKeySequence(key).toString(QKeySequence::NativeText));
+}
+
+} // namespace
+
+MainWindowControls::MainWindowControls(
+    CustomWindow& controlled, QAbstractItemView& list, std::vector<Command> table)
+    : window(controlled),
+      commands(std::move(table))
+{
+    for (const Command& command : commands) {
+        for (const char* name : command.buttons) {
+            auto* button = window.findChild<TKImageButton*>(QLatin1String(name));
+            describe(*button, command.textKey);
+            QObject::connect(button, &TKImageButton::clicked, &window, command.run);
+        }
+    }
+    QObject::connect(&window, &CustomWindow::keyPressed, &window, [this](QKeyEvent* event) {
+        if (pressKey(*event))
+            event->accept();
+    });
+    (new Watch(&list))->keyPressed = [this](QKeyEvent& event) {
+        return event.key() != Qt::Key_Up && event.key() != Qt::Key_Down && pressKey(event);
+    };
+    for (QWidget* control : window.findChildren<QWidget*>())
+        if (qobject_cast<TKImageButton*>(control) || qobject_cast<QSlider*>(control))
+            (new Watch(control))->keyPressed = [this](QKeyEvent& event) {
+                return event.key() != Qt::Key_Space && pressKey(event);
+            };
+}
+
+void MainWindowControls::describe(QWidget& button, const char* textKey) const
+{
+    const QString text = platform::localized(textKey);
+    button.setAccessibleName(text);
+    const auto command = std::ranges::find_if(commands, [&](const Command& candidate) {
+        return std::ranges::any_of(
+            candidate.buttons, [&](const char* name) { return button.objectName() == QLatin1String(name); });
+    });
+    const bool hasKey = command != commands.end() && !command->keys.empty();
+    button.setToolTip(hasKey ? withKey(text, command->keys.front()) : text);
+}
+
+void MainWindowControls::setPossible(
+    QWidget& button, const char* textKey, bool isPossible, const char* whyNotKey) const
+{
+    if (button.isEnabledTo(&window) == isPossible)
+        return;
+    const QString reason = isPossible ? QString() : platform::localized(whyNotKey);
+    button.setEnabled(isPossible);
+    describe(button, textKey);
+    button.setAccessibleDescription(reason);
+    if (!isPossible)
+        button.setToolTip(button.toolTip() + u'\n' + reason);
+}
+
+bool MainWindowControls::pressKey(const QKeyEvent& event) const
+{
+    const auto command = std::ranges::find_if(commands, [&](const Command& candidate) {
+        return std::ranges::find(candidate.keys, combined(event)) != candidate.keys.end();
+    });
+    if (command == commands.end() || (command->takesKeys && !command->takesKeys()))
+        return false;
+    command->run();
+    return true;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+class CustomWindow;
+class QAbstractItemView;
+class QKeyEvent;
+class QWidget;
+
+/// One thing that the user can do, with its keys (key and modifiers in one number; the first stands in the
+/// tooltips) and its buttons (by name).
+struct Command {
+    const char* textKey;
+    std::function<void()> run;
+    std::vector<int> keys;
+    std::vector<const char*> buttons;
+    /// The keys are somebody else's while this says no; none: never.
+    std::function<bool()> takesKeys = {};
+};
+
+/// The commands of the main window on its buttons and keys. Keys work wherever the focus is; a button keeps
+/// Space, a slider Home and End, the list what moves its selection. Lives as long as the window.
+class MainWindowControls {
+public:
+    MainWindowControls(CustomWindow& window, QAbstractItemView& list, std::vector<Command> commands);
+
+    /// Tooltip and accessible name of a button; its command's key stands in the tooltip.
+    void describe(QWidget& button, const char* textKey) const;
+    /// A button of what cannot be done now is grey and says why. Does nothing without news.
+    void setPossible(QWidget& button, const char* textKey, bool isPossible, const char* whyNotKey) const;
+
+private:
+    bool pressKey(const QKeyEvent& event) const;
+
+    CustomWindow& window;
+    std::vector<Command> commands;
+};

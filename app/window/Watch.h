@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+
+#include <functional>
+
+/// Tells of size changes of a widget, and of keys and clicks on it before it takes them. The widget owns it.
+class Watch final : public QObject {
+public:
+    explicit Watch(QObject* watched)
+        : QObject(watched)
+    {
+        watched->installEventFilter(this);
+    }
+
+    std::function<void()> resized;
+    /// True: taken, the widget does not see it.
+    std::function<bool(QKeyEvent&)> keyPressed;
+    std::function<bool(QMouseEvent&)> mousePressed;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize && resized)
+            resized();
+        if (event->type() == QEvent::KeyPress && keyPressed && keyPressed(static_cast<QKeyEvent&>(*event)))
+            return true;
+        if (event->type() == QEvent::MouseButtonPress && mousePressed
+            && mousePressed(static_cast<QMouseEvent&>(*event)))
+            return true;
+        return QObject::eventFilter(watched, event);
+    }
+};
