@@ -228,7 +228,7 @@ void PlaybackSession::startTimerPlayNext()
 
 void PlaybackSession::timerPlayNext()
 {
-    const bool isAtEnd = player1->breaksOff() || player1->position() >= endOfFile;
+    const bool isAtEnd = player1->breaksOff() || player1->position() >= endPosition;
     if (now == State::open && !delegate.isKnobHeld() && isPaused(*player1) && isAtEnd)
         moveOn();
 }

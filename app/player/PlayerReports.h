@@ -32,4 +32,4 @@ inline bool hasPicture(const platform::MediaPlayer& player)
 }
 
 /// From here on a file counts as played to its end, as a fraction of its length.
-constexpr double endOfFile = 0.998;
+constexpr double endPosition = 0.998;

@@ -47,12 +47,12 @@ void Transport::clickPlayButton(int64_t selectedRow, double shownPosition)
         return;
     }
     const bool breaksOff = player.breaksOff();
-    if (double(player.position()) < endOfFile && !breaksOff) {
+    if (double(player.position()) < endPosition && !breaksOff) {
         player.play();
         return;
     }
     session.beginSeek();
-    const bool isReplay = breaksOff || shownPosition >= endOfFile;
+    const bool isReplay = breaksOff || shownPosition >= endPosition;
     if (isReplay && session.playsEntry(session.index())) {
         player.setMedia(nullptr);
         session.playAtIndex(session.index());
@@ -73,7 +73,7 @@ void Transport::videoPositionSliderMoved(double target)
     if (!player.media() || session.isWaiting())
         return;
     session.beginSeek();
-    if (target >= endOfFile) {
+    if (target >= endPosition) {
         player.setTime(player.media()->length());
         return;
     }

@@ -72,10 +72,10 @@ TEST(DriveLogFile, ShowsTheWholeRecordsThatWereReadWhateverTheHeaderSays)
 {
     const std::vector<std::byte> three = driveLogFile(std::vector(3, flashRecord()));
     using enum DriveLogEnd;
-    const std::tuple<uint32_t, size_t, DriveLogEnd, int64_t> cases[] = {{3, 132, Whole, 3},
-        {0, 132, Whole, 0}, {1, 132, Whole, 1}, {4, 132, Cut, 3}, {3, 131, Cut, 2}, {3, 92, Cut, 2},
-        {3, 12, Cut, 0}, {3, 11, NoHeader, 0}, {3, 0, NoHeader, 0}, {107374182, 132, Cut, 3},
-        {107374183, 132, ImpossibleCount, 0}, {UINT32_MAX, 132, ImpossibleCount, 0}};
+    const std::tuple<uint32_t, size_t, DriveLogEnd, int64_t> cases[] = {{3, 132, whole, 3},
+        {0, 132, whole, 0}, {1, 132, whole, 1}, {4, 132, cut, 3}, {3, 131, cut, 2}, {3, 92, cut, 2},
+        {3, 12, cut, 0}, {3, 11, noHeader, 0}, {3, 0, noHeader, 0}, {107374182, 132, cut, 3},
+        {107374183, 132, impossibleCount, 0}, {UINT32_MAX, 132, impossibleCount, 0}};
     for (const auto& [count, size, end, records] : cases) {
         SCOPED_TRACE(std::to_string(count) + " records announced in " + std::to_string(size) + " bytes");
         std::vector<std::byte> file = three;
