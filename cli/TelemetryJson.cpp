@@ -1,8 +1,9 @@
 #include "cli/Json.h"
 #include "cli/TelemetryFormats.h"
 
+#include <numeric>
 #include <ostream>
-#include <ranges>
+#include <vector>
 
 namespace cli {
 
@@ -33,9 +34,11 @@ Json json(const ZVKGpsData& fix)
                 now.wMilliseconds}}};
 }
 
-auto indices(const auto& list)
+std::vector<size_t> indices(const auto& list)
 {
-    return std::views::iota(size_t{0}, list.size());
+    std::vector<size_t> result(list.size());
+    std::iota(result.begin(), result.end(), size_t{0});
+    return result;
 }
 
 } // namespace
@@ -46,7 +49,8 @@ void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data)
     writeJsonArray(out, indices(data.m_GSensors),
         [&](size_t i) { return json(data.m_GSensors[i], data.m_vGSensorData()[i].data); });
     out << ",\"gps\":";
-    writeJsonArray(out, indices(data.m_vGpsData()), [&](size_t i) { return json(data.m_vGpsData()[i].data); });
+    writeJsonArray(
+        out, indices(data.m_vGpsData()), [&](size_t i) { return json(data.m_vGpsData()[i].data); });
     out << ",\"fixes\":";
     writeJsonArray(out, indices(data.m_NMEAs), [&](size_t i) { return json(data.m_NMEAs[i]); });
     out << "}\n";

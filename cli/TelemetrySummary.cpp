@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
-#include <ranges>
 #include <string>
 
 namespace cli {
@@ -54,8 +53,11 @@ void writeSamples(std::ostream& out, const ZVKBlackBoxData& data)
     out << "G-sensor:     " << samples.size() << " samples\n";
     if (samples.empty())
         return;
-    const auto strengthAt = [&](size_t i) { return magnitude(samples[i]); };
-    const size_t at = std::ranges::max(std::views::iota(size_t{0}, samples.size()), {}, strengthAt);
+    size_t at = 0;
+    for (size_t i = 1; i < samples.size(); ++i) {
+        if (magnitude(samples[i]) > magnitude(samples[at]))
+            at = i;
+    }
     const ZVKGSensor strongest = samples[at];
     out << "  time:       " << spanText(records.front().data.nTimestamp, records.back().data.nTimestamp)
         << '\n'

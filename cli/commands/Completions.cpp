@@ -45,7 +45,13 @@ std::string bashCases(const Program& program)
     for (const Command& command : program.commands) {
         const std::string name(command.name);
         const auto add = [&](const std::string& place, const std::string& offer) {
-            cases += "    " + name + "/" + place + ") offer=(" + offer + ") ;;\n";
+            cases.append("    ")
+                .append(name)
+                .append("/")
+                .append(place)
+                .append(") offer=(")
+                .append(offer)
+                .append(") ;;\n");
         };
         for (const Option& option : command.options) {
             if (!option.value.empty())

@@ -170,8 +170,8 @@ bool loadFileData(const std::string& path, _FILEDATA& record);
 void finishFileData(_FILEDATA& record);
 
 /// Writes the record's bytes to the file, creating or replacing it: a reader of the file finds the old record
-/// or the new one, never a mixture, also when the machine stops at any moment. Why it failed, or nothing; then
-/// the file is as it was. A link is not followed.
+/// or the new one, never a mixture, also when the machine stops at any moment. Why it failed, or nothing;
+/// then the file is as it was. A link is not followed.
 [[nodiscard]] FileError saveFileData(const _FILEDATA& record, const FilePlace& place);
 /// The same for a path, of which links are followed. Nothing on success, otherwise the text key
 /// "msg.file_open_fail"; the reason is logged.

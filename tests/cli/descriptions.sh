@@ -2,6 +2,7 @@
 # The completions work in bash, and man has nothing to say against the manual pages.
 # usage: descriptions.sh FOLDER
 set -eu
+# shellcheck source=/dev/null
 . "$1/bash/zavikctl"
 compopt() { :; }
 

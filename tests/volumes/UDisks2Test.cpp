@@ -178,7 +178,8 @@ TEST_F(UDisks2Test, WithoutServiceOrBusTheListIsEmptyAndTheLogTellsWhyOnce)
     const auto refused = volumes();
     EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
     EXPECT_THAT(refused->mountedVolumes(), IsEmpty());
-    EXPECT_THAT(log, ElementsAre("volumes: UDisks2 cannot be asked: GetManagedObjects went wrong"));
+    EXPECT_THAT(
+        log, ElementsAre("cannot list the volumes: UDisks2 cannot be asked: GetManagedObjects went wrong"));
     EXPECT_EQ(refused->trouble(), "UDisks2 cannot be asked: GetManagedObjects went wrong");
 
     const PrivateBus empty;
@@ -204,7 +205,7 @@ TEST_F(UDisks2Test, ABusThatAcceptsAndSaysNothingIsNotWaitedFor)
     UDisks2DiskArbitration disks({.busAddress = "unix:path=" + path, .limit = 300ms, .pause = 60s});
     EXPECT_THAT(disks.mountedVolumes(), IsEmpty());
     EXPECT_THAT(disks.mountedVolumes(), IsEmpty());
-    EXPECT_THAT(log, ElementsAre("volumes: the system bus does not answer"));
+    EXPECT_THAT(log, ElementsAre("cannot list the volumes: the system bus does not answer"));
     ::close(mute);
 }
 
