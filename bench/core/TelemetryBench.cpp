@@ -88,22 +88,19 @@ size_t readBarely(const char* path)
     std::array<char, 512> bytes;
     size_t records = 0;
     int32_t number = 0;
-    std::fread(bytes.data(), 1, 12, file);
-    while (
-        std::fread(bytes.data(), 1, 4, file) == 4 && std::fread(&number, 1, 4, file) == 4 && bytes[0] != 'J')
-        std::fseek(file, number, SEEK_CUR);
-    while (std::fread(bytes.data(), 1, 4, file) == 4) {
+    const auto get = [file](void* to, size_t count) { return std::fread(to, 1, count, file) == count; };
+    bool goesOn = get(bytes.data(), 12);
+    while (goesOn && get(bytes.data(), 4) && get(&number, 4) && bytes[0] != 'J')
+        goesOn = std::fseek(file, number, SEEK_CUR) == 0;
+    while (goesOn && get(bytes.data(), 4)) {
         ++records;
         if (bytes[2] == 'D') {
-            std::fread(bytes.data(), 1, 24, file);
+            goesOn = get(bytes.data(), 24);
             continue;
         }
-        std::fread(bytes.data(), 1, 8, file);
-        std::fread(&number, 1, 4, file);
-        std::fread(bytes.data(), 1, 29, file);
-        std::fread(bytes.data(), 1, static_cast<size_t>(number), file);
-        std::fseek(file, 7, SEEK_CUR);
-        std::fread(bytes.data(), 1, 1, file);
+        goesOn = get(bytes.data(), 8) && get(&number, 4) && get(bytes.data(), 29)
+            && get(bytes.data(), static_cast<size_t>(number)) && std::fseek(file, 7, SEEK_CUR) == 0
+            && get(bytes.data(), 1);
     }
     std::fclose(file);
     return records;
