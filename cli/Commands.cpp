@@ -6,6 +6,8 @@ std::span<const Action> actions()
 {
     static constexpr Action all[] = {
         {"list", runList},
+        {"drives", runDrives},
+        {"moments", runMoments},
         {"telemetry", runTelemetry},
         {"volumes", runVolumes},
         {"drive-log", runDriveLog},

@@ -11,7 +11,9 @@ namespace cli {
 ExitCode runClock(const Arguments& arguments, Streams streams);
 ExitCode runConfig(const Arguments& arguments, Streams streams);
 ExitCode runDriveLog(const Arguments& arguments, Streams streams);
+ExitCode runDrives(const Arguments& arguments, Streams streams);
 ExitCode runList(const Arguments& arguments, Streams streams);
+ExitCode runMoments(const Arguments& arguments, Streams streams);
 ExitCode runSize(const Arguments& arguments, Streams streams);
 ExitCode runTelemetry(const Arguments& arguments, Streams streams);
 ExitCode runVolumes(const Arguments& arguments, Streams streams);

@@ -1,15 +1,13 @@
 #include "cli/Commands.h"
+#include "cli/FolderScan.h"
 #include "cli/Json.h"
 #include "common/Text.h"
 #include "media/MediaDirection.h"
-#include "media/MediaPath.h"
 #include "media/ZVKMediaList.h"
 
 #include <array>
-#include <filesystem>
 #include <ostream>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace cli {
@@ -59,22 +57,15 @@ void writeColumns(std::ostream& out, const std::vector<ZVKMedia>& medias)
 
 ExitCode runList(const Arguments& arguments, Streams streams)
 {
-    const std::string folder = standardizedPath(arguments.operands.front());
-    std::error_code error;
-    const std::filesystem::directory_iterator listing(folder, error);
-    if (error)
-        return failure(streams, arguments.operands.front(), error.message());
-    const auto [medias, state] = ZVKMediaList::scan(folder);
+    const std::string& folder = arguments.operands.front();
+    const auto scan = scanFolder(folder, streams);
+    if (!scan)
+        return ExitCode::failure;
     if (arguments.has("--json"))
-        writeJsonArray(streams.out, medias, json) << '\n';
+        writeJsonArray(streams.out, scan->medias, json) << '\n';
     else
-        writeColumns(streams.out, medias);
-    if (state.isCut)
-        streams.err << "zavikctl: " << visibleText(folder) << ": only the first " << medias.size()
-                    << " recordings that were found are listed\n";
-    if (!state.failure.empty())
-        return failure(streams, arguments.operands.front(), "could not read " + state.failure);
-    return ExitCode::success;
+        writeColumns(streams.out, scan->medias);
+    return scanResult(*scan, folder, streams);
 }
 
 } // namespace cli

@@ -1,8 +1,8 @@
 #include "cli/Escapes.h"
-#include "cli/GpsTrack.h"
 #include "cli/Numbers.h"
 #include "cli/TelemetryFormats.h"
 #include "common/Log.h"
+#include "telemetry/GpsTrack.h"
 
 #include <ostream>
 

@@ -1,8 +1,8 @@
-#include "cli/GpsTrack.h"
 #include "cli/Numbers.h"
 #include "cli/TelemetryFormats.h"
 #include "common/Log.h"
 #include "common/Text.h"
+#include "telemetry/GpsTrack.h"
 
 #include <algorithm>
 #include <cmath>

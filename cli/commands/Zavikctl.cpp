@@ -33,6 +33,40 @@ constexpr Command list = {
     listOptions,
 };
 
+constexpr Command drives = {
+    "drives",
+    "Lists the drives in a folder: recordings that follow each other without a gap above 60 seconds.",
+    "Columns: start, end, recordings, distance, top speed, the strongest acceleration beside gravity, "
+    "moments; "
+    "- where no recording tells it.\n"
+    "--json: an array of {\"start\", \"end\", \"recordings\", \"distance_km\", \"top_speed_kmh\", "
+    "\"strongest_g\", \"moments\"}. Times are the camera's own (\"2024-05-18T18:12:13\"); recordings are "
+    "paths, "
+    "oldest first, front before rear of the same start; moments are objects as the command moments writes "
+    "them; "
+    "a figure that no recording tells is null.\n"
+    "Lengths come from the headers of the files; a recording whose name tells no start is in no drive. When "
+    "a "
+    "recording cannot be read, the others are listed and the exit code is 1.\n",
+    listOperands,
+    listOptions,
+};
+
+constexpr Operand momentsOperands[] = {{"FILE|FOLDER", "a recording, or the folder to look in", Kind::file}};
+constexpr Command moments = {
+    "moments",
+    "Lists impacts and hard brakings of a recording, or of all drives in a folder.",
+    "An impact is where the G-sensor is more than 1 g from rest, a braking where the speed falls by more "
+    "than "
+    "0.4 g; what follows within two seconds is one moment. The direction tells where an impact came from: "
+    "front, rear, left, right, above, below.\n"
+    "--json: an array of {\"file\", \"seconds\" (into the file), \"kind\" (\"impact\", \"braking\"), \"g\", "
+    "\"direction\"}.\n"
+    "In a folder the recordings of one start count once.\n",
+    momentsOperands,
+    listOptions,
+};
+
 constexpr Operand recording[] = {{"FILE", "the recording", Kind::file}};
 constexpr Option telemetryOptions[] = {asJson,
     {"--csv", "writes a row for each G-sensor sample, with the GPS header that is paired with it"},
@@ -115,7 +149,7 @@ constexpr Command clock = {
     clockOptions,
 };
 
-constexpr Command all[] = {list, telemetry, volumes, driveLog, config, size, clock};
+constexpr Command all[] = {list, drives, moments, telemetry, volumes, driveLog, config, size, clock};
 
 } // namespace
 

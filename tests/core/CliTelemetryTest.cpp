@@ -1,4 +1,4 @@
-#include "cli/GpsTrack.h"
+#include "telemetry/GpsTrack.h"
 #include "tests/core/CliSupport.h"
 #include "tests/support/Testing.h"
 #include "tools/samplecard/AviWriter.h"
@@ -138,7 +138,7 @@ TEST(CliTelemetry, BeginsATrackSegmentAtEveryGap)
         {"infinite", {record(0, infinity, 1), record(1, 1, -infinity), at(2)}, {1}}};
     for (const auto& [what, records, expected] : cases) {
         std::vector<size_t> lengths;
-        for (const auto& segment : cli::trackSegments(records))
+        for (const auto& segment : trackSegments(records))
             lengths.push_back(segment.size());
         EXPECT_EQ(lengths, expected) << what;
     }
@@ -149,7 +149,7 @@ TEST(CliTelemetry, GivesSpeedsInKmh)
     ZVKGpsRecord miles = record(0, 1, 1);
     miles.header.fSpeed = 100;
     miles.header.KM = '1';
-    EXPECT_DOUBLE_EQ(cli::trackPoint(miles)->speed, 62.1371192);
+    EXPECT_DOUBLE_EQ(trackPoint(miles)->speed, 62.1371192);
 }
 
 } // namespace

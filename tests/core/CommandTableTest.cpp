@@ -14,7 +14,8 @@ TEST(CommandTable, HasAnActionForEachCommand)
 TEST(CommandTable, OperandsArriveAsTheyAreAndOddOptionsAreRefused)
 {
     const auto read = [](const std::vector<std::string_view>& words) {
-        return cli::parsed(cli::zavikctl, cli::zavikctl.commands[4], words);
+        return cli::parsed(
+            cli::zavikctl, *std::ranges::find(cli::zavikctl.commands, "config", &cli::Command::name), words);
     };
     const std::vector<std::string_view> words{
         "set", "--region=en", "++", "[a=1,b=2]", "{}", "", "list", "--", "-1", "--"};

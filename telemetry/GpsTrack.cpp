@@ -1,10 +1,8 @@
-#include "cli/GpsTrack.h"
+#include "telemetry/GpsTrack.h"
 
 #include "common/Coordinates.h"
 
 #include <cmath>
-
-namespace cli {
 
 namespace {
 
@@ -55,5 +53,3 @@ std::vector<TrackSegment> trackSegments(std::span<const ZVKGpsRecord> records)
     }
     return segments;
 }
-
-} // namespace cli

@@ -7,8 +7,6 @@
 #include <span>
 #include <vector>
 
-namespace cli {
-
 /// One place on a recording's way.
 struct TrackPoint {
     int64_t nTimestamp = 0; ///< milliseconds since 1970-01-01 00:00 UTC
@@ -29,5 +27,3 @@ std::optional<TrackPoint> trackPoint(const ZVKGpsRecord& record);
 /// The records' way. A segment ends at a record without a position, where the time goes backwards and where
 /// more than ten seconds pass.
 std::vector<TrackSegment> trackSegments(std::span<const ZVKGpsRecord> records);
-
-} // namespace cli

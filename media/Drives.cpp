@@ -1,0 +1,115 @@
+#include "media/Drives.h"
+
+#include "common/Log.h"
+#include "media/MediaDirection.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using std::chrono::microseconds;
+
+constexpr int32_t front = 0;
+constexpr int32_t rear = 1;
+constexpr std::chrono::seconds pairTolerance{1};
+
+/// The recordings with a start, as takes of their own.
+std::vector<Take> singleTakes(std::span<const ZVKMedia> recordings, const LengthOf& lengthOf)
+{
+    std::vector<Take> takes;
+    takes.reserve(recordings.size());
+    for (const ZVKMedia& media : recordings) {
+        if (const auto start = cameraTimeOf(media))
+            takes.push_back({media, {}, *start, lengthOf(media)});
+    }
+    // The calendar may order what is no date otherwise than the digits do.
+    std::ranges::stable_sort(takes, {}, &Take::start);
+    return takes;
+}
+
+bool belongsTo(const Take& frontTake, const Take& rearTake)
+{
+    return !frontTake.rear && mediaDirection(frontTake.first.path()) == front
+        && frontTake.first.mediaDivision() == rearTake.first.mediaDivision()
+        && std::chrono::abs(frontTake.start - rearTake.start) <= pairTolerance;
+}
+
+/// The take among those around `at` whose front recording the rear one at `at` belongs to, the nearest one;
+/// null for none.
+Take* frontOf(std::vector<Take>& takes, size_t at)
+{
+    const Take& rearTake = takes[at];
+    Take* nearest = nullptr;
+    const auto consider = [&](Take& take) {
+        if (belongsTo(take, rearTake)
+            && (!nearest
+                || std::chrono::abs(take.start - rearTake.start)
+                    < std::chrono::abs(nearest->start - rearTake.start)))
+            nearest = &take;
+    };
+    for (size_t i = at; i-- > 0 && rearTake.start - takes[i].start <= pairTolerance;)
+        consider(takes[i]);
+    for (size_t i = at + 1; i < takes.size() && takes[i].start - rearTake.start <= pairTolerance; ++i)
+        consider(takes[i]);
+    return nearest;
+}
+
+/// Rear recordings move to their front ones.
+void pairCameras(std::vector<Take>& takes)
+{
+    std::vector<bool> isTaken(takes.size());
+    for (size_t i = 0; i < takes.size(); ++i) {
+        if (mediaDirection(takes[i].first.path()) != rear)
+            continue;
+        if (Take* const of = frontOf(takes, i)) {
+            of->rear = takes[i].first;
+            isTaken[i] = true;
+        }
+    }
+    size_t kept = 0;
+    for (size_t i = 0; i < takes.size(); ++i) {
+        if (!isTaken[i] && kept++ != i)
+            takes[kept - 1] = std::move(takes[i]);
+    }
+    takes.erase(takes.begin() + static_cast<std::ptrdiff_t>(kept), takes.end());
+}
+
+} // namespace
+
+std::optional<CameraTime> cameraTimeOf(const ZVKMedia& media)
+{
+    using namespace std::chrono;
+    if (media.year() < 1)
+        return {};
+    const local_days firstOfMonth(year(media.year()) / month(static_cast<unsigned>(media.month())) / 1);
+    return firstOfMonth + days(media.day() - 1) + hours(media.hour()) + minutes(media.minute())
+        + seconds(media.second());
+}
+
+std::string cameraTimeText(CameraTime time)
+{
+    using namespace std::chrono;
+    const auto rounded = round<seconds>(time);
+    const auto day = floor<days>(rounded);
+    const year_month_day date(day);
+    const hh_mm_ss clock(rounded - day);
+    return formatted("%04d-%02u-%02uT%02d:%02d:%02d", int(date.year()), unsigned(date.month()),
+        unsigned(date.day()), int(clock.hours().count()), int(clock.minutes().count()),
+        int(clock.seconds().count()));
+}
+
+std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf& lengthOf)
+{
+    std::vector<Take> takes = singleTakes(recordings, lengthOf);
+    pairCameras(takes);
+    std::vector<Drive> drives;
+    for (Take& take : takes) {
+        if (drives.empty() || take.start - drives.back().end > Drive::longestGap)
+            drives.push_back({{}, take.end()});
+        Drive& drive = drives.back();
+        drive.end = std::max(drive.end, take.end());
+        drive.takes.push_back(std::move(take));
+    }
+    return drives;
+}
