@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -100,9 +99,9 @@ std::optional<microseconds> recordingLengthOfFile(const std::string& path)
 {
     // A link in the folder was accepted by the walk, which looks where it leads.
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat about { };
-    if (!file || ::fstat(file.get(), &about) != 0 || !S_ISREG(about.st_mode))
+    if (!file)
         return {};
+    // A folder or a pipe cannot be read at an offset; a device tells no header.
     std::array<std::byte, recordingHeaderSize> bytes;
     const ssize_t count = ::pread(file.get(), bytes.data(), bytes.size(), 0);
     if (count <= 0)
