@@ -1,0 +1,114 @@
+#include "app/drives/DriveLibrary.h"
+
+#include "media/MediaPath.h"
+#include "media/RecordingLength.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+DriveLibrary::DriveLibrary(platform::Dispatcher& queues, Told listener)
+    : dispatcher(queues),
+      told(std::move(listener))
+{
+}
+
+DriveLibrary::~DriveLibrary()
+{
+    stop.request_stop();
+}
+
+void DriveLibrary::setRecordings(std::vector<ZVKMedia> recordings)
+{
+    stop.request_stop();
+    stop = std::stop_source();
+    reading.renew();
+    found.clear();
+    known.clear();
+    wanted.clear();
+    readingFigures = false;
+    readingLengths = !recordings.empty();
+    told.listed();
+    if (!readingLengths)
+        return;
+    std::function<void(std::vector<Drive>)> done =
+        reading.guarded([this](std::vector<Drive> drives) { drivesFound(std::move(drives)); });
+    dispatcher.inBackground([&queues = dispatcher, medias = std::move(recordings), token = stop.get_token(),
+                                done = std::move(done)] {
+        auto drives = std::make_shared<std::vector<Drive>>(drivesOf(medias, [&](const ZVKMedia& media) {
+            return token.stop_requested() ? std::nullopt : recordingLengthOfFile(media.path());
+        }));
+        queues.onMain([done, drives] { done(std::move(*drives)); });
+    });
+}
+
+void DriveLibrary::drivesFound(std::vector<Drive> drives)
+{
+    readingLengths = false;
+    found = std::move(drives);
+    known.resize(found.size());
+    told.listed();
+}
+
+void DriveLibrary::movedTo(const std::string& from, const std::string& to)
+{
+    const auto move = [&](ZVKMedia& media) {
+        if (media.path().starts_with(from + "/"))
+            media = ZVKMedia::mediaWithPath(to + media.path().substr(from.size()));
+    };
+    for (Drive& drive : found) {
+        for (Take& take : drive.takes) {
+            move(take.first);
+            if (take.rear)
+                move(*take.rear);
+        }
+    }
+}
+
+const DriveFigures* DriveLibrary::figures(size_t drive) const
+{
+    return drive < known.size() && known[drive] ? &*known[drive] : nullptr;
+}
+
+std::optional<size_t> DriveLibrary::driveOf(const std::string& path) const
+{
+    for (size_t i = 0; i < found.size(); ++i) {
+        for (const Take& take : found[i].takes) {
+            if (take.first.path() == path || (take.rear && take.rear->path() == path))
+                return i;
+        }
+    }
+    return {};
+}
+
+void DriveLibrary::lookAt(std::vector<size_t> drives)
+{
+    wanted = std::move(drives);
+    readNext();
+}
+
+void DriveLibrary::readNext()
+{
+    if (readingFigures)
+        return;
+    const auto next =
+        std::ranges::find_if(wanted, [&](size_t drive) { return drive < known.size() && !known[drive]; });
+    if (next == wanted.end())
+        return;
+    readingFigures = true;
+    std::function<void(DriveFigures)> done = reading.guarded(
+        [this, drive = *next](DriveFigures figures) { figuresRead(drive, std::move(figures)); });
+    dispatcher.inBackground([&queues = dispatcher, drive = found[*next], token = stop.get_token(), done] {
+        auto figures = std::make_shared<DriveFigures>(figuresOf(drive, token));
+        figures->track.clear();
+        queues.onMain([done, figures] { done(std::move(*figures)); });
+    });
+}
+
+void DriveLibrary::figuresRead(size_t drive, DriveFigures figures)
+{
+    readingFigures = false;
+    known[drive] = std::move(figures);
+    told.figured(drive);
+    readNext();
+}

@@ -1,0 +1,173 @@
+#include "app/drives/DrivesPanel.h"
+#include "app/drives/DriveListModel.h"
+#include "drives/DriveTimeline.h"
+#include "lib/DriveStrip.h"
+#include "media/ZVKMediaList.h"
+#include "platform/Texts.h"
+#include "tests/support/GuiTesting.h"
+#include "tests/support/RecordingFile.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/VirtualDispatcher.h"
+#include "ui_DrivesPanel.h"
+
+namespace {
+
+/// The panel over a card with three drives: an hour apart, of two minutes each, both cameras.
+class DrivesPanelTest : public testing::Test {
+protected:
+    DrivesPanelTest()
+    {
+        outlets.setupUi(&form);
+        SideDataWriter hit;
+        for (int i = 0; i < 600; ++i)
+            hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
+        for (const char* hour : {"17", "18", "19"}) {
+            for (const char* minute : {"12", "13"}) {
+                for (const char* camera : {"F", "R"})
+                    card.file(std::string("alwa_20240518_") + hour + minute + "00_" + camera + ".avi",
+                        recordingFile(60, *hour == '1' && hour[1] == '8' ? hit : SideDataWriter()));
+            }
+        }
+        panel = std::make_unique<DrivesPanel>(dispatcher, outlets,
+            DrivesPanel::Told{[this](size_t drive) { chosen.push_back(drive); },
+                [this](size_t drive) { figured.push_back(drive); }});
+        form.resize(334, 400);
+        form.show();
+    }
+
+    void scan() { panel->setRecordings(ZVKMediaList::scan(card.path()).medias); }
+    QString row(int index, int role = Qt::DisplayRole) const
+    {
+        return outlets.drivesListView->model()->index(index, 0).data(role).toString();
+    }
+
+    TempFolder card;
+    VirtualDispatcher dispatcher;
+    QWidget form;
+    Ui::DrivesPanel outlets;
+    std::vector<size_t> chosen;
+    std::vector<size_t> figured;
+    std::unique_ptr<DrivesPanel> panel;
+};
+
+TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
+{
+    EXPECT_EQ(outlets.drivesStateLabel->text(), platform::localized("drives.none"));
+    scan();
+    EXPECT_EQ(outlets.drivesStateLabel->text(), platform::localized("drives.reading"));
+    dispatcher.runOneBackground();
+    dispatcher.runMain();
+    ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 3);
+    EXPECT_EQ(row(1, DriveListModel::dayRole), "Sat 18 May 2024");
+    EXPECT_EQ(row(1, DriveListModel::timesRole), "18:12 – 18:14");
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min");
+    panel->selectDrive(2);
+    QCoreApplication::processEvents();
+    dispatcher.runAll();
+    EXPECT_EQ(figured, (std::vector<size_t>{0, 2, 1})) << "after the one under way, the selected one";
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+    EXPECT_EQ(row(1, DriveListModel::momentsRole), "1 moment");
+    EXPECT_TRUE(row(1).contains("2 min · 2.00 g, Always, 1 moment")) << row(1).toStdString();
+}
+
+TEST_F(DrivesPanelTest, OfAnotherFolderDropsWhatIsUnderWay)
+{
+    scan();
+    dispatcher.runAll();
+    const size_t before = figured.size();
+    scan();
+    panel->setRecordings({});
+    dispatcher.runAll();
+    EXPECT_EQ(outlets.drivesListView->model()->rowCount(), 0);
+    EXPECT_EQ(figured.size(), before);
+    scan();
+    dispatcher.runOneBackground();
+    panel.reset();
+    dispatcher.runAll();
+}
+
+TEST_F(DrivesPanelTest, ADoubleClickChooses)
+{
+    scan();
+    dispatcher.runAll();
+    QListView& list = *outlets.drivesListView;
+    const QPoint second = list.visualRect(list.model()->index(1, 0)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, second);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, second);
+    EXPECT_EQ(chosen, std::vector<size_t>{1});
+    EXPECT_EQ(panel->library().driveOf(card.path("alwa_20240518_191300_R.avi")), 2u);
+    panel->movedTo(card.path(), "/elsewhere");
+    EXPECT_EQ(panel->library().driveOf("/elsewhere/alwa_20240518_191300_R.avi"), 2u);
+    EXPECT_EQ(panel->library().driveOf(card.path("alwa_20240518_191300_R.avi")), std::nullopt);
+}
+
+Take take(int minute, std::optional<int> seconds)
+{
+    const auto name = "/alwa_20240518_18" + std::to_string(minute) + "00.avi";
+    const auto media = ZVKMedia::mediaWithPath(name);
+    const auto length =
+        seconds ? std::optional<std::chrono::microseconds>(std::chrono::seconds(*seconds)) : std::nullopt;
+    return {media, {}, *cameraTimeOf(media), length};
+}
+
+TEST(DriveTimeline, GoesFromPlaceToPointAndBackAcrossFiles)
+{
+    DriveTimeline line(Drive{{take(10, 60), take(11, std::nullopt), take(12, 30)}, {}});
+    using Place = DriveTimeline::Place;
+    EXPECT_EQ(line.length(), 90);
+    EXPECT_EQ(line.placeAt(59.5), (Place{0, 59.5}));
+    EXPECT_EQ(line.placeAt(60), (Place{2, 0})) << "a take without a length is stepped over";
+    EXPECT_EQ(line.placeAt(-5), (Place{0, 0}));
+    EXPECT_EQ(line.placeAt(1000), (Place{2, 30}));
+    EXPECT_EQ(line.pointOf({2, 10}), 70);
+    EXPECT_EQ(line.pointOf({0, 99}), 60) << "a file that plays longer stays within its segment";
+    line.setLength(1, 20);
+    line.setLength(2, std::nan(""));
+    EXPECT_EQ(line.length(), 110);
+    EXPECT_EQ(line.placeAt(65), (Place{1, 5}));
+    EXPECT_EQ(line.startOf(3), 110);
+}
+
+TEST(DriveStrip, GoesWhereItIsClickedAndDragged)
+{
+    DriveStrip strip;
+    std::vector<double> told;
+    QObject::connect(&strip, &DriveStrip::moved, &strip, [&](double to) { told.push_back(to); });
+    strip.resize(214, 22); // 200 points of line
+    QTest::mouseClick(&strip, Qt::LeftButton, {}, {107, 12});
+    EXPECT_TRUE(told.empty()) << "there is nothing to go to";
+    strip.setSegments({{0, 0.5}, {0.5, 1, DriveStrip::SegmentKind::event}}, {{0.25}});
+    QTest::mousePress(&strip, Qt::LeftButton, {}, {107, 12});
+    strip.setPosition(0.1);
+    EXPECT_EQ(strip.position(), 0.5) << "the user holds it";
+    QTest::mouseMove(&strip, {400, 12});
+    QTest::mouseRelease(&strip, Qt::LeftButton, {}, {400, 12});
+    strip.setPosition(0.1);
+    press(strip, Qt::Key_Right);
+    press(strip, Qt::Key_Home);
+    press(strip, Qt::Key_Left);
+    EXPECT_THAT(told, testing::ElementsAre(0.5, 1, testing::DoubleEq(0.11), 0, 0));
+}
+
+TEST(DriveStrip, ShowsWhereOneIsThroughSmallSteps)
+{
+    DriveStrip strip;
+    strip.resize(214, 22);
+    strip.setPalette(QPalette(Qt::black));
+    strip.setSegments({{0, 1}}, {});
+    const auto barAt = [&] {
+        const QImage image = strip.grab().toImage();
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, image.height() - 3).lightness() > 240)
+                return x;
+        return -1;
+    };
+    const int before = barAt();
+    for (int i = 1; i <= 1000; ++i) {
+        strip.setPosition(i / 1000.0 / 2);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_NEAR(barAt() - before, 100, 2);
+}
+
+} // namespace
