@@ -34,14 +34,17 @@ std::vector<Row> rows()
         {"tip.speed_down", &Self::decreaseSpeed, {Qt::Key_1}, {"speedDownButton"}},
         {"tip.size_up", &Self::sizeUp, {Qt::Key_Plus, Qt::Key_Equal}, {"sizeUpButton"}},
         {"tip.size_down", &Self::sizeDown, {Qt::Key_Minus}, {"sizeDownButton"}},
-        {"tip.play", &Self::changeAndPlay, {Qt::Key_Return, Qt::Key_Enter}, {}},
+        {"tip.play", &Self::playChoice, {Qt::Key_Return, Qt::Key_Enter}, {}},
         {"tip.previous", &Self::playPrevious, {Qt::Key_PageUp}, {}},
         {"tip.next", &Self::playFollowing, {Qt::Key_PageDown}, {}},
         {"tip.give_up", &Self::giveUpStart, {Qt::Key_Escape}, {}},
         {"tip.minimize", &Self::minimize, {}, {"minimizeButton"}},
         {"tip.close", &Self::close, {}, {"closeButton"}},
         {"tip.list", &Self::clickMediaListViewButton, {}, {"recordButtonImageView"}},
+        {"tip.drives", &Self::clickDrivesViewButton, {}, {"drivesButtonImageView"}},
         {"tip.map", &Self::clickMapViewButton, {}, {"informationButtonImageView"}},
+        {"tip.moment_next", &Self::nextMoment, {Qt::Key_M}, {}},
+        {"tip.moment_previous", &Self::previousMoment, {(Qt::SHIFT | Qt::Key_M).toCombined()}, {}},
     };
 }
 

@@ -43,6 +43,7 @@ void ZVKAppDelegate::awakeFromNib()
 {
     makeParts();
     makePlayback();
+    makeDrives();
     setupInitialValues();
 }
 
@@ -56,16 +57,24 @@ void ZVKAppDelegate::makeParts()
         });
     telemetry = std::make_unique<TelemetryPanel>(*outlets, *outlets, *layout, desktop.makeWebView);
     recordings = std::make_unique<RecordingsPanel>(desktop, *window, *outlets,
-        RecordingsPanel::Told{[this](bool isSameAgain) { session->closeFile(isSameAgain); },
+        RecordingsPanel::Told{[this](bool isSameAgain) {
+                                  drivePlayback->end();
+                                  drives->setRecordings({});
+                                  session->closeFile(isSameAgain);
+                              },
             [this] { recordingsListed(); },
             [this](const std::string& from, const std::string& to) {
                 remarksChanged();
+                drives->movedTo(from, to);
+                drivePlayback->movedTo(from, to);
                 session->folderMoved(from, to);
             },
             [this] { changeAndPlay(); }});
     frameCapture = std::make_unique<FrameCapture>(desktop, *window);
-    controls =
-        std::make_unique<MainWindowControls>(*window, *outlets->mediaListTableView, mainCommands(*this));
+    controls = std::make_unique<MainWindowControls>(*window,
+        std::vector<QAbstractItemView*>{
+            outlets->mediaListTableView, outlets->drivesListView, outlets->momentsTableView},
+        mainCommands(*this));
 }
 
 void ZVKAppDelegate::makePlayback()
@@ -81,6 +90,18 @@ void ZVKAppDelegate::makePlayback()
     transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
+}
+
+void ZVKAppDelegate::makeDrives()
+{
+    drivePlayback = std::make_unique<DrivePlayback>(
+        *session, recordings->list(), [this] { driveStrip->show(*drivePlayback); });
+    driveStrip = std::make_unique<DriveStripPanel>(
+        *outlets, *outlets, *layout, [this](double fraction) { drivePlayback->goTo(fraction); });
+    drives = std::make_unique<DrivesPanel>(desktop.dispatcher, *outlets,
+        DrivesPanel::Told{[this](size_t drive) { playDrive(drive, {}); },
+            [this](size_t drive, const DriveMoment& moment) { playDrive(drive, moment); },
+            [this](size_t drive) { tellMoments(drive); }});
 }
 
 void ZVKAppDelegate::setupInitialValues()
@@ -137,8 +158,7 @@ void ZVKAppDelegate::die()
 /// The card is asked in the background: the system may take its time to answer.
 void ZVKAppDelegate::readDisplayMile()
 {
-    std::function<void(bool)> read = unitReading.guarded(
-        [this](bool isMile) { telemetry->setDisplayMile(isMile, session->playInfo().position()); });
+    std::function<void(bool)> read = unitReading.guarded([this](bool isMile) { showMiles(isMile); });
     desktop.dispatcher.inBackground(
         [&dispatcher = desktop.dispatcher, &disks = desktop.disks, isKorean = m_bKorean, read] {
             dispatcher.onMain([read, isMile = readsMiles(disks, isKorean)] { read(isMile); });
@@ -149,7 +169,13 @@ void ZVKAppDelegate::setDisplayMile(uint32_t value)
 {
     unitReading.renew();
     if (value <= 1)
-        telemetry->setDisplayMile(value == 1, session->playInfo().position());
+        showMiles(value == 1);
+}
+
+void ZVKAppDelegate::showMiles(bool isMile)
+{
+    telemetry->setDisplayMile(isMile, session->playInfo().position());
+    drives->setShowsMiles(isMile);
 }
 
 void ZVKAppDelegate::tellFailedJob()
@@ -164,6 +190,10 @@ void ZVKAppDelegate::letGoOf(const std::string& mountPath)
     const auto folder = recordings->folderOn(mountPath);
     if (session->hasFileWithin(mountPath) || (folder && session->hasFileWithin(standardizedPath(*folder))))
         session->closeFile(false);
+    if (folder) {
+        drivePlayback->end();
+        drives->setRecordings({});
+    }
     recordings->letGoOf(mountPath);
 }
 
@@ -175,6 +205,8 @@ void ZVKAppDelegate::cardFormatted(const std::string& from, const std::string& t
 void ZVKAppDelegate::recordingsListed()
 {
     layout->clickMediaListViewButton();
+    drives->setRecordings(recordings->list().all());
+    drivePlayback->findRows();
     session->findFileAtHand();
     remarksChanged();
 }
@@ -196,6 +228,62 @@ void ZVKAppDelegate::sizeDown()
         layout->setVideoScaleIndex(-1);
 }
 
+void ZVKAppDelegate::playChoice()
+{
+    if (drives->hasFocus())
+        drives->chooseCurrent();
+    else
+        changeAndPlay();
+}
+
+void ZVKAppDelegate::playPrevious()
+{
+    if (!drivePlayback->playNeighbour(-1))
+        session->playPrevious();
+}
+
+void ZVKAppDelegate::playFollowing()
+{
+    if (!drivePlayback->playNeighbour(1))
+        session->playFollowing();
+}
+
+void ZVKAppDelegate::entryChosen(int64_t index)
+{
+    recordings->selectRow(index);
+    drivePlayback->entryChosen(index);
+}
+
+Following ZVKAppDelegate::following(int64_t index) const
+{
+    return drivePlayback->following(index).value_or(Following{index + 1});
+}
+
+/// From its start, or to a moment of it.
+void ZVKAppDelegate::playDrive(size_t index, const std::optional<DriveMoment>& moment)
+{
+    const Drive& drive = drives->library().drives()[index];
+    if (!drivePlayback->plays(drive))
+        drivePlayback->play(drive, moment);
+    else if (moment)
+        drivePlayback->goTo(*moment);
+    else
+        drivePlayback->goTo(0);
+    tellMoments(index);
+}
+
+void ZVKAppDelegate::tellMoments(size_t drive)
+{
+    const DriveFigures* figures = drives->library().figures(drive);
+    if (figures && drivePlayback->plays(drives->library().drives()[drive]))
+        drivePlayback->setMoments(figures->moments);
+}
+
+void ZVKAppDelegate::jumpToMoment(int direction)
+{
+    drivePlayback->jumpToMoment(direction, session->playInfo().position());
+}
+
 void ZVKAppDelegate::titleChanged(const QString& name)
 {
     outlets->titleLabel->setText(name);
@@ -210,6 +298,9 @@ void ZVKAppDelegate::momentCleared()
 void ZVKAppDelegate::telemetryRead(ZVKBlackBoxData read)
 {
     telemetry->show(std::move(read));
+    // Within a drive the window stays as the user set it.
+    if (session->arrival().goesOn)
+        return;
     layout->setVideoScaleIndex(0);
     layout->updateSideViewButton();
 }
@@ -258,6 +349,9 @@ void ZVKAppDelegate::playPositionChanged()
     const double position = session->playInfo().position();
     const platform::MediaPlayer& player = session->player();
     transportPanel->showPosition(position, player.media().get());
+    if (player.media())
+        drivePlayback->lengthKnown(double(player.media()->length().intValue()) / 1000);
+    driveStrip->showPosition(*drivePlayback, position);
     // Whether a file that is still being prepared has GPS is not known yet.
     telemetry->showMoment(
         position, double(player.position()), session->state() != PlaybackSession::State::preparing);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/drives/DrivePlayback.h"
+#include "app/drives/DriveStripPanel.h"
+#include "app/drives/DrivesPanel.h"
 #include "app/frame/FrameCapture.h"
 #include "app/list/RecordingsPanel.h"
 #include "app/player/PlaybackSession.h"
@@ -64,9 +67,11 @@ public:
     // Playback
     bool playAtIndex(int64_t index) { return session->playAtIndex(index); }
     bool playNext() { return session->playNext(); }
-    void playPrevious() { session->playPrevious(); }
-    void playFollowing() { session->playFollowing(); }
+    void playPrevious();
+    void playFollowing();
     void changeAndPlay() { session->changeAndPlay(recordings->selectedRow()); }
+    /// What Enter does: the selected recording, or the drive or moment that has the focus.
+    void playChoice();
     void stopPlay() { session->stopPlay(); }
     /// Gives up the file that is being prepared.
     void giveUpStart() { session->giveUpStart(); }
@@ -90,14 +95,20 @@ public:
     void minimize() { window->showMinimized(); }
     void close() { window->close(); }
     void clickMediaListViewButton() { layout->clickMediaListViewButton(); }
+    void clickDrivesViewButton() { layout->clickDrivesViewButton(); }
     void clickMapViewButton() { layout->clickMapViewButton(); }
+
+    // Drives
+    void nextMoment() { jumpToMoment(1); }
+    void previousMoment() { jumpToMoment(-1); }
 
     // Capture and print
     void captureVideo() { frameCapture->captureVideo(session->player()); }
     void print() { frameCapture->print(session->player()); }
 
 private:
-    void entryChosen(int64_t index) override { recordings->selectRow(index); }
+    void entryChosen(int64_t index) override;
+    Following following(int64_t index) const override;
     void titleChanged(const QString& name) override;
     void momentCleared() override;
     void telemetryRead(ZVKBlackBoxData read) override;
@@ -107,6 +118,11 @@ private:
 
     void makeParts();
     void makePlayback();
+    void makeDrives();
+    void playDrive(size_t index, const std::optional<DriveMoment>& moment);
+    void tellMoments(size_t drive);
+    void jumpToMoment(int direction);
+    void showMiles(bool isMile);
     void setupInitialValues();
     void readDisplayMile();
     void recordingsListed();
@@ -130,6 +146,9 @@ private:
     std::unique_ptr<Transport> transport;
     std::unique_ptr<TransportPanel> transportPanel;
     std::unique_ptr<FrameCapture> frameCapture;
+    std::unique_ptr<DrivesPanel> drives;
+    std::unique_ptr<DrivePlayback> drivePlayback;
+    std::unique_ptr<DriveStripPanel> driveStrip;
     std::unique_ptr<MainWindowControls> controls;
     /// The unit of speed that is still being read from the card; void once a newer one was saved.
     Life unitReading;

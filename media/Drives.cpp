@@ -113,3 +113,16 @@ std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf
     }
     return drives;
 }
+
+void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to)
+{
+    const auto move = [&](ZVKMedia& media) {
+        if (media.path().starts_with(from + "/"))
+            media = ZVKMedia::mediaWithPath(to + media.path().substr(from.size()));
+    };
+    for (Take& take : takes) {
+        move(take.first);
+        if (take.rear)
+            move(*take.rear);
+    }
+}

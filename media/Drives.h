@@ -47,3 +47,6 @@ using LengthOf = std::function<std::optional<std::chrono::microseconds>(const ZV
 /// The recordings as drives, oldest first. The recordings stand as a scan sorts them. One without a start is
 /// in no drive; one of unknown length counts as having none.
 std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf& lengthOf);
+
+/// The recordings of a folder are at another path now.
+void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to);

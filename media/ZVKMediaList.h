@@ -74,6 +74,8 @@ public:
     int64_t count() const { return static_cast<int64_t>(medias.size()); }
     /// Null when the index is negative or not below `count`. Valid until the entries change.
     const ZVKMedia* mediaAtIndex(int64_t index) const;
+    /// All entries. Valid until they change.
+    const std::vector<ZVKMedia>& all() const { return medias; }
     /// Appends at the end.
     void addMedia(ZVKMedia media);
 

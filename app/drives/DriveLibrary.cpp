@@ -1,6 +1,5 @@
 #include "app/drives/DriveLibrary.h"
 
-#include "media/MediaPath.h"
 #include "media/RecordingLength.h"
 
 #include <algorithm>
@@ -52,17 +51,8 @@ void DriveLibrary::drivesFound(std::vector<Drive> drives)
 
 void DriveLibrary::movedTo(const std::string& from, const std::string& to)
 {
-    const auto move = [&](ZVKMedia& media) {
-        if (media.path().starts_with(from + "/"))
-            media = ZVKMedia::mediaWithPath(to + media.path().substr(from.size()));
-    };
-    for (Drive& drive : found) {
-        for (Take& take : drive.takes) {
-            move(take.first);
-            if (take.rear)
-                move(*take.rear);
-        }
-    }
+    for (Drive& drive : found)
+        moveTakes(drive.takes, from, to);
 }
 
 const DriveFigures* DriveLibrary::figures(size_t drive) const

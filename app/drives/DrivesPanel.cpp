@@ -2,33 +2,50 @@
 
 #include "app/drives/DriveListModel.h"
 #include "app/drives/DriveRowDelegate.h"
+#include "app/drives/MomentsModel.h"
+#include "app/window/Watch.h"
 #include "platform/Texts.h"
 #include "ui_DrivesPanel.h"
 
+#include <QHeaderView>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 DrivesPanel::DrivesPanel(platform::Dispatcher& dispatcher, Ui::DrivesPanel& widgets, Told listener)
     : outlets(widgets),
       told(std::move(listener)),
       drives(dispatcher, {[this] { listed(); }, [this](size_t drive) { figured(drive); }}),
-      model(new DriveListModel(drives, widgets.drivesListView))
+      model(new DriveListModel(drives, widgets.drivesListView)),
+      moments(new MomentsModel(widgets.momentsTableView))
 {
     QListView& view = *outlets.drivesListView;
     view.setModel(model);
     view.setItemDelegate(new DriveRowDelegate(&view));
     view.setAccessibleName(platform::localized("drives.name"));
     outlets.drivesStateLabel->setTextFormat(Qt::PlainText);
-    // `activated` comes for Enter and, as the style has it, for one click or two; the double click always
-    // counts.
     QObject::connect(&view, &QListView::doubleClicked, &view,
         [this](const QModelIndex& row) { told.chosen(size_t(row.row())); });
     QScrollBar* bar = view.verticalScrollBar();
     QObject::connect(bar, &QScrollBar::valueChanged, &view, [this] { lookAtVisible(); });
     QObject::connect(bar, &QScrollBar::rangeChanged, &view, [this] { lookAtVisible(); });
-    QObject::connect(
-        view.selectionModel(), &QItemSelectionModel::currentChanged, &view, [this] { lookAtVisible(); });
+    QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, &view, [this] {
+        lookAtVisible();
+        showMoments();
+    });
+    // It may stand in a tab that is not shown.
+    (new Watch(&view))->shown = [this] { lookAtVisible(); };
+    QTableView& table = *outlets.momentsTableView;
+    table.setModel(moments);
+    table.setAccessibleName(platform::localized("moments.name"));
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setDefaultSectionSize(24);
+    table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table.horizontalHeader()->setHighlightSections(false);
+    table.sortByColumn(MomentsModel::time, Qt::AscendingOrder);
+    QObject::connect(&table, &QTableView::doubleClicked, &table,
+        [this](const QModelIndex& row) { chooseMoment(row.row()); });
     listed();
 }
 
@@ -50,12 +67,54 @@ void DrivesPanel::listed()
     outlets.drivesStateLabel->setVisible(isEmpty);
     outlets.drivesStateLabel->setText(
         platform::localized(drives.isReading() ? "drives.reading" : "drives.none"));
+    showMoments();
     lookAtVisible();
+}
+
+std::optional<size_t> DrivesPanel::currentDrive() const
+{
+    const QModelIndex current = outlets.drivesListView->currentIndex();
+    return current.isValid() ? std::optional(size_t(current.row())) : std::nullopt;
+}
+
+bool DrivesPanel::hasFocus() const
+{
+    return outlets.drivesListView->hasFocus() || outlets.momentsTableView->hasFocus();
+}
+
+void DrivesPanel::chooseCurrent()
+{
+    if (outlets.momentsTableView->hasFocus())
+        chooseMoment(outlets.momentsTableView->currentIndex().row());
+    else if (const auto drive = currentDrive())
+        told.chosen(*drive);
+}
+
+void DrivesPanel::chooseMoment(int row)
+{
+    const auto drive = currentDrive();
+    if (drive && row >= 0 && row < moments->rowCount())
+        told.momentChosen(*drive, DriveMoment(moments->moment(row)));
+}
+
+/// The table takes its room only where there is something in it.
+void DrivesPanel::showMoments()
+{
+    const auto drive = currentDrive();
+    const DriveFigures* figures = drive ? drives.figures(*drive) : nullptr;
+    const bool hasMoments = figures && !figures->moments.empty();
+    if (hasMoments)
+        moments->setMoments(drives.drives()[*drive], figures->moments);
+    else
+        moments->clear();
+    outlets.momentsTableView->setVisible(hasMoments);
 }
 
 void DrivesPanel::figured(size_t drive)
 {
     model->driveChanged(drive);
+    if (drive == currentDrive())
+        showMoments();
     told.figured(drive);
 }
 

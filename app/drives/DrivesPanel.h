@@ -10,6 +10,7 @@
 #include <vector>
 
 class DriveListModel;
+class MomentsModel;
 
 namespace Ui {
 class DrivesPanel;
@@ -22,6 +23,8 @@ public:
     struct Told {
         /// Enter or a double click on a drive.
         std::function<void(size_t drive)> chosen;
+        /// A double click on a moment of a drive.
+        std::function<void(size_t drive, const DriveMoment& moment)> momentChosen;
         /// The figures of a drive are known now.
         std::function<void(size_t drive)> figured;
     };
@@ -35,14 +38,22 @@ public:
     void setShowsMiles(bool miles);
     /// The drive that plays; nothing for none.
     void selectDrive(std::optional<size_t> drive);
+    /// Whether Enter is for this panel: one of its lists has the focus.
+    bool hasFocus() const;
+    /// What Enter does: plays the current drive, or goes to the current moment.
+    void chooseCurrent();
 
 private:
     void listed();
     void figured(size_t drive);
     void lookAtVisible();
+    void showMoments();
+    std::optional<size_t> currentDrive() const;
+    void chooseMoment(int row);
 
     Ui::DrivesPanel& outlets;
     Told told;
     DriveLibrary drives;
     DriveListModel* model;
+    MomentsModel* moments;
 };

@@ -166,6 +166,10 @@ void PlaybackSession::didStartPlayer()
     now = State::open;
     screen.say({});
     info.setSpeed(double(player1->rate()));
+    if (arrived.staysPaused)
+        player1->pause();
+    if (arrived.seconds > 0)
+        player1->setTime(platform::MediaTime::timeWithInt(int64_t(arrived.seconds * 1000)));
     info.setIsPlaying(isPlaying(*player1));
     chooseAudioAuto();
     updatePlayInfoScale();
@@ -244,7 +248,7 @@ void PlaybackSession::moveOn()
         if (delegate.isKnobHeld())
             moveOn();
         else
-            reachedByItself = playNext();
+            reachedByItself = playFollowingByItself();
     });
 }
 

@@ -16,6 +16,22 @@ class PlaybackScreen;
 class ZVKBlackBoxData;
 class ZVKMediaList;
 
+/// How a file begins.
+struct Arrival {
+    double seconds = 0; ///< into the file
+    /// It is played as a part of its drive.
+    bool ofDrive = false;
+    /// It goes on the file of the drive before it: rate and window stay as the user set them.
+    bool goesOn = false;
+    bool staysPaused = false;
+};
+
+/// What follows a file by itself.
+struct Following {
+    int64_t index = -1; ///< in the list; nothing follows beyond its ends
+    bool goesOn = false; ///< the same drive, as in `Arrival`
+};
+
 /// Told what the panels show beside the play state, on the main thread.
 class PlaybackSessionDelegate {
 public:
@@ -32,6 +48,8 @@ public:
     virtual void remarksChanged() = 0;
     /// The user holds the knob of a position slider: nothing moves on meanwhile.
     virtual bool isKnobHeld() const = 0;
+    /// Asked when a file has ended or cannot be played.
+    virtual Following following(int64_t index) const { return {index + 1}; }
 };
 
 /// Plays the recordings of a list one after the other: a file is chosen or reached, its telemetry is read,
@@ -78,6 +96,11 @@ public:
     void changeAndPlay(int64_t selectedRow);
     /// Without a file at hand: the row that is selected, otherwise the first.
     void playFirstChoice(int64_t selectedRow);
+    /// The user goes to a place of an entry: in the file at hand, else the entry is started there, in place
+    /// of a start that is pending.
+    void goTo(int64_t index, const Arrival& arrival);
+    /// How the file at hand began.
+    const Arrival& arrival() const { return arrived; }
     /// Starts the file at hand from its beginning, telemetry first, wherever the list is by now.
     void restartMedia();
     /// The file is open in the player and its telemetry is the one on screen.
@@ -107,6 +130,8 @@ public:
 
 private:
     void playChosen(int64_t index);
+    bool playFollowingByItself();
+    bool start(int64_t index, const Arrival& arrival);
     void prepare();
     void extractThenPlay();
     void startExtracted(ZVKBlackBoxData extracted);
@@ -131,6 +156,7 @@ private:
     int64_t mediaIndex = -1;
     /// The file was reached at the end of the one before it, not chosen.
     bool reachedByItself = false;
+    Arrival arrived;
     PlayRemarks said;
     /// The player's time reports are thinned to every third.
     int32_t timeReportCounter = -1;

@@ -29,8 +29,13 @@ bool PlaybackSession::playAtIndex(int64_t index)
 {
     if (mediaList.count() == 0 || isWaiting())
         return false;
-    index = std::clamp<int64_t>(index, 0, mediaList.count() - 1);
+    return start(std::clamp<int64_t>(index, 0, mediaList.count() - 1), {});
+}
+
+bool PlaybackSession::start(int64_t index, const Arrival& arrival)
+{
     forgetPendingStart(State::preparing);
+    arrived = arrival;
     player1->stop();
     player1->setMedia(nullptr);
     mediaIndex = index;
@@ -47,9 +52,33 @@ void PlaybackSession::playChosen(int64_t index)
     playAtIndex(index);
 }
 
+void PlaybackSession::goTo(int64_t index, const Arrival& arrival)
+{
+    if (index < 0 || index >= mediaList.count())
+        return;
+    if (index != mediaIndex || !playsEntry(index) || (!isWaiting() && !isPrepared())) {
+        start(index, arrival);
+        return;
+    }
+    if (isWaiting()) {
+        arrived.seconds = arrival.seconds;
+        return;
+    }
+    beginSeek();
+    const auto target = platform::MediaTime::timeWithInt(int64_t(arrival.seconds * 1000));
+    player1->setTime(target);
+    const int64_t length = player1->media()->length().intValue();
+    if (length > 0) {
+        latestSeek.moveTo(std::min(double(target.intValue()) / double(length), 1.0));
+        info.setPosition(*latestSeek.target());
+    }
+    latestSeek.settleAfter(0.3);
+}
+
 void PlaybackSession::restartMedia()
 {
     forgetPendingStart(State::preparing);
+    arrived = {};
     prepare();
 }
 
@@ -97,8 +126,9 @@ void PlaybackSession::startExtracted(ZVKBlackBoxData extracted)
         said.withoutReadings = nameAtHand();
     delegate.remarksChanged();
     delegate.telemetryRead(std::move(extracted));
-    info.setSpeed(1);
-    player1->setRate(1);
+    if (!arrived.goesOn)
+        info.setSpeed(1);
+    player1->setRate(float(info.speed()));
     info.setPosition(0);
     delegate.playerStarts();
     player1->play();
@@ -130,6 +160,14 @@ void PlaybackSession::playFirstChoice(int64_t selectedRow)
 {
     if (!player1->media())
         playChosen(std::max<int64_t>(selectedRow, 0));
+}
+
+/// The next file of a drive goes on as the user plays it.
+bool PlaybackSession::playFollowingByItself()
+{
+    const Following next = delegate.following(mediaIndex);
+    return next.index >= 0 && next.index < mediaList.count() && !isWaiting()
+        && start(next.index, {0, next.goesOn, next.goesOn, false});
 }
 
 bool PlaybackSession::playNext()

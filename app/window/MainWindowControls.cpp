@@ -14,10 +14,10 @@
 
 namespace {
 
-int combined(const QKeyEvent& event)
+int combined(const QKeyEvent& event, Qt::KeyboardModifiers without)
 {
     // The plus of the number pad and of the row of digits are one key to the user.
-    const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | without);
     return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
 }
 
@@ -29,7 +29,7 @@ QString withKey(const QString& text, int key)
 } // namespace
 
 MainWindowControls::MainWindowControls(
-    CustomWindow& controlled, QAbstractItemView& list, std::vector<Command> table)
+    CustomWindow& controlled, const std::vector<QAbstractItemView*>& lists, std::vector<Command> table)
     : window(controlled),
       commands(std::move(table))
 {
@@ -44,9 +44,10 @@ MainWindowControls::MainWindowControls(
         if (pressKey(*event))
             event->accept();
     });
-    (new Watch(&list))->keyPressed = [this](QKeyEvent& event) {
-        return event.key() != Qt::Key_Up && event.key() != Qt::Key_Down && pressKey(event);
-    };
+    for (QAbstractItemView* list : lists)
+        (new Watch(list))->keyPressed = [this](QKeyEvent& event) {
+            return event.key() != Qt::Key_Up && event.key() != Qt::Key_Down && pressKey(event);
+        };
     for (QWidget* control : window.findChildren<QWidget*>())
         if (qobject_cast<TKImageButton*>(control) || qobject_cast<QSlider*>(control))
             (new Watch(control))->keyPressed = [this](QKeyEvent& event) {
@@ -81,9 +82,14 @@ void MainWindowControls::setPossible(
 
 bool MainWindowControls::pressKey(const QKeyEvent& event) const
 {
-    const auto command = std::ranges::find_if(commands, [&](const Command& candidate) {
-        return std::ranges::find(candidate.keys, combined(event)) != candidate.keys.end();
-    });
+    const auto commandOf = [&](int key) {
+        return std::ranges::find_if(commands, [key](const Command& candidate) {
+            return std::ranges::find(candidate.keys, key) != candidate.keys.end();
+        });
+    };
+    auto command = commandOf(combined(event, {}));
+    if (command == commands.end())
+        command = commandOf(combined(event, Qt::ShiftModifier));
     if (command == commands.end() || (command->takesKeys && !command->takesKeys()))
         return false;
     command->run();

@@ -9,7 +9,7 @@ class QKeyEvent;
 class QWidget;
 
 /// One thing that the user can do, with its keys (key and modifiers in one number; the first stands in the
-/// tooltips) and its buttons (by name).
+/// tooltips) and its buttons (by name). Shift counts where a command has the key with it.
 struct Command {
     const char* textKey;
     std::function<void()> run;
@@ -20,10 +20,11 @@ struct Command {
 };
 
 /// The commands of the main window on its buttons and keys. Keys work wherever the focus is; a button keeps
-/// Space, a slider Home and End, the list what moves its selection. Lives as long as the window.
+/// Space, a slider Home and End, a list what moves its selection. Lives as long as the window.
 class MainWindowControls {
 public:
-    MainWindowControls(CustomWindow& window, QAbstractItemView& list, std::vector<Command> commands);
+    MainWindowControls(
+        CustomWindow& window, const std::vector<QAbstractItemView*>& lists, std::vector<Command> commands);
 
     /// Tooltip and accessible name of a button; its command's key stands in the tooltip.
     void describe(QWidget& button, const char* textKey) const;

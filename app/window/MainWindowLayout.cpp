@@ -1,15 +1,18 @@
 #include "app/window/MainWindowLayout.h"
 
 #include "app/window/MainWindowOutlets.h"
+#include "common/Log.h"
 #include "platform/Texts.h"
 
+#include <string>
 #include <utility>
 
 namespace {
 
 constexpr double sizeStep = 0.2;
 // The side buttons' pictogram stands left of it.
-constexpr int sideButtonTextLeft = 76;
+constexpr int sideButtonTextLeft = 36;
+constexpr int stripHeight = 22;
 
 } // namespace
 
@@ -32,12 +35,14 @@ MainWindowLayout::MainWindowLayout(CustomWindow& laidOut, MainWindowOutlets& wid
     outlets.mediaControlBoxForFullScreen->setImagesLeft(bar, bar, bar);
     outlets.ci_no_bg->setImage(platform::imageNamed(QStringLiteral("ci_no_bg")));
     for (const auto& [button, key] : {std::pair(outlets.recordButtonImageView, "label.list"),
+             std::pair(outlets.drivesButtonImageView, "label.drives"),
              std::pair(outlets.informationButtonImageView, "label.map")}) {
         button->setText(platform::localized(key));
         button->setTextLeft(sideButtonTextLeft);
         button->setCheckable(true);
     }
     updateSideViewButton();
+    showDriveStrip(false);
 }
 
 void MainWindowLayout::fill(QWidget& container, QWidget& view)
@@ -72,6 +77,11 @@ void MainWindowLayout::layoutWindow()
 void MainWindowLayout::layoutBodyBox()
 {
     const bool isFull = window.isFullScreen();
+    const int strip = showsStrip ? stripHeight : 0;
+    const struct {
+        std::string full, normal;
+    } bars{formatted("V:|-0-[_videoBox]-0-[_mediaControlBoxForFullScreen(==%d)]-0-|", 36 + strip),
+        formatted("V:|-0-[_videoBox]-4-[_gsensorBox(==130)]-4-[_mediaControlBox(==%d)]-0-|", 72 + strip)};
     outlets.bodyRightBox->setVisible(!isFull);
     outlets.gsensorBox->setVisible(!isFull);
     outlets.mediaControlBox->setVisible(!isFull);
@@ -79,15 +89,14 @@ void MainWindowLayout::layoutBodyBox()
     if (isFull) {
         set(body, {"H:|-0-[_bodyLeftBox]-0-|", "V:|-0-[_bodyLeftBox]-2-|"});
         set(bodyLeft,
-            {"V:|-0-[_videoBox]-0-[_mediaControlBoxForFullScreen(==36)]-0-|", "H:|-0-[_videoBox]-0-|",
-                "H:|-0-[_mediaControlBoxForFullScreen]-2-|"});
+            {bars.full.c_str(), "H:|-0-[_videoBox]-0-|", "H:|-0-[_mediaControlBoxForFullScreen]-2-|"});
     } else {
         set(body,
             {"H:|-10-[_bodyLeftBox]-10-[_bodyRightBox(==334)]-10-|", "V:|-0-[_bodyLeftBox]-8-|",
                 "V:|-0-[_bodyRightBox]-8-|"});
         set(bodyLeft,
-            {"V:|-0-[_videoBox]-4-[_gsensorBox(==130)]-4-[_mediaControlBox(==72)]-0-|",
-                "H:|-0-[_videoBox]-0-|", "H:|-0-[_gsensorBox]-0-|", "H:|-0-[_mediaControlBox]-0-|"});
+            {bars.normal.c_str(), "H:|-0-[_videoBox]-0-|", "H:|-0-[_gsensorBox]-0-|",
+                "H:|-0-[_mediaControlBox]-0-|"});
         set(bodyRight,
             {"V:|-0-[_sideButtonBox(==32)]-0-[_mediaListBox]-0-|", "H:|-0-[_sideButtonBox]-0-|",
                 "H:|-0-[_mediaListBox]-0-|"});
@@ -103,8 +112,12 @@ void MainWindowLayout::layoutMapContainer()
 {
     if (window.isFullScreen())
         return;
-    if (!showsMap) {
+    if (shownSide == Side::recordings) {
         set(mediaListBox, {"V:|-0-[_mediaListScrollView]-0-|", "H:|-0-[_mediaListScrollView]-0-|"});
+        return;
+    }
+    if (shownSide == Side::drives) {
+        set(mediaListBox, {"V:|-0-[_drivesView]-0-|", "H:|-0-[_drivesView]-0-|"});
         return;
     }
     set(mediaListBox, {"V:|-0-[_mapContainerView]-0-|", "H:|-0-[_mapContainerView]-0-|"});
@@ -123,14 +136,19 @@ void MainWindowLayout::releaseHiddenFocus()
 
 void MainWindowLayout::updateSideViewButton()
 {
-    outlets.recordButtonImageView->setImageName(
-        showsMap ? QStringLiteral("record_n.png") : QStringLiteral("record_p.png"));
-    outlets.informationButtonImageView->setImageName(
-        showsMap ? QStringLiteral("information_p.png") : QStringLiteral("information_n.png"));
-    outlets.mapContainerView->setVisible(showsMap);
-    outlets.mediaListScrollView->setVisible(!showsMap);
-    for (const auto& [button, isChosen] : {std::pair(outlets.recordButtonImageView, !showsMap),
-             std::pair(outlets.informationButtonImageView, showsMap)}) {
+    const auto pictureOf = [this](const char* name, Side side) {
+        return QString::fromLatin1(name) + (shownSide == side ? "_p.png" : "_n.png");
+    };
+    outlets.recordButtonImageView->setImageName(pictureOf("record", Side::recordings));
+    outlets.drivesButtonImageView->setImageName(pictureOf("drives", Side::drives));
+    outlets.informationButtonImageView->setImageName(pictureOf("information", Side::map));
+    outlets.mapContainerView->setVisible(shownSide == Side::map);
+    outlets.drivesView->setVisible(shownSide == Side::drives);
+    outlets.mediaListScrollView->setVisible(shownSide == Side::recordings);
+    for (const auto& [button, isChosen] :
+        {std::pair(outlets.recordButtonImageView, shownSide == Side::recordings),
+            std::pair(outlets.drivesButtonImageView, shownSide == Side::drives),
+            std::pair(outlets.informationButtonImageView, shownSide == Side::map)}) {
         button->setChecked(isChosen);
         if (isChosen)
             button->keepPictureUnderPointer();
@@ -139,22 +157,35 @@ void MainWindowLayout::updateSideViewButton()
     releaseHiddenFocus();
 }
 
-void MainWindowLayout::showSide(bool isMap)
+void MainWindowLayout::showSide(Side side)
 {
-    if (showsMap == isMap)
+    if (shownSide == side)
         return;
-    showsMap = isMap;
+    shownSide = side;
     updateSideViewButton();
 }
 
 void MainWindowLayout::clickMediaListViewButton()
 {
-    showSide(false);
+    showSide(Side::recordings);
+}
+
+void MainWindowLayout::clickDrivesViewButton()
+{
+    showSide(Side::drives);
 }
 
 void MainWindowLayout::clickMapViewButton()
 {
-    showSide(true);
+    showSide(Side::map);
+}
+
+void MainWindowLayout::showDriveStrip(bool isShown)
+{
+    outlets.driveRow->setVisible(isShown);
+    outlets.driveStripForFullScreen->setVisible(isShown);
+    if (std::exchange(showsStrip, isShown) != isShown)
+        layoutWindow();
 }
 
 platform::Rect MainWindowLayout::minWindowFrame() const

@@ -15,8 +15,8 @@ class CustomWindow;
 class QWidget;
 struct MainWindowOutlets;
 
-/// Where the boxes of the main window stand, in the normal mode and in full screen, which of list and map is
-/// on the right, and how large the window is. Main thread only.
+/// Where the boxes of the main window stand, in the normal mode and in full screen, which of list, drives and
+/// map is on the right, and how large the window is. Main thread only.
 class MainWindowLayout {
 public:
     MainWindowLayout(CustomWindow& window, MainWindowOutlets& outlets);
@@ -28,8 +28,12 @@ public:
 
     // The right-hand panel: the recordings at first.
     void clickMediaListViewButton();
+    void clickDrivesViewButton();
     void clickMapViewButton();
     void updateSideViewButton();
+
+    /// Room for the strip of a drive below the position sliders, or none.
+    void showDriveStrip(bool isShown);
 
     static constexpr platform::Size minWindowSize() { return {1020, 640}; }
     /// Centred on the window's screen; smaller than the minimum where that does not fit.
@@ -41,14 +45,16 @@ public:
 
 private:
     void set(FormatLayout& layout, std::initializer_list<const char*> formats);
-    void showSide(bool isMap);
+    enum class Side { recordings, drives, map };
+    void showSide(Side side);
     void layoutBodyBox();
     void layoutMapContainer();
     void releaseHiddenFocus();
 
     CustomWindow& window;
     MainWindowOutlets& outlets;
-    bool showsMap = false;
+    Side shownSide = Side::recordings;
+    bool showsStrip = false;
     QHash<QString, QWidget*> views;
     FormatLayout content;
     FormatLayout background;

@@ -10,5 +10,6 @@ MainWindowOutlets::MainWindowOutlets(CustomWindow& window)
     Ui::FullScreenBar::setupUi(mediaControlBoxForFullScreen);
     Ui::SideButtons::setupUi(sideButtonBox);
     Ui::ListPanel::setupUi(mediaListScrollView);
+    Ui::DrivesPanel::setupUi(drivesView);
     Ui::MapPanel::setupUi(mapContainerView);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui_DrivesPanel.h"
 #include "ui_FullScreenBar.h"
 #include "ui_GraphPanel.h"
 #include "ui_ListPanel.h"
@@ -19,6 +20,7 @@ struct MainWindowOutlets : Ui::ZVKAppDelegate,
                            Ui::FullScreenBar,
                            Ui::SideButtons,
                            Ui::ListPanel,
+                           Ui::DrivesPanel,
                            Ui::MapPanel {
     /// Loads the forms in the order of the tab key.
     explicit MainWindowOutlets(CustomWindow& window);

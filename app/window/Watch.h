@@ -6,7 +6,8 @@
 
 #include <functional>
 
-/// Tells of size changes of a widget, and of keys and clicks on it before it takes them. The widget owns it.
+/// Tells when a widget changes its size or comes into sight, and of keys and clicks on it before it takes
+/// them. The widget owns it.
 class Watch final : public QObject {
 public:
     explicit Watch(QObject* watched)
@@ -16,6 +17,7 @@ public:
     }
 
     std::function<void()> resized;
+    std::function<void()> shown;
     /// True: taken, the widget does not see it.
     std::function<bool(QKeyEvent&)> keyPressed;
     std::function<bool(QMouseEvent&)> mousePressed;
@@ -25,6 +27,8 @@ protected:
     {
         if (event->type() == QEvent::Resize && resized)
             resized();
+        if (event->type() == QEvent::Show && shown)
+            shown();
         if (event->type() == QEvent::KeyPress && keyPressed && keyPressed(static_cast<QKeyEvent&>(*event)))
             return true;
         if (event->type() == QEvent::MouseButtonPress && mousePressed

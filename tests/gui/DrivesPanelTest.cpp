@@ -4,7 +4,7 @@
 #include "lib/DriveStrip.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Texts.h"
-#include "tests/support/GuiTesting.h"
+#include "tests/support/AppDelegateProbe.h"
 #include "tests/support/RecordingFile.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/VirtualDispatcher.h"
@@ -30,6 +30,7 @@ protected:
         }
         panel = std::make_unique<DrivesPanel>(dispatcher, outlets,
             DrivesPanel::Told{[this](size_t drive) { chosen.push_back(drive); },
+                [this](size_t, const DriveMoment& moment) { moments.push_back(moment.seconds); },
                 [this](size_t drive) { figured.push_back(drive); }});
         form.resize(334, 400);
         form.show();
@@ -47,6 +48,7 @@ protected:
     Ui::DrivesPanel outlets;
     std::vector<size_t> chosen;
     std::vector<size_t> figured;
+    std::vector<double> moments;
     std::unique_ptr<DrivesPanel> panel;
 };
 
@@ -99,6 +101,126 @@ TEST_F(DrivesPanelTest, ADoubleClickChooses)
     panel->movedTo(card.path(), "/elsewhere");
     EXPECT_EQ(panel->library().driveOf("/elsewhere/alwa_20240518_191300_R.avi"), 2u);
     EXPECT_EQ(panel->library().driveOf(card.path("alwa_20240518_191300_R.avi")), std::nullopt);
+}
+
+/// The window with a drive of three takes, both cameras in the first two, and a drive after it.
+class DriveInWindow : public AppTest {
+protected:
+    DriveInWindow()
+    {
+        SideDataWriter hit;
+        for (int i = 0; i < 600; ++i)
+            hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
+        for (const char* name : {"alwa_20240518_181200_F", "alwa_20240518_181200_R", "alwa_20240518_181300_F",
+                 "alwa_20240518_181300_R", "event_20240518_181400", "alwa_20240518_200000_F"})
+            folder.file(std::string(name) + ".avi",
+                recordingFile(60, std::string_view(name).starts_with("event") ? hit : SideDataWriter()));
+        app.open(folder.path());
+        controller.clickDrivesViewButton();
+        QCoreApplication::processEvents();
+        app.desk.dispatcher.runAll();
+    }
+    void playDrive(int row)
+    {
+        controller.clickDrivesViewButton();
+        auto& list = app.find<QListView>("drivesListView");
+        list.setFocus();
+        list.setCurrentIndex(list.model()->index(row, 0));
+        press(list, Qt::Key_Return);
+        app.begin();
+    }
+    void endFile()
+    {
+        app.player().reportEnd();
+        app.desk.dispatcher.advance(std::chrono::milliseconds(2100));
+        app.begin();
+    }
+    DriveStrip& strip() { return app.find<DriveStrip>("driveStrip"); }
+};
+
+TEST_F(DriveInWindow, PlaysOneCameraFromFileToFileAsTheUserSetIt)
+{
+    EXPECT_FALSE(strip().isVisible());
+    playDrive(0);
+    EXPECT_EQ(app.mediaIndex(), 0);
+    EXPECT_TRUE(strip().isVisible());
+    ASSERT_EQ(strip().segments().size(), 3u);
+    EXPECT_EQ(strip().segments()[2].kind, DriveStrip::SegmentKind::event);
+    EXPECT_EQ(strip().marks().size(), 1u);
+    controller.increaseSpeed();
+    app.window().enterFullscreen();
+    endFile();
+    EXPECT_EQ(app.mediaIndex(), 2) << "the next front recording, not the rear one of the same start";
+    EXPECT_EQ(app.player().speed, 2);
+    EXPECT_EQ(app.text("speedTextButton"), "2.0x");
+    EXPECT_TRUE(app.window().isFullScreen());
+    for (int i = 0; i < 3; ++i)
+        app.player().reportTime(0.5F);
+    EXPECT_DOUBLE_EQ(strip().position(), 0.5);
+    EXPECT_DOUBLE_EQ(app.find<DriveStrip>("driveStripForFullScreen").position(), 0.5);
+    endFile();
+    EXPECT_EQ(app.mediaIndex(), 4);
+    endFile();
+    EXPECT_EQ(app.mediaIndex(), 4) << "the drive ends";
+    app.start(5);
+    EXPECT_FALSE(strip().isVisible());
+    EXPECT_EQ(app.player().speed, 1) << "a file from the list begins as it always does";
+}
+
+TEST_F(DriveInWindow, GoesToAnyPlaceAcrossFiles)
+{
+    playDrive(0);
+    QTest::mouseClick(&strip(), Qt::LeftButton, {}, {int(7 + (strip().width() - 14) * 0.75), 12});
+    EXPECT_EQ(app.mediaIndex(), 4);
+    app.begin();
+    EXPECT_NEAR(std::stod(app.player().calls.back().substr(8)), 15000, 400) << app.player().calls.back();
+    app.player().reportState(PlayerState::paused);
+    const size_t played = app.player().countOf("pause");
+    emit strip().moved(0.1);
+    EXPECT_EQ(app.mediaIndex(), 0);
+    app.begin();
+    EXPECT_EQ(app.player().countOf("pause"), played + 1) << "it was paused";
+    EXPECT_EQ(app.player().calls.back(), "setTime 18000");
+    emit strip().moved(0.2);
+    EXPECT_EQ(app.player().calls.back(), "setTime 36000") << "within the file at hand nothing starts anew";
+}
+
+TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
+{
+    playDrive(0);
+    press(app.window(), Qt::Key_M);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 4);
+    EXPECT_EQ(app.player().calls.back(), "setTime 28000");
+    app.player().reportTime(0.5F);
+    press(app.window(), Qt::Key_M);
+    EXPECT_EQ(app.player().calls.back(), "setTime 28000") << "there is no further one";
+    auto& table = app.find<QTableView>("momentsTableView");
+    ASSERT_TRUE(table.isVisible());
+    ASSERT_EQ(table.model()->rowCount(), 1);
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), "18:14:30");
+    press(app.window(), Qt::Key_PageUp);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 2);
+    table.setFocus();
+    table.selectRow(0);
+    press(table, Qt::Key_Return);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 4);
+    EXPECT_EQ(app.player().calls.back(), "setTime 28000");
+}
+
+TEST_F(DriveInWindow, EndsWithItsFolder)
+{
+    playDrive(0);
+    app.open(folder.path());
+    EXPECT_FALSE(strip().isVisible());
+    playDrive(1);
+    EXPECT_EQ(app.mediaIndex(), 5);
+    EXPECT_TRUE(strip().isVisible());
+    controller.openMediaDirectory("/nowhere");
+    EXPECT_FALSE(strip().isVisible());
+    EXPECT_EQ(app.find<QListView>("drivesListView").model()->rowCount(), 0);
 }
 
 Take take(int minute, std::optional<int> seconds)
