@@ -86,6 +86,10 @@ public:
     void volumeDown() { transport->volumeDown(); }
     void increaseSpeed() { transport->increaseSpeed(); }
     void decreaseSpeed() { transport->decreaseSpeed(); }
+    void fasterRate() { transport->stepRate(1); }
+    void slowerRate() { transport->stepRate(-1); }
+    void goToStart() { transport->goToStart(); }
+    void goToEnd() { transport->goToEnd(); }
 
     // Window. Its size steps only while something plays.
     void sizeUp();

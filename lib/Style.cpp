@@ -33,6 +33,9 @@ QTableView { font-size: 11px; background: @inset; alternate-background-color: #4
 QTableView::item { padding: 0 3px; border: none; }
 QTableView#mediaListTableView::item { padding: 0; }
 QTableView:focus { border-color: @accent; }
+QListView#drivesListView { background: @inset; alternate-background-color: #413936; color: @text; border: 1px solid @inset;
+    border-radius: 6px; selection-background-color: @panel; selection-color: @accent; outline: none; }
+QListView#drivesListView:focus { border-color: @accent; }
 QHeaderView { background: transparent; }
 QHeaderView::section { background: @header; color: @textDim; border: none; border-bottom: 1px solid @panel;
     padding: 5px 3px; font-size: 11px; }

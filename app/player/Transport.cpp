@@ -5,6 +5,7 @@
 #include "common/Log.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace {
@@ -13,6 +14,7 @@ constexpr double jumpMs = 10000;
 constexpr uint64_t maximumVolume = 200;
 constexpr uint64_t volumeStep = 10;
 constexpr double maximumSpeed = 2;
+constexpr std::array rates = {0.25, 0.5, 1.0, 2.0, 4.0, 8.0};
 
 double lengthMs(const platform::MediaPlayer& player)
 {
@@ -141,22 +143,52 @@ void Transport::jumpBackward()
     });
 }
 
+void Transport::goToStart()
+{
+    if (session.player().media() && !session.isWaiting())
+        videoPositionSliderMoved(0);
+}
+
+void Transport::goToEnd()
+{
+    if (session.player().media() && !session.isWaiting())
+        videoPositionSliderMoved(1);
+}
+
+void Transport::setRate(double rate)
+{
+    session.player().setRate(float(rate));
+    session.playInfo().setSpeed(rate);
+}
+
 void Transport::increaseSpeed()
 {
-    ZVKPlayInfo& info = session.playInfo();
-    if (info.speed() + 1 > maximumSpeed)
-        return;
-    session.player().setRate(session.player().rate() + 1);
-    info.setSpeed(info.speed() + 1);
+    const double speed = session.playInfo().speed();
+    if (speed < maximumSpeed)
+        setRate(speed < 1 ? 1 : maximumSpeed);
 }
 
 void Transport::decreaseSpeed()
 {
-    ZVKPlayInfo& info = session.playInfo();
-    if (info.speed() <= 1)
+    const double speed = session.playInfo().speed();
+    if (speed > 1)
+        setRate(speed > maximumSpeed ? maximumSpeed : 1);
+}
+
+void Transport::stepRate(int direction)
+{
+    const double speed = session.playInfo().speed();
+    if (!session.player().media() || session.isWaiting())
         return;
-    session.player().setRate(session.player().rate() - 1);
-    info.setSpeed(info.speed() - 1);
+    if (direction > 0) {
+        const auto faster = std::ranges::upper_bound(rates, speed);
+        if (faster != rates.end())
+            setRate(*faster);
+    } else {
+        const auto slower = std::ranges::lower_bound(rates, speed);
+        if (slower != rates.begin())
+            setRate(*(slower - 1));
+    }
 }
 
 void Transport::setVolume(uint64_t value)

@@ -23,8 +23,14 @@ public:
     void videoPositionSliderMoved(double target);
     void jumpForward();
     void jumpBackward();
+    /// To the ends of the file.
+    void goToStart();
+    void goToEnd();
+    // The buttons know two rates: 1 and 2.
     void increaseSpeed();
     void decreaseSpeed();
+    /// The next faster (1) or slower (-1) of 0.25, 0.5, 1, 2, 4, 8.
+    void stepRate(int direction);
 
     uint64_t volume() const { return loudness; }
     void setVolume(uint64_t value);
@@ -35,6 +41,7 @@ public:
 
 private:
     bool canJump() const;
+    void setRate(double rate);
 
     PlaybackSession& session;
     Told told;

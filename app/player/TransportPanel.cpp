@@ -8,6 +8,7 @@
 
 #include <QSignalBlocker>
 
+#include <cmath>
 #include <utility>
 
 TransportPanel::TransportPanel(Ui::TransportBar& below, Ui::FullScreenBar& inFullScreen, Told told)
@@ -73,7 +74,8 @@ void TransportPanel::showPlaying(bool isPlaying, const MainWindowControls& contr
 
 void TransportPanel::showSpeed(double speed)
 {
-    bar.speedTextButton->setText(QString::fromStdString(formatted("%.1fx", speed)));
+    const bool isQuarter = std::fmod(speed * 10, 1) != 0;
+    bar.speedTextButton->setText(QString::fromStdString(formatted(isQuarter ? "%.2fx" : "%.1fx", speed)));
 }
 
 void TransportPanel::showScale(double scale)

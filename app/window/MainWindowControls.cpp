@@ -7,9 +7,11 @@
 
 #include <QAbstractItemView>
 #include <QKeySequence>
+#include <QListView>
 #include <QSlider>
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -19,6 +21,11 @@ int combined(const QKeyEvent& event, Qt::KeyboardModifiers without)
     // The plus of the number pad and of the row of digits are one key to the user.
     const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | without);
     return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
+}
+
+bool isOneOf(const QKeyEvent& event, std::initializer_list<Qt::Key> keys)
+{
+    return std::ranges::find(keys, event.key()) != keys.end();
 }
 
 QString withKey(const QString& text, int key)
@@ -44,14 +51,19 @@ MainWindowControls::MainWindowControls(
         if (pressKey(*event))
             event->accept();
     });
-    for (QAbstractItemView* list : lists)
-        (new Watch(list))->keyPressed = [this](QKeyEvent& event) {
-            return event.key() != Qt::Key_Up && event.key() != Qt::Key_Down && pressKey(event);
+    for (QAbstractItemView* list : lists) {
+        // In a table they would move within the row.
+        const bool keepsEnds = qobject_cast<QListView*>(list);
+        (new Watch(list))->keyPressed = [this, keepsEnds](QKeyEvent& event) {
+            const bool isOwn = isOneOf(event, {Qt::Key_Up, Qt::Key_Down})
+                || (keepsEnds && isOneOf(event, {Qt::Key_Home, Qt::Key_End}));
+            return !isOwn && pressKey(event);
         };
+    }
     for (QWidget* control : window.findChildren<QWidget*>())
         if (qobject_cast<TKImageButton*>(control) || qobject_cast<QSlider*>(control))
             (new Watch(control))->keyPressed = [this](QKeyEvent& event) {
-                return event.key() != Qt::Key_Space && pressKey(event);
+                return !isOneOf(event, {Qt::Key_Space, Qt::Key_Home, Qt::Key_End}) && pressKey(event);
             };
 }
 

@@ -348,6 +348,31 @@ TEST_F(Transport, KeysDoWhatTheirButtonsDo)
     EXPECT_EQ(app.mediaIndex(), 1);
 }
 
+TEST_F(Transport, BracketsStepThroughTheRatesAndTheButtonsKnowTwo)
+{
+    const auto after = [this](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            press(key);
+        return app.text("speedTextButton").toStdString();
+    };
+    EXPECT_EQ(after({Qt::Key_BracketRight, Qt::Key_BracketRight}), "4.0x");
+    EXPECT_EQ(after({Qt::Key_BracketRight, Qt::Key_BracketRight}), "8.0x");
+    EXPECT_EQ(app.player().speed, 8);
+    EXPECT_EQ(after({Qt::Key_2}), "8.0x");
+    EXPECT_EQ(after({Qt::Key_1}), "2.0x");
+    EXPECT_EQ(after({Qt::Key_1}), "1.0x");
+    EXPECT_EQ(after({Qt::Key_BracketLeft, Qt::Key_BracketLeft, Qt::Key_BracketLeft}), "0.25x");
+    EXPECT_EQ(after({Qt::Key_1}), "0.25x");
+    EXPECT_EQ(after({Qt::Key_2}), "1.0x");
+    press(Qt::Key_End);
+    EXPECT_EQ(app.player().calls.back(), "setTime 60000");
+    press(Qt::Key_Home);
+    app.desk.dispatcher.advance(std::chrono::milliseconds(400));
+    EXPECT_EQ(app.player().calls.back(), "setPosition 0.00");
+    press(Qt::Key_End, {}, &app.table());
+    EXPECT_EQ(app.player().calls.back(), "setTime 60000") << "in a table it would move within the row";
+}
+
 TEST_F(Transport, TheListKeepsItsOwnKeysAndEnterPlays)
 {
     auto& table = app.table();
