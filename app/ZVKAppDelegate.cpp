@@ -90,6 +90,11 @@ void ZVKAppDelegate::makePlayback()
     transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
+    outlets->graphView->picked = [this](double fraction) { transport->videoPositionSliderMoved(fraction); };
+    outlets->graphView->described = [this](double fraction) {
+        const auto media = session->player().media();
+        return telemetry->textAt(fraction, media ? media->length() : platform::MediaTime::nullTime());
+    };
 }
 
 void ZVKAppDelegate::makeDrives()

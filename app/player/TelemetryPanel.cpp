@@ -36,6 +36,25 @@ TelemetryPanel::TelemetryPanel(
     layout.fill(*map.mapContainerTopView, mapWebView->widget());
 }
 
+QString TelemetryPanel::textAt(double position, platform::MediaTime length) const
+{
+    const auto& samples = blackBoxData.m_GSensors;
+    if (samples.empty())
+        return {};
+    QStringList parts;
+    if (!length.isNull())
+        parts += text(
+            platform::MediaTime::timeWithInt(int64_t(position * double(length.intValue()))).stringValue());
+    const ZVKGSensor& sample = samples[proportionalIndex(position, samples.size())];
+    parts += text(
+        gsensorText('X', sample.x) + "  " + gsensorText('Y', sample.y) + "  " + gsensorText('Z', sample.z));
+    if (const auto& headers = blackBoxData.m_vGpsData(); !headers.empty()) {
+        const _AVI_GPS_DATA_T header = headers[proportionalIndex(position, headers.size())].data;
+        parts += text(speedText(header.fSpeed, static_cast<uint8_t>(header.KM), m_bMileDisplay));
+    }
+    return parts.join(QStringLiteral("   "));
+}
+
 void TelemetryPanel::loadMapPage(bool isKorean)
 {
     if (mapWebView)

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/MediaPlayer.h"
 #include "platform/WebView.h"
 #include "telemetry/ZVKBlackBoxData.h"
+
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -24,6 +27,8 @@ public:
     TelemetryPanel(
         Ui::GraphPanel& graph, Ui::MapPanel& map, MainWindowLayout& layout, const MakeMap& makeMap);
 
+    /// What the pointer tells at a fraction of the file that long: its time and the values there.
+    QString textAt(double position, platform::MediaTime length) const;
     void loadMapPage(bool isKorean);
     /// The web engine goes before the program ends.
     void closeMap() { mapWebView.reset(); }

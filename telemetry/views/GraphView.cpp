@@ -1,6 +1,8 @@
 #include "telemetry/views/GraphView.h"
 
+#include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -56,6 +58,7 @@ std::vector<platform::Point> thinned(const std::vector<platform::Point>& line, d
 GraphView::GraphView(QWidget* parent)
     : QWidget(parent)
 {
+    setMouseTracking(true);
 }
 
 void GraphView::setGraphData(std::vector<ZVKGSensor> samples)
@@ -77,6 +80,29 @@ QRect GraphView::barOnScreen() const
 {
     const platform::Rect bar = timeBar();
     return QRectF(bar.x, height() - bar.maxY(), bar.width, bar.height).toAlignedRect().adjusted(-1, -1, 1, 1);
+}
+
+double GraphView::fractionAt(double x) const
+{
+    return std::clamp((x - marginX) / std::max(graphAreaSize().width, 1.0), 0.0, 1.0);
+}
+
+void GraphView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || values.empty() || !picked)
+        return event->ignore();
+    picked(fractionAt(event->position().x()));
+}
+
+void GraphView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (values.empty())
+        return;
+    const double fraction = fractionAt(event->position().x());
+    if (event->buttons() & Qt::LeftButton && picked)
+        picked(fraction);
+    if (described)
+        QToolTip::showText(event->globalPosition().toPoint(), described(fraction), this);
 }
 
 platform::Point GraphView::graphAreaLeftBottom() const

@@ -7,12 +7,13 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 /// Strip chart of a recording's G-sensor samples: three lines (X red, Y green, Z blue) over a fixed scale
 /// of -2 g to +2 g, and a white bar at the play position. Geometry is in points, y up from the view's
-/// lower-left corner. The view paints no background; its container shows through.
-/// Main thread only.
+/// lower-left corner. The view paints no background; its container shows through. A click goes to a place of
+/// the recording; the pointer shows the values of its place. Main thread only.
 class GraphView : public QWidget {
 public:
     explicit GraphView(QWidget* parent = nullptr);
@@ -24,6 +25,11 @@ public:
 
     const std::vector<ZVKGSensor>& graphData() const { return values; }
     double timePosition() const { return position; }
+
+    /// A click or drag goes there, a fraction of the recording from 0.0 to 1.0; none: it takes no clicks.
+    std::function<void(double fraction)> picked;
+    /// What there is at that fraction, shown at the pointer; empty for nothing.
+    std::function<QString(double fraction)> described;
 
     platform::Point graphAreaLeftBottom() const;
     platform::Size graphAreaSize() const;
@@ -37,6 +43,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void drawRect(QPainter& painter);
@@ -46,6 +54,7 @@ private:
     void drawString(drawing::DrawingContext& context, const QString& text, platform::Point point);
     const QPixmap& chart();
     QRect barOnScreen() const;
+    double fractionAt(double x) const;
 
     std::vector<ZVKGSensor> values;
     double position = 0;

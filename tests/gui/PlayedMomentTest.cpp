@@ -1,3 +1,4 @@
+#include "telemetry/views/GraphView.h"
 #include "tests/support/AppDelegateProbe.h"
 #include "tools/samplecard/AviWriter.h"
 
@@ -57,6 +58,23 @@ TEST_F(PlayedMoment, ARecordingWithoutPlacesTellsTheMapSo)
     app.start(1);
     EXPECT_EQ(toldAt(0.1), "ZVKDebug('GPS Data Count=Zero')");
     EXPECT_EQ(toldAt(0.1), "ZVKDebug('GPS Data Count=Zero')");
+}
+
+TEST_F(PlayedMoment, AClickOnTheGraphGoesThereAndThePointerTellsWhatIsThere)
+{
+    auto& graph = app.find<GraphView>("graphView");
+    const auto at = [&](double fraction) {
+        return QPoint(int(20 + fraction * (graph.width() - 40)), graph.height() / 2);
+    };
+    QTest::mouseClick(&graph, Qt::LeftButton, {}, at(0.5));
+    EXPECT_EQ(app.player().countOf("setMedia"), 0u) << "nothing to go to";
+    app.start(0);
+    QTest::mousePress(&graph, Qt::LeftButton, {}, at(0.5));
+    EXPECT_NEAR(app.playInfo().position(), 0.5, 0.01);
+    QTest::mouseMove(&graph, at(0.75));
+    EXPECT_EQ(graph.described(0.5), "00:30   X=0.00  Y=0.00  Z=0.00   21 Km/h");
+    app.start(1);
+    EXPECT_EQ(graph.described(0.5), "");
 }
 
 TEST_F(PlayedMoment, TheUnitOfSpeedChangesAlsoWhileNothingMoves)
