@@ -16,6 +16,7 @@ std::vector<Row> rows()
     using Self = ZVKAppDelegate;
     return {
         {"tip.open", &Self::openMediaDirectoryDialog, {(Qt::CTRL | Qt::Key_O).toCombined()}, {"openButton"}},
+        {"tip.filter", &Self::toggleFilter, {(Qt::CTRL | Qt::Key_F).toCombined()}, {}},
         {"tip.capture", &Self::captureVideo, {(Qt::CTRL | Qt::Key_S).toCombined()}, {"captureButton"}},
         {"tip.print", &Self::print, {(Qt::CTRL | Qt::Key_P).toCombined()}, {"printButton"}},
         {"tip.settings", &Self::showSettingPanel, {(Qt::CTRL | Qt::Key_Comma).toCombined()},

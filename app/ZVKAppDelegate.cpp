@@ -69,7 +69,9 @@ void ZVKAppDelegate::makeParts()
                 drivePlayback->movedTo(from, to);
                 session->folderMoved(from, to);
             },
-            [this] { changeAndPlay(); }});
+            [this] { changeAndPlay(); },
+            [this](const ZVKMedia& media) { return drives->library().hasImpact(media.path()); },
+            [this] { drives->readAll(); }});
     frameCapture = std::make_unique<FrameCapture>(desktop, *window);
     controls = std::make_unique<MainWindowControls>(*window,
         std::vector<QAbstractItemView*>{
@@ -216,6 +218,14 @@ void ZVKAppDelegate::recordingsListed()
     remarksChanged();
 }
 
+void ZVKAppDelegate::toggleFilter()
+{
+    if (window->isFullScreen())
+        return;
+    layout->clickMediaListViewButton();
+    recordings->toggleFilter();
+}
+
 void ZVKAppDelegate::clickPlayButton()
 {
     transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
@@ -244,13 +254,13 @@ void ZVKAppDelegate::playChoice()
 void ZVKAppDelegate::playPrevious()
 {
     if (!drivePlayback->playNeighbour(-1))
-        session->playPrevious();
+        session->playEntry(recordings->visibleRow(session->index(), -1));
 }
 
 void ZVKAppDelegate::playFollowing()
 {
     if (!drivePlayback->playNeighbour(1))
-        session->playFollowing();
+        session->playEntry(recordings->visibleRow(session->index(), 1));
 }
 
 void ZVKAppDelegate::entryChosen(int64_t index)
@@ -261,7 +271,7 @@ void ZVKAppDelegate::entryChosen(int64_t index)
 
 Following ZVKAppDelegate::following(int64_t index) const
 {
-    return drivePlayback->following(index).value_or(Following{index + 1});
+    return drivePlayback->following(index).value_or(Following{recordings->visibleRow(index, 1)});
 }
 
 /// From its start, or to a moment of it.
@@ -279,6 +289,7 @@ void ZVKAppDelegate::playDrive(size_t index, const std::optional<DriveMoment>& m
 
 void ZVKAppDelegate::tellMoments(size_t drive)
 {
+    recordings->impactsKnown();
     const DriveFigures* figures = drives->library().figures(drive);
     if (figures && drivePlayback->plays(drives->library().drives()[drive]))
         drivePlayback->setMoments(figures->moments);

@@ -60,6 +60,7 @@ public:
     void showTimeSetupPanel() { secondaryWindows.showTimeSetupPanel(); }
 
     // Folder
+    void toggleFilter();
     void openMediaDirectoryDialog() { recordings->openMediaDirectoryDialog(); }
     /// What the folder panel does with its answer.
     void openMediaDirectory(const std::string& path) { recordings->openMediaDirectory(path); }

@@ -24,6 +24,7 @@ void DriveLibrary::setRecordings(std::vector<ZVKMedia> recordings)
     reading.renew();
     found.clear();
     known.clear();
+    places.clear();
     wanted.clear();
     readingFigures = false;
     readingLengths = !recordings.empty();
@@ -46,6 +47,7 @@ void DriveLibrary::drivesFound(std::vector<Drive> drives)
     readingLengths = false;
     found = std::move(drives);
     known.resize(found.size());
+    findPlaces();
     told.listed();
 }
 
@@ -53,6 +55,7 @@ void DriveLibrary::movedTo(const std::string& from, const std::string& to)
 {
     for (Drive& drive : found)
         moveTakes(drive.takes, from, to);
+    findPlaces();
 }
 
 const DriveFigures* DriveLibrary::figures(size_t drive) const
@@ -62,13 +65,34 @@ const DriveFigures* DriveLibrary::figures(size_t drive) const
 
 std::optional<size_t> DriveLibrary::driveOf(const std::string& path) const
 {
-    for (size_t i = 0; i < found.size(); ++i) {
-        for (const Take& take : found[i].takes) {
-            if (take.first.path() == path || (take.rear && take.rear->path() == path))
-                return i;
+    const auto place = places.find(path);
+    return place == places.end() ? std::nullopt : std::optional(place->second.drive);
+}
+
+std::optional<bool> DriveLibrary::hasImpact(const std::string& path) const
+{
+    const auto place = places.find(path);
+    if (place == places.end())
+        return readingLengths ? std::nullopt : std::optional(false);
+    const DriveFigures* read = figures(place->second.drive);
+    if (!read)
+        return {};
+    return std::ranges::any_of(read->moments, [&](const DriveMoment& moment) {
+        return moment.take == place->second.take && moment.moment.kind == Moment::Kind::impact;
+    });
+}
+
+void DriveLibrary::findPlaces()
+{
+    places.clear();
+    for (size_t drive = 0; drive < found.size(); ++drive) {
+        for (size_t take = 0; take < found[drive].takes.size(); ++take) {
+            const Take& both = found[drive].takes[take];
+            places[both.first.path()] = {drive, take};
+            if (both.rear)
+                places[both.rear->path()] = {drive, take};
         }
     }
-    return {};
 }
 
 void DriveLibrary::lookAt(std::vector<size_t> drives)

@@ -9,6 +9,8 @@
 #include <optional>
 #include <span>
 #include <stop_token>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 /// The drives that the recordings of a folder make. Lengths and telemetry are read in the background,
@@ -39,10 +41,19 @@ public:
     /// The drive with a recording of that path.
     std::optional<size_t> driveOf(const std::string& path) const;
 
+    /// Whether an impact was found in the recording; nothing while its drive was not read. A recording in no
+    /// drive has none.
+    std::optional<bool> hasImpact(const std::string& path) const;
+
     /// These are looked at now, the first one first; earlier wishes are void.
     void lookAt(std::vector<size_t> drives);
 
 private:
+    struct Where {
+        size_t drive;
+        size_t take;
+    };
+    void findPlaces();
     void drivesFound(std::vector<Drive> drives);
     void readNext();
     void figuresRead(size_t drive, DriveFigures figures);
@@ -52,6 +63,7 @@ private:
     std::vector<Drive> found;
     std::vector<std::optional<DriveFigures>> known; // parallel to `found`
     std::vector<size_t> wanted;
+    std::unordered_map<std::string, Where> places; // of the recordings, by path
     bool readingLengths = false;
     bool readingFigures = false;
     std::stop_source stop;

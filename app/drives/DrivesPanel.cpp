@@ -49,6 +49,18 @@ DrivesPanel::DrivesPanel(platform::Dispatcher& dispatcher, Ui::DrivesPanel& widg
     listed();
 }
 
+void DrivesPanel::setRecordings(std::vector<ZVKMedia> recordings)
+{
+    readsAll = false;
+    drives.setRecordings(std::move(recordings));
+}
+
+void DrivesPanel::readAll()
+{
+    if (!std::exchange(readsAll, true))
+        lookAtVisible();
+}
+
 void DrivesPanel::setShowsMiles(bool miles)
 {
     model->setShowsMiles(miles);
@@ -122,15 +134,17 @@ void DrivesPanel::figured(size_t drive)
 void DrivesPanel::lookAtVisible()
 {
     const QListView& view = *outlets.drivesListView;
-    if (model->rowCount() == 0 || !view.isVisible())
-        return;
     std::vector<size_t> rows;
     if (const QModelIndex current = view.currentIndex(); current.isValid())
         rows.push_back(size_t(current.row()));
-    const int first = std::max(view.indexAt({1, 1}).row(), 0);
-    const QModelIndex lowest = view.indexAt({1, view.viewport()->height() - 1});
-    const int last = lowest.isValid() ? lowest.row() : model->rowCount() - 1;
-    for (int row = first; row <= last; ++row)
+    if (view.isVisible()) {
+        const int first = std::max(view.indexAt({1, 1}).row(), 0);
+        const QModelIndex lowest = view.indexAt({1, view.viewport()->height() - 1});
+        const int last = lowest.isValid() ? lowest.row() : model->rowCount() - 1;
+        for (int row = first; row <= last; ++row)
+            rows.push_back(size_t(row));
+    }
+    for (int row = 0; readsAll && row < model->rowCount(); ++row)
         rows.push_back(size_t(row));
     drives.lookAt(std::move(rows));
 }

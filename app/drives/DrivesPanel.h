@@ -33,8 +33,10 @@ public:
 
     const DriveLibrary& library() const { return drives; }
     /// Of another scan, sorted.
-    void setRecordings(std::vector<ZVKMedia> recordings) { drives.setRecordings(std::move(recordings)); }
+    void setRecordings(std::vector<ZVKMedia> recordings);
     void movedTo(const std::string& from, const std::string& to) { drives.movedTo(from, to); }
+    /// The figures of all drives are wanted, after those that are seen.
+    void readAll();
     void setShowsMiles(bool miles);
     /// The drive that plays; nothing for none.
     void selectDrive(std::optional<size_t> drive);
@@ -56,4 +58,5 @@ private:
     DriveLibrary drives;
     DriveListModel* model;
     MomentsModel* moments;
+    bool readsAll = false;
 };

@@ -5,6 +5,7 @@
 #include "app/player/PlayRemarks.h"
 #include "app/window/Watch.h"
 #include "common/Text.h"
+#include "media/Drives.h"
 #include "media/MediaPath.h"
 #include "platform/Texts.h"
 #include "platform/disks/MountTable.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -46,6 +48,7 @@ RecordingsPanel::RecordingsPanel(
 {
     mediaList->setDelegate(this);
     initMediaListTableView();
+    filterBar = new FilterBar(outlets, [this] { filterAgain(); });
     QTableView& table = *outlets.mediaListTableView;
     table.setAccessibleName(platform::localized("tip.recordings"));
     QObject::connect(&table, &QTableView::doubleClicked, &table, [this] { told.chosen(); });
@@ -53,6 +56,67 @@ RecordingsPanel::RecordingsPanel(
         // The row that plays stays selected when the empty part of the list is clicked.
         return !table.indexAt(event.position().toPoint()).isValid();
     };
+}
+
+void RecordingsPanel::toggleFilter()
+{
+    if (filterBar->isOpen() && outlets.filterBar->isAncestorOf(window.focusWidget()))
+        filterBar->close();
+    else
+        filterBar->open();
+}
+
+/// A card tells of its drives one by one; the list follows now and then.
+void RecordingsPanel::impactsKnown()
+{
+    constexpr std::chrono::milliseconds pause(250);
+    if (!filterBar->filter().withImpact || std::exchange(filtersSoon, true))
+        return;
+    desktop.dispatcher.after(pause, life.guarded([this] {
+        filtersSoon = false;
+        filterAgain();
+    }));
+}
+
+void RecordingsPanel::filterAgain()
+{
+    const RecordingFilter filter = filterBar->filter();
+    QTableView& table = *outlets.mediaListTableView;
+    table.setUpdatesEnabled(false);
+    int64_t hidden = 0;
+    bool isSearching = false;
+    for (int row = 0; row < int(mediaList->count()); ++row) {
+        const ZVKMedia& media = *mediaList->mediaAtIndex(row);
+        const auto impact = filter.withImpact ? told.hasImpact(media) : std::nullopt;
+        isSearching = isSearching || (filter.withImpact && !impact);
+        const bool isHidden = !filter.matches(media, impact.value_or(false));
+        hidden += isHidden ? 1 : 0;
+        if (table.isRowHidden(row) != isHidden)
+            table.setRowHidden(row, isHidden);
+    }
+    table.setUpdatesEnabled(true);
+    filterBar->showHidden(hidden, isSearching);
+    if (isSearching)
+        told.needsImpacts();
+}
+
+int64_t RecordingsPanel::visibleRow(int64_t from, int direction) const
+{
+    for (int64_t row = from + direction; row >= 0 && row < mediaList->count(); row += direction) {
+        if (!outlets.mediaListTableView->isRowHidden(int(row)))
+            return row;
+    }
+    return -1;
+}
+
+void RecordingsPanel::showDays()
+{
+    std::set<std::chrono::local_days> days;
+    for (const ZVKMedia& media : mediaList->all()) {
+        if (const auto start = cameraTimeOf(media))
+            days.insert(std::chrono::floor<std::chrono::days>(*start));
+    }
+    filterBar->setDays({days.begin(), days.end()});
 }
 
 void RecordingsPanel::openMediaDirectoryDialog()
@@ -141,7 +205,9 @@ void RecordingsPanel::mediaListChanged(ZVKMediaList&)
 {
     scanning = false;
     mediaTable->reload();
+    showDays();
     told.listed();
+    filterAgain();
 }
 
 int64_t RecordingsPanel::selectedRow() const

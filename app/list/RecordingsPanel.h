@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/list/FilterBar.h"
 #include "cardtools/volumes/PathFollower.h"
 #include "common/Life.h"
 #include "media/ZVKMediaList.h"
@@ -35,6 +36,10 @@ public:
         std::function<void(const std::string& from, const std::string& to)> moved;
         /// A double click on a row.
         std::function<void()> chosen;
+        /// Whether an impact was found in the recording; nothing while it was not read.
+        std::function<std::optional<bool>(const ZVKMedia& media)> hasImpact;
+        /// The filter needs to know that of all recordings.
+        std::function<void()> needsImpacts;
     };
 
     /// Panels are the window's.
@@ -44,6 +49,13 @@ public:
     /// -1: none.
     int64_t selectedRow() const;
     void selectRow(int64_t row);
+
+    /// Opens the filter, or closes it where it has the focus.
+    void toggleFilter();
+    /// `hasImpact` knows more.
+    void impactsKnown();
+    /// The nearest visible row after (1) or before (-1) it; -1 where there is none.
+    int64_t visibleRow(int64_t from, int direction) const;
 
     void openMediaDirectoryDialog();
     void openMediaDirectory(const std::string& path);
@@ -68,6 +80,8 @@ public:
 
 private:
     void initMediaListTableView();
+    void showDays();
+    void filterAgain();
     void scan(const std::string& path);
     void folderMoved(const std::string& from, const std::string& to);
     QStringList scanRemarks(const PlayRemarks& remarks) const;
@@ -78,6 +92,8 @@ private:
     Told told;
     std::unique_ptr<ZVKMediaList> mediaList;
     MediaTableModel* mediaTable = nullptr;
+    FilterBar* filterBar = nullptr;
+    bool filtersSoon = false;
     bool scanning = false;
     /// The list's folder while its card is being formatted.
     std::optional<std::string> folderLetGo;

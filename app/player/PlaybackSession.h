@@ -90,8 +90,8 @@ public:
     bool playAtIndex(int64_t index);
     bool playNext();
     // What the user chooses takes the place of a start that is pending.
-    void playPrevious();
-    void playFollowing();
+    /// A row of the list; beyond its ends nothing happens.
+    void playEntry(int64_t row);
     /// The selected row (-1: none): starts it, or begins again with it where it plays already.
     void changeAndPlay(int64_t selectedRow);
     /// Without a file at hand: the row that is selected, otherwise the first.

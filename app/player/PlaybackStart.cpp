@@ -175,14 +175,8 @@ bool PlaybackSession::playNext()
     return mediaIndex + 1 < mediaList.count() && playAtIndex(mediaIndex + 1);
 }
 
-void PlaybackSession::playPrevious()
+void PlaybackSession::playEntry(int64_t row)
 {
-    if (mediaIndex > 0)
-        playChosen(mediaIndex - 1);
-}
-
-void PlaybackSession::playFollowing()
-{
-    if (mediaIndex + 1 < mediaList.count())
-        playChosen(mediaIndex + 1);
+    if (row >= 0 && row < mediaList.count())
+        playChosen(row);
 }

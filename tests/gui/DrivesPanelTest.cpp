@@ -223,6 +223,63 @@ TEST_F(DriveInWindow, EndsWithItsFolder)
     EXPECT_EQ(app.find<QListView>("drivesListView").model()->rowCount(), 0);
 }
 
+TEST_F(DriveInWindow, TheFilterHidesRowsAndNextFollowsWhatIsSeen)
+{
+    const auto visible = [this] {
+        std::string rows;
+        for (int row = 0; row < app.table().model()->rowCount(); ++row)
+            rows += app.table().isRowHidden(row) ? '-' : char('0' + row);
+        return rows;
+    };
+    const auto choose = [this](const char* combo, const QString& text) {
+        app.find<QComboBox>(combo).setCurrentText(text);
+    };
+    press(app.window(), Qt::Key_F, {}, Qt::ControlModifier);
+    EXPECT_TRUE(app.isShown("filterBar"));
+    EXPECT_TRUE(app.isShown("mediaListTableView"));
+    choose("filterCamera", "Front");
+    EXPECT_EQ(visible(), "0-2--5");
+    EXPECT_EQ(app.text("filterState"), "3 recordings are hidden.");
+    app.start(0);
+    press(app.window(), Qt::Key_PageDown);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 2);
+    endFile();
+    EXPECT_EQ(app.mediaIndex(), 5);
+    press(app.window(), Qt::Key_PageUp);
+    EXPECT_EQ(app.mediaIndex(), 2);
+    choose("filterCamera", "All cameras");
+    app.find<QLineEdit>("filterText").setText("EVENT");
+    EXPECT_EQ(visible(), "----4-");
+    app.find<QLineEdit>("filterText").setText("_20000");
+    EXPECT_EQ(visible(), "-----5");
+    app.find<QLineEdit>("filterText").clear();
+    choose("filterKind", "Event");
+    EXPECT_EQ(visible(), "----4-");
+    choose("filterKind", "All kinds");
+    choose("filterDay", "Sat 18 May 2024");
+    EXPECT_EQ(visible(), "012345");
+    press(app.find<QLineEdit>("filterText"), Qt::Key_Escape);
+    EXPECT_FALSE(app.isShown("filterBar"));
+    EXPECT_EQ(app.find<QComboBox>("filterDay").currentIndex(), 0);
+}
+
+TEST_F(DriveInWindow, TheFilterFindsImpactsInRecordingsThatWereNotLookedAt)
+{
+    app.open(folder.path());
+    app.desk.dispatcher.runAll();
+    press(app.window(), Qt::Key_F, {}, Qt::ControlModifier);
+    app.find<QCheckBox>("filterImpact").setChecked(true);
+    EXPECT_TRUE(app.text("filterState").contains("Still looking")) << app.text("filterState").toStdString();
+    app.desk.dispatcher.runAll();
+    app.desk.dispatcher.advance(std::chrono::milliseconds(300));
+    EXPECT_EQ(app.text("filterState"), "5 recordings are hidden.");
+    EXPECT_FALSE(app.table().isRowHidden(4));
+    app.open(folder.path());
+    app.desk.dispatcher.advance(std::chrono::milliseconds(300));
+    EXPECT_EQ(app.text("filterState"), "5 recordings are hidden.") << "it holds for the next folder";
+}
+
 Take take(int minute, std::optional<int> seconds)
 {
     const auto name = "/alwa_20240518_18" + std::to_string(minute) + "00.avi";
