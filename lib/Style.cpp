@@ -117,6 +117,9 @@ QComboBox QLineEdit, QAbstractSpinBox QLineEdit { background: transparent; borde
 QComboBox::drop-down { subcontrol-origin: border; subcontrol-position: center right; width: 26px; border: none; }
 QComboBox::down-arrow { width: 12px; height: 12px; image: url(:/images/control_down_n.svg); }
 QComboBox::down-arrow:disabled { image: url(:/images/control_down_d.svg); }
+QWidget#filterBar QComboBox, QWidget#filterBar QLineEdit, QWidget#filterBar QCheckBox { font-size: 12px; }
+QWidget#filterBar QComboBox { padding-left: 6px; padding-right: 0; min-width: 40px; }
+QWidget#filterBar QComboBox::drop-down { width: 18px; }
 QComboBox QAbstractItemView { background: @inset; color: @text; border: 1px solid @line; outline: none;
     selection-background-color: @accent; selection-color: @accentText; }
 QListWidget { font-size: 13px; background: @inset; color: @text; border: 1px solid @panel; border-radius: 5px; outline: none;

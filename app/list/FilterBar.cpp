@@ -112,8 +112,7 @@ void FilterBar::setDays(const std::vector<std::chrono::local_days>& days)
     while (outlets.filterDay->count() > 1)
         outlets.filterDay->removeItem(1);
     for (const auto day : days)
-        outlets.filterDay->addItem(locale().toString(dateOf(day), platform::localized("drives.day_format")),
-            int(day.time_since_epoch().count()));
+        outlets.filterDay->addItem(dateOf(day).toString(Qt::ISODate), int(day.time_since_epoch().count()));
     outlets.filterDay->setCurrentIndex(
         before.isValid() ? std::max(outlets.filterDay->findData(before), 0) : 0);
     isSettingUp = false;
