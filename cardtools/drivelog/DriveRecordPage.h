@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cardtools/drivelog/DriveLog.h"
-#include "lib/ZVKSettingControllerDelegate.h"
 #include "platform/disks/MountTable.h"
+#include "settings/contract/ZVKSettingControllerDelegate.h"
 
 #include <QPointer>
 #include <QStringList>
