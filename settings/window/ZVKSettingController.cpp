@@ -56,7 +56,7 @@ ZVKSettingController::ZVKSettingController(
 
 ZVKSettingController::~ZVKSettingController()
 {
-    alive.reset();
+    life.renew();
     lastDialogController.reset();
     // The pages' signals reach objects of this controller.
     view.reset();
