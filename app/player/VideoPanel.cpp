@@ -44,7 +44,7 @@ VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& widgets
     : outlets(widgets),
       video1View(new platform::VideoView(outlets.videoContainerView)),
       seekLabel(new QLabel(outlets.videoContainerView)),
-      bar(dispatcher, loadingStep, lookOf(indicator))
+      bar(dispatcher, {loadingStep}, lookOf(indicator))
 {
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
