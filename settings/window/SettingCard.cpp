@@ -34,7 +34,6 @@ void ZVKSettingController::loadSettingFile()
     fileDataPrevious.reset();
     setWork(Work::reading);
     showNotice();
-    showLoading(localized("loading"));
     desktop.dispatcher.inBackgroundThen([&disks = desktop.disks] { return findUSBVolume(disks); },
         life.guarded([this](const CardSettings& found) { cardFound(found); }));
 }
@@ -81,7 +80,6 @@ void ZVKSettingController::readCard(const CardSettings& card)
     if (!card.disk) {
         setWork(Work::none);
         showNotice();
-        hideLoading();
         return;
     }
     // Its own buffer: the live record changes on the main thread only.
@@ -99,7 +97,6 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
         showAlert(desktop.alerts, *view, "Warn", localized("msg.settings_unreadable").toStdString());
     setWork(Work::none);
     showNotice();
-    hideLoading();
 }
 
 /// As nobody has changed it yet.

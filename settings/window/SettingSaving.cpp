@@ -43,20 +43,16 @@ void ZVKSettingController::onSave()
         return;
     populate();
     afterSave = next;
-    SaveRequest request;
-    request.record = m_FileData;
+    SaveRequest request{.record = FinishedFileData(m_FileData)};
     request.card.path = m_SettingFilePath;
     request.card.disk = selectedUSBDisk;
     request.known = fileDataRead;
     save(request);
 }
 
-void ZVKSettingController::save(const SaveRequest& wanted)
+void ZVKSettingController::save(const SaveRequest& request)
 {
-    SaveRequest request = wanted;
-    finishFileData(request.record);
     setWork(Work::saving);
-    showLoading(localized("sheet.saving"));
     desktop.dispatcher.inBackgroundThen(
         [&disks = desktop.disks, request] { return outcomeOf([&] { return saveToCard(request, disks); }); },
         life.guarded([this, request](const SaveOutcome& outcome) { saveDidEnd(request, outcome); }));
@@ -66,7 +62,6 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
 {
     using Kind = SaveOutcome::Kind;
     setWork(Work::none);
-    hideLoading();
     if (outcome.kind != Kind::otherCard && outcome.kind != Kind::noCard) {
         CardSettings card = outcome.card;
         card.driveLog = card.disk && selectedUSBDisk ? cardShown.driveLog : std::string();
@@ -76,9 +71,9 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
     }
     switch (outcome.kind) {
     case Kind::saved:
-        m_FileData = request.record;
+        m_FileData = request.record.record();
         fileDataPrevious = outcome.before ? outcome.before : fileDataPrevious;
-        fileDataRead = request.record;
+        fileDataRead = m_FileData;
         return saved(outcome);
     case Kind::noCard:
         if (!request.card.disk)
@@ -157,9 +152,7 @@ void ZVKSettingController::saveWhereTheUserSays()
 void ZVKSettingController::saveToFile(const std::string& path)
 {
     setWork(Work::saving);
-    showLoading(localized("sheet.saving"));
-    _FILEDATA record = m_FileData;
-    finishFileData(record);
+    const FinishedFileData record(m_FileData);
     const auto save = [path, record] {
         SaveOutcome outcome;
         const auto place = FilePlace::chosen(path);
@@ -170,10 +163,9 @@ void ZVKSettingController::saveToFile(const std::string& path)
     };
     desktop.dispatcher.inBackgroundThen(save, life.guarded([this, record](const SaveOutcome& outcome) {
         setWork(Work::none);
-        hideLoading();
         if (outcome.error)
             return tellFailure(outcome);
-        m_FileData = record;
+        m_FileData = record.record();
         saved(outcome);
     }));
 }

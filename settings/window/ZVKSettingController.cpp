@@ -140,6 +140,10 @@ void ZVKSettingController::setWork(Work now)
              static_cast<QWidget*>(outlets->sdcardFormatButton), static_cast<QWidget*>(outlets->noticeBar),
              static_cast<QWidget*>(outlets->saveButton)})
         control->setEnabled(now == Work::none);
+    if (now == Work::none)
+        hideLoading();
+    else
+        showLoading(platform::localized(now == Work::reading ? "loading" : "sheet.saving"));
 }
 
 void ZVKSettingController::showLoading(const QString& title)
