@@ -1,13 +1,11 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "app/MainCommands.h"
-#include "app/player/PlayerReports.h"
 #include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "lib/Alerts.h"
 #include "media/MediaPath.h"
 #include "platform/Texts.h"
-#include "settings/window/CardSettings.h"
 
 #include <algorithm>
 #include <array>
@@ -99,7 +97,7 @@ void ZVKAppDelegate::setupInitialValues()
     remarksChanged();
     telemetry->loadMapPage(m_bKorean);
     layout->layoutWindow();
-    readDisplayMile();
+    telemetry->readDisplayMile(desktop.dispatcher, desktop.disks, m_bKorean);
 }
 
 void ZVKAppDelegate::applicationDidFinishLaunching()
@@ -112,12 +110,7 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
     m_bKorean = language == "ko";
     if (m_bKorean)
         telemetry->loadMapPage(m_bKorean);
-    window->setMinimumWindowSize(MainWindowLayout::minWindowSize());
-    const platform::Rect frame = layout->minWindowFrame();
-    window->setFrame(frame);
-    window->setInitialFrame(frame);
-    window->show();
-    window->setFocus();
+    layout->showWindow();
 }
 
 void ZVKAppDelegate::applicationWillTerminate()
@@ -134,24 +127,6 @@ void ZVKAppDelegate::die()
     telemetry->closeMap();
 }
 
-/// The card is asked in the background: the system may take its time to answer.
-void ZVKAppDelegate::readDisplayMile()
-{
-    std::function<void(bool)> read = unitReading.guarded(
-        [this](bool isMile) { telemetry->setDisplayMile(isMile, session->playInfo().position()); });
-    desktop.dispatcher.inBackground(
-        [&dispatcher = desktop.dispatcher, &disks = desktop.disks, isKorean = m_bKorean, read] {
-            dispatcher.onMain([read, isMile = readsMiles(disks, isKorean)] { read(isMile); });
-        });
-}
-
-void ZVKAppDelegate::setDisplayMile(uint32_t value)
-{
-    unitReading.renew();
-    if (value <= 1)
-        telemetry->setDisplayMile(value == 1, session->playInfo().position());
-}
-
 void ZVKAppDelegate::tellFailedJob()
 {
     showAlert(desktop.alerts, *window, "ZAVIK", platform::localized("msg.job_failed").toStdString());
@@ -161,15 +136,10 @@ void ZVKAppDelegate::letGoOf(const std::string& mountPath)
 {
     if (session->hasEnded())
         return;
-    const auto folder = recordings->folderOn(mountPath);
-    if (session->hasFileWithin(mountPath) || (folder && session->hasFileWithin(standardizedPath(*folder))))
-        session->closeFile(false);
+    session->letGoOf(mountPath);
+    if (const auto folder = recordings->folderOn(mountPath))
+        session->letGoOf(standardizedPath(*folder));
     recordings->letGoOf(mountPath);
-}
-
-void ZVKAppDelegate::cardFormatted(const std::string& from, const std::string& to)
-{
-    recordings->cardFormatted(from, to);
 }
 
 void ZVKAppDelegate::recordingsListed()
@@ -179,21 +149,10 @@ void ZVKAppDelegate::recordingsListed()
     remarksChanged();
 }
 
-void ZVKAppDelegate::clickPlayButton()
-{
-    transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
-}
-
-void ZVKAppDelegate::sizeUp()
+void ZVKAppDelegate::changeSize(int64_t step)
 {
     if (session->player().isPlaying())
-        layout->setVideoScaleIndex(1);
-}
-
-void ZVKAppDelegate::sizeDown()
-{
-    if (session->player().isPlaying())
-        layout->setVideoScaleIndex(-1);
+        layout->setVideoScaleIndex(step);
 }
 
 void ZVKAppDelegate::titleChanged(const QString& name)
@@ -246,11 +205,7 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
 void ZVKAppDelegate::playingChanged()
 {
     transportPanel->showPlaying(session->playInfo().isPlaying(), *controls);
-    const platform::MediaPlayer& player = session->player();
-    const bool isShown = hasPicture(player);
-    controls->setPossible(*outlets->captureButton, "tip.capture", isShown && reportsPlaying(player),
-        "tip.capture_needs_playing");
-    controls->setPossible(*outlets->printButton, "tip.print", isShown, "tip.print_needs_picture");
+    video->showUses(session->player(), *controls, *outlets->captureButton, *outlets->printButton);
 }
 
 void ZVKAppDelegate::playPositionChanged()

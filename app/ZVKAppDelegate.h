@@ -47,10 +47,13 @@ public:
     void tellFailedJob();
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
-    void setDisplayMile(uint32_t value) override;
+    void setDisplayMile(uint32_t value) override { telemetry->setDisplayMile(value); }
     bool isInUse(const std::string& mountPath) const override { return recordings->isInUse(mountPath); }
     void letGoOf(const std::string& mountPath) override;
-    void cardFormatted(const std::string& from, const std::string& to) override;
+    void cardFormatted(const std::string& from, const std::string& to) override
+    {
+        recordings->cardFormatted(from, to);
+    }
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel() { secondaryWindows.showSettingPanel(); }
@@ -74,7 +77,10 @@ public:
     bool canGiveUp() const { return session->isWaiting() && !window->isFullScreen(); }
 
     // Transport
-    void clickPlayButton();
+    void clickPlayButton()
+    {
+        transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
+    }
     void jumpForward() { transport->jumpForward(); }
     void jumpBackward() { transport->jumpBackward(); }
     void volumeUp() { transport->volumeUp(); }
@@ -83,8 +89,8 @@ public:
     void decreaseSpeed() { transport->decreaseSpeed(); }
 
     // Window. Its size steps only while something plays.
-    void sizeUp();
-    void sizeDown();
+    void sizeUp() { changeSize(1); }
+    void sizeDown() { changeSize(-1); }
     void setVideoScaleIndex(int64_t step) { layout->setVideoScaleIndex(step); }
     void toggleFullScreen() { layout->toggleFullScreen(); }
     void minimize() { window->showMinimized(); }
@@ -108,8 +114,8 @@ private:
     void makeParts();
     void makePlayback();
     void setupInitialValues();
-    void readDisplayMile();
     void recordingsListed();
+    void changeSize(int64_t step);
     void die();
     void observeValueForKeyPath(std::string_view keyPath);
     void playPositionChanged();
@@ -131,6 +137,4 @@ private:
     std::unique_ptr<TransportPanel> transportPanel;
     std::unique_ptr<FrameCapture> frameCapture;
     std::unique_ptr<MainWindowControls> controls;
-    /// The unit of speed that is still being read from the card; void once a newer one was saved.
-    Life unitReading;
 };

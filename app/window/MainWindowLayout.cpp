@@ -157,6 +157,16 @@ void MainWindowLayout::clickMapViewButton()
     showSide(true);
 }
 
+void MainWindowLayout::showWindow()
+{
+    window.setMinimumWindowSize(minWindowSize());
+    const platform::Rect frame = minWindowFrame();
+    window.setFrame(frame);
+    window.setInitialFrame(frame);
+    window.show();
+    window.setFocus();
+}
+
 platform::Rect MainWindowLayout::minWindowFrame() const
 {
     const platform::Rect visible = window.currentScreen().visibleFrame;
