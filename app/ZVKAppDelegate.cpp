@@ -1,13 +1,11 @@
 #include "app/ZVKAppDelegate.h"
 
 #include "app/MainCommands.h"
-#include "app/player/PlayerReports.h"
 #include "app/window/MainWindowOutlets.h"
 #include "common/Log.h"
 #include "lib/Alerts.h"
 #include "media/MediaPath.h"
 #include "platform/Texts.h"
-#include "settings/window/CardSettings.h"
 
 #include <algorithm>
 #include <array>
@@ -43,7 +41,6 @@ void ZVKAppDelegate::awakeFromNib()
 {
     makeParts();
     makePlayback();
-    makeDrives();
     setupInitialValues();
 }
 
@@ -58,19 +55,16 @@ void ZVKAppDelegate::makeParts()
     telemetry = std::make_unique<TelemetryPanel>(*outlets, *outlets, *layout, desktop.makeWebView);
     recordings = std::make_unique<RecordingsPanel>(desktop, *window, *outlets,
         RecordingsPanel::Told{[this](bool isSameAgain) {
-                                  drivePlayback->end();
-                                  drives->setRecordings({});
+                                  drives->clear();
                                   session->closeFile(isSameAgain);
                               },
             [this] { recordingsListed(); },
             [this](const std::string& from, const std::string& to) {
                 remarksChanged();
                 drives->movedTo(from, to);
-                drivePlayback->movedTo(from, to);
                 session->folderMoved(from, to);
             },
-            [this] { changeAndPlay(); },
-            [this](const ZVKMedia& media) { return drives->library().hasImpact(media.path()); },
+            [this] { changeAndPlay(); }, [this](const ZVKMedia& media) { return drives->hasImpact(media); },
             [this] { drives->readAll(); }});
     frameCapture = std::make_unique<FrameCapture>(desktop, *window);
     controls = std::make_unique<MainWindowControls>(*window,
@@ -92,23 +86,14 @@ void ZVKAppDelegate::makePlayback()
     transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
+    drives = std::make_unique<DrivesPart>(desktop.dispatcher, *session, recordings->list(), *outlets, *layout,
+        [this] { recordings->impactsKnown(); });
+    telemetry->unitChanged = [this](bool isMile) { drives->setShowsMiles(isMile); };
     outlets->graphView->picked = [this](double fraction) { transport->videoPositionSliderMoved(fraction); };
     outlets->graphView->described = [this](double fraction) {
         const auto media = session->player().media();
         return telemetry->textAt(fraction, media ? media->length() : platform::MediaTime::nullTime());
     };
-}
-
-void ZVKAppDelegate::makeDrives()
-{
-    drivePlayback = std::make_unique<DrivePlayback>(
-        *session, recordings->list(), [this] { driveStrip->show(*drivePlayback); });
-    driveStrip = std::make_unique<DriveStripPanel>(
-        *outlets, *outlets, *layout, [this](double fraction) { drivePlayback->goTo(fraction); });
-    drives = std::make_unique<DrivesPanel>(desktop.dispatcher, *outlets,
-        DrivesPanel::Told{[this](size_t drive) { playDrive(drive, {}); },
-            [this](size_t drive, const DriveMoment& moment) { playDrive(drive, moment); },
-            [this](size_t drive) { tellMoments(drive); }});
 }
 
 void ZVKAppDelegate::setupInitialValues()
@@ -127,7 +112,7 @@ void ZVKAppDelegate::setupInitialValues()
     remarksChanged();
     telemetry->loadMapPage(m_bKorean);
     layout->layoutWindow();
-    readDisplayMile();
+    telemetry->readDisplayMile(desktop.dispatcher, desktop.disks, m_bKorean);
 }
 
 void ZVKAppDelegate::applicationDidFinishLaunching()
@@ -140,12 +125,7 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
     m_bKorean = language == "ko";
     if (m_bKorean)
         telemetry->loadMapPage(m_bKorean);
-    window->setMinimumWindowSize(MainWindowLayout::minWindowSize());
-    const platform::Rect frame = layout->minWindowFrame();
-    window->setFrame(frame);
-    window->setInitialFrame(frame);
-    window->show();
-    window->setFocus();
+    layout->showWindow();
 }
 
 void ZVKAppDelegate::applicationWillTerminate()
@@ -162,29 +142,6 @@ void ZVKAppDelegate::die()
     telemetry->closeMap();
 }
 
-/// The card is asked in the background: the system may take its time to answer.
-void ZVKAppDelegate::readDisplayMile()
-{
-    std::function<void(bool)> read = unitReading.guarded([this](bool isMile) { showMiles(isMile); });
-    desktop.dispatcher.inBackground(
-        [&dispatcher = desktop.dispatcher, &disks = desktop.disks, isKorean = m_bKorean, read] {
-            dispatcher.onMain([read, isMile = readsMiles(disks, isKorean)] { read(isMile); });
-        });
-}
-
-void ZVKAppDelegate::setDisplayMile(uint32_t value)
-{
-    unitReading.renew();
-    if (value <= 1)
-        showMiles(value == 1);
-}
-
-void ZVKAppDelegate::showMiles(bool isMile)
-{
-    telemetry->setDisplayMile(isMile, session->playInfo().position());
-    drives->setShowsMiles(isMile);
-}
-
 void ZVKAppDelegate::tellFailedJob()
 {
     showAlert(desktop.alerts, *window, "ZAVIK", platform::localized("msg.job_failed").toStdString());
@@ -194,28 +151,26 @@ void ZVKAppDelegate::letGoOf(const std::string& mountPath)
 {
     if (session->hasEnded())
         return;
-    const auto folder = recordings->folderOn(mountPath);
-    if (session->hasFileWithin(mountPath) || (folder && session->hasFileWithin(standardizedPath(*folder))))
-        session->closeFile(false);
-    if (folder) {
-        drivePlayback->end();
-        drives->setRecordings({});
-    }
+    session->letGoOf(mountPath);
+    if (const auto folder = recordings->folderOn(mountPath))
+        session->letGoOf(standardizedPath(*folder));
+    if (recordings->folderOn(mountPath))
+        drives->clear();
     recordings->letGoOf(mountPath);
-}
-
-void ZVKAppDelegate::cardFormatted(const std::string& from, const std::string& to)
-{
-    recordings->cardFormatted(from, to);
 }
 
 void ZVKAppDelegate::recordingsListed()
 {
     layout->clickMediaListViewButton();
-    drives->setRecordings(recordings->list().all());
-    drivePlayback->findRows();
+    drives->recordingsListed();
     session->findFileAtHand();
     remarksChanged();
+}
+
+void ZVKAppDelegate::changeSize(int64_t step)
+{
+    if (session->player().isPlaying())
+        layout->setVideoScaleIndex(step);
 }
 
 void ZVKAppDelegate::toggleFilter()
@@ -226,23 +181,6 @@ void ZVKAppDelegate::toggleFilter()
     recordings->toggleFilter();
 }
 
-void ZVKAppDelegate::clickPlayButton()
-{
-    transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
-}
-
-void ZVKAppDelegate::sizeUp()
-{
-    if (session->player().isPlaying())
-        layout->setVideoScaleIndex(1);
-}
-
-void ZVKAppDelegate::sizeDown()
-{
-    if (session->player().isPlaying())
-        layout->setVideoScaleIndex(-1);
-}
-
 void ZVKAppDelegate::playChoice()
 {
     if (drives->hasFocus())
@@ -251,53 +189,21 @@ void ZVKAppDelegate::playChoice()
         changeAndPlay();
 }
 
-void ZVKAppDelegate::playPrevious()
+void ZVKAppDelegate::playNeighbour(int direction)
 {
-    if (!drivePlayback->playNeighbour(-1))
-        session->playEntry(recordings->visibleRow(session->index(), -1));
-}
-
-void ZVKAppDelegate::playFollowing()
-{
-    if (!drivePlayback->playNeighbour(1))
-        session->playEntry(recordings->visibleRow(session->index(), 1));
+    if (!drives->playNeighbour(direction))
+        session->playEntry(recordings->visibleRow(session->index(), direction));
 }
 
 void ZVKAppDelegate::entryChosen(int64_t index)
 {
     recordings->selectRow(index);
-    drivePlayback->entryChosen(index);
+    drives->entryChosen(index);
 }
 
 Following ZVKAppDelegate::following(int64_t index) const
 {
-    return drivePlayback->following(index).value_or(Following{recordings->visibleRow(index, 1)});
-}
-
-/// From its start, or to a moment of it.
-void ZVKAppDelegate::playDrive(size_t index, const std::optional<DriveMoment>& moment)
-{
-    const Drive& drive = drives->library().drives()[index];
-    if (!drivePlayback->plays(drive))
-        drivePlayback->play(drive, moment);
-    else if (moment)
-        drivePlayback->goTo(*moment);
-    else
-        drivePlayback->goTo(0);
-    tellMoments(index);
-}
-
-void ZVKAppDelegate::tellMoments(size_t drive)
-{
-    recordings->impactsKnown();
-    const DriveFigures* figures = drives->library().figures(drive);
-    if (figures && drivePlayback->plays(drives->library().drives()[drive]))
-        drivePlayback->setMoments(figures->moments);
-}
-
-void ZVKAppDelegate::jumpToMoment(int direction)
-{
-    drivePlayback->jumpToMoment(direction, session->playInfo().position());
+    return drives->following(index).value_or(Following{recordings->visibleRow(index, 1)});
 }
 
 void ZVKAppDelegate::titleChanged(const QString& name)
@@ -353,11 +259,7 @@ void ZVKAppDelegate::observeValueForKeyPath(std::string_view keyPath)
 void ZVKAppDelegate::playingChanged()
 {
     transportPanel->showPlaying(session->playInfo().isPlaying(), *controls);
-    const platform::MediaPlayer& player = session->player();
-    const bool isShown = hasPicture(player);
-    controls->setPossible(*outlets->captureButton, "tip.capture", isShown && reportsPlaying(player),
-        "tip.capture_needs_playing");
-    controls->setPossible(*outlets->printButton, "tip.print", isShown, "tip.print_needs_picture");
+    video->showUses(session->player(), *controls, *outlets->captureButton, *outlets->printButton);
 }
 
 void ZVKAppDelegate::playPositionChanged()
@@ -365,9 +267,7 @@ void ZVKAppDelegate::playPositionChanged()
     const double position = session->playInfo().position();
     const platform::MediaPlayer& player = session->player();
     transportPanel->showPosition(position, player.media().get());
-    if (player.media())
-        drivePlayback->lengthKnown(double(player.media()->length().intValue()) / 1000);
-    driveStrip->showPosition(*drivePlayback, position);
+    drives->showMoment(position);
     // Whether a file that is still being prepared has GPS is not known yet.
     telemetry->showMoment(
         position, double(player.position()), session->state() != PlaybackSession::State::preparing);

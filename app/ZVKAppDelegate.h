@@ -1,8 +1,6 @@
 #pragma once
 
-#include "app/drives/DrivePlayback.h"
-#include "app/drives/DriveStripPanel.h"
-#include "app/drives/DrivesPanel.h"
+#include "app/drives/DrivesPart.h"
 #include "app/frame/FrameCapture.h"
 #include "app/list/RecordingsPanel.h"
 #include "app/player/PlaybackSession.h"
@@ -50,10 +48,13 @@ public:
     void tellFailedJob();
 
     /// Shows speeds in miles per hour (1) or kilometres per hour (0); any other value changes nothing.
-    void setDisplayMile(uint32_t value) override;
+    void setDisplayMile(uint32_t value) override { telemetry->setDisplayMile(value); }
     bool isInUse(const std::string& mountPath) const override { return recordings->isInUse(mountPath); }
     void letGoOf(const std::string& mountPath) override;
-    void cardFormatted(const std::string& from, const std::string& to) override;
+    void cardFormatted(const std::string& from, const std::string& to) override
+    {
+        recordings->cardFormatted(from, to);
+    }
 
     // Other windows: modeless; opening one closes the one before.
     void showSettingPanel() { secondaryWindows.showSettingPanel(); }
@@ -68,8 +69,8 @@ public:
     // Playback
     bool playAtIndex(int64_t index) { return session->playAtIndex(index); }
     bool playNext() { return session->playNext(); }
-    void playPrevious();
-    void playFollowing();
+    void playPrevious() { playNeighbour(-1); }
+    void playFollowing() { playNeighbour(1); }
     void changeAndPlay() { session->changeAndPlay(recordings->selectedRow()); }
     /// What Enter does: the selected recording, or the drive or moment that has the focus.
     void playChoice();
@@ -79,8 +80,15 @@ public:
     /// Escape does, unless it leaves full screen.
     bool canGiveUp() const { return session->isWaiting() && !window->isFullScreen(); }
 
+    // Drives
+    void nextMoment() { drives->jumpToMoment(1); }
+    void previousMoment() { drives->jumpToMoment(-1); }
+
     // Transport
-    void clickPlayButton();
+    void clickPlayButton()
+    {
+        transport->clickPlayButton(recordings->selectedRow(), transportPanel->position());
+    }
     void jumpForward() { transport->jumpForward(); }
     void jumpBackward() { transport->jumpBackward(); }
     void volumeUp() { transport->volumeUp(); }
@@ -93,8 +101,8 @@ public:
     void goToEnd() { transport->goToEnd(); }
 
     // Window. Its size steps only while something plays.
-    void sizeUp();
-    void sizeDown();
+    void sizeUp() { changeSize(1); }
+    void sizeDown() { changeSize(-1); }
     void setVideoScaleIndex(int64_t step) { layout->setVideoScaleIndex(step); }
     void toggleFullScreen() { layout->toggleFullScreen(); }
     void minimize() { window->showMinimized(); }
@@ -102,10 +110,6 @@ public:
     void clickMediaListViewButton() { layout->clickMediaListViewButton(); }
     void clickDrivesViewButton() { layout->clickDrivesViewButton(); }
     void clickMapViewButton() { layout->clickMapViewButton(); }
-
-    // Drives
-    void nextMoment() { jumpToMoment(1); }
-    void previousMoment() { jumpToMoment(-1); }
 
     // Capture and print
     void captureVideo() { frameCapture->captureVideo(session->player()); }
@@ -123,17 +127,13 @@ private:
 
     void makeParts();
     void makePlayback();
-    void makeDrives();
-    void playDrive(size_t index, const std::optional<DriveMoment>& moment);
-    void tellMoments(size_t drive);
-    void jumpToMoment(int direction);
-    void showMiles(bool isMile);
     void setupInitialValues();
-    void readDisplayMile();
     void recordingsListed();
+    void changeSize(int64_t step);
     void die();
     void observeValueForKeyPath(std::string_view keyPath);
     void playPositionChanged();
+    void playNeighbour(int direction);
     void playingChanged();
     void updateAudioUI();
 
@@ -150,11 +150,7 @@ private:
     std::unique_ptr<PlaybackSession> session;
     std::unique_ptr<Transport> transport;
     std::unique_ptr<TransportPanel> transportPanel;
+    std::unique_ptr<DrivesPart> drives;
     std::unique_ptr<FrameCapture> frameCapture;
-    std::unique_ptr<DrivesPanel> drives;
-    std::unique_ptr<DrivePlayback> drivePlayback;
-    std::unique_ptr<DriveStripPanel> driveStrip;
     std::unique_ptr<MainWindowControls> controls;
-    /// The unit of speed that is still being read from the card; void once a newer one was saved.
-    Life unitReading;
 };

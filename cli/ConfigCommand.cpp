@@ -16,8 +16,7 @@ namespace {
 
 bool checksumFits(const _FILEDATA& record)
 {
-    _FILEDATA finished = record;
-    finishFileData(finished);
+    _FILEDATA finished = FinishedFileData(record).record();
     // The checksum covers the record as it stands, whatever a save would change first.
     finished.checksum = static_cast<uint16_t>(
         finished.checksum ^ uint32_t(finished.osd_plate_flag) ^ uint32_t(record.osd_plate_flag));
@@ -43,10 +42,9 @@ std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
     return record;
 }
 
-ExitCode saved(_FILEDATA& record, const FilePlace& place, Streams streams)
+ExitCode saved(const _FILEDATA& record, const FilePlace& place, Streams streams)
 {
-    finishFileData(record);
-    const FileError why = saveFileData(record, place);
+    const FileError why = saveFileData(FinishedFileData(record), place);
     return why ? failure(streams, place.path(), why.text()) : ExitCode::success;
 }
 

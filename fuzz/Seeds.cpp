@@ -84,8 +84,7 @@ std::string settingsRecord(bool isKorean = false)
 {
     _FILEDATA record;
     initFileDataForRegion(record, isKorean);
-    finishFileData(record);
-    return bytesOf(record);
+    return bytesOf(FinishedFileData(record).record());
 }
 
 void addSettings(SeedFolder folder)

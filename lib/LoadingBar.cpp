@@ -4,15 +4,14 @@
 
 namespace {
 
-constexpr std::chrono::duration<double> longest(15);
 // Thirty thirtieths need not be a whole.
 constexpr double full = 100 - 1e-6;
 
 } // namespace
 
-LoadingBar::LoadingBar(platform::Dispatcher& queue, std::chrono::milliseconds stepLength, Look shownBy)
+LoadingBar::LoadingBar(platform::Dispatcher& queue, Pace steps, Look shownBy)
     : dispatcher(queue),
-      step(stepLength),
+      pace(steps),
       look(std::move(shownBy))
 {
 }
@@ -29,12 +28,13 @@ void LoadingBar::start()
 
 void LoadingBar::scheduleStep()
 {
-    dispatcher.after(step, life.guarded([this] { advance(); }));
+    dispatcher.after(pace.step, life.guarded([this] { advance(); }));
 }
 
 void LoadingBar::advance()
 {
-    percent += 100 * (step / longest);
+    percent =
+        look.measured().value_or(percent + 100 * std::chrono::duration<double>(pace.step) / pace.longest);
     look.fill(percent);
     if (percent < full && !isStopped) {
         scheduleStep();

@@ -5,9 +5,10 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
-/// The course of a bar for work of unknown length: it fills within 15 seconds and goes when it is full, or
-/// with the first step after `stop`. It draws nothing itself. Main thread only.
+/// The course of a bar for work of unknown length: it fills within a time and goes when it is full, or with
+/// the first step after `stop`. It draws nothing itself. Main thread only.
 class LoadingBar {
 public:
     struct Look {
@@ -17,9 +18,16 @@ public:
         std::function<void(bool isInTime)> ended;
         /// After the first `fill`.
         std::function<void()> begun = [] {};
+        /// Asked at every step: how far the work is, 0 to 100, where that is known after all; then the bar
+        /// stands there.
+        std::function<std::optional<double>()> measured = [] { return std::nullopt; };
+    };
+    struct Pace {
+        std::chrono::milliseconds step;
+        std::chrono::seconds longest{15}; // from empty to full
     };
 
-    LoadingBar(platform::Dispatcher& dispatcher, std::chrono::milliseconds step, Look look);
+    LoadingBar(platform::Dispatcher& dispatcher, Pace pace, Look look);
 
     /// Begins at 0, also while it runs.
     void start();
@@ -34,7 +42,7 @@ private:
     void advance();
 
     platform::Dispatcher& dispatcher;
-    std::chrono::milliseconds step;
+    Pace pace;
     Look look;
     double percent = 0;
     bool running = false;

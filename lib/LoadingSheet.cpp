@@ -20,7 +20,7 @@ constexpr auto step = 500ms;
 LoadingSheet::LoadingSheet(platform::Dispatcher& queue, QWidget& below)
     : QWidget(below.parentWidget()),
       covered(below),
-      bar(queue, step,
+      bar(queue, {step},
           {[this](double percent) { progressIndicator->setDoubleValue(percent); },
               [this](bool isInTime) { end(isInTime); }})
 {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -97,20 +98,15 @@ void PMProgressIndicatorController::restoreIcon()
 /// A pending redraw covers this one.
 void PMProgressIndicatorController::scheduleDrawing()
 {
-    if (!dispatcher || theTimer)
+    if (!dispatcher || std::exchange(isDrawingPending, true))
         return;
-    theTimer = std::make_shared<bool>(true);
-    dispatcher->after(drawingDelay, [this, valid = theTimer] {
-        if (*valid)
-            drawProgressIndicators();
-    });
+    dispatcher->after(drawingDelay, pendingDrawing.guarded([this] { drawProgressIndicators(); }));
 }
 
 void PMProgressIndicatorController::cancelDrawing()
 {
-    if (theTimer)
-        *theTimer = false;
-    theTimer.reset();
+    isDrawingPending = false;
+    pendingDrawing.renew();
 }
 
 bool PMProgressIndicatorController::isAnimating() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Life.h"
 #include "platform/Dispatcher.h"
 #include "platform/Images.h"
 
@@ -7,7 +8,6 @@
 #include <QImage>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -23,7 +23,6 @@ public:
     /// The one instance; made at the first use, with the icon that the application has then.
     static PMProgressIndicatorController& sharedInstance();
     PMProgressIndicatorController();
-    ~PMProgressIndicatorController() { cancelDrawing(); }
     PMProgressIndicatorController(const PMProgressIndicatorController&) = delete;
     PMProgressIndicatorController& operator=(const PMProgressIndicatorController&) = delete;
 
@@ -57,7 +56,8 @@ private:
     platform::Image barberBar;
     std::optional<double> lastSpin;
     double barberOffset = barberPeriod; // how far the pole is moved to the left
-    std::shared_ptr<bool> theTimer; // the pending redraw; false once it is cancelled
+    bool isDrawingPending = false;
+    Life pendingDrawing; // until it is done or cancelled
     platform::Dispatcher* dispatcher = nullptr;
     std::function<double()> now;
 };

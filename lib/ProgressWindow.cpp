@@ -62,33 +62,26 @@ ProgressWindow::ProgressWindow(
 /// Work that reports no progress for a while is shown as hanging until it reports again.
 void ProgressWindow::awaitReport()
 {
-    dispatcher.after(longestSilence, [window = QPointer(this), heard = reports] {
-        if (!window)
-            return;
-        if (window->reports == heard && window->continueButton->isHidden())
-            window->wordsLabel->setText(platform::localized("progress.no_answer"));
-        window->awaitReport();
-    });
+    dispatcher.after(longestSilence, life.guarded([this, heard = reports] {
+        if (reports == heard && continueButton->isHidden())
+            wordsLabel->setText(platform::localized("progress.no_answer"));
+        awaitReport();
+    }));
 }
 
 ProgressWindow::Report ProgressWindow::report()
 {
-    return [&queue = dispatcher, window = QPointer(this), last = 0](int64_t done, int64_t all) mutable {
+    std::function<void(int)> tell = life.guarded([this](int percent) { setDone(percent); });
+    return [&queue = dispatcher, tell, last = 0](int64_t done, int64_t all) mutable {
         const int percent = all > 0 ? static_cast<int>(done * 100 / all) : 0;
         if (percent != std::exchange(last, percent))
-            queue.onMain([window, percent] {
-                if (window)
-                    window->setDone(percent);
-            });
+            queue.onMain([tell, percent] { tell(percent); });
     };
 }
 
 void ProgressWindow::comeLater()
 {
-    dispatcher.after(patience, [window = QPointer(this)] {
-        if (window)
-            window->come();
-    });
+    dispatcher.after(patience, life.guarded([this] { come(); }));
 }
 
 /// A page that was not in sight yet has no window to lie over.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Life.h"
 #include "platform/Dispatcher.h"
 
 #include <QDialog>
@@ -56,4 +57,5 @@ private:
     PMProgressIndicator* bar;
     QPushButton* stopButton;
     QPushButton* continueButton;
+    Life life;
 };

@@ -63,7 +63,7 @@ QToolTip { background: @header; color: @text; border: 1px solid @line; padding: 
 
 /// What only secondary windows have. The order matters: later rules win among equals.
 constexpr const char* controls = R"(
-platform--SegmentedControl, QGroupBox, QGroupBox QLabel, QCheckBox, QRadioButton, QPushButton, QComboBox, QLineEdit,
+SegmentedControl, QGroupBox, QGroupBox QLabel, QCheckBox, QRadioButton, QPushButton, QComboBox, QLineEdit,
     QAbstractSpinBox, QTextEdit, QPlainTextEdit, QCalendarWidget, QComboBox QAbstractItemView { font-size: 13px; }
 QGroupBox { background: @inset; border: 1px solid @header; border-radius: 8px; padding-top: 26px; }
 QGroupBox::title { subcontrol-origin: border; subcontrol-position: top left; left: 12px; top: 10px; color: @text; }

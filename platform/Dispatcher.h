@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -28,6 +29,14 @@ public:
     /// An exception that leaves the work is logged and ends only the work, so whoever waits for a result
     /// catches it there. Callable from any thread.
     virtual void inBackground(Work work) = 0;
+
+    /// The same for work that returns a value: `publish` takes it on the main thread.
+    template <typename Fetch, typename Publish> void inBackgroundThen(Fetch fetch, Publish publish)
+    {
+        inBackground([this, fetch = std::move(fetch), publish = std::move(publish)]() mutable {
+            onMain([publish = std::move(publish), value = fetch()]() mutable { publish(std::move(value)); });
+        });
+    }
 
     /// Runs the work once on the main thread after the delay. Main thread only.
     virtual void after(std::chrono::milliseconds delay, Work work) = 0;

@@ -57,10 +57,11 @@ bool PlaybackSession::playsEntry(int64_t row) const
     return media && entry && media->url() == entry->path();
 }
 
-bool PlaybackSession::hasFileWithin(const std::string& folder) const
+void PlaybackSession::letGoOf(const std::string& folder)
 {
     const auto media = player1->media();
-    return platform::isWithin(media ? media->url().value_or("") : "", folder);
+    if (platform::isWithin(media ? media->url().value_or("") : "", folder))
+        closeFile(false);
 }
 
 bool PlaybackSession::isPrepared() const

@@ -83,7 +83,6 @@ public:
     const PlayRemarks& remarks() const { return said; }
     /// The file at hand is the entry's.
     bool playsEntry(int64_t row) const;
-    bool hasFileWithin(const std::string& folder) const;
 
     /// Starts an entry, the nearest one where there is none of that index. False when the list is empty and
     /// while another start is pending.
@@ -113,6 +112,8 @@ public:
     void stopPlay();
     /// Ends what plays or is being prepared, with all that is shown of it.
     void closeFile(bool staysAtHand);
+    /// Closes the file that the player has when it lies within the folder.
+    void letGoOf(const std::string& folder);
     /// The list has other entries: the file at hand keeps its row, wherever that stands now.
     void findFileAtHand();
     /// A folder is elsewhere: what plays goes on. What has not begun, or failed because its card was away,

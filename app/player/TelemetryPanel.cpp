@@ -3,6 +3,7 @@
 #include "app/window/MainWindowLayout.h"
 #include "common/Coordinates.h"
 #include "platform/Texts.h"
+#include "settings/window/CardSettings.h"
 #include "telemetry/Readouts.h"
 #include "ui_GraphPanel.h"
 #include "ui_MapPanel.h"
@@ -94,6 +95,7 @@ void TelemetryPanel::resetReadouts()
 
 void TelemetryPanel::showMoment(double position, double playerPosition, bool isKnown)
 {
+    moment = position;
     updateGsensorUIByPlayPositon(position, playerPosition);
     updateGpsUIByPlayPosition(position, isKnown);
 }
@@ -141,8 +143,20 @@ void TelemetryPanel::updateGpsUIByPlayPosition(double position, bool isKnown)
     map.sateliteField->setText(text(satelliteText(fix.SatelliteUsedCount)));
 }
 
-void TelemetryPanel::setDisplayMile(bool isMile, double position)
+void TelemetryPanel::setDisplayMile(uint32_t value)
 {
+    unitReading.renew();
+    if (value > 1)
+        return;
+    const bool isMile = value == 1;
+    unitChanged(isMile);
     if (std::exchange(m_bMileDisplay, isMile) != isMile && !blackBoxData.m_vGpsData().empty())
-        updateGpsUIByPlayPosition(position, true);
+        updateGpsUIByPlayPosition(moment, true);
+}
+
+void TelemetryPanel::readDisplayMile(
+    platform::Dispatcher& dispatcher, platform::DiskArbitration& disks, bool isKorean)
+{
+    dispatcher.inBackgroundThen([&disks, isKorean] { return readsMiles(disks, isKorean); },
+        unitReading.guarded([this](bool isMile) { setDisplayMile(isMile ? 1 : 0); }));
 }

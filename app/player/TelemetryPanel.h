@@ -1,11 +1,15 @@
 #pragma once
 
+#include "common/Life.h"
+#include "platform/DiskArbitration.h"
+#include "platform/Dispatcher.h"
 #include "platform/MediaPlayer.h"
 #include "platform/WebView.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -47,8 +51,14 @@ public:
     void updateGsensorUIByPlayPositon(double position, double playerPosition);
     void updateGpsUIByPlayPosition(double position, bool isKnown);
 
-    /// Shows speeds in miles per hour, also the one that is on screen while nothing moves.
-    void setDisplayMile(bool isMile, double position);
+    /// Shows speeds in miles per hour (1) or kilometres per hour (0), also the one that is on screen while
+    /// nothing moves; any other value changes nothing.
+    void setDisplayMile(uint32_t value);
+    /// Called after every change of the unit.
+    std::function<void(bool isMile)> unitChanged = [](bool) {};
+    /// The same for what the card's settings say, unless a newer unit comes before the card answers: it is
+    /// asked in the background and may take its time.
+    void readDisplayMile(platform::Dispatcher& dispatcher, platform::DiskArbitration& disks, bool isKorean);
     bool showsMiles() const { return m_bMileDisplay; }
 
 private:
@@ -59,7 +69,9 @@ private:
     std::unique_ptr<platform::WebView> mapWebView;
     ZVKBlackBoxData blackBoxData;
     bool m_bMileDisplay = false;
+    double moment = 0; // that is shown, as a fraction of the file
     // Once a recording had a southern (western) fix, the run stays with it.
     bool isSouth = false;
     bool isWest = false;
+    Life unitReading;
 };

@@ -1,6 +1,7 @@
 #include "app/player/VideoPanel.h"
 
 #include "app/player/PlayerReports.h"
+#include "app/window/MainWindowControls.h"
 #include "app/window/MainWindowLayout.h"
 #include "app/window/Watch.h"
 #include "lib/LoadingIndicator.h"
@@ -44,7 +45,7 @@ VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& widgets
     : outlets(widgets),
       video1View(new platform::VideoView(outlets.videoContainerView)),
       seekLabel(new QLabel(outlets.videoContainerView)),
-      bar(dispatcher, loadingStep, lookOf(indicator))
+      bar(dispatcher, {loadingStep}, lookOf(indicator))
 {
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
@@ -65,6 +66,15 @@ VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& widgets
 void VideoPanel::removeView()
 {
     delete std::exchange(video1View, nullptr);
+}
+
+void VideoPanel::showUses(const platform::MediaPlayer& player, const MainWindowControls& controls,
+    QWidget& captureButton, QWidget& printButton) const
+{
+    const bool isShown = hasPicture(player);
+    controls.setPossible(
+        captureButton, "tip.capture", isShown && reportsPlaying(player), "tip.capture_needs_playing");
+    controls.setPossible(printButton, "tip.print", isShown, "tip.print_needs_picture");
 }
 
 double VideoPanel::height() const

@@ -5,8 +5,10 @@
 #include <functional>
 
 class LoadingIndicator;
+class MainWindowControls;
 class MainWindowLayout;
 class QLabel;
+class QWidget;
 
 namespace Ui {
 class VideoPanel;
@@ -26,6 +28,10 @@ public:
     platform::VideoView& view() { return *video1View; }
     /// The player that draws there is gone.
     void removeView();
+
+    /// What can be done with the picture now: captured while it plays, printed.
+    void showUses(const platform::MediaPlayer& player, const MainWindowControls& controls,
+        QWidget& captureButton, QWidget& printButton) const;
 
     double height() const override;
     void say(const QString& text) override;

@@ -188,6 +188,16 @@ void MainWindowLayout::showDriveStrip(bool isShown)
         layoutWindow();
 }
 
+void MainWindowLayout::showWindow()
+{
+    window.setMinimumWindowSize(minWindowSize());
+    const platform::Rect frame = minWindowFrame();
+    window.setFrame(frame);
+    window.setInitialFrame(frame);
+    window.show();
+    window.setFocus();
+}
+
 platform::Rect MainWindowLayout::minWindowFrame() const
 {
     const platform::Rect visible = window.currentScreen().visibleFrame;

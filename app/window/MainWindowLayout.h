@@ -36,8 +36,8 @@ public:
     void showDriveStrip(bool isShown);
 
     static constexpr platform::Size minWindowSize() { return {1020, 640}; }
-    /// Centred on the window's screen; smaller than the minimum where that does not fit.
-    platform::Rect minWindowFrame() const;
+    /// In its least size, centred on its screen; smaller where that does not fit.
+    void showWindow();
     /// One step larger (1) or smaller (-1), up to full screen and back; 0 gives the window its least size
     /// back where it is below that, and leaves full screen.
     void setVideoScaleIndex(int64_t step);
@@ -50,6 +50,7 @@ private:
     void layoutBodyBox();
     void layoutMapContainer();
     void releaseHiddenFocus();
+    platform::Rect minWindowFrame() const;
 
     CustomWindow& window;
     MainWindowOutlets& outlets;

@@ -12,7 +12,6 @@
 
 #include <QDialog>
 #include <QPalette>
-#include <QPointer>
 #include <QTextCharFormat>
 
 #include <algorithm>
@@ -152,18 +151,17 @@ void ZVKTimeSetupController::onInitDIalog()
 void ZVKTimeSetupController::loadSettingFile()
 {
     setWorking(true, "loading");
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
+    const auto find = [&disks = desktop.disks] {
         const auto volume = findUSBVolumeContainingPath(disks, cardFiles::clock);
-        dispatcher.onMain([this, life, found = volume ? cardAt(disks, *volume) : std::nullopt] {
-            if (life.expired())
-                return;
+        return volume ? cardAt(disks, *volume) : std::nullopt;
+    };
+    desktop.dispatcher.inBackgroundThen(
+        find, life.guarded([this](const std::optional<TKUSBDiskEntity>& found) {
             card = found;
             if (found)
                 m_SettingFilePath = (std::filesystem::path(found->mountedURL) / cardFiles::clock).native();
             setWorking(false, nullptr);
-        });
-    });
+        }));
 }
 
 /// Before it is known where the clock file is, and while it is written, nothing can be saved.
@@ -216,10 +214,8 @@ void ZVKTimeSetupController::nowDayChecked()
     showSelectedDate();
     outlets->nowDaySettingChk->setText(
         QStringLiteral("%1(%2)").arg(localized("today"), mediumDate(selectedDate)));
-    desktop.dispatcher.after(std::chrono::milliseconds(200), [box = QPointer(outlets->nowDaySettingChk)] {
-        if (box)
-            box->setChecked(false);
-    });
+    desktop.dispatcher.after(std::chrono::milliseconds(200),
+        life.guarded([this] { outlets->nowDaySettingChk->setChecked(false); }));
 }
 
 void ZVKTimeSetupController::openSavePanel(std::function<void(std::optional<std::string>)> answer)
@@ -244,10 +240,10 @@ void ZVKTimeSetupController::onSaveConfigFile()
             const bool isThere = found && found->key == known.key;
             return CardRoot(isThere ? known.mountedURL : std::string()).file(cardFiles::clock);
         });
-    openSavePanel([this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
-        if (!life.expired() && path && !isWorking)
+    openSavePanel(life.guarded([this](const std::optional<std::string>& path) {
+        if (path && !isWorking)
             doWriteConfigFile([chosen = *path] { return FilePlace::chosen(chosen); });
-    });
+    }));
 }
 
 void ZVKTimeSetupController::doWriteConfigFile(std::function<FilePlace()> place)
@@ -256,19 +252,20 @@ void ZVKTimeSetupController::doWriteConfigFile(std::function<FilePlace()> place)
         selectedTime.minute(), selectedTime.second()};
     isSaving = true;
     setWorking(true, "sheet.saving");
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground(
-        [this, &dispatcher, moment, find = std::move(place), life = std::weak_ptr(alive)] {
-            const FilePlace file = find();
-            const SaveLock lock(file);
-            const FileError error = lock.error() ? lock.error() : saveTimeSet(moment, file);
-            if (error)
-                logFormat("%s: %s", file.path().c_str(), error.text().c_str());
-            dispatcher.onMain([this, life, error, path = file.path()] {
-                if (!life.expired())
-                    saveDidEnd(error, path);
-            });
-        });
+    struct Outcome {
+        FileError error;
+        std::string path;
+    };
+    const auto save = [moment, find = std::move(place)] {
+        const FilePlace file = find();
+        const SaveLock lock(file);
+        const FileError error = lock.error() ? lock.error() : saveTimeSet(moment, file);
+        if (error)
+            logFormat("%s: %s", file.path().c_str(), error.text().c_str());
+        return Outcome{error, file.path()};
+    };
+    desktop.dispatcher.inBackgroundThen(
+        save, life.guarded([this](const Outcome& outcome) { saveDidEnd(outcome.error, outcome.path); }));
 }
 
 void ZVKTimeSetupController::saveDidEnd(FileError error, const std::string& path)
@@ -279,14 +276,11 @@ void ZVKTimeSetupController::saveDidEnd(FileError error, const std::string& path
     if (error)
         return showAlertSheet(desktop.alerts, *loaded, "ZAVIK",
             writeFailureText(error, path, "msg.write_failed").toStdString(), {});
-    showAlertSheet(
-        desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", [this, next, life = std::weak_ptr(alive)] {
-            if (life.expired())
-                return;
-            didEndAlert();
-            if (next)
-                desktop.dispatcher.onMain(next);
-        });
+    showAlertSheet(desktop.alerts, *loaded, "ZAVIK", "저장되었습니다", life.guarded([this, next] {
+        didEndAlert();
+        if (next)
+            desktop.dispatcher.onMain(next);
+    }));
 }
 
 void ZVKTimeSetupController::didEndAlert()

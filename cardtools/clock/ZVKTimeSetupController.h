@@ -3,12 +3,11 @@
 #include "cardtools/clock/TimeSet.h"
 #include "cardtools/volumes/TKUSBDiskEntity.h"
 #include "common/FilePlace.h"
+#include "common/Life.h"
 #include "lib/WindowController.h"
 #include "platform/Platform.h"
 
-#include "common/FilePlace.h"
 #include <QDate>
-
 #include <QDateTime>
 #include <QLocale>
 #include <QTime>
@@ -77,5 +76,5 @@ private:
     QTime selectedTime;
     std::unique_ptr<Ui::ZVKTimeSetupController> outlets;
     std::unique_ptr<QWidget> loaded;
-    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
+    Life life;
 };

@@ -9,8 +9,6 @@
 #include "platform/Texts.h"
 #include "telemetry/views/ZVKMapWindowController.h"
 
-#include <QPointer>
-
 #include <new>
 
 namespace {
@@ -57,33 +55,30 @@ void DriveRecordPage::openSavePanel()
     panel.type = "csv";
     panel.asksBeforeReplacing = true;
     desktop.panels.chooseSaveFile(
-        *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
-            if (!page || !path || page->progressWindow)
-                return;
-            page->beginWork("sheet.saving", "drivelog.stop_question");
-            page->window()->installEventFilter(page);
-            page->doWriteCSVFile(*path);
-        });
+        *window(), panel, life.guarded([this](const std::optional<std::string>& path) {
+            if (path && !progressWindow)
+                doWriteCSVFile(*path);
+        }));
 }
 
 /// A file that was complete before the stop is reported as saved, too.
 void DriveRecordPage::doWriteCSVFile(const std::string& path)
 {
+    const ProgressWindow::Report report = beginWork("sheet.saving", "drivelog.stop_question");
+    window()->installEventFilter(this);
     Job job{m_pFalshSaveValue, {}, path, work.get_token()};
     for (const QString& name : columnNames)
         job.titles.push_back(name.toStdString());
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, page = QPointer(this),
-                                        job = std::move(job), report = progressWindow->report()] {
+    const auto write = [job = std::move(job), report] {
         const std::string trouble = writeExport(job, report);
         if (!trouble.empty())
             logFormat("%s: %s", job.path.c_str(), trouble.c_str());
-        dispatcher.onMain([page, stop = job.stop, isSaved = trouble.empty()] {
-            if (!page)
-                return;
-            if (!stop.stop_requested())
-                page->endWork();
-            if (isSaved || !stop.stop_requested())
-                page->tellLater(isSaved ? "msg.saved" : "msg.write_failed");
-        });
-    });
+        return trouble.empty();
+    };
+    desktop.dispatcher.inBackgroundThen(write, life.guarded([this, stop = work.get_token()](bool isSaved) {
+        if (!stop.stop_requested())
+            endWork();
+        if (isSaved || !stop.stop_requested())
+            tellLater(isSaved ? "msg.saved" : "msg.write_failed");
+    }));
 }

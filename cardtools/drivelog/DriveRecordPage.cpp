@@ -69,7 +69,6 @@ void DriveRecordPage::displayFileData()
     firstLoad = false;
     if (!m_FlashDataFilePath || progressWindow)
         return;
-    beginWork("sheet.loading", "");
     doReadFlashDataFile(false);
 }
 
@@ -96,37 +95,35 @@ void DriveRecordPage::openFileDialog()
         return;
     const platform::OpenPanel panel{
         platform::localized("panel.open_record").toStdString(), std::string(format.fileType)};
-    desktop.panels.chooseFile(
-        *window(), panel, [page = QPointer(this)](const std::optional<std::string>& path) {
-            if (!page || !path)
-                return;
-            page->setM_FlashDataFilePath(*path);
-            page->loadFlashDataFile();
-        });
+    desktop.panels.chooseFile(*window(), panel, life.guarded([this](const std::optional<std::string>& path) {
+        if (!path)
+            return;
+        setM_FlashDataFilePath(*path);
+        loadFlashDataFile();
+    }));
 }
 
 void DriveRecordPage::loadFlashDataFile()
 {
     if (!m_FlashDataFilePath || progressWindow)
         return;
-    beginWork("sheet.loading", "");
     doReadFlashDataFile(true);
 }
 
 void DriveRecordPage::doReadFlashDataFile(bool isAskedFor)
 {
-    desktop.dispatcher.inBackground(
-        [&dispatcher = desktop.dispatcher, page = QPointer(this), path = *m_FlashDataFilePath,
-            root = cardRoot, &kind = format, stop = work.get_token(), report = progressWindow->report(),
-            isAskedFor] {
-            const std::string below = std::filesystem::path(path).lexically_relative(root).native();
-            const auto place = root.empty() ? FilePlace::chosen(path) : CardRoot(root).file(below);
-            const auto log = std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
-            dispatcher.onMain([page, log, stop, isAskedFor] {
-                if (page && !stop.stop_requested())
-                    page->publish(log, isAskedFor);
-            });
-        });
+    const ProgressWindow::Report report = beginWork("sheet.loading", "");
+    const auto read = [path = *m_FlashDataFilePath, root = cardRoot, &kind = format, stop = work.get_token(),
+                          report] {
+        const std::string below = std::filesystem::path(path).lexically_relative(root).native();
+        const auto place = root.empty() ? FilePlace::chosen(path) : CardRoot(root).file(below);
+        return std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
+    };
+    desktop.dispatcher.inBackgroundThen(
+        read, life.guarded([this, stop = work.get_token(), isAskedFor](std::shared_ptr<const DriveLog> log) {
+            if (!stop.stop_requested())
+                publish(std::move(log), isAskedFor);
+        }));
 }
 
 namespace {
@@ -216,7 +213,7 @@ void DriveRecordPage::doubleClickTableRow(int64_t clickedRow)
         mapWindowController->removeMarker();
 }
 
-void DriveRecordPage::beginWork(const char* wordsKey, const char* questionKey)
+ProgressWindow::Report DriveRecordPage::beginWork(const char* wordsKey, const char* questionKey)
 {
     work = {};
     progressWindow = new ProgressWindow(
@@ -225,6 +222,7 @@ void DriveRecordPage::beginWork(const char* wordsKey, const char* questionKey)
         work.request_stop();
         endWork();
     };
+    return progressWindow->report();
 }
 
 void DriveRecordPage::endWork()
@@ -238,9 +236,7 @@ void DriveRecordPage::endWork()
 void DriveRecordPage::tellLater(const char* messageKey)
 {
     constexpr std::chrono::milliseconds windowGoesAway{500};
-    desktop.dispatcher.after(windowGoesAway, [page = QPointer(this), messageKey] {
-        if (page)
-            showAlert(page->desktop.alerts, *page->window(), "ZAVIK",
-                platform::localized(messageKey).toStdString());
-    });
+    desktop.dispatcher.after(windowGoesAway, life.guarded([this, messageKey] {
+        showAlert(desktop.alerts, *window(), "ZAVIK", platform::localized(messageKey).toStdString());
+    }));
 }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "cardtools/drivelog/DriveLog.h"
-#include "lib/ZVKSettingControllerDelegate.h"
+#include "common/Life.h"
 #include "platform/disks/MountTable.h"
+#include "settings/contract/ZVKSettingControllerDelegate.h"
 
 #include <QPointer>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -74,7 +76,7 @@ private:
     void showState();
     void openSavePanel();
     void doWriteCSVFile(const std::string& path);
-    void beginWork(const char* wordsKey, const char* questionKey);
+    std::function<void(int64_t, int64_t)> beginWork(const char* wordsKey, const char* questionKey);
     void endWork();
     void tellLater(const char* messageKey);
 
@@ -95,5 +97,6 @@ private:
     std::unique_ptr<ZVKMapWindowController> mapWindowController;
 
     std::stop_source work; // the one under way or the latest
-    QPointer<ProgressWindow> progressWindow; // while work is under way
+    QPointer<ProgressWindow> progressWindow; // while work is under way; goes with the window below it
+    Life life;
 };

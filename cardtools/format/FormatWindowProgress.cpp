@@ -21,9 +21,7 @@ namespace {
 using platform::localized;
 using Phase = CardFormat::Phase;
 
-constexpr double tickSeconds = 0.3;
-constexpr auto tick = std::chrono::milliseconds(300);
-constexpr double longestDisplay = 1000;
+constexpr LoadingBar::Pace pace{std::chrono::milliseconds(300), std::chrono::seconds(1000)};
 
 // Where the bar is when the writing begins and when it ends.
 constexpr double writingFrom = 25;
@@ -48,26 +46,21 @@ void ZVKFormatWindowController::doFormat(const TKUSBDiskEntity& card)
     const auto count = [ask = desktop.writtenBytes, device = card.deviceFilePath] {
         return ask ? ask(device) : std::nullopt;
     };
-    const auto say = [&layer = desktop, token = std::weak_ptr(alive), this, size = card.volumeSize, count](
-                         Phase phase) {
+    using Writing = std::shared_ptr<FormatWriting>;
+    const std::function<void(Phase, Writing)> show = life.guarded([this](Phase phase, Writing writes) {
+        showPhase(phase);
+        writing = std::move(writes);
+    });
+    const auto say = [&queue = desktop.dispatcher, show, size = card.volumeSize, count](Phase phase) {
         // Before the first byte: made here, not when the main thread comes to it.
         auto writes = phase == Phase::formatting ? std::make_shared<FormatWriting>(size, count) : nullptr;
-        layer.dispatcher.onMain([token, this, phase, writes] {
-            if (token.expired())
-                return;
-            showPhase(phase);
-            writing = writes;
-        });
+        queue.onMain([show, phase, writes] { show(phase, writes); });
     };
     lookingAtCards.request_stop();
     setFormatting(std::make_shared<CardFormat>(desktop.scripts, desktop.disks, copiesFolder(), say));
     showProgressBar("Formatting...");
-    const auto outcome = std::make_shared<CardFormat::Outcome>();
-    const auto next = whileAlive([this, outcome] { prepared(*outcome); });
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, work = job, card, outcome, next] {
-        *outcome = work->prepare(card);
-        dispatcher.onMain(next);
-    });
+    desktop.dispatcher.inBackgroundThen([work = job, card] { return work->prepare(card); },
+        life.guarded([this](const CardFormat::Outcome& outcome) { prepared(outcome); }));
 }
 
 void ZVKFormatWindowController::prepared(const CardFormat::Outcome& outcome)
@@ -85,13 +78,11 @@ void ZVKFormatWindowController::askAboutConfig(const CardFormat::Outcome& outcom
     const FormatReport question = configQuestion(outcome);
     desktop.alerts.ask(window(), question.title.toStdString(), question.message.toStdString(),
         {localized("format.anyway").toStdString(), localized("cancel").toStdString()},
-        [this, token = std::weak_ptr(alive)](size_t button) {
-            if (token.expired())
-                return;
+        life.guarded([this](size_t button) {
             if (button != 0)
                 cancel();
             letGo();
-        });
+        }));
 }
 
 void ZVKFormatWindowController::letGo()
@@ -113,17 +104,13 @@ void ZVKFormatWindowController::awaitLettingGo(int tries)
     if (open.empty() || tries == 0 || job->isCancelled())
         return runJob(job->isCancelled() ? &CardFormat::giveUp : &CardFormat::run);
     showStep(localized("format.still_reading").arg(QString::fromStdString(open.front())), progress);
-    desktop.dispatcher.after(lettingGoInterval, whileAlive([this, tries] { awaitLettingGo(tries - 1); }));
+    desktop.dispatcher.after(lettingGoInterval, life.guarded([this, tries] { awaitLettingGo(tries - 1); }));
 }
 
 void ZVKFormatWindowController::runJob(CardFormat::Outcome (CardFormat::*part)())
 {
-    const auto outcome = std::make_shared<CardFormat::Outcome>();
-    const auto finished = whileAlive([this, outcome] { formatDidFinished(*outcome); });
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, work = job, part, outcome, finished] {
-        *outcome = (*work.*part)();
-        dispatcher.onMain(finished);
-    });
+    desktop.dispatcher.inBackgroundThen([work = job, part] { return (*work.*part)(); },
+        life.guarded([this](const CardFormat::Outcome& outcome) { formatDidFinished(outcome); }));
 }
 
 void ZVKFormatWindowController::formatDidFinished(const CardFormat::Outcome& outcome)
@@ -197,10 +184,8 @@ void ZVKFormatWindowController::tellThatItIsFormatting()
         return;
     takeWaitingAlertAway = [] {}; // `ask` may answer before it returns
     auto takeAway = desktop.alerts.ask(window(), "ZAVIK", localized("format.running").toStdString(),
-        {localized("format.ok").toStdString()}, [this, token = std::weak_ptr(alive)](size_t) {
-            if (!token.expired())
-                takeWaitingAlertAway = nullptr;
-        });
+        {localized("format.ok").toStdString()},
+        life.guarded([this](size_t) { takeWaitingAlertAway = nullptr; }));
     if (takeWaitingAlertAway)
         takeWaitingAlertAway = std::move(takeAway);
 }
@@ -257,47 +242,41 @@ void ZVKFormatWindowController::setBarVisible(bool visible)
         widget->setVisible(visible);
 }
 
+void ZVKFormatWindowController::makeBar()
+{
+    setBarVisible(false);
+    bar = std::make_unique<LoadingBar>(desktop.dispatcher, pace,
+        LoadingBar::Look{[this](double percent) { outlets->progressBar->setDoubleValue(percent); },
+            [this](bool isInTime) {
+                if (!isInTime)
+                    setBarVisible(false);
+                outlets->progressBar->stopAnimation();
+            },
+            [this] { outlets->progressBar->startAnimation(); }, [this] { return measured(); }});
+}
+
 void ZVKFormatWindowController::showProgressBar(const QString& message)
 {
     setBarVisible(true);
     outlets->progressBar->setIndeterminate(!isFormatting());
-    stopProgressBar = false;
     progress = 0;
-    ++progressDisplay;
     outlets->progressTextField->clear();
     outlets->progressMessageField->setText(message);
-    outlets->progressBar->setDoubleValue(outlets->progressBar->minValue());
-    outlets->progressBar->startAnimation();
-    scheduleTick(longestDisplay);
+    bar->start();
 }
 
-void ZVKFormatWindowController::scheduleTick(double seconds)
+/// How far the format is; nothing while cards are looked for.
+std::optional<double> ZVKFormatWindowController::measured()
 {
-    desktop.dispatcher.after(tick, whileAlive([this, seconds, display = progressDisplay] {
-        if (display == progressDisplay)
-            updateProgressBar(seconds);
-    }));
-}
-
-void ZVKFormatWindowController::updateProgressBar(double seconds)
-{
-    if (!stopProgressBar) {
-        setBarVisible(true);
-        if (!isFormatting())
-            progress += 100 / (seconds / tickSeconds);
-        else if (writing)
-            followWriting();
-        outlets->progressBar->setDoubleValue(progress);
-        if (progress < 100)
-            return scheduleTick(seconds);
-        hideProgressBar();
-    }
-    outlets->progressBar->setDoubleValue(outlets->progressBar->minValue());
-    outlets->progressBar->stopAnimation();
+    if (!isFormatting())
+        return std::nullopt;
+    if (writing)
+        followWriting();
+    return progress;
 }
 
 void ZVKFormatWindowController::hideProgressBar()
 {
     setBarVisible(false);
-    stopProgressBar = true;
+    bar->stop();
 }

@@ -54,8 +54,7 @@ void ZVKFormatWindowController::windowDidLoad()
     outlets->progressBar->setDisplayTimeRemaining(false);
     outlets->progressBar->setProgressText(outlets->progressTextField);
     updateSelectedDiskInfo();
-    stopProgressBar = true;
-    setBarVisible(false);
+    makeBar();
     centre();
     connectControls();
     mountWatch = desktop.disks.watchMounts([this] { refresh(); });
@@ -111,39 +110,27 @@ void ZVKFormatWindowController::connectControls()
     });
 }
 
-std::function<void()> ZVKFormatWindowController::whileAlive(std::function<void()> work) const
-{
-    return [token = std::weak_ptr(alive), run = std::move(work)] {
-        if (!token.expired())
-            run();
-    };
-}
-
 void ZVKFormatWindowController::loadUSBVolumes(std::function<void()> completion)
 {
     const auto startedDisplay = std::make_shared<bool>(false);
-    desktop.dispatcher.onMain(whileAlive([this, startedDisplay] {
-        *startedDisplay = stopProgressBar;
-        if (stopProgressBar)
+    desktop.dispatcher.onMain(life.guarded([this, startedDisplay] {
+        *startedDisplay = !bar->isAwaited();
+        if (*startedDisplay)
             showProgressBar("Disk searching...");
         else
             outlets->progressMessageField->setText("Disk searching...");
     }));
-    const auto found = std::make_shared<std::vector<TKUSBDiskEntity>>();
-    const auto published = whileAlive([this, found, startedDisplay, next = std::move(completion)] {
-        showDisks(std::move(*found));
-        if (*startedDisplay && !isFormatting())
-            hideProgressBar();
-        if (next)
-            next();
-    });
-    desktop.dispatcher.inBackground([&layer = desktop, found, published] {
-        *found = formattableDisks(layer.disks);
-        layer.dispatcher.onMain(published);
-    });
+    desktop.dispatcher.inBackgroundThen([&disks = desktop.disks] { return formattableDisks(disks); },
+        life.guarded([this, startedDisplay, next = std::move(completion)](Disks found) {
+            showDisks(std::move(found));
+            if (*startedDisplay && !isFormatting())
+                hideProgressBar();
+            if (next)
+                next();
+        }));
 }
 
-void ZVKFormatWindowController::showDisks(std::vector<TKUSBDiskEntity> disks)
+void ZVKFormatWindowController::showDisks(Disks disks)
 {
     usbDiskArray = std::move(disks);
     const bool isEmpty = usbDiskArray.empty();
@@ -179,16 +166,12 @@ void ZVKFormatWindowController::lookAtCards()
         const std::string path = usbDiskArray[size_t(row)].mountedURL;
         if (path.empty())
             continue;
-        const auto found = std::make_shared<CardContents>();
-        const auto published = whileAlive([this, row, found, stop = lookingAtCards.get_token()] {
-            if (!stop.stop_requested())
-                showRow(row, *found);
-        });
-        desktop.dispatcher.inBackground(
-            [&dispatcher = desktop.dispatcher, path, found, published, stop = lookingAtCards.get_token()] {
-                *found = contentsOfCard(path, stop);
-                dispatcher.onMain(published);
-            });
+        const std::stop_token stop = lookingAtCards.get_token();
+        desktop.dispatcher.inBackgroundThen([path, stop] { return contentsOfCard(path, stop); },
+            life.guarded([this, row, stop](const CardContents& found) {
+                if (!stop.stop_requested())
+                    showRow(row, found);
+            }));
     }
 }
 
@@ -197,18 +180,14 @@ void ZVKFormatWindowController::refresh()
 {
     if (isFormatting() || !loaded->isVisible())
         return;
-    const auto found = std::make_shared<std::vector<TKUSBDiskEntity>>();
-    const auto published = whileAlive([this, found] {
-        if (isFormatting() || *found == usbDiskArray)
-            return;
-        const auto before = selectedUSBDisk();
-        showDisks(std::move(*found));
-        selectAgain(before);
-    });
-    desktop.dispatcher.inBackground([&layer = desktop, found, published] {
-        *found = formattableDisks(layer.disks);
-        layer.dispatcher.onMain(published);
-    });
+    desktop.dispatcher.inBackgroundThen(
+        [&disks = desktop.disks] { return formattableDisks(disks); }, life.guarded([this](Disks found) {
+            if (isFormatting() || found == usbDiskArray)
+                return;
+            const auto before = selectedUSBDisk();
+            showDisks(std::move(found));
+            selectAgain(before);
+        }));
 }
 
 std::optional<TKUSBDiskEntity> ZVKFormatWindowController::selectedUSBDisk() const
@@ -274,5 +253,5 @@ void ZVKFormatWindowController::alert(
     const QString& title, const QString& message, std::function<void()> dismissed)
 {
     showAlertSheet(desktop.alerts, window(), title.toStdString(), message.toStdString(),
-        dismissed ? whileAlive(std::move(dismissed)) : std::function<void()>());
+        dismissed ? life.guarded(std::move(dismissed)) : std::function<void()>());
 }

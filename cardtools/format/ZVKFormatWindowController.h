@@ -5,6 +5,8 @@
 #include "cardtools/format/FormatWriting.h"
 #include "cardtools/volumes/FormattingWindow.h"
 #include "cardtools/volumes/TKUSBDiskEntity.h"
+#include "common/Life.h"
+#include "lib/LoadingBar.h"
 #include "platform/Platform.h"
 
 #include <QObject>
@@ -56,20 +58,19 @@ public:
     void cancel();
 
     void showProgressBar(const QString& message);
-    /// One tick of a display that is expected to take so many seconds; while a card is being formatted, the
-    /// bar goes on by what has been written.
-    void updateProgressBar(double seconds);
     void hideProgressBar();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    using Disks = std::vector<TKUSBDiskEntity>;
+
     void windowDidLoad();
     void setTexts();
     void centre();
     void connectControls();
-    void showDisks(std::vector<TKUSBDiskEntity> disks);
+    void showDisks(Disks disks);
     void lookAtCards();
     void showRow(int row, const std::optional<CardContents>& contents);
     void selectAgain(const std::optional<TKUSBDiskEntity>& card);
@@ -85,27 +86,25 @@ private:
 
     void showPhase(CardFormat::Phase phase);
     void showStep(const QString& message, double done);
+    void makeBar();
+    std::optional<double> measured();
     void followWriting();
     void setBarVisible(bool visible);
-    void scheduleTick(double seconds);
     void tellThatItIsFormatting();
     void alert(const QString& title, const QString& message, std::function<void()> dismissed = {});
-    /// The work, to be run on the main thread as long as this is alive.
-    std::function<void()> whileAlive(std::function<void()> work) const;
 
     platform::Platform& desktop;
     CardHolder* const cardHolder;
     std::unique_ptr<QWidget> loaded;
     std::unique_ptr<Ui::ZVKFormatWindowController> outlets;
-    std::vector<TKUSBDiskEntity> usbDiskArray;
+    Disks usbDiskArray;
     std::unique_ptr<platform::MountWatch> mountWatch;
     std::stop_source lookingAtCards;
-    bool stopProgressBar = true;
-    double progress = 0;
-    int progressDisplay = 0; // counts the displays, so that an old one's tick ends with it
+    std::unique_ptr<LoadingBar> bar; // while a card is being formatted it goes on by what has been written
+    double progress = 0; // of the format, 0 to 100
     std::shared_ptr<CardFormat> job; // of the card that is being formatted
     std::shared_ptr<FormatWriting> writing; // while the card is being written
     std::string letGoPath; // of the card that the holder let go of
     std::function<void()> takeWaitingAlertAway; // while it is open
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    Life life;
 };

@@ -34,7 +34,7 @@ void PathFollower::follow(std::string followed)
     path = std::move(followed);
     place.reset();
     // The search for an earlier path may hang on its card; it is not waited for.
-    ++generation;
+    following.renew();
     looking = false;
     if (!path.empty())
         look();
@@ -54,13 +54,9 @@ void PathFollower::look()
         return;
     }
     changedMeanwhile = false;
-    dispatcher.inBackground([this, &queues = dispatcher, &arbitration = disks, path = path, place = place,
-                                seen = seen, generation = generation, life = std::weak_ptr(alive)] {
-        queues.onMain([this, life, generation, finding = find(arbitration, path, place, seen)] {
-            if (!life.expired() && generation == this->generation)
-                looked(finding);
-        });
-    });
+    dispatcher.inBackgroundThen([&arbitration = disks, path = path, place = place,
+                                    seen = seen] { return find(arbitration, path, place, seen); },
+        following.guarded([this](const Finding& finding) { looked(finding); }));
 }
 
 void PathFollower::looked(const Finding& finding)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "common/Life.h"
 #include "platform/DiskArbitration.h"
 #include "platform/Dispatcher.h"
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -56,7 +56,6 @@ private:
     std::vector<platform::VolumeDescription> seen;
     bool looking = false;
     bool changedMeanwhile = false;
-    uint64_t generation = 0; // counts the paths
-    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
+    Life following; // of this path
     std::unique_ptr<platform::MountWatch> watch;
 };

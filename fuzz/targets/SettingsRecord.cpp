@@ -19,10 +19,9 @@ void fuzz(std::string_view input)
     }
     back.szPlateNumber = record.szPlateNumber;
     require(std::memcmp(&back, &record, sizeof record) == 0);
-    finishFileData(record);
-    const uint16_t checksum = record.checksum;
-    finishFileData(record);
-    require(record.checksum == checksum);
+    const _FILEDATA finished = FinishedFileData(record).record();
+    require(FinishedFileData(finished).record().checksum == finished.checksum);
+    record = finished;
     // The rest of the input is a value for one of the fields.
     const std::string_view text = input.substr(sizeof record);
     for (const FileDataField& field : fileDataFields())

@@ -104,15 +104,13 @@ void CupsPrintSession::showPanel(QWidget& window, PrintInfo& info, PanelAnswer a
         answer(code);
     };
     const QPointer waiting = waitingSheet(window, reply);
-    dispatcher.inBackground([&main = dispatcher, waiting, settings, reply = std::move(reply)] {
-        main.onMain([waiting, settings, reply, hasPrinters = cups::serverHasPrinters()] {
-            const auto kept = settings.lock();
-            if (!waiting || waiting->wasCanceled() || !kept)
-                return;
-            QWidget& parent = *waiting->parentWidget();
-            delete waiting;
-            openPanel(parent, kept, hasPrinters, reply);
-        });
+    dispatcher.inBackgroundThen(cups::serverHasPrinters, [waiting, settings, reply](bool hasPrinters) {
+        const auto kept = settings.lock();
+        if (!waiting || waiting->wasCanceled() || !kept)
+            return;
+        QWidget& parent = *waiting->parentWidget();
+        delete waiting;
+        openPanel(parent, kept, hasPrinters, reply);
     });
 }
 
@@ -140,18 +138,17 @@ PrintSession::Printer CupsPrintSession::currentPrinter(const PrintInfo& info)
 void CupsPrintSession::mimeTypes(
     const std::string& printer, const PrintInfo&, std::function<void(Types)> answer)
 {
-    dispatcher.inBackground([&main = dispatcher, printer, reply = std::move(answer)] {
-        main.onMain([reply, types = cups::documentFormats(printer)] { reply(types); });
-    });
+    dispatcher.inBackgroundThen([printer] { return cups::documentFormats(printer); }, std::move(answer));
 }
 
 void CupsPrintSession::printFile(const std::string& printer, const PrintInfo& info,
     const std::string& mimeType, std::string contents, std::function<void(int)> answer)
 {
-    dispatcher.inBackground([&main = dispatcher, printer, options = jobOptions(CupsPrintInfo::of(info)),
-                                mimeType, data = std::move(contents), reply = std::move(answer)] {
-        main.onMain([reply, status = cups::print(printer, options, mimeType, data)] { reply(status); });
-    });
+    dispatcher.inBackgroundThen(
+        [printer, options = jobOptions(CupsPrintInfo::of(info)), mimeType, data = std::move(contents)] {
+            return cups::print(printer, options, mimeType, data);
+        },
+        std::move(answer));
 }
 
 } // namespace platform

@@ -10,7 +10,7 @@
 #include <QPushButton>
 
 #include <filesystem>
-#include <memory>
+#include <functional>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -91,27 +91,28 @@ void QtPanels::show(QWidget& window, const PanelRequest& request, Answer answer)
 void QtPanels::openWhereThingsAre(QWidget& window, PanelRequest request, Answer answer)
 {
     // Whoever asks twice means one panel.
-    if (const auto before = std::exchange(waiting, nullptr); before && before->window)
+    if (const auto before = std::exchange(waiting, std::nullopt); before && before->window)
         before->answer(std::nullopt);
-    waiting = std::make_shared<Waiting>(Waiting{&window, std::move(request), std::move(answer)});
-    const auto once = [this, asked = std::weak_ptr(waiting)](const std::optional<std::string>& folder) {
-        const auto panel = asked.lock();
-        if (!panel || panel != waiting)
-            return;
-        waiting.reset();
-        panel->request.panel.folder = folder;
-        if (panel->window)
-            show(*panel->window, panel->request, std::move(panel->answer));
-    };
-    dispatcher.inBackground(
-        [&queues = dispatcher, once, find = findCard, used = defaults.stringList(lastFolderKey)] {
-            std::optional<std::string> folder = find();
-            if (folder && !isAtHand(*folder))
-                folder.reset();
-            if (!folder && !used.empty() && isAtHand(used.front()))
-                folder = used.front();
-            queues.onMain([once, folder] { once(folder); });
+    waiting = Waiting{&window, std::move(request), std::move(answer)};
+    lookingAround.renew();
+    const std::function<void(const std::optional<std::string>&)> once =
+        lookingAround.guarded([this](const std::optional<std::string>& folder) {
+            auto panel = std::exchange(waiting, std::nullopt);
+            if (!panel)
+                return;
+            panel->request.panel.folder = folder;
+            if (panel->window)
+                show(*panel->window, panel->request, std::move(panel->answer));
         });
+    const auto find = [findCard = findCard, used = defaults.stringList(lastFolderKey)] {
+        std::optional<std::string> folder = findCard();
+        if (folder && !isAtHand(*folder))
+            folder.reset();
+        if (!folder && !used.empty() && isAtHand(used.front()))
+            folder = used.front();
+        return folder;
+    };
+    dispatcher.inBackgroundThen(find, once);
     dispatcher.after(patience, [once] { once({}); });
 }
 

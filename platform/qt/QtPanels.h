@@ -1,10 +1,15 @@
 #pragma once
 
+#include "common/Life.h"
 #include "platform/Alerts.h"
 #include "platform/Panels.h"
 #include "platform/qt/FilePanel.h"
 
 #include <QPointer>
+
+#include <functional>
+#include <optional>
+#include <string>
 
 namespace platform {
 
@@ -45,7 +50,8 @@ private:
     UserDefaults& defaults;
     Show showPanel;
     std::function<std::optional<std::string>()> findCard = [] { return std::nullopt; };
-    std::shared_ptr<Waiting> waiting;
+    std::optional<Waiting> waiting;
+    Life lookingAround; // for the panel that waits
 };
 
 /// Alerts on QMessageBox.

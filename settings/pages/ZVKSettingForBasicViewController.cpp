@@ -8,8 +8,6 @@
 #include "settings/record/FileData.h"
 #include "ui_ZVKSettingForBasicViewController.h"
 
-#include <QPointer>
-
 using platform::localized;
 
 namespace {
@@ -144,12 +142,10 @@ std::optional<QString> ZVKSettingForBasicViewController::validateUserInput()
 /// On the next turn of the event loop, after the alert is shown.
 void ZVKSettingForBasicViewController::focus(ThresholdField& field)
 {
-    desktop.dispatcher.after(std::chrono::milliseconds(0), [wanted = QPointer(&field)] {
-        if (!wanted)
-            return;
-        wanted->setFocus(Qt::TabFocusReason);
-        wanted->selectAll(); // it may have had the focus
-    });
+    desktop.dispatcher.after(std::chrono::milliseconds(0), life.guarded([&field] {
+        field.setFocus(Qt::TabFocusReason);
+        field.selectAll(); // it may have had the focus
+    }));
 }
 
 /// A keyboard shortcut does not end editing in the field.

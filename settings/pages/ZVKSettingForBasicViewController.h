@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Life.h"
 #include "settings/pages/RecordPage.h"
 
 #include <array>
@@ -70,4 +71,5 @@ private:
     platform::Platform& desktop;
     std::unique_ptr<Ui::ZVKSettingForBasicViewController> outlets;
     std::array<Sensitivity, 2> sensitivities; // driving, parking
+    Life life;
 };

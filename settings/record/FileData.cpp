@@ -5,6 +5,15 @@
 
 #include <cstring>
 
+namespace {
+
+FileError written(const _FILEDATA& record, const FilePlace& place)
+{
+    return replaceFile(place, {reinterpret_cast<const char*>(&record), sizeof record});
+}
+
+} // namespace
+
 bool loadFileData(const FilePlace& place, _FILEDATA& record)
 {
     FileError why;
@@ -20,24 +29,24 @@ bool loadFileData(const std::string& path, _FILEDATA& record)
     return loadFileData(FilePlace::chosen(path), record);
 }
 
-void finishFileData(_FILEDATA& record)
+FinishedFileData::FinishedFileData(const _FILEDATA& unfinished)
+    : finished(unfinished)
 {
-    record.osd_plate_flag = record.szPlateNumber[0] != 0 ? 1 : 0;
-    const auto words = std::bit_cast<std::array<uint32_t, sizeof record / sizeof(uint32_t)>>(record);
-    record.checksum = 0;
+    finished.osd_plate_flag = finished.szPlateNumber[0] != 0 ? 1 : 0;
+    const auto words = std::bit_cast<std::array<uint32_t, sizeof finished / sizeof(uint32_t)>>(finished);
+    finished.checksum = 0;
     for (size_t i = 1; i < words.size(); ++i)
-        record.checksum = static_cast<uint16_t>(record.checksum ^ words[i]);
+        finished.checksum = static_cast<uint16_t>(finished.checksum ^ words[i]);
 }
 
-FileError saveFileData(const _FILEDATA& record, const FilePlace& place)
+FileError saveFileData(const FinishedFileData& record, const FilePlace& place)
 {
-    const std::string_view bytes(reinterpret_cast<const char*>(&record), sizeof record);
-    return replaceFile(place, bytes);
+    return written(record.record(), place);
 }
 
 std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path)
 {
-    const FileError failure = saveFileData(record, FilePlace::chosen(path));
+    const FileError failure = written(record, FilePlace::chosen(path));
     if (!failure)
         return std::nullopt;
     logFormat("cannot save %s: %s", path.c_str(), failure.text().c_str());
@@ -111,5 +120,5 @@ FileError writeDefaultFileData(const FilePlace& place)
 {
     _FILEDATA record;
     initFileData(record);
-    return saveFileData(record, place);
+    return written(record, place);
 }

@@ -165,16 +165,23 @@ bool loadFileData(const FilePlace& place, _FILEDATA& record);
 /// The file that the user named; links to it are followed.
 bool loadFileData(const std::string& path, _FILEDATA& record);
 
-/// Sets the two fields that follow from the others: osd_plate_flag and then the checksum, the low 16 bits of
-/// the XOR of the record's 32-bit words from offset 4 on. To be called before every save.
-void finishFileData(_FILEDATA& record);
+/// A record as the camera takes it: with the two fields that follow from the others, osd_plate_flag and then
+/// the checksum, the low 16 bits of the XOR of the record's 32-bit words from offset 4 on.
+class FinishedFileData {
+public:
+    explicit FinishedFileData(const _FILEDATA& unfinished);
+    const _FILEDATA& record() const { return finished; }
+
+private:
+    _FILEDATA finished;
+};
 
 /// Writes the record's bytes to the file, creating or replacing it: a reader of the file finds the old record
 /// or the new one, never a mixture, also when the machine stops at any moment. Why it failed, or nothing;
 /// then the file is as it was. A link is not followed.
-[[nodiscard]] FileError saveFileData(const _FILEDATA& record, const FilePlace& place);
-/// The same for a path, of which links are followed. Nothing on success, otherwise the text key
-/// "msg.file_open_fail"; the reason is logged.
+[[nodiscard]] FileError saveFileData(const FinishedFileData& record, const FilePlace& place);
+/// The same for a path, of which links are followed, and for a record as it stands. Nothing on success,
+/// otherwise the text key "msg.file_open_fail"; the reason is logged.
 [[nodiscard]] std::optional<std::string> saveFileData(const _FILEDATA& record, const std::string& path);
 
 /// Sets the base defaults.
@@ -183,5 +190,5 @@ void initFileData(_FILEDATA& record);
 /// The base defaults, then the four fields that differ between Korea and elsewhere.
 void initFileDataForRegion(_FILEDATA& record, bool m_bKorean);
 
-/// Writes the base defaults to the file as they are, without finishFileData. Why it failed, or nothing.
+/// Writes the base defaults to the file as they are, not finished. Why it failed, or nothing.
 [[nodiscard]] FileError writeDefaultFileData(const FilePlace& place);

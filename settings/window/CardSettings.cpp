@@ -126,13 +126,13 @@ bool mayReplace(const FilePlace& settings, const SaveRequest& request, SaveOutco
     if (!contents)
         return false;
     const auto record = asRecord(*contents);
-    if (record && !isSame(record, request.known) && !isSame(record, request.record)
-        && !request.mayReplaceOthers) {
+    const _FILEDATA& wanted = request.record.record();
+    if (record && !isSame(record, request.known) && !isSame(record, wanted) && !request.mayReplaceOthers) {
         outcome.kind = Kind::othersSettings;
         outcome.before = record;
         return false;
     }
-    if (!isSame(record, request.record))
+    if (!isSame(record, wanted))
         keepBefore(settings, *contents, outcome);
     return outcome.kind != Kind::cannotKeep;
 }

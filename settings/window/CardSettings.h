@@ -42,11 +42,11 @@ ReadSettings readCardSettings(const CardSettings& card);
 
 /// What is to be saved.
 struct SaveRequest {
-    _FILEDATA record = {};
+    FinishedFileData record;
     /// Where the record was read from; its `path` is empty when it was not read from a card.
-    CardSettings card;
+    CardSettings card = {};
     /// What the file held when the window read or wrote it.
-    std::optional<_FILEDATA> known;
+    std::optional<_FILEDATA> known = {};
     /// The user has decided so: another card than the one that was read; over other settings than the known.
     bool mayBeOtherCard = false;
     bool mayReplaceOthers = false;

@@ -34,14 +34,8 @@ void ZVKSettingController::loadSettingFile()
     fileDataPrevious.reset();
     setWork(Work::reading);
     showNotice();
-    showLoading(localized("loading"));
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, found = findUSBVolume(disks)] {
-            if (!life.expired())
-                cardFound(found);
-        });
-    });
+    desktop.dispatcher.inBackgroundThen([&disks = desktop.disks] { return findUSBVolume(disks); },
+        life.guarded([this](const CardSettings& found) { cardFound(found); }));
 }
 
 /// A card is named before it is read, unless it is in use.
@@ -51,13 +45,8 @@ void ZVKSettingController::cardFound(const CardSettings& found)
         readCard(found);
         return;
     }
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, found, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, named = nameAsCard(found, disks)] {
-            if (!life.expired())
-                readCard(named);
-        });
-    });
+    desktop.dispatcher.inBackgroundThen([&disks = desktop.disks, found] { return nameAsCard(found, disks); },
+        life.guarded([this](const CardSettings& named) { readCard(named); }));
 }
 
 void ZVKSettingController::showCard(const CardSettings& card)
@@ -91,17 +80,11 @@ void ZVKSettingController::readCard(const CardSettings& card)
     if (!card.disk) {
         setWork(Work::none);
         showNotice();
-        hideLoading();
         return;
     }
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, card, life = std::weak_ptr(alive)] {
-        // Its own buffer: the live record changes on the main thread only.
-        dispatcher.onMain([this, life, read = readCardSettings(card)] {
-            if (!life.expired())
-                settingsRead(read);
-        });
-    });
+    // Its own buffer: the live record changes on the main thread only.
+    desktop.dispatcher.inBackgroundThen([card] { return readCardSettings(card); },
+        life.guarded([this](const ReadSettings& read) { settingsRead(read); }));
 }
 
 void ZVKSettingController::settingsRead(const ReadSettings& read)
@@ -114,7 +97,6 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
         showAlert(desktop.alerts, *view, "Warn", localized("msg.settings_unreadable").toStdString());
     setWork(Work::none);
     showNotice();
-    hideLoading();
 }
 
 /// As nobody has changed it yet.
@@ -139,25 +121,33 @@ void ZVKSettingController::tellThatTheCardHangs()
 /// A card was put in or pulled, or something else was mounted.
 void ZVKSettingController::lookForCards()
 {
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, &disks = desktop.disks, life = std::weak_ptr(alive)] {
-        dispatcher.onMain([this, life, found = findUSBVolume(disks), present = usbDiskEntities(disks)] {
-            if (life.expired() || work != Work::none || isFormatting())
-                return;
-            const auto isPresent = [&](const std::optional<TKUSBDiskEntity>& card) {
-                return card && std::ranges::find(present, card->key, &TKUSBDiskEntity::key) != present.end();
-            };
-            isCardGone = selectedUSBDisk && !isPresent(selectedUSBDisk);
-            if (selectedUSBDisk && found.disk && found.disk->key == selectedUSBDisk->key)
-                cardShown.driveLog = found.driveLog;
-            cardOffered.reset();
-            if (found.disk && !isPresent(selectedUSBDisk))
-                cardOffered = found;
-            else if (!selectedUSBDisk && !found.disk)
-                showCard(found);
-            showNotice();
-        });
-    });
+    struct Cards {
+        CardSettings found;
+        std::vector<TKUSBDiskEntity> present;
+    };
+    desktop.dispatcher.inBackgroundThen(
+        [&disks = desktop.disks] {
+            return Cards{findUSBVolume(disks), usbDiskEntities(disks)};
+        },
+        life.guarded([this](const Cards& cards) { cardsSeen(cards.found, cards.present); }));
+}
+
+void ZVKSettingController::cardsSeen(const CardSettings& found, const std::vector<TKUSBDiskEntity>& present)
+{
+    if (work != Work::none || isFormatting())
+        return;
+    const auto isPresent = [&](const std::optional<TKUSBDiskEntity>& card) {
+        return card && std::ranges::find(present, card->key, &TKUSBDiskEntity::key) != present.end();
+    };
+    isCardGone = selectedUSBDisk && !isPresent(selectedUSBDisk);
+    if (selectedUSBDisk && found.disk && found.disk->key == selectedUSBDisk->key)
+        cardShown.driveLog = found.driveLog;
+    cardOffered.reset();
+    if (found.disk && !isPresent(selectedUSBDisk))
+        cardOffered = found;
+    else if (!selectedUSBDisk && !found.disk)
+        showCard(found);
+    showNotice();
 }
 
 /// The settings of the card that was found later take the place of what is shown.

@@ -119,10 +119,7 @@ bool ZVKSettingController::mayClose()
 /// What may end this window waits until nothing of it is at work: its sheet, its closing.
 void ZVKSettingController::later(std::function<void()> next)
 {
-    desktop.dispatcher.onMain([go = std::move(next), life = std::weak_ptr(alive)] {
-        if (!life.expired())
-            go();
-    });
+    desktop.dispatcher.onMain(life.guarded(std::move(next)));
 }
 
 void ZVKSettingController::letGo(std::function<void()> next)
@@ -139,8 +136,8 @@ void ZVKSettingController::letGo(std::function<void()> next)
     const auto text = [](const char* key) { return platform::localized(key).toStdString(); };
     desktop.alerts.ask(*view, text("msg.unsaved_title"), text("msg.unsaved"),
         {text("save"), text("msg.do_not_save"), text("msg.go_on_editing")},
-        [this, go = std::move(next), life = std::weak_ptr(alive)](size_t answer) {
-            if (life.expired() || answer > 1)
+        life.guarded([this, go = std::move(next)](size_t answer) {
+            if (answer > 1)
                 return;
             if (answer == 0) {
                 afterSave = go;
@@ -152,7 +149,7 @@ void ZVKSettingController::letGo(std::function<void()> next)
             if (targetController)
                 targetController->setFileData(&m_FileData);
             later(go);
-        });
+        }));
 }
 
 void ZVKSettingController::onCloseCmd()

@@ -43,36 +43,25 @@ void ZVKSettingController::onSave()
         return;
     populate();
     afterSave = next;
-    SaveRequest request;
-    request.record = m_FileData;
+    SaveRequest request{.record = FinishedFileData(m_FileData)};
     request.card.path = m_SettingFilePath;
     request.card.disk = selectedUSBDisk;
     request.known = fileDataRead;
     save(request);
 }
 
-void ZVKSettingController::save(const SaveRequest& wanted)
+void ZVKSettingController::save(const SaveRequest& request)
 {
-    SaveRequest request = wanted;
-    finishFileData(request.record);
     setWork(Work::saving);
-    showLoading(localized("sheet.saving"));
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground(
-        [this, &dispatcher, &disks = desktop.disks, request, life = std::weak_ptr(alive)] {
-            dispatcher.onMain(
-                [this, life, request, outcome = outcomeOf([&] { return saveToCard(request, disks); })] {
-                    if (!life.expired())
-                        saveDidEnd(request, outcome);
-                });
-        });
+    desktop.dispatcher.inBackgroundThen(
+        [&disks = desktop.disks, request] { return outcomeOf([&] { return saveToCard(request, disks); }); },
+        life.guarded([this, request](const SaveOutcome& outcome) { saveDidEnd(request, outcome); }));
 }
 
 void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutcome& outcome)
 {
     using Kind = SaveOutcome::Kind;
     setWork(Work::none);
-    hideLoading();
     if (outcome.kind != Kind::otherCard && outcome.kind != Kind::noCard) {
         CardSettings card = outcome.card;
         card.driveLog = card.disk && selectedUSBDisk ? cardShown.driveLog : std::string();
@@ -82,9 +71,9 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
     }
     switch (outcome.kind) {
     case Kind::saved:
-        m_FileData = request.record;
+        m_FileData = request.record.record();
         fileDataPrevious = outcome.before ? outcome.before : fileDataPrevious;
-        fileDataRead = request.record;
+        fileDataRead = m_FileData;
         return saved(outcome);
     case Kind::noCard:
         if (!request.card.disk)
@@ -93,10 +82,7 @@ void ZVKSettingController::saveDidEnd(const SaveRequest& request, const SaveOutc
             localized("setting.card_gone")
                 .arg(QString::fromStdString(request.card.disk->displayString()).trimmed())
                 .toStdString(),
-            [this, life = std::weak_ptr(alive)] {
-                if (!life.expired())
-                    saveWhereTheUserSays();
-            });
+            life.guarded([this] { saveWhereTheUserSays(); }));
     case Kind::otherCard:
         return askForOtherCard(request, outcome);
     case Kind::othersSettings:
@@ -112,15 +98,13 @@ void ZVKSettingController::askForOtherCard(SaveRequest request, const SaveOutcom
     const QString card = QString::fromStdString(outcome.disk->displayString()).trimmed();
     desktop.alerts.ask(*view, text("msg.other_card_title"),
         localized("msg.other_card").arg(card).toStdString(), {text("msg.save_to_it"), text("cancel")},
-        [this, request = std::move(request), life = std::weak_ptr(alive)](size_t answer) mutable {
-            if (life.expired())
-                return;
+        life.guarded([this, request = std::move(request)](size_t answer) mutable {
             request.mayBeOtherCard = true;
             if (answer == 0)
                 save(request);
             else
                 afterSave = {};
-        });
+        }));
 }
 
 void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveOutcome& outcome)
@@ -128,10 +112,8 @@ void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveO
     desktop.alerts.ask(*view, outcome.path,
         text(fileDataRead ? "msg.others_settings" : "msg.others_settings_unread"),
         {text("msg.replace_them"), text("msg.show_them"), text("cancel")},
-        [this, request = std::move(request), theirs = *outcome.before, disk = outcome.disk,
-            path = outcome.path, life = std::weak_ptr(alive)](size_t answer) mutable {
-            if (life.expired())
-                return;
+        life.guarded([this, request = std::move(request), theirs = *outcome.before, disk = outcome.disk,
+                         path = outcome.path](size_t answer) mutable {
             if (answer == 0) {
                 // Only these settings on that card may be replaced; if they change meanwhile, the user is
                 // asked again.
@@ -151,7 +133,7 @@ void ZVKSettingController::askForOthersSettings(SaveRequest request, const SaveO
                 showRecord(theirs);
                 showNotice();
             }
-        });
+        }));
 }
 
 void ZVKSettingController::saveWhereTheUserSays()
@@ -159,41 +141,33 @@ void ZVKSettingController::saveWhereTheUserSays()
     platform::SavePanel panel{text("panel.save_settings"), cardFiles::settings, {}};
     panel.hidesHiddenFiles = true;
     panel.asksBeforeReplacing = true;
-    desktop.panels.chooseSaveFile(
-        *view, panel, [this, life = std::weak_ptr(alive)](const std::optional<std::string>& path) {
-            if (life.expired())
-                return;
-            if (path)
-                saveToFile(*path);
-            else
-                afterSave = {};
-        });
+    desktop.panels.chooseSaveFile(*view, panel, life.guarded([this](const std::optional<std::string>& path) {
+        if (path)
+            saveToFile(*path);
+        else
+            afterSave = {};
+    }));
 }
 
 void ZVKSettingController::saveToFile(const std::string& path)
 {
     setWork(Work::saving);
-    showLoading(localized("sheet.saving"));
-    _FILEDATA record = m_FileData;
-    finishFileData(record);
-    auto& dispatcher = desktop.dispatcher;
-    dispatcher.inBackground([this, &dispatcher, path, record, life = std::weak_ptr(alive)] {
+    const FinishedFileData record(m_FileData);
+    const auto save = [path, record] {
         SaveOutcome outcome;
         const auto place = FilePlace::chosen(path);
         outcome.path = place.path();
         outcome.error = saveFileData(record, place);
         outcome.kind = outcome.error ? SaveOutcome::Kind::failed : SaveOutcome::Kind::saved;
-        dispatcher.onMain([this, life, record, outcome] {
-            if (life.expired())
-                return;
-            setWork(Work::none);
-            hideLoading();
-            if (outcome.error)
-                return tellFailure(outcome);
-            m_FileData = record;
-            saved(outcome);
-        });
-    });
+        return outcome;
+    };
+    desktop.dispatcher.inBackgroundThen(save, life.guarded([this, record](const SaveOutcome& outcome) {
+        setWork(Work::none);
+        if (outcome.error)
+            return tellFailure(outcome);
+        m_FileData = record.record();
+        saved(outcome);
+    }));
 }
 
 /// The user reads of it, and then the window goes.
@@ -208,10 +182,7 @@ void ZVKSettingController::saved(const SaveOutcome& outcome)
         ? localized("msg.saved")
         : localized("msg.saved_previous_kept").arg(QString::fromStdString(outcome.keptAs));
     showAlertSheet(desktop.alerts, *view, outcome.path, message.toStdString(),
-        [this, next = std::exchange(afterSave, {}), life = std::weak_ptr(alive)] {
-            if (!life.expired())
-                next ? later(next) : onCloseCmd();
-        });
+        life.guarded([this, next = std::exchange(afterSave, {})] { next ? later(next) : onCloseCmd(); }));
     if (delegate)
         delegate->setDisplayMile(m_FileData.speed_disp_unit);
 }

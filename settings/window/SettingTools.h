@@ -2,8 +2,8 @@
 
 #include "cardtools/volumes/CardHolder.h"
 #include "cardtools/volumes/FormattingWindow.h"
-#include "lib/ZVKSettingControllerDelegate.h"
 #include "platform/Platform.h"
+#include "settings/contract/ZVKSettingControllerDelegate.h"
 
 #include <functional>
 #include <memory>

@@ -56,7 +56,7 @@ ZVKSettingController::ZVKSettingController(
 
 ZVKSettingController::~ZVKSettingController()
 {
-    alive.reset();
+    life.renew();
     lastDialogController.reset();
     // The pages' signals reach objects of this controller.
     view.reset();
@@ -140,6 +140,10 @@ void ZVKSettingController::setWork(Work now)
              static_cast<QWidget*>(outlets->sdcardFormatButton), static_cast<QWidget*>(outlets->noticeBar),
              static_cast<QWidget*>(outlets->saveButton)})
         control->setEnabled(now == Work::none);
+    if (now == Work::none)
+        hideLoading();
+    else
+        showLoading(platform::localized(now == Work::reading ? "loading" : "sheet.saving"));
 }
 
 void ZVKSettingController::showLoading(const QString& title)

@@ -2,6 +2,7 @@
 
 #include "cardtools/volumes/CardHolder.h"
 #include "cardtools/volumes/PathFollower.h"
+#include "common/Life.h"
 #include "lib/WindowController.h"
 #include "settings/window/CardSettings.h"
 #include "settings/window/SettingTools.h"
@@ -10,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class LoadingSheet;
 
@@ -89,6 +91,7 @@ private:
     void showRecord(const _FILEDATA& record);
     void tellThatTheCardHangs();
     void lookForCards();
+    void cardsSeen(const CardSettings& found, const std::vector<TKUSBDiskEntity>& present);
     void editCard();
     void showNotice();
     QString noticeText() const;
@@ -152,5 +155,5 @@ private:
     viewControllerForZVKSettingDelegate* delegate = nullptr;
     PathFollower cardFollower; // of config.bin
     std::unique_ptr<platform::MountWatch> mountWatch;
-    std::shared_ptr<const bool> alive = std::make_shared<bool>(true);
+    Life life;
 };

@@ -18,16 +18,14 @@ TEST(FileData, DefaultsOfBothRegionsSaveAsTheCameraKnowsThem)
 {
     const TempFolder folder;
     for (const auto& [korean, checksum] : {std::pair(false, 0x19B7), std::pair(true, 0x25CF)}) {
-        _FILEDATA record = defaults(korean);
-        finishFileData(record);
+        const _FILEDATA record = FinishedFileData(defaults(korean)).record();
         EXPECT_EQ(record.checksum, checksum);
         ASSERT_EQ(saveFileData(record, folder.path("config.bin")), std::nullopt);
         _FILEDATA back{};
         ASSERT_TRUE(loadFileData(folder.path("config.bin"), back));
         EXPECT_EQ(bytesOf(back), bytesOf(record));
     }
-    _FILEDATA english = defaults(false);
-    finishFileData(english);
+    const _FILEDATA english = FinishedFileData(defaults(false)).record();
     EXPECT_EQ(
         bytesOf(english).substr(0, 12), std::string("\x26\x57\xB7\x19\x01\x00\x00\x00\x46\x00\x00\x00", 12));
     ASSERT_FALSE(writeDefaultFileData(FilePlace::chosen(folder.path("config.bin"))));
@@ -41,8 +39,7 @@ TEST(FileData, ChecksumHoldsTheLowerHalvesOfTheWordsOnly)
         std::string bytes = bytesOf(record);
         bytes[changedByte] = static_cast<char>(bytes[changedByte] ^ 0x5A);
         std::memcpy(&record, bytes.data(), bytes.size());
-        finishFileData(record);
-        return record.checksum;
+        return FinishedFileData(record).record().checksum;
     };
     for (const size_t unseen : {0, 1, 2, 6, 7, 270})
         EXPECT_EQ(checksumAfter(unseen), 0x19B7) << unseen;
@@ -50,8 +47,7 @@ TEST(FileData, ChecksumHoldsTheLowerHalvesOfTheWordsOnly)
         EXPECT_NE(checksumAfter(seen), 0x19B7) << seen;
     _FILEDATA plate = defaults(false);
     std::memcpy(plate.szPlateNumber.data(), "12AB3456", 8);
-    finishFileData(plate);
-    EXPECT_EQ(plate.osd_plate_flag, 1);
+    EXPECT_EQ(FinishedFileData(plate).record().osd_plate_flag, 1);
 }
 
 TEST(FileData, AShortFileLeavesTheRecordAsItWas)
@@ -103,7 +99,7 @@ TEST(CliConfig, SetsTheNamedFieldsAndNothingElse)
     wanted.speed_disp_unit = 1;
     wanted.gsen_x_threshold = -7;
     std::memcpy(wanted.szPlateNumber.data(), "12AB3456", 8);
-    finishFileData(wanted);
+    wanted = FinishedFileData(wanted).record();
     EXPECT_EQ(zavikctl({"config", "set", file, "speed_disp_unit=1", "gsen_x_threshold=-7",
                            "szPlateNumber=12AB3456"})
                   .code,

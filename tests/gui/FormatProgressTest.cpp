@@ -39,11 +39,11 @@ TEST(FormatProgress, GoesOnByWhatHasArrivedOnTheCard)
     controller.onFormat();
     platform.dispatcher.runAll();
 
-    // A minute for the password is no part of the writing; the next card is counted from its own beginning.
+    // The time for the password is no part of the writing; the next card is counted from its own beginning.
     count = half;
     platform.scripts.script = [&](const std::string& command, bool) {
         if (command.starts_with("sudo")) {
-            EXPECT_EQ(after(60s, half), "25 % completed");
+            EXPECT_EQ(after(20min, half), "25 % completed");
             EXPECT_EQ(after(1s, half + size / 2), "50 % completed - About five seconds remaining");
         } else if (command.starts_with("diskutil mount")) {
             EXPECT_EQ(after(5s, half + size / 2), "75 % completed") << "never back";

@@ -35,7 +35,7 @@ protected:
     LoadingBar& loading() override { return bar; }
 
     VirtualDispatcher dispatcher;
-    LoadingBar bar{dispatcher, std::chrono::milliseconds(300), {[](double) {}, [](bool) {}}};
+    LoadingBar bar{dispatcher, {std::chrono::milliseconds(300)}, {[](double) {}, [](bool) {}}};
     ZVKMediaList list{dispatcher};
     ScriptedPlayer* player = new ScriptedPlayer;
     std::string told;

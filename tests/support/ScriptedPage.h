@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lib/ZVKSettingControllerDelegate.h"
+#include "settings/contract/ZVKSettingControllerDelegate.h"
 #include "settings/record/FileData.h"
 
 #include <string>

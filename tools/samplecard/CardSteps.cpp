@@ -57,8 +57,7 @@ std::optional<std::string> addSettings(const CardWork& work)
 {
     _FILEDATA record;
     initFileDataForRegion(record, false);
-    finishFileData(record);
-    if (saveFileData(record, (work.card / "config.bin").string()))
+    if (saveFileData(FinishedFileData(record).record(), (work.card / "config.bin").string()))
         return "config.bin cannot be written";
     if (!writeText(work.card / "timeset.cfg", "2024/05/18 18:12:00"))
         return "timeset.cfg cannot be written";

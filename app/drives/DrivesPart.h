@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/drives/DrivePlayback.h"
+#include "app/drives/DriveStripPanel.h"
+#include "app/drives/DrivesPanel.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+struct MainWindowOutlets;
+
+/// All that the main window has of drives: their list, the one that plays, its strip. Main thread only.
+class DrivesPart {
+public:
+    /// `known` is called when more is known of the recordings' moments.
+    DrivesPart(platform::Dispatcher& dispatcher, PlaybackSession& session, const ZVKMediaList& list,
+        MainWindowOutlets& outlets, MainWindowLayout& layout, std::function<void()> known);
+
+    /// The list of recordings holds others, or none.
+    void recordingsListed();
+    void clear();
+    void movedTo(const std::string& from, const std::string& to);
+    void setShowsMiles(bool miles) { panel.setShowsMiles(miles); }
+
+    /// Enter is for the drives: one of their lists has the focus.
+    bool hasFocus() const { return panel.hasFocus(); }
+    void chooseCurrent() { panel.chooseCurrent(); }
+    /// Plays the next (1) or previous (-1) part of the drive; false where none is played.
+    bool playNeighbour(int direction) { return playback.playNeighbour(direction); }
+    void jumpToMoment(int direction);
+    /// What follows the entry; nothing for a file of no drive that plays.
+    std::optional<Following> following(int64_t index) const { return playback.following(index); }
+
+    // The session's reports.
+    void entryChosen(int64_t index) { playback.entryChosen(index); }
+    void showMoment(double position);
+
+    /// Whether an impact was found in the recording; nothing while it was not read.
+    std::optional<bool> hasImpact(const ZVKMedia& media) const;
+    /// All recordings are to be read for that.
+    void readAll() { panel.readAll(); }
+
+private:
+    void play(size_t drive, const std::optional<DriveMoment>& moment);
+    void tellMoments(size_t drive);
+
+    PlaybackSession& session;
+    const ZVKMediaList& list;
+    std::function<void()> known;
+    DriveStripPanel strip;
+    DrivePlayback playback;
+    DrivesPanel panel;
+};
