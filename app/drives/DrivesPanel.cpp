@@ -43,7 +43,7 @@ DrivesPanel::DrivesPanel(platform::Dispatcher& dispatcher, Ui::DrivesPanel& widg
     table.verticalHeader()->setDefaultSectionSize(24);
     table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table.horizontalHeader()->setHighlightSections(false);
-    table.sortByColumn(MomentsModel::time, Qt::AscendingOrder);
+    table.sortByColumn(MomentsModel::when, Qt::AscendingOrder);
     QObject::connect(&table, &QTableView::doubleClicked, &table,
         [this](const QModelIndex& row) { chooseMoment(row.row()); });
     listed();

@@ -44,7 +44,7 @@ void MomentsModel::clear()
 
 void MomentsModel::sort(int column, Qt::SortOrder order)
 {
-    sortedBy = Column(std::clamp<int>(column, time, direction));
+    sortedBy = Column(std::clamp<int>(column, when, direction));
     sortOrder = order;
     beginResetModel();
     arrange();
@@ -98,7 +98,7 @@ QVariant MomentsModel::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
-    case time:
+    case when:
         return timeText(found);
     case kind:
         return platform::localized(kindTexts[size_t(found.moment.kind)]);

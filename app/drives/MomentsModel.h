@@ -11,7 +11,7 @@
 /// The moments of a drive as a table: when, what, how strong, from where. Sortable by each column.
 class MomentsModel final : public QAbstractTableModel {
 public:
-    enum Column { time, kind, strength, direction, columnCountOf };
+    enum Column { when, kind, strength, direction, columnCountOf };
 
     explicit MomentsModel(QObject* parent);
 
@@ -32,6 +32,6 @@ private:
 
     std::vector<DriveMoment> moments;
     std::vector<CameraTime> starts; // of the takes
-    Column sortedBy = time;
+    Column sortedBy = when;
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
 };
