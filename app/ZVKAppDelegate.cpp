@@ -87,7 +87,10 @@ void ZVKAppDelegate::makePlayback()
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
     drives = std::make_unique<DrivesPart>(desktop.dispatcher, *session, recordings->list(), *outlets, *layout,
-        [this] { recordings->impactsKnown(); });
+        DrivesPart::Told{[this] { recordings->impactsKnown(); },
+            [this](const std::string& script) { telemetry->showDriveRoute(script); },
+            [this](const std::string& script) { telemetry->showDriveTake(script); }});
+    telemetry->mapSaid = [this](const std::string& word) { drives->mapSaid(word); };
     telemetry->unitChanged = [this](bool isMile) { drives->setShowsMiles(isMile); };
     outlets->graphView->picked = [this](double fraction) { transport->videoPositionSliderMoved(fraction); };
     outlets->graphView->described = [this](double fraction) {

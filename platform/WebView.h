@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 class QWidget;
@@ -19,6 +20,10 @@ public:
     /// Loads a page ("map2_eng.htm"); what follows a "#" is a word to the page.
     virtual void loadResource(const std::string& page) = 0;
     virtual void evaluateWebScript(const std::string& script) = 0;
+    /// The script runs now and after every load of the page, before any other; empty: none.
+    virtual void setStandingScript(const std::string& script) = 0;
+    /// Called with a word that the page says to the program.
+    std::function<void(const std::string& word)> said = [](const std::string&) {};
 };
 
 } // namespace platform

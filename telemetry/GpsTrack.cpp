@@ -34,6 +34,7 @@ std::optional<TrackPoint> trackPoint(const ZVKGpsRecord& record)
     if (record.EW == 'W')
         point.longitude = -point.longitude;
     point.nTimestamp = header.nTimestamp;
+    point.sample = record.samplesBefore;
     point.speed = speedInKmh(header.fSpeed, header.KM);
     return point;
 }

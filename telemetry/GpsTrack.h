@@ -2,6 +2,7 @@
 
 #include "telemetry/ZVKGpsRecord.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -13,6 +14,7 @@ struct TrackPoint {
     double latitude = 0; ///< decimal degrees, north positive
     double longitude = 0; ///< decimal degrees, east positive
     double speed = 0; ///< km/h
+    size_t sample = 0; ///< how many G-sensor samples stand before it in the recording
 };
 
 /// Points that follow each other without a gap; never empty.

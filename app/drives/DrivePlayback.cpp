@@ -99,6 +99,11 @@ void DrivePlayback::goTo(const DriveMoment& moment)
     goToPoint(timeline.pointOf({moment.take, moment.seconds}) - lead);
 }
 
+void DrivePlayback::goTo(const DriveTimeline::Place& place)
+{
+    goToPoint(timeline.pointOf(place));
+}
+
 void DrivePlayback::goToPoint(double seconds)
 {
     if (!isActive())

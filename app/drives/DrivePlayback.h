@@ -25,6 +25,7 @@ public:
     /// What is known of the drive that plays.
     void setMoments(std::vector<DriveMoment> found);
     bool isActive() const { return !takes.empty(); }
+    size_t takeAtHand() const { return current; }
     const std::vector<Take>& takesOfDrive() const { return takes; }
     const DriveTimeline& line() const { return timeline; }
     const std::vector<DriveMoment>& moments() const { return found; }
@@ -34,6 +35,7 @@ public:
     /// The user goes to a point of the line, 0.0 to 1.0.
     void goTo(double fraction);
     void goTo(const DriveMoment& moment);
+    void goTo(const DriveTimeline::Place& place);
     /// Two seconds before the next (1) or previous (-1) moment; nothing where there is none.
     void jumpToMoment(int direction, double position);
 

@@ -3,17 +3,18 @@
 #include "app/window/MainWindowOutlets.h"
 #include "media/ZVKMediaList.h"
 
+#include <cstdio>
 #include <utility>
 
-DrivesPart::DrivesPart(platform::Dispatcher& dispatcher, PlaybackSession& player,
-    const ZVKMediaList& recordings, MainWindowOutlets& outlets, MainWindowLayout& layout,
-    std::function<void()> listener)
-    : session(player),
+DrivesPart::DrivesPart(platform::Dispatcher& queue, PlaybackSession& player, const ZVKMediaList& recordings,
+    MainWindowOutlets& outlets, MainWindowLayout& layout, Told listener)
+    : dispatcher(queue),
+      session(player),
       list(recordings),
-      known(std::move(listener)),
+      told(std::move(listener)),
       strip(outlets, outlets, layout, [this](double fraction) { playback.goTo(fraction); }),
-      playback(session, list, [this] { strip.show(playback); }),
-      panel(dispatcher, outlets,
+      playback(session, list, [this] { playedChanged(); }),
+      panel(queue, outlets,
           {[this](size_t drive) { play(drive, {}); },
               [this](size_t drive, const DriveMoment& moment) { play(drive, moment); },
               [this](size_t drive) { tellMoments(drive); }})
@@ -42,9 +43,10 @@ void DrivesPart::movedTo(const std::string& from, const std::string& to)
 void DrivesPart::play(size_t index, const std::optional<DriveMoment>& moment)
 {
     const Drive& drive = panel.library().drives()[index];
-    if (!playback.plays(drive))
+    if (!playback.plays(drive)) {
         playback.play(drive, moment);
-    else if (moment)
+        readRoute(drive);
+    } else if (moment)
         playback.goTo(*moment);
     else
         playback.goTo(0);
@@ -53,10 +55,52 @@ void DrivesPart::play(size_t index, const std::optional<DriveMoment>& moment)
 
 void DrivesPart::tellMoments(size_t drive)
 {
-    known();
+    told.known();
     const DriveFigures* figures = panel.library().figures(drive);
     if (figures && playback.plays(panel.library().drives()[drive]))
         playback.setMoments(figures->moments);
+}
+
+void DrivesPart::playedChanged()
+{
+    strip.show(playback);
+    if (playback.isActive() || route.empty())
+        return;
+    routeReading.request_stop();
+    routeLife.renew();
+    route.clear();
+    told.route(driveRouteScript(route));
+}
+
+void DrivesPart::readRoute(const Drive& drive)
+{
+    routeReading.request_stop();
+    routeReading = {};
+    routeLife.renew();
+    dispatcher.inBackgroundThen([drive, stop = routeReading.get_token()] { return routeOf(drive, stop); },
+        routeLife.guarded([this](const std::vector<RoutePart>& read) {
+            if (!playback.isActive())
+                return;
+            route = read;
+            told.route(driveRouteScript(route));
+        }));
+}
+
+void DrivesPart::mapSaid(const std::string& word)
+{
+    size_t part = 0;
+    size_t index = 0;
+    if (std::sscanf(word.c_str(), "route/%zu/%zu", &part, &index) != 2 || part >= route.size()
+        || index >= route[part].points.size())
+        return;
+    playback.goTo(DriveTimeline::Place{route[part].take, route[part].points[index].seconds});
+}
+
+void DrivesPart::entryChosen(int64_t index)
+{
+    playback.entryChosen(index);
+    if (playback.isActive())
+        told.take("zavikDriveTake(" + std::to_string(playback.takeAtHand()) + ")");
 }
 
 void DrivesPart::jumpToMoment(int direction)

@@ -3,20 +3,33 @@
 #include "app/drives/DrivePlayback.h"
 #include "app/drives/DriveStripPanel.h"
 #include "app/drives/DrivesPanel.h"
+#include "common/Life.h"
+#include "drives/DriveRoute.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <vector>
 
 struct MainWindowOutlets;
 
 /// All that the main window has of drives: their list, the one that plays, its strip. Main thread only.
 class DrivesPart {
 public:
-    /// `known` is called when more is known of the recordings' moments.
+    struct Told {
+        /// More is known of the recordings' moments.
+        std::function<void()> known;
+        /// The map is to show this way of a drive, as a script for its page.
+        std::function<void(const std::string& script)> route;
+        /// The map is to show which take plays.
+        std::function<void(const std::string& script)> take;
+    };
+
     DrivesPart(platform::Dispatcher& dispatcher, PlaybackSession& session, const ZVKMediaList& list,
-        MainWindowOutlets& outlets, MainWindowLayout& layout, std::function<void()> known);
+        MainWindowOutlets& outlets, MainWindowLayout& layout, Told told);
+    ~DrivesPart() { routeReading.request_stop(); }
 
     /// The list of recordings holds others, or none.
     void recordingsListed();
@@ -33,8 +46,11 @@ public:
     /// What follows the entry; nothing for a file of no drive that plays.
     std::optional<Following> following(int64_t index) const { return playback.following(index); }
 
+    /// The user clicked the way of the drive on the map; the page's word for it.
+    void mapSaid(const std::string& word);
+
     // The session's reports.
-    void entryChosen(int64_t index) { playback.entryChosen(index); }
+    void entryChosen(int64_t index);
     void showMoment(double position);
 
     /// Whether an impact was found in the recording; nothing while it was not read.
@@ -45,10 +61,16 @@ public:
 private:
     void play(size_t drive, const std::optional<DriveMoment>& moment);
     void tellMoments(size_t drive);
+    void playedChanged();
+    void readRoute(const Drive& drive);
 
+    platform::Dispatcher& dispatcher;
     PlaybackSession& session;
     const ZVKMediaList& list;
-    std::function<void()> known;
+    Told told;
+    std::vector<RoutePart> route; // of the drive that plays
+    std::stop_source routeReading;
+    Life routeLife;
     DriveStripPanel strip;
     DrivePlayback playback;
     DrivesPanel panel;

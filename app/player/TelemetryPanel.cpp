@@ -35,6 +35,7 @@ TelemetryPanel::TelemetryPanel(
     mapWebView = makeMap(*map.mapContainerTopView);
     mapWebView->widget().setObjectName(QStringLiteral("mapWebView"));
     layout.fill(*map.mapContainerTopView, mapWebView->widget());
+    mapWebView->said = [this](const std::string& word) { mapSaid(word); };
 }
 
 QString TelemetryPanel::textAt(double position, platform::MediaTime length) const
@@ -66,6 +67,12 @@ void TelemetryPanel::evaluateMapScript(const std::string& script)
 {
     if (mapWebView)
         mapWebView->evaluateWebScript(script);
+}
+
+void TelemetryPanel::showDriveRoute(const std::string& script)
+{
+    if (mapWebView)
+        mapWebView->setStandingScript(script);
 }
 
 void TelemetryPanel::show(ZVKBlackBoxData read)

@@ -37,6 +37,12 @@ public:
     /// The web engine goes before the program ends.
     void closeMap() { mapWebView.reset(); }
 
+    /// The way of a drive, as a script for the map's page; it stays over its recordings.
+    void showDriveRoute(const std::string& script);
+    void showDriveTake(const std::string& script) { evaluateMapScript(script); }
+    /// Called with what the map's page says.
+    std::function<void(const std::string& word)> mapSaid = [](const std::string&) {};
+
     /// A recording's telemetry from now on; the readouts follow with the next moment.
     void show(ZVKBlackBoxData read);
     const ZVKBlackBoxData& telemetry() const { return blackBoxData; }

@@ -114,6 +114,9 @@ void QtWebView::start()
     content->setBackgroundColor(stage->palette().color(QPalette::Base));
     QObject::connect(content, &QWebEnginePage::loadStarted, stage, [this] { isLoaded = false; });
     QObject::connect(content, &QWebEnginePage::loadFinished, stage, [this](bool ok) { pageLoaded(ok); });
+    QObject::connect(
+        content, &QWebEnginePage::titleChanged, stage, [this](const QString& title) { titleChanged(title); },
+        Qt::QueuedConnection);
     // Not from inside the engine's own report.
     QObject::connect(
         content, &QWebEnginePage::renderProcessTerminated, stage, [this] { pageDied(); },
@@ -155,6 +158,21 @@ void QtWebView::evaluateWebScript(const std::string& script)
         gathering.start();
 }
 
+void QtWebView::setStandingScript(const std::string& script)
+{
+    standingScript = script;
+    if (isLoaded && view && !script.empty())
+        view->page()->runJavaScript(QString::fromStdString(script));
+}
+
+/// A page has no other way to reach the program: its title tells a number and a word.
+void QtWebView::titleChanged(const QString& title)
+{
+    const QStringList parts = title.split(u':');
+    if (parts.size() == 3 && parts[0] == QLatin1String("zavik"))
+        said(parts[2].toStdString());
+}
+
 void QtWebView::runWaiting()
 {
     gathering.stop();
@@ -174,6 +192,8 @@ void QtWebView::pageLoaded(bool isComplete)
 {
     isLoaded = isComplete;
     waiting.clear();
+    if (isLoaded && !standingScript.empty())
+        view->page()->runJavaScript(QString::fromStdString(standingScript));
     if (isLoaded && !latestScript.empty())
         view->page()->runJavaScript(QString::fromStdString(latestScript));
 }

@@ -30,6 +30,7 @@ public:
     QWidget& widget() override;
     void loadResource(const std::string& page) override;
     void evaluateWebScript(const std::string& script) override;
+    void setStandingScript(const std::string& script) override;
 
     /// What a script gives, for tests and measurements; never answers when there is no page.
     void ask(const QString& script, std::function<void(const QVariant&)> answer) const;
@@ -45,6 +46,7 @@ private:
     void pageDied();
     void showUnavailable();
     void runWaiting();
+    void titleChanged(const QString& title);
 
     std::shared_ptr<WebEngine> engine;
     QPointer<Stage> stage;
@@ -52,6 +54,7 @@ private:
     QPointer<QLabel> unavailable;
     std::string page;
     std::string latestScript;
+    std::string standingScript;
     std::vector<std::string> waiting; // for a page out of sight
     QTimer gathering;
     bool isLoaded = false;

@@ -22,7 +22,7 @@ const pages = [
 ];
 
 // Order matters: a later piece uses the earlier ones.
-const pieces = ["topology", "canvas-layer", "base-map", "places", "labels", "route", "route-layer", "marker",
+const pieces = ["topology", "canvas-layer", "base-map", "places", "labels", "route", "route-layer", "drive-route", "marker",
     "controls", "nearby", "streets", "view", "main"];
 
 function rows(file) {

@@ -210,6 +210,32 @@ TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
     EXPECT_EQ(app.player().calls.back(), "setTime 28000");
 }
 
+TEST_F(DriveInWindow, AClickOnItsWayGoesThere)
+{
+    SideDataWriter way;
+    for (int i = 0; i < 60; ++i) {
+        way.gsensor(1716023520000 + i * 1000, 0, 0, 256);
+        way.gps({1716023520000 + i * 1000, 1, 3730 + i * 0.01, 12700, 54, '9', ""});
+    }
+    folder.file("alwa_20240518_181300_F.avi", recordingFile(60, way));
+    playDrive(0);
+    app.desk.dispatcher.runAll();
+    EXPECT_TRUE(
+        app.desk.map.standing.starts_with("zavikDriveRoute([[1,127.000000,37.500000,127.000000,37.500167,"))
+        << app.desk.map.standing;
+    EXPECT_EQ(std::ranges::count(app.desk.map.scripts, "zavikDriveTake(0)"), 1);
+    app.desk.map.page->said("route/0/30");
+    EXPECT_EQ(app.mediaIndex(), 2);
+    app.begin();
+    EXPECT_EQ(app.player().calls.back(), "setTime 31000");
+    const size_t calls = app.player().calls.size();
+    for (const char* odd : {"route/1/0", "route/0/60", "route/0", "route/-1/0", "", "somewhere"})
+        app.desk.map.page->said(odd);
+    EXPECT_EQ(app.player().calls.size(), calls);
+    app.start(5);
+    EXPECT_EQ(app.desk.map.standing, "zavikDriveRoute([])");
+}
+
 TEST_F(DriveInWindow, EndsWithItsFolder)
 {
     playDrive(0);

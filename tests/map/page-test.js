@@ -57,6 +57,30 @@ const tests = {
         await frames();
         same("the user's zoom stays", state().zoom, before.zoom + 1);
     },
+    async "a click on the way of the drive tells its place"() {
+        if (location.hash)
+            return;
+        fresh([0, 0]);
+        await frames();
+        const [lng, lat] = home;
+        zavikDriveRoute([[0, lng, lat, lng + 200 * metre, lat], [3, lng, lat + 300 * metre, lng, lat + 400 * metre]]);
+        zavikDriveTake(3);
+        same("parts", [state().drive, state().driveTake], [[[0, 2], [3, 2]], 3]);
+        const size = document.getElementById("map").getBoundingClientRect();
+        const clickAt = (x, y) => {
+            for (const type of ["mousedown", "mouseup", "click"])
+                document.elementFromPoint(x, y).dispatchEvent(new MouseEvent(type, { bubbles: true, clientX: x, clientY: y }));
+        };
+        const before = document.title;
+        clickAt(size.width / 4, size.height / 4);
+        same("far from it nothing is said", document.title, before);
+        // The car is in the middle of the view, at the first point.
+        clickAt(size.width / 2 + 2, size.height / 2 + 2);
+        check("the place", /^zavik:\d+:route\/0\/0$/.test(document.title), document.title);
+        zavikDriveRoute([]);
+        same("it goes", state().drive, []);
+        zavikNewRecording();
+    },
     async "garbage is no point"() {
         for (const [lng, lat] of [["", ""], ["abc", "37"], ["NaN", "NaN"], ["126,5", "37"], ["1e2", "37"], ["0x10", "1"],
             ["181", "37"], ["126", "90.5"], ["inf", "nan"], [undefined, null]])

@@ -26,6 +26,9 @@ const baseMap = new BaseMap(zavikData.coarse, { pane: "land" });
 const names = places(zavikData, language);
 const labels = new Labels(names, { pane: "names", className: "names" });
 const routeLayer = new RouteLayer(route);
+let words = 0;
+/** The program reads the title; a number makes the same word a new one. */
+const driveRoute = new DriveRoute(word => document.title = `zavik:${++words}:${word}`);
 const marker = new Marker(map, zavikData.pictures, texts.vehicle);
 const follower = new Follower(map);
 const note = document.getElementById("note");
@@ -40,7 +43,7 @@ addZoomButtons(map, bar, texts);
 const routeButton = bar.add(glyphs.route, texts.zoom_route, () => follower.showAll(route.bounds));
 const layerSwitch = new LayerSwitch(map, bar, texts, isStreets => streets.turn(isStreets));
 streets.changed = (isOn, status) => layerSwitch.show(isOn, status);
-for (const layer of [baseMap, labels, routeLayer])
+for (const layer of [baseMap, labels, driveRoute, routeLayer])
     layer.addTo(map);
 nearby.update();
 streets.turn(Streets.remembered());
@@ -126,6 +129,15 @@ window.zavikNewRecording = () => {
     forget();
 };
 
+/** The way of the drive that is played: lists of a take, then longitudes and latitudes in turn; none: no drive. */
+window.zavikDriveRoute = parts => {
+    if (!isPlace)
+        driveRoute.setParts(parts);
+};
+
+/** Which take of the drive plays. */
+window.zavikDriveTake = take => driveRoute.setTake(take);
+
 /** What the page shows, for tests. */
 window.zavikMapState = () => ({
     zoom: map.getZoom(),
@@ -136,6 +148,8 @@ window.zavikMapState = () => ({
     labels: labels.shown.map(({ name, box }) => ({ name, box })),
     hasDetail: baseMap.fine !== null,
     streets: map.hasLayer(streets.tiles),
+    drive: driveRoute.parts.map(({ take, xs }) => [take, xs.length]),
+    driveTake: driveRoute.take,
 });
 // A view that had no size, or another one, could show neither the car nor the home country.
 new ResizeObserver(() => {
