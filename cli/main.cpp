@@ -1,6 +1,5 @@
 #include "cli/Program.h"
 #include "cli/VolumesSource.h"
-#include "common/Log.h"
 #include "platform/udisks/SystemVolumes.h"
 
 #include <csignal>
@@ -12,7 +11,6 @@ int main(int argc, char** argv)
     // A reader that goes away shows as a failed write, which is reported like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
-    setLogSink({});
 #ifdef ZAVIK_KNOWS_VOLUMES
     cli::setVolumesSource(platform::systemVolumes);
 #endif

@@ -1,4 +1,3 @@
-#include "common/Log.h"
 #include "telemetry/ZVKBlackBoxData.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
@@ -70,7 +69,6 @@ private:
 
 void extraction(benchmark::State& state)
 {
-    setLogSink({});
     const ThreeMinutes recording;
     ZVKBlackBoxData data;
     for (auto _ : state)
@@ -120,7 +118,6 @@ BENCHMARK(bareReading)->Unit(benchmark::kMicrosecond);
 /// A file whose first "JUNK" is padding without records: the walk looks at every word to the end.
 void gigabyteOfPadding(benchmark::State& state)
 {
-    setLogSink({});
     constexpr size_t size = 1'000'000'000;
     const TemporaryFile file;
     {

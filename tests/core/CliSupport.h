@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/Program.h"
-#include "tests/support/CollectedLog.h"
 
 #include <sstream>
 #include <string>
@@ -19,7 +18,6 @@ inline Outcome zavikctl(const std::vector<std::string>& words)
     const std::vector<std::string_view> views(words.begin(), words.end());
     std::ostringstream out;
     std::ostringstream err;
-    const CollectedLog dropped; // as the program does
     const auto code = cli::run(views, {out, err});
     return {static_cast<int>(code), out.str(), err.str()};
 }
