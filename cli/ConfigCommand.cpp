@@ -33,10 +33,8 @@ std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
             formatted("is %ju bytes long, a record is %zu", uintmax_t(*size), sizeof record));
         return std::nullopt;
     }
-    if (!loadFileData(place, record)) {
-        FileError why;
-        (void)place.open(why);
-        failure(streams, place.path(), why ? why.text() : "cannot be read");
+    if (const FileError why = readFileData(place, record)) {
+        failure(streams, place.path(), why.text());
         return std::nullopt;
     }
     return record;

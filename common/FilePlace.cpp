@@ -74,6 +74,8 @@ std::string FileError::text() const
         return "no file can be made beside it, and its length would change";
     case locked:
         return "another program is saving there";
+    case tooShort:
+        return "it is too short";
     default:
         return std::system_category().message(code);
     }

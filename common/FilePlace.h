@@ -38,6 +38,7 @@ struct FileError {
     static constexpr int notReadBack = -4; // what was written reads back otherwise
     static constexpr int otherLength = -5; // it could only be written in place, which this would not survive
     static constexpr int locked = -6; // another program goes on saving there
+    static constexpr int tooShort = -7;
 
     int code = 0;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ByteSource.h"
+#include "common/FilePlace.h"
 #include "telemetry/GSensorList.h"
 #include "telemetry/KeptFix.h"
 #include "telemetry/PairedHeaders.h"
@@ -63,6 +64,8 @@ public:
     /// The same from the beginning of any source.
     bool ExtractStreamInformation(ByteSource& source, std::stop_token stop = {});
     WalkEnd walkEnd() const { return ending; }
+    /// Why the file could not be opened.
+    FileError openError() const { return notOpened; }
 
     static constexpr int32_t largestText = 512;
 
@@ -86,4 +89,5 @@ private:
     void takeSentence(std::string_view sentence);
 
     WalkEnd ending = WalkEnd::notWalked;
+    FileError notOpened;
 };

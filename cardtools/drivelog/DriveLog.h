@@ -23,6 +23,8 @@ public:
     /// What the header says; more than `count()` when the file is cut or the device failed.
     uint32_t announced() const { return headerCount; }
     DriveLogEnd end() const { return ending; }
+    /// Why the file could not be opened.
+    FileError openError() const { return notOpened; }
 
     /// The cell's text; empty for a column or row that is not there.
     std::string stringForColumnIndex(int64_t column, int64_t row) const;
@@ -50,10 +52,11 @@ private:
     int64_t records = 0;
     uint32_t headerCount = 0;
     DriveLogEnd ending = DriveLogEnd::whole;
+    FileError notOpened;
 };
 
 /// Reads a whole log. Memory is taken for the records that are there, whatever the header says. The log is
-/// empty when its `end()` is not usable; a file that cannot be opened is also logged.
+/// empty when its `end()` is not usable.
 DriveLog readDriveLog(ByteSource& source, const DriveLogFormat& format, std::stop_token stop = {},
     const DriveLogProgress& progress = {});
 DriveLog readDriveLog(const FilePlace& place, const DriveLogFormat& format, std::stop_token stop = {},

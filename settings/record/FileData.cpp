@@ -14,19 +14,20 @@ FileError written(const _FILEDATA& record, const FilePlace& place)
 
 } // namespace
 
-bool loadFileData(const FilePlace& place, _FILEDATA& record)
+FileError readFileData(const FilePlace& place, _FILEDATA& record)
 {
     FileError why;
     const auto bytes = place.beginning(sizeof record, why);
-    if (!bytes || bytes->size() != sizeof record)
-        return false;
-    std::memcpy(&record, bytes->data(), sizeof record);
-    return true;
+    if (bytes && bytes->size() < sizeof record)
+        why.code = FileError::tooShort;
+    if (!why)
+        std::memcpy(&record, bytes->data(), sizeof record);
+    return why;
 }
 
 bool loadFileData(const std::string& path, _FILEDATA& record)
 {
-    return loadFileData(FilePlace::chosen(path), record);
+    return !readFileData(FilePlace::chosen(path), record);
 }
 
 FinishedFileData::FinishedFileData(const _FILEDATA& unfinished)

@@ -159,10 +159,10 @@ static_assert(offsetof(_FILEDATA, szPlateNumber) == 256);
 static_assert(offsetof(_FILEDATA, Tinting) == 264);
 static_assert(offsetof(_FILEDATA, debug_mode) == 268);
 
-/// Reads the one record that the file holds. True when a whole record was read; otherwise the record is left
-/// as it was. Neither the version nor the checksum is verified.
-bool loadFileData(const FilePlace& place, _FILEDATA& record);
-/// The file that the user named; links to it are followed.
+/// Reads the one record that the file holds. Why it failed, or nothing; then the record is left as it was.
+/// Neither the version nor the checksum is verified.
+[[nodiscard]] FileError readFileData(const FilePlace& place, _FILEDATA& record);
+/// The same for the file that the user named, to which links are followed. True when a whole record was read.
 bool loadFileData(const std::string& path, _FILEDATA& record);
 
 /// A record as the camera takes it: with the two fields that follow from the others, osd_plate_flag and then

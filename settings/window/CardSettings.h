@@ -28,15 +28,19 @@ CardSettings findUSBVolume(platform::DiskArbitration& disks);
 
 /// Whether there is no card, or it has the camera's name for it, "ZAVIK".
 bool isNamedAsCard(const CardSettings& card);
-/// Names the card that was found "ZAVIK", for which it is unmounted: nothing on it may be in use. Where it is
-/// then; when it cannot be named the reason is logged and the card is as it was.
-CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks);
+struct NamedCard {
+    CardSettings card; // where it is mounted now
+    std::string failure; // why it could not be named; then the card is as it was
+};
+/// Names the card that was found "ZAVIK", for which it is unmounted: nothing on it may be in use.
+NamedCard nameAsCard(const CardSettings& card, platform::DiskArbitration& disks);
 
 /// What was read from a card.
 struct ReadSettings {
     std::optional<_FILEDATA> record; // nothing when it cannot be read
     /// The record before the latest save, which is kept beside the settings.
     std::optional<_FILEDATA> previous;
+    FileError error; // why there is no record
 };
 ReadSettings readCardSettings(const CardSettings& card);
 

@@ -3,6 +3,7 @@
 #include "settings/window/ZVKSettingController.h"
 
 #include "cardtools/volumes/Volumes.h"
+#include "common/Log.h"
 #include "lib/Alerts.h"
 #include "lib/LoadingSheet.h"
 #include "platform/Texts.h"
@@ -45,8 +46,14 @@ void ZVKSettingController::cardFound(const CardSettings& found)
         readCard(found);
         return;
     }
-    desktop.dispatcher.inBackgroundThen([&disks = desktop.disks, found] { return nameAsCard(found, disks); },
-        life.guarded([this](const CardSettings& named) { readCard(named); }));
+    const auto name = [&disks = desktop.disks, found] {
+        const NamedCard named = nameAsCard(found, disks);
+        if (!named.failure.empty())
+            logFormat("cannot rename the card: %s", named.failure.c_str());
+        return named.card;
+    };
+    desktop.dispatcher.inBackgroundThen(
+        name, life.guarded([this](const CardSettings& named) { readCard(named); }));
 }
 
 void ZVKSettingController::showCard(const CardSettings& card)
@@ -91,6 +98,8 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
 {
     fileDataRead = read.record;
     fileDataPrevious = read.previous;
+    if (read.error)
+        logFormat("cannot read %s: %s", m_SettingFilePath.c_str(), read.error.text().c_str());
     if (read.record)
         showRecord(*read.record);
     else if (view->isVisible())
