@@ -87,8 +87,10 @@ private:
     std::string shown;
 };
 
-/// All bytes of a regular file that the user or the system names; nothing when they cannot all be read. For a
-/// file on a card, its size bounded: `FilePlace::contents`.
+/// All bytes of a regular file that the user or the system names; nothing, and why, when they cannot all be
+/// read. For a file on a card, its size bounded: `FilePlace::contents`.
+std::optional<std::string> wholeFile(const std::string& path, FileError& why);
+/// The same where a file that cannot be read is like one that is not there.
 std::optional<std::string> wholeFile(const std::string& path);
 
 /// Keeps other programs of ours from saving in the place's folder; ends with this object. Around reading,

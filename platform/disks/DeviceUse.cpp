@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <sstream>
 
 namespace platform {
@@ -90,10 +89,8 @@ std::string numberBelow(const std::string& path)
 
 std::string firstLine(const fs::path& file)
 {
-    std::ifstream in(file);
-    std::string line;
-    std::getline(in, line);
-    return line;
+    const std::string text = wholeFile(file.native()).value_or("");
+    return text.substr(0, text.find('\n'));
 }
 
 std::vector<fs::path> entries(const fs::path& folder)

@@ -1,5 +1,6 @@
 #include "tools/formathelper/FormatCard.h"
 
+#include "common/CardFiles.h"
 #include "platform/disks/DiskCommand.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/CardDevice.h"
@@ -70,8 +71,8 @@ FormatResult toolFailure(const std::string& tool, const ToolResult& run, FormatS
 FormatResult makeFileSystem(
     const FormatRequest& request, const FormatPolicy& policy, CardDevice& card, const KernelDevice& device)
 {
-    std::vector<std::string> command{policy.mkfs, "-F", "32", "-n", "ZAVIK", "-f", "2", "-R", "32", "-a",
-        "-b", "6", "-s", std::to_string(request.cluster), "--mbr=n"};
+    std::vector<std::string> command{policy.mkfs, "-F", "32", "-n", cardFiles::label, "-f", "2", "-R", "32",
+        "-a", "-b", "6", "-s", std::to_string(request.cluster), "--mbr=n"};
     if (device.whole)
         command.emplace_back("-I");
     command.push_back(card.path());
