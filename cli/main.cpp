@@ -1,5 +1,4 @@
 #include "cli/Program.h"
-#include "cli/VolumesSource.h"
 #include "platform/udisks/SystemVolumes.h"
 
 #include <csignal>
@@ -11,10 +10,11 @@ int main(int argc, char** argv)
     // A reader that goes away shows as a failed write, which is reported like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
+    cli::VolumesSource volumes;
 #ifdef ZAVIK_KNOWS_VOLUMES
-    cli::setVolumesSource(platform::systemVolumes);
+    volumes = platform::systemVolumes;
 #endif
 
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
-    return static_cast<int>(cli::run(words, {std::cout, std::cerr}));
+    return static_cast<int>(cli::run(words, {std::cout, std::cerr}, volumes));
 }

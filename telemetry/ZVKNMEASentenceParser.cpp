@@ -6,7 +6,9 @@
 
 namespace {
 
-// Where the "$GPGSV" series of the process stands.
+// Where the "$GPGSV" series stands. Of the process on purpose: the next parser goes on where the last one
+// stopped, as the table of satellites is defined. Atomic, so that recordings that are read side by side can
+// only mix their satellites.
 std::atomic<int32_t> nextChannel = 0;
 std::atomic<int32_t> lastMessage = 0;
 

@@ -13,11 +13,11 @@ struct Outcome {
     std::string err;
 };
 
-inline Outcome zavikctl(const std::vector<std::string>& words)
+inline Outcome zavikctl(const std::vector<std::string>& words, const cli::VolumesSource& volumes = {})
 {
     const std::vector<std::string_view> views(words.begin(), words.end());
     std::ostringstream out;
     std::ostringstream err;
-    const auto code = cli::run(views, {out, err});
+    const auto code = cli::run(views, {out, err}, volumes);
     return {static_cast<int>(code), out.str(), err.str()};
 }

@@ -8,7 +8,8 @@
 TEST(CommandTable, HasAnActionForEachCommand)
 {
     for (const cli::Command& command : cli::zavikctl.commands)
-        EXPECT_EQ(std::ranges::count(cli::actions(), command.name, &cli::Action::command), 1) << command.name;
+        EXPECT_EQ(std::ranges::count(cli::actions({}), command.name, &cli::Action::command), 1)
+            << command.name;
 }
 
 TEST(CommandTable, OperandsArriveAsTheyAreAndOddOptionsAreRefused)
