@@ -18,19 +18,19 @@ namespace {
 class TemporaryFile {
 public:
     TemporaryFile()
-        : m_path(std::filesystem::temp_directory_path()
+        : file(std::filesystem::temp_directory_path()
             / ("zavik-bench-" + std::to_string(std::random_device()())))
     {
     }
-    ~TemporaryFile() { std::filesystem::remove(m_path); }
+    ~TemporaryFile() { std::filesystem::remove(file); }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    const char* path() const { return m_path.c_str(); }
-    std::ofstream appending() const { return std::ofstream(m_path, std::ios::binary | std::ios::app); }
+    const char* path() const { return file.c_str(); }
+    std::ofstream appending() const { return std::ofstream(file, std::ios::binary | std::ios::app); }
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path file;
 };
 
 void append(std::ofstream& file, std::span<const std::byte> bytes)

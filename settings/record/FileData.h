@@ -188,7 +188,7 @@ private:
 void initFileData(_FILEDATA& record);
 
 /// The base defaults, then the four fields that differ between Korea and elsewhere.
-void initFileDataForRegion(_FILEDATA& record, bool m_bKorean);
+void initFileDataForRegion(_FILEDATA& record, bool isKorean);
 
 /// Writes the base defaults to the file as they are, not finished. Why it failed, or nothing.
 [[nodiscard]] FileError writeDefaultFileData(const FilePlace& place);

@@ -234,10 +234,10 @@ SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& di
     return outcome;
 }
 
-bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)
+bool readsMiles(platform::DiskArbitration& disks, bool isKorean)
 {
     _FILEDATA record;
-    initFileDataForRegion(record, m_bKorean);
+    initFileDataForRegion(record, isKorean);
     if (const CardSettings card = findUSBVolume(disks); card.disk)
         (void)readFileData(settingsOn(*card.disk), record); // the defaults stay where it cannot be read
     return (record.speed_disp_unit & 0xFF) != 0;

@@ -85,4 +85,4 @@ struct SaveOutcome {
 [[nodiscard]] SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& disks);
 
 /// What speed_disp_unit of the card's settings says, or of the defaults when no card holds any. Only reads.
-bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean);
+bool readsMiles(platform::DiskArbitration& disks, bool isKorean);

@@ -33,8 +33,8 @@ class RecordingMaker {
 public:
     RecordingMaker(const CardWork& work, const Scenery& front, const Scenery& rear)
         : shared(work),
-          frontScene(work.drive, front, Camera::Front),
-          rearScene(work.drive, rear, Camera::Rear)
+          frontScene(work.drive, front, Camera::front),
+          rearScene(work.drive, rear, Camera::rear)
     {
     }
 
@@ -65,7 +65,7 @@ private:
         const std::string sound = output + ".pcm";
         if (!writeAll(sound, soundOf(shared.drive, recording.start, recording.seconds)))
             return "cannot write the sound (is the disk full?)";
-        Scene& scene = recording.camera == Camera::Front ? frontScene : rearScene;
+        Scene& scene = recording.camera == Camera::front ? frontScene : rearScene;
         Encoder encoder;
         if (!encoder.start({scene.width(), scene.height(), sound, soundRate, output, output + ".txt"}))
             return "ffmpeg cannot be started: is it installed?";

@@ -120,9 +120,9 @@ Plants::Plant Plants::plant(PropKind kind, uint32_t variant) const
 {
     const size_t n = variant / 7 % variants;
     switch (kind) {
-    case PropKind::Pine:
+    case PropKind::pine:
         return {&pines[n], 0.5F};
-    case PropKind::Bush:
+    case PropKind::bush:
         return {&bushes[n], 1.6F};
     default:
         return {&broadleaves[n], 0.8F};
