@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// Closes itself.
+/// A file descriptor; closed when this is destroyed.
 class Descriptor {
 public:
     explicit Descriptor(int opened = -1)
@@ -35,8 +35,8 @@ struct FileError {
     static constexpr int link = -1; // a symbolic link, which is not followed there
     static constexpr int noPlainFile = -2; // a folder, a pipe, a device
     static constexpr int tooLarge = -3;
-    static constexpr int notReadBack = -4; // what was written reads back otherwise
-    static constexpr int otherLength = -5; // it could only be written in place, which this would not survive
+    static constexpr int notReadBack = -4; // what is read back differs from what was written
+    static constexpr int otherLength = -5; // no file can be made beside it, and in place its length must stay
     static constexpr int locked = -6; // another program goes on saving there
     static constexpr int tooShort = -7;
 

@@ -5,9 +5,8 @@
 #include <string_view>
 
 /// The program's log: free-form lines, no levels. Callable from any thread. Control characters are made
-/// visible
-/// (`visibleText`), so that a line stays a line. Silent until the program sets a sink: what is logged is also
-/// returned, so that a command line program needs no log.
+/// visible (`visibleText`), so that a line stays a line. Silent until the program sets a sink: what is logged
+/// is also returned, so that a command line program needs no log.
 using LogSink = std::function<void(std::string_view line)>;
 
 /// Replaces the sink; an empty one silences the log. Returns the sink that was set before.
