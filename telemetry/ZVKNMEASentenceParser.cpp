@@ -6,9 +6,8 @@
 
 namespace {
 
-// Where the "$GPGSV" series stands. Of the process on purpose: the next parser goes on where the last one
-// stopped, as the table of satellites is defined. Atomic, so that recordings that are read side by side can
-// only mix their satellites.
+// Where the "$GPGSV" series stands. Shared by all parsers by definition of the format: the next parser goes
+// on where the last one stopped. Atomic: two parsers at a time are no data race, but mix their series.
 std::atomic<int32_t> nextChannel = 0;
 std::atomic<int32_t> lastMessage = 0;
 
