@@ -21,8 +21,8 @@ constexpr int recoverySeconds = 60;
 
 } // namespace
 
-/// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen,
-/// and every time that it comes into sight itself.
+/// The widget that contains the page. Reports once, from the event loop, that its window has appeared on
+/// screen, and every time that it comes into sight itself.
 class QtWebView::Stage final : public QWidget {
 public:
     Stage(QWidget& parent, std::function<void()> appeared)
@@ -114,7 +114,7 @@ void QtWebView::start()
     content->setBackgroundColor(stage->palette().color(QPalette::Base));
     QObject::connect(content, &QWebEnginePage::loadStarted, stage, [this] { isLoaded = false; });
     QObject::connect(content, &QWebEnginePage::loadFinished, stage, [this](bool ok) { pageLoaded(ok); });
-    // Not from inside the engine's own report.
+    // Not from inside the engine's signal.
     QObject::connect(
         content, &QWebEnginePage::renderProcessTerminated, stage, [this] { pageDied(); },
         Qt::QueuedConnection);
