@@ -16,7 +16,7 @@ namespace {
 
 int combined(const QKeyEvent& event)
 {
-    // The plus of the number pad and of the row of digits are one key to the user.
+    // The plus keys of the number pad and of the digits' row count as one key.
     const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
     return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
 }

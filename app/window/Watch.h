@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// Tells of size changes of a widget, and of keys and clicks on it before it takes them. The widget owns it.
+/// Reports a widget's size changes, and its key and mouse events before it gets them. The widget owns it.
 class Watch final : public QObject {
 public:
     explicit Watch(QObject* watched)
