@@ -17,7 +17,7 @@ namespace {
 bool checksumFits(const _FILEDATA& record)
 {
     _FILEDATA finished = FinishedFileData(record).record();
-    // The checksum covers the record as it stands, whatever a save would change first.
+    // The checksum is that of the unchanged record, not of what a save would make of it.
     finished.checksum = static_cast<uint16_t>(
         finished.checksum ^ uint32_t(finished.osd_plate_flag) ^ uint32_t(record.osd_plate_flag));
     return finished.checksum == record.checksum;

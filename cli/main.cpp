@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv)
 {
-    // A reader that goes away shows as a failed write, which is reported like a full disk.
+    // A closed pipe makes the write fail, which is reported like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
     cli::VolumesSource volumes;
