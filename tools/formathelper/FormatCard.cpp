@@ -41,7 +41,7 @@ std::string detailOf(FormatStatus status, const FormatFacts& facts, const Kernel
     return {};
 }
 
-/// Who only looks at a new device, as the system does after each change, has closed it a moment later.
+/// Programs that only inspect a new device, as the system does after each change, close it a moment later.
 KernelDevice settledDevice(const std::string& name, const FormatPolicy& policy)
 {
     constexpr std::chrono::milliseconds pause(100);
@@ -54,7 +54,7 @@ KernelDevice settledDevice(const std::string& name, const FormatPolicy& policy)
     return device;
 }
 
-/// What a tool's failure is: what is wrong with the card itself is told as that.
+/// The status for a tool's failure; a fault of the card itself comes first.
 FormatResult toolFailure(const std::string& tool, const ToolResult& run, FormatStatus otherwise,
     CardDevice& card, const FormatPolicy& policy)
 {
@@ -146,7 +146,7 @@ FormatResult formatCard(const FormatRequest& request, const FormatPolicy& policy
         return {status, card.reason()};
     if (policy.opened)
         policy.opened();
-    // The device cannot get another number any more; it and the medium in it are looked at once again.
+    // From here on the device keeps its number; checks it and its medium again.
     KernelDevice again = platform::kernelDevice(request.device, policy.roots);
     std::erase_if(again.users, [](const KernelDevice::User& user) { return user.process == getpid(); });
     const FormatFacts factsNow = gatheredFacts(request, policy, again);

@@ -43,7 +43,7 @@ struct Greens {
     Rgb sunlit;
 };
 
-// A leaf's colour by where it sits in the crown: light comes from the upper left.
+// A leaf's colour by its place in the crown: light comes from the upper left.
 Rgb leafColour(const Greens& greens, float x, float y, float random)
 {
     const float light = std::clamp(0.45F - 0.38F * x - 0.42F * y + 0.34F * (random - 0.5F), 0.0F, 1.0F);
