@@ -20,7 +20,7 @@ struct TimeSet {
     bool operator==(const TimeSet&) const = default;
 };
 
-/// The 19 characters of the line.
+/// The moment as 19 characters.
 std::string timeSetText(const TimeSet& moment);
 
 /// The moment that the 19 characters name; nothing for any other text or when there is no such moment.
