@@ -26,7 +26,7 @@ struct CardSettings {
 /// The preferred card, when its config.bin has a record's size.
 CardSettings findUSBVolume(platform::DiskArbitration& disks);
 
-/// Whether there is no card, or it has the camera's name for it, "ZAVIK".
+/// True when the card is named "ZAVIK", or there is no card.
 bool isNamedAsCard(const CardSettings& card);
 struct NamedCard {
     CardSettings card; // where it is mounted now
@@ -51,7 +51,8 @@ struct SaveRequest {
     CardSettings card = {};
     /// What the file held when the window read or wrote it.
     std::optional<_FILEDATA> known = {};
-    /// The user has decided so: another card than the one that was read; over other settings than the known.
+    /// The user has agreed to save to another card than the one that was read, or over settings other than
+    /// `known`.
     bool mayBeOtherCard = false;
     bool mayReplaceOthers = false;
 };

@@ -28,7 +28,7 @@ QString shownName(const TKUSBDiskEntity& disk)
 
 void ZVKSettingController::loadSettingFile()
 {
-    // Nothing of another card stays on screen as this one's.
+    // Removes the settings of the card before from the screen.
     initFileDataForRegion(m_FileData, m_bKorean);
     showRecord(m_FileData);
     fileDataRead.reset();
@@ -108,7 +108,7 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
     showNotice();
 }
 
-/// As nobody has changed it yet.
+/// Shows the record as unchanged.
 void ZVKSettingController::showRecord(const _FILEDATA& record)
 {
     m_FileData = record;
@@ -118,7 +118,7 @@ void ZVKSettingController::showRecord(const _FILEDATA& record)
         targetController->setFileData(&m_FileData);
 }
 
-/// The sheet has gone by itself; whatever comes of the card later is shown then.
+/// The sheet has gone by itself; a later result is still shown.
 void ZVKSettingController::tellThatTheCardHangs()
 {
     if (work != Work::none && view->isVisible())
@@ -159,7 +159,7 @@ void ZVKSettingController::cardsSeen(const CardSettings& found, const std::vecto
     showNotice();
 }
 
-/// The settings of the card that was found later take the place of what is shown.
+/// Shows the settings of the card that was found later.
 void ZVKSettingController::editCard()
 {
     letGo([this] {
