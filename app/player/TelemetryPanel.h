@@ -49,8 +49,8 @@ public:
     /// Shows speeds in miles per hour (1) or kilometres per hour (0), also the one that is on screen now; any
     /// other value changes nothing.
     void setDisplayMile(uint32_t value);
-    /// The same with the unit of the card's settings, read in the background; dropped when a newer unit was set
-    /// meanwhile.
+    /// The same with the unit of the card's settings, read in the background; dropped when a newer unit was
+    /// set meanwhile.
     void readDisplayMile(platform::Dispatcher& dispatcher, platform::DiskArbitration& disks, bool isKorean);
     bool showsMiles() const { return m_bMileDisplay; }
 
