@@ -8,11 +8,11 @@
 struct CommandLine {
     /// Recordings to open at once; a path in the file system's bytes.
     std::optional<std::string> folder;
-    /// A folder that takes the part of the camera's card; a path in the file system's bytes.
+    /// A folder used as the camera's card; a path in the file system's bytes.
     std::optional<std::string> card;
     /// "en", "ko" or "auto".
     std::string language;
-    /// This program again, for one panel: not meant for users.
+    /// Runs one file panel, started by the program itself; not for users.
     bool isFilePanel = false;
     /// Set when the program should print `message` and end with this code.
     std::optional<int> exitCode;

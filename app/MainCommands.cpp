@@ -61,7 +61,7 @@ std::vector<Command> mainCommands(ZVKAppDelegate& controller)
     for (const Row& row : rows())
         commands.push_back(
             {row.textKey, [&controller, run = row.run] { (controller.*run)(); }, row.keys, row.buttons, {}});
-    // Where there is nothing to give up, Escape leaves full screen.
+    // With nothing to cancel, Escape leaves full screen.
     for (Command& command : commands)
         if (command.keys == std::vector<int>{Qt::Key_Escape})
             command.takesKeys = [&controller] { return controller.canGiveUp(); };

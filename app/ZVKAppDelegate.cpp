@@ -32,7 +32,7 @@ ZVKAppDelegate::~ZVKAppDelegate()
 {
     die();
     secondaryWindows.close();
-    // The views go before the objects that their signals reach.
+    // The views are destroyed before the objects that receive their signals.
     layout.reset();
     window.reset();
 }
@@ -271,7 +271,7 @@ void ZVKAppDelegate::playPositionChanged()
     const platform::MediaPlayer& player = session->player();
     transportPanel->showPosition(position, player.media().get());
     drives->showMoment(position);
-    // Whether a file that is still being prepared has GPS is not known yet.
+    // Until a file is prepared it is unknown whether it has GPS.
     telemetry->showMoment(
         position, double(player.position()), session->state() != PlaybackSession::State::preparing);
 }

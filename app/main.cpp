@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/ZVKAppDelegate.h"
 #include "cardtools/volumes/Volumes.h"
+#include "common/Log.h"
 #include "lib/PMProgressIndicatorController.h"
 #include "lib/Style.h"
 #include "platform/Images.h"
@@ -15,6 +16,7 @@
 
 int main(int argc, char* argv[])
 {
+    logToStandardError();
     const std::span<const char* const> arguments(argv, static_cast<size_t>(argc));
     const CommandLine command = CommandLine::parsed(arguments.subspan(argc > 0 ? 1 : 0), ZAVIK_LANGUAGE);
     if (command.exitCode) {

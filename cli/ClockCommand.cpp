@@ -2,10 +2,8 @@
 #include "cli/Commands.h"
 #include "cli/Written.h"
 
-#include <filesystem>
 #include <ostream>
 #include <string>
-#include <system_error>
 
 namespace cli {
 
@@ -13,13 +11,10 @@ namespace {
 
 ExitCode showClock(const std::string& path, Streams streams)
 {
-    const auto moment = loadTimeSet(FilePlace::chosen(path));
-    if (!moment) {
-        std::error_code error;
-        const auto size = std::filesystem::file_size(path, error);
-        (void)size;
-        return failure(streams, path, error ? error.message() : "holds no date and time");
-    }
+    FileError why;
+    const auto moment = loadTimeSet(FilePlace::chosen(path), why);
+    if (!moment)
+        return failure(streams, path, why ? why.text() : "holds no date and time");
     streams.out << timeSetText(*moment) << '\n';
     return ExitCode::success;
 }

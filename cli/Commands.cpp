@@ -1,21 +1,22 @@
 #include "cli/Commands.h"
 
+#include <utility>
+
 namespace cli {
 
-std::span<const Action> actions()
+std::vector<Action> actions(VolumesSource volumes)
 {
-    static constexpr Action all[] = {
+    return {
         {"list", runList},
         {"drives", runDrives},
         {"moments", runMoments},
         {"telemetry", runTelemetry},
-        {"volumes", runVolumes},
+        {"volumes", std::bind_front(runVolumes, std::move(volumes))},
         {"drive-log", runDriveLog},
         {"config", runConfig},
         {"size", runSize},
         {"clock", runClock},
     };
-    return all;
 }
 
 } // namespace cli

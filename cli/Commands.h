@@ -1,10 +1,12 @@
 #pragma once
 
 #include "cli/Streams.h"
+#include "cli/VolumesSource.h"
 #include "cli/commands/Parser.h"
 
-#include <span>
+#include <functional>
 #include <string_view>
+#include <vector>
 
 namespace cli {
 
@@ -16,14 +18,15 @@ ExitCode runList(const Arguments& arguments, Streams streams);
 ExitCode runMoments(const Arguments& arguments, Streams streams);
 ExitCode runSize(const Arguments& arguments, Streams streams);
 ExitCode runTelemetry(const Arguments& arguments, Streams streams);
-ExitCode runVolumes(const Arguments& arguments, Streams streams);
+ExitCode runVolumes(const VolumesSource& source, const Arguments& arguments, Streams streams);
 
 /// What carries out one of zavikctl's commands, by its name in the table.
 struct Action {
     std::string_view command;
-    ExitCode (*run)(const Arguments& arguments, Streams streams);
+    std::function<ExitCode(const Arguments& arguments, Streams streams)> run;
 };
 
-std::span<const Action> actions();
+/// All of them; "volumes" asks the source.
+std::vector<Action> actions(VolumesSource volumes);
 
 } // namespace cli

@@ -17,7 +17,7 @@ namespace {
 bool checksumFits(const _FILEDATA& record)
 {
     _FILEDATA finished = FinishedFileData(record).record();
-    // The checksum covers the record as it stands, whatever a save would change first.
+    // The checksum is that of the unchanged record, not of what a save would make of it.
     finished.checksum = static_cast<uint16_t>(
         finished.checksum ^ uint32_t(finished.osd_plate_flag) ^ uint32_t(record.osd_plate_flag));
     return finished.checksum == record.checksum;
@@ -33,10 +33,8 @@ std::optional<_FILEDATA> loaded(const FilePlace& place, Streams streams)
             formatted("is %ju bytes long, a record is %zu", uintmax_t(*size), sizeof record));
         return std::nullopt;
     }
-    if (!loadFileData(place, record)) {
-        FileError why;
-        (void)place.open(why);
-        failure(streams, place.path(), why ? why.text() : "cannot be read");
+    if (const FileError why = readFileData(place, record)) {
+        failure(streams, place.path(), why.text());
         return std::nullopt;
     }
     return record;

@@ -53,7 +53,8 @@ ExitCode runDriveLog(const Arguments& arguments, Streams streams)
     const DriveLogFormat* format = driveLogFormatOf(path);
     if (!format)
         return failure(streams, path, "is neither a .drv nor an .obd file");
-    const auto file = FileByteSource::open(path.c_str());
+    FileError why;
+    const auto file = FileByteSource::open(path.c_str(), why);
     if (!file)
         return failure(streams, path, "cannot be opened");
     DriveLogReader reader(*file, *format);

@@ -19,7 +19,7 @@ size_t sequenceLength(std::string_view bytes)
     return 0;
 }
 
-/// Letters, digits and what stands between them in paths.
+/// Letters, digits and the usual characters of paths.
 bool isPlain(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '-' && c <= ':') || c == '_' || c == ' ';

@@ -5,7 +5,7 @@
 
 namespace cli {
 
-// The library's own `dump` writes 1 as 1.0, not every number as short as can be, and no bytes but UTF-8.
+// The library's own `dump` writes 1 as 1.0, some numbers longer than needed, and only UTF-8.
 std::string jsonText(const Json& value)
 {
     if (value.is_string())

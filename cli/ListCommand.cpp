@@ -14,7 +14,7 @@ namespace cli {
 
 namespace {
 
-/// A recording's start for people; both empty when it is unknown.
+/// A recording's start as text; both empty when it is unknown.
 struct StartText {
     explicit StartText(const ZVKMedia& media)
     {

@@ -22,11 +22,13 @@ ExitCode wrongUsage(Streams streams)
     return ExitCode::wrongUsage;
 }
 
-ExitCode runCommand(const Command& command, Words words, Streams streams)
+ExitCode runCommand(const Command& command, Words words, Streams streams, const VolumesSource& volumes)
 {
     const auto read = parsed(zavikctl, command, words);
-    if (const auto* arguments = std::get_if<Arguments>(&read))
-        return std::ranges::find(actions(), command.name, &Action::command)->run(*arguments, streams);
+    if (const auto* arguments = std::get_if<Arguments>(&read)) {
+        const auto all = actions(volumes);
+        return std::ranges::find(all, command.name, &Action::command)->run(*arguments, streams);
+    }
     const auto& ending = std::get<Ending>(read);
     if (ending.isHelp) {
         streams.out << ending.text;
@@ -36,7 +38,7 @@ ExitCode runCommand(const Command& command, Words words, Streams streams)
     return ExitCode::wrongUsage;
 }
 
-ExitCode dispatch(Words words, Streams streams)
+ExitCode dispatch(Words words, Streams streams, const VolumesSource& volumes)
 {
     if (words.empty())
         return wrongUsage(streams);
@@ -46,7 +48,7 @@ ExitCode dispatch(Words words, Streams streams)
     }
     const auto command = std::ranges::find(zavikctl.commands, words.front(), &Command::name);
     if (command != zavikctl.commands.end())
-        return runCommand(*command, words.subspan(1), streams);
+        return runCommand(*command, words.subspan(1), streams, volumes);
     streams.err << "zavikctl: unknown command " << visibleText(words.front()) << '\n';
     return wrongUsage(streams);
 }
@@ -59,9 +61,9 @@ ExitCode failure(Streams streams, std::string_view subject, std::string_view rea
     return ExitCode::failure;
 }
 
-ExitCode run(Words words, Streams streams)
+ExitCode run(Words words, Streams streams, const VolumesSource& volumes)
 try {
-    const ExitCode code = dispatch(words, streams);
+    const ExitCode code = dispatch(words, streams, volumes);
     if (code == ExitCode::success && !streams.out.flush())
         return failure(streams, "standard output", "cannot be written");
     return code;

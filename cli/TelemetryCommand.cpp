@@ -8,7 +8,7 @@ namespace cli {
 
 namespace {
 
-/// Why a file that the walk gave up on is no readable recording; empty when it is one.
+/// Why the file is no readable recording; empty when it is one.
 std::string_view problem(WalkEnd end)
 {
     switch (end) {

@@ -17,7 +17,7 @@ void writeTelemetryCsv(std::ostream& out, const ZVKBlackBoxData& data);
 /// GPX 1.1: the GPS records as one track of that name.
 void writeTelemetryGpx(std::ostream& out, const ZVKBlackBoxData& data, std::string_view name);
 
-/// A few lines for people.
+/// A short summary as text.
 void writeTelemetrySummary(std::ostream& out, const ZVKBlackBoxData& data, std::string_view name);
 
 } // namespace cli

@@ -1,7 +1,6 @@
 #include "cardtools/volumes/Volumes.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
-#include "cli/VolumesSource.h"
 #include "common/Text.h"
 #include "platform/disks/FolderCard.h"
 
@@ -12,12 +11,6 @@
 namespace cli {
 
 namespace {
-
-VolumesSource& source()
-{
-    static VolumesSource kept;
-    return kept;
-}
 
 /// The cards, the one to use first.
 std::vector<TKUSBDiskEntity> cards(platform::DiskArbitration& disks)
@@ -51,9 +44,9 @@ void writeLines(std::ostream& out, const std::vector<TKUSBDiskEntity>& found)
 
 } // namespace
 
-ExitCode runVolumes(const Arguments& arguments, Streams streams)
+ExitCode runVolumes(const VolumesSource& source, const Arguments& arguments, Streams streams)
 {
-    std::unique_ptr<platform::DiskArbitration> disks = source() ? source()() : nullptr;
+    std::unique_ptr<platform::DiskArbitration> disks = source ? source() : nullptr;
     const bool isSystemKnown = disks != nullptr;
     const auto folder = arguments.value("--card");
     if (folder)
@@ -71,11 +64,6 @@ ExitCode runVolumes(const Arguments& arguments, Streams streams)
     if (const std::string trouble = disks->trouble(); found.empty() && !trouble.empty())
         return failure(streams, "volumes", trouble);
     return ExitCode::success;
-}
-
-void setVolumesSource(VolumesSource newSource)
-{
-    source() = std::move(newSource);
 }
 
 } // namespace cli

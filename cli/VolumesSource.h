@@ -7,10 +7,7 @@
 
 namespace cli {
 
-/// Makes what lists the mounted volumes; nothing when this build cannot.
+/// Makes what lists the mounted volumes; empty when this build cannot.
 using VolumesSource = std::function<std::unique_ptr<platform::DiskArbitration>()>;
-
-/// What "volumes" asks from now on; without it, nothing.
-void setVolumesSource(VolumesSource source);
 
 } // namespace cli

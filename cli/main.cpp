@@ -1,6 +1,4 @@
 #include "cli/Program.h"
-#include "cli/VolumesSource.h"
-#include "common/Log.h"
 #include "platform/udisks/SystemVolumes.h"
 
 #include <csignal>
@@ -9,14 +7,14 @@
 
 int main(int argc, char** argv)
 {
-    // A reader that goes away shows as a failed write, which is reported like a full disk.
+    // A closed pipe makes the write fail, which is reported like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
-    setLogSink({});
+    cli::VolumesSource volumes;
 #ifdef ZAVIK_KNOWS_VOLUMES
-    cli::setVolumesSource(platform::systemVolumes);
+    volumes = platform::systemVolumes;
 #endif
 
     const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
-    return static_cast<int>(cli::run(words, {std::cout, std::cerr}));
+    return static_cast<int>(cli::run(words, {std::cout, std::cerr}, volumes));
 }

@@ -8,7 +8,7 @@ constexpr char units[] = "kMGTPEZY";
 constexpr int largestUnit = 8;
 constexpr uint64_t step = 1024;
 
-/// Half to even, where something below the half also goes up.
+/// Rounds half to even; a remainder above the half rounds up.
 bool roundsUp(uint64_t rest, uint64_t half, bool isOdd, bool somethingBelow)
 {
     return rest > half || (rest == half && (isOdd || somethingBelow));

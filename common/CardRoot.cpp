@@ -30,7 +30,7 @@ Descriptor openedFolder(int parent, const std::string& name)
     return folder;
 }
 
-/// By names of which each is a folder's own: no name leads upwards, and no link is followed.
+/// Opens one folder after the other. Refuses ".." and follows no link.
 Descriptor openedStepByStep(int root, std::string_view way)
 {
     Descriptor folder(::openat(root, ".", folderFlags));
@@ -49,7 +49,7 @@ Descriptor openedStepByStep(int root, std::string_view way)
 Descriptor openedByKernel(int root, const std::string& way)
 {
     open_how how = {};
-    // With its own "no links" the kernel tells a link from what is no folder.
+    // With RESOLVE_NO_SYMLINKS a link gives another error than a file; with O_NOFOLLOW both give the same.
     how.flags = folderFlags & ~O_NOFOLLOW;
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_MAGICLINKS;
     int opened = -1;

@@ -1,36 +1,29 @@
 #include "common/FileByteSource.h"
 
-#include <filesystem>
+#include <cerrno>
 #include <limits>
-#include <system_error>
 #include <utility>
 
-std::unique_ptr<FileByteSource> FileByteSource::open(const char* path)
+std::unique_ptr<FileByteSource> FileByteSource::open(const char* path, FileError& why)
 {
-    if (!path)
-        return {};
-    // Opening a pipe would wait for its writer, so the type is checked first.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
-        return {};
-    return opened(File(std::fopen(path, "rb")));
+    return open(FilePlace::chosen(path ? path : ""), why);
 }
 
-std::unique_ptr<FileByteSource> FileByteSource::take(int descriptor)
+std::unique_ptr<FileByteSource> FileByteSource::open(const FilePlace& place, FileError& why)
 {
-    return opened(File(descriptor >= 0 ? ::fdopen(descriptor, "rb") : nullptr));
-}
-
-std::unique_ptr<FileByteSource> FileByteSource::opened(File file)
-{
-    if (!file)
+    Descriptor descriptor = place.open(why);
+    File file(descriptor ? ::fdopen(descriptor.get(), "rb") : nullptr);
+    if (file)
+        (void)descriptor.release();
+    long size = -1;
+    if (file && std::fseek(file.get(), 0, SEEK_END) == 0)
+        size = std::ftell(file.get());
+    if (size < 0 || std::fseek(file.get(), 0, SEEK_SET) != 0) {
+        if (!why)
+            why.code = errno;
         return {};
+    }
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    if (std::fseek(file.get(), 0, SEEK_END) != 0)
-        return {};
-    const long size = std::ftell(file.get());
-    if (size < 0 || std::fseek(file.get(), 0, SEEK_SET) != 0)
-        return {};
     return std::unique_ptr<FileByteSource>(new FileByteSource(std::move(file), static_cast<uint64_t>(size)));
 }
 

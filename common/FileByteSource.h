@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ByteSource.h"
+#include "common/FilePlace.h"
 
 #include <cstdio>
 #include <memory>
@@ -8,11 +9,10 @@
 /// A file on disk, read byte for byte and closed with the source. It does no buffering of its own.
 class FileByteSource : public ByteSource {
 public:
-    /// Nothing when there is no regular file under that path (a folder, a pipe and a device are none) or it
-    /// cannot be opened.
-    static std::unique_ptr<FileByteSource> open(const char* path);
-    /// Takes the descriptor of a regular file that is open for reading.
-    static std::unique_ptr<FileByteSource> take(int descriptor);
+    /// A file that the user named; links to it are followed. Nothing, and why, when it is no regular file (a
+    /// folder, a pipe and a device are none) or cannot be opened.
+    static std::unique_ptr<FileByteSource> open(const char* path, FileError& why);
+    static std::unique_ptr<FileByteSource> open(const FilePlace& place, FileError& why);
 
     std::optional<size_t> read(std::span<std::byte> into) override;
     bool seek(uint64_t offset) override;
@@ -24,7 +24,6 @@ private:
     };
     using File = std::unique_ptr<std::FILE, Close>;
 
-    static std::unique_ptr<FileByteSource> opened(File file);
     FileByteSource(File file, uint64_t size);
 
     File handle;

@@ -74,6 +74,8 @@ std::string FileError::text() const
         return "no file can be made beside it, and its length would change";
     case locked:
         return "another program is saving there";
+    case tooShort:
+        return "it is too short";
     default:
         return std::system_category().message(code);
     }
@@ -178,11 +180,16 @@ std::optional<std::string> FilePlace::contents(size_t most, FileError& why) cons
     return bytes;
 }
 
-std::optional<std::string> wholeFile(const std::string& path)
+std::optional<std::string> wholeFile(const std::string& path, FileError& why)
 {
     constexpr size_t most = size_t{1} << 30;
+    return FilePlace::chosen(path).contents(most, why);
+}
+
+std::optional<std::string> wholeFile(const std::string& path)
+{
     FileError ignored;
-    return FilePlace::chosen(path).contents(most, ignored);
+    return wholeFile(path, ignored);
 }
 
 SaveLock::SaveLock(const FilePlace& place, std::chrono::milliseconds patience)

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// Closes itself.
+/// A file descriptor; closed when this is destroyed.
 class Descriptor {
 public:
     explicit Descriptor(int opened = -1)
@@ -35,9 +35,10 @@ struct FileError {
     static constexpr int link = -1; // a symbolic link, which is not followed there
     static constexpr int noPlainFile = -2; // a folder, a pipe, a device
     static constexpr int tooLarge = -3;
-    static constexpr int notReadBack = -4; // what was written reads back otherwise
-    static constexpr int otherLength = -5; // it could only be written in place, which this would not survive
+    static constexpr int notReadBack = -4; // what is read back differs from what was written
+    static constexpr int otherLength = -5; // no file can be made beside it, and in place its length must stay
     static constexpr int locked = -6; // another program goes on saving there
+    static constexpr int tooShort = -7;
 
     int code = 0;
 
@@ -86,8 +87,10 @@ private:
     std::string shown;
 };
 
-/// All bytes of a regular file that the user or the system names; nothing when they cannot all be read. For a
-/// file on a card, its size bounded: `FilePlace::contents`.
+/// All bytes of a regular file that the user or the system names; nothing, and why, when they cannot all be
+/// read. For a file on a card, its size bounded: `FilePlace::contents`.
+std::optional<std::string> wholeFile(const std::string& path, FileError& why);
+/// The same where a file that cannot be read is like one that is not there.
 std::optional<std::string> wholeFile(const std::string& path);
 
 /// Keeps other programs of ours from saving in the place's folder; ends with this object. Around reading,

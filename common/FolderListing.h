@@ -18,14 +18,14 @@ public:
         Kind kind = Kind::other;
     };
 
-    /// A folder's path that is a link is no folder to `Links::refuse`.
+    /// `Links::refuse`: a path that is itself a link is not opened.
     FolderListing(const std::string& path, Links links);
 
-    /// Why the folder could not be opened, or not be read to its end; none while all is well.
+    /// Why the folder could not be opened or read to its end; none otherwise.
     std::error_code error() const { return trouble; }
     /// Which file system the folder is on; 0 when it could not be found out.
     uint64_t volume() const { return device; }
-    /// The next entry, without "." and ".."; nothing at the end, which `error` may have brought about.
+    /// The next entry, without "." and ".."; nothing at the end and after a failure (see `error`).
     std::optional<Entry> next();
 
     /// Whether the path, its links followed, is a regular file on that file system.

@@ -10,9 +10,7 @@
 namespace {
 
 std::mutex sinkMutex;
-LogSink currentSink = [](std::string_view line) {
-    std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-};
+LogSink currentSink;
 
 std::string formattedFrom(const char* format, va_list arguments)
 {
@@ -33,6 +31,13 @@ LogSink setLogSink(LogSink sink)
 {
     const std::lock_guard lock(sinkMutex);
     return std::exchange(currentSink, std::move(sink));
+}
+
+void logToStandardError()
+{
+    setLogSink([](std::string_view line) {
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+    });
 }
 
 void logLine(std::string_view line)

@@ -4,14 +4,16 @@
 #include <string>
 #include <string_view>
 
-/// The program's log: free-form lines, no levels. Callable from any thread. What a name could do to a
-/// terminal is made visible (`visibleText`), so that a line stays a line. Lines go to standard error unless
-/// another sink is set.
+/// The program's log: free-form lines, no levels. Callable from any thread. Control characters are made
+/// visible (`visibleText`), so that a line stays a line. Silent until the program sets a sink: what is logged
+/// is also returned, so that a command line program needs no log.
 using LogSink = std::function<void(std::string_view line)>;
 
-/// Replaces the sink; an empty one silences the log. Returns the sink that was set before
-/// (the standard-error one at first).
+/// Replaces the sink; an empty one silences the log. Returns the sink that was set before.
 LogSink setLogSink(LogSink sink);
+
+/// Lines go to standard error from now on.
+void logToStandardError();
 
 void logLine(std::string_view line);
 

@@ -12,9 +12,9 @@
 /// hangs. One reader at a time; `giveUp` may come from any thread.
 class PatientFile {
 public:
-    /// Returns at once; the file is opened behind it.
+    /// Returns at once; the file is opened on the other thread.
     explicit PatientFile(std::string path);
-    /// Does not wait: a read that hangs ends later by itself.
+    /// Does not wait for a read that hangs.
     ~PatientFile();
     PatientFile(const PatientFile&) = delete;
     PatientFile& operator=(const PatientFile&) = delete;
@@ -23,7 +23,7 @@ public:
     int64_t size();
     /// Bytes read at the offset, at most `count`; 0 at the end, -1 on failure or when given up.
     int64_t read(uint64_t offset, char* into, size_t count);
-    /// Every wait ends now, and whatever is asked from now on fails.
+    /// Ends every wait; later calls fail.
     void giveUp();
     /// Why the file could not be opened or read, as a readable message; empty if it could.
     std::string failure() const;

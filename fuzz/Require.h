@@ -1,7 +1,5 @@
 #pragma once
 
-#include "common/Log.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -41,12 +39,5 @@ void fuzz(std::string_view input);
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size)
 {
     fuzz({reinterpret_cast<const char*>(input), size});
-    return 0;
-}
-
-/// Keeps the program's log lines out of the fuzzer's own.
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    setLogSink({});
     return 0;
 }

@@ -24,15 +24,17 @@ std::string textOf(std::span<const std::byte> bytes)
 
 class SeedFolder {
 public:
-    explicit SeedFolder(const std::filesystem::path& folder)
-        : m_folder(folder)
+    /// The seeds are named by the count.
+    SeedFolder(const std::filesystem::path& seeds, int& count)
+        : folder(seeds),
+          counter(count)
     {
         std::filesystem::create_directories(folder);
     }
 
     void add(std::string_view seed)
     {
-        const std::filesystem::path file = m_folder / ("seed" + std::to_string(m_count++));
+        const std::filesystem::path file = folder / ("seed" + std::to_string(counter++));
         std::ofstream(file, std::ios::binary) << seed;
     }
     void add(std::initializer_list<std::string_view> seeds)
@@ -42,8 +44,8 @@ public:
     }
 
 private:
-    std::filesystem::path m_folder;
-    static inline int m_count = 0;
+    std::filesystem::path folder;
+    int& counter;
 };
 
 void addRecordings(SeedFolder folder, const std::string& before = {})
@@ -120,7 +122,8 @@ int main(int argumentCount, char** arguments)
         return 2;
     }
     const std::filesystem::path folder = arguments[1];
-    const auto in = [&](const char* target) { return SeedFolder(folder / target); };
+    int count = 0;
+    const auto in = [&](const char* target) { return SeedFolder(folder / target, count); };
     addRecordings(in("SideData"));
     addRecordings(in("TelemetryWriters"), "alwa_20150321_142530_F.avi\n");
     addCommandLines(in("CommandLine"));

@@ -123,7 +123,7 @@ int ButtonMatrix::selectedCell() const
 void ButtonMatrix::selectCell(qint64 index)
 {
     for (QAbstractButton* button : cells)
-        button->setAutoExclusive(false); // exclusive ones would never all go out
+        button->setAutoExclusive(false); // exclusive buttons cannot all be unchecked
     for (size_t i = 0; i < cells.size(); ++i)
         cells[i]->setChecked(qint64(i) == index);
     for (QAbstractButton* button : cells)

@@ -72,7 +72,8 @@ double ClockFace::radius() const
     return std::min(width(), height()) / 2.0 - 3;
 }
 
-/// Beyond the hour hand's end only the minute hand can be meant; nearer, the one that points more that way.
+/// Beyond the hour hand's end the minute hand is taken; nearer, the hand with the smaller angle to the
+/// pointer.
 ClockFace::Hand ClockFace::handAt(QPointF place) const
 {
     const QPointF from = place - QRectF(rect()).center();

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-/// A line of text that never asks for more room than there is: what does not fit is left out of its middle.
+/// A line of text that is elided in the middle when it does not fit; it has no minimum width.
 class ElidedLabel final : public QLabel {
     Q_OBJECT
 

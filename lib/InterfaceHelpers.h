@@ -17,8 +17,8 @@ void setSegmentLabelsWithWidth(SegmentedControl& control, int width, const QStri
 void setComboItems(QComboBox& combo, const QStringList& items);
 /// Cell i gets title i, for every title given.
 void setCellTitles(ButtonMatrix& matrix, const QStringList& titles);
-/// Puts the window in the horizontal middle of the reference window; height and vertical place stay.
-/// Part of the widget library; not used by the program's own windows.
+/// Centres the window horizontally over the reference window; size and vertical position stay. Part of the
+/// widget library; not used by the program's own windows.
 void centerWindowHorizontally(QWidget& window, const QWidget& reference);
 /// An explanation for a word that a driver may not know: as tool tip and for accessibility tools.
 void explain(QWidget& control, const char* textKey);

@@ -65,7 +65,7 @@ void KeyPathObserver::connectHops()
 void KeyPathObserver::somethingChanged()
 {
     connectHops();
-    // The receiver may end this observation.
+    // The receiver may destroy this observer.
     const auto run = report;
     run();
 }

@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-/// What a binding may see instead of a value: nothing is selected, or several things with different values.
+/// Markers that a binding may get instead of a value: no selection, or several different values.
 enum class ControllerMarker { noSelection, multipleValues };
 
 /// Holds the object that controls are bound to; key paths go through it as "content.NAME".

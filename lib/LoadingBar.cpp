@@ -4,7 +4,7 @@
 
 namespace {
 
-// Thirty thirtieths need not be a whole.
+// The sum of the steps may be rounded to just below 100.
 constexpr double full = 100 - 1e-6;
 
 } // namespace

@@ -20,10 +20,10 @@ public:
     /// Lies over `covered`, in the same parent.
     LoadingSheet(platform::Dispatcher& dispatcher, QWidget& covered);
 
-    /// Shows the sheet, or begins anew when it is there already.
+    /// Shows the sheet, or restarts it.
     void showLoading(const QString& title);
     void hideLoading() { bar.stop(); }
-    /// Called when the sheet went by itself: what it waits for is not there yet.
+    /// Called when the sheet went by itself, before hideLoading.
     void onTimeOut(std::function<void()> work) { timedOut = std::move(work); }
 
 protected:

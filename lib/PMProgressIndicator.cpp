@@ -41,7 +41,7 @@ double steadySeconds()
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// The whole-number part, the nearest that fits when there is none of that size.
+/// The whole-number part, clamped to the range of the type.
 int32_t wholeNumber(double value)
 {
     if (std::isnan(value))
@@ -129,7 +129,7 @@ void PMProgressIndicator::restartEstimate()
     startTime2.reset();
 }
 
-/// The estimate comes from an interval that begins anew about every 3.5 seconds.
+/// The estimate is made from an interval that restarts about every 3.5 seconds.
 void PMProgressIndicator::moveInterval()
 {
     const double moment = now();

@@ -37,9 +37,9 @@ public:
 
     /// Puts the icon back that was there at the start.
     void restoreIcon();
-    /// Draws the icon now; anything pending is cancelled. Again after 0.1 seconds while something moves.
+    /// Draws the icon now and cancels a pending redraw; redraws after 0.1 seconds while something moves.
     void drawProgressIndicators();
-    /// The icon with its bars; moves the barber pole on.
+    /// The icon with its bars; each call moves the stripes one step.
     QImage drawnIcon();
 
 private:
@@ -55,7 +55,7 @@ private:
     platform::Image greyBar;
     platform::Image barberBar;
     std::optional<double> lastSpin;
-    double barberOffset = barberPeriod; // how far the pole is moved to the left
+    double barberOffset = barberPeriod; // how far the stripes are moved to the left
     bool isDrawingPending = false;
     Life pendingDrawing; // until it is done or cancelled
     platform::Dispatcher* dispatcher = nullptr;

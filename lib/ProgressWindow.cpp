@@ -52,7 +52,7 @@ ProgressWindow::ProgressWindow(
         column->addWidget(line);
     column->addLayout(buttons);
     ask(false);
-    // One size, whichever texts come.
+    // The size stays whatever the texts are.
     wordsLabel->setMinimumHeight(2 * wordsLabel->fontMetrics().lineSpacing());
     setFixedSize(420, sizeHint().height());
     comeLater();
@@ -84,7 +84,7 @@ void ProgressWindow::comeLater()
     dispatcher.after(patience, life.guarded([this] { come(); }));
 }
 
-/// A page that was not in sight yet has no window to lie over.
+/// A page that was not shown yet has no window.
 void ProgressWindow::come()
 {
     if (page && page->isVisible())

@@ -14,7 +14,7 @@ constexpr qreal radius = 6;
 constexpr int padding = 13; // left and right of a label
 constexpr int comfortableWidth = 56; // of a segment with a short label
 
-/// Takes the mouse and stands for the segment in the accessibility tree; the control draws it.
+/// Handles the mouse and represents the segment in the accessibility tree; the control draws it.
 class Segment : public QRadioButton {
 public:
     explicit Segment(QWidget* parent)
@@ -104,7 +104,7 @@ void SegmentedControl::setSelectedSegment(qint64 index)
 {
     selected = index >= 0 && index < segmentCount() ? static_cast<int>(index) : -1;
     for (QAbstractButton* button : buttons)
-        button->setAutoExclusive(false); // exclusive ones would never all go out
+        button->setAutoExclusive(false); // exclusive buttons cannot all be unchecked
     for (int i = 0; i < segmentCount(); ++i)
         buttons[size_t(i)]->setChecked(i == selected);
     for (QAbstractButton* button : buttons) {
@@ -144,7 +144,7 @@ void SegmentedControl::keyPressEvent(QKeyEvent* event)
     if (wanted == selected || wanted < 0 || wanted >= segmentCount())
         return;
     choose(wanted);
-    // The choice may have taken the segments away.
+    // A receiver of the choice may have changed the segments.
     if (QAbstractButton* button = segment(wanted)) {
         QAccessibleEvent moved(button, QAccessible::Focus);
         QAccessible::updateAccessibility(&moved);

@@ -26,9 +26,7 @@ public:
     void setAltIncrementValue(double value) { alternateIncrement = value; }
     /// Whether the value is reported while the knob is dragged, not only when it is let go.
     bool isContinuous() const { return continuous; }
-    void setContinuous(bool flag) { continuous = flag; }
     bool isVertical() const { return vertical; }
-    void setVertical(bool flag) { vertical = flag; }
     bool isEnabled() const { return enabled; }
     void setEnabled(bool flag);
 

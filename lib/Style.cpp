@@ -61,7 +61,7 @@ QToolTip { background: @header; color: @text; border: 1px solid @line; padding: 
     qproperty-textFormat: PlainText; }
 )";
 
-/// What only secondary windows have. The order matters: later rules win among equals.
+/// For secondary windows only. The order matters: of rules with equal weight the later one wins.
 constexpr const char* controls = R"(
 SegmentedControl, QGroupBox, QGroupBox QLabel, QCheckBox, QRadioButton, QPushButton, QComboBox, QLineEdit,
     QAbstractSpinBox, QTextEdit, QPlainTextEdit, QCalendarWidget, QComboBox QAbstractItemView { font-size: 13px; }

@@ -11,8 +11,8 @@
 /// A borderless button that is a picture: the normal one, a roll-over one while the pointer is inside, a
 /// pressed one while it is held down, another one while it is disabled. The pictures are found from the
 /// normal picture's name, whose last two characters name the state: "icon_play_n", "icon_play_f" (roll-over),
-/// "icon_play_p" (pressed), "icon_play_d" (disabled).
-/// A picture that does not exist is simply not shown; the normal one stays.
+/// "icon_play_p" (pressed), "icon_play_d" (disabled). Where a state's picture does not exist, the normal one
+/// is shown.
 class TKImageButton : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(QString imageName READ imageName WRITE setImageName)
@@ -40,7 +40,7 @@ public:
     /// The picture that the button shows at this moment.
     const platform::Image& shownImage() const;
 
-    /// No roll-over picture until the next `setImageName`: the button of what is chosen stays as it is.
+    /// No roll-over picture until the next `setImageName`: used for the button of the current choice.
     void keepPictureUnderPointer();
 
     /// Draws the button's text over the picture, from this many points right of its left edge.

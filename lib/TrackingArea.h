@@ -8,9 +8,9 @@
 class QWidget;
 
 /// An area of a window that reports when the pointer enters and leaves it, also while the window is not the
-/// active one: a widget's bounds and a margin around them. Enter and leave alternate. A pointer that holds a
-/// button down is not followed until the button is released.
-/// Made when the widget's window is on screen; nothing is reported for a hidden widget.
+/// active one: a widget's bounds and a margin around them. Enter and leave alternate. While a mouse button is
+/// held down nothing is reported. Made when the widget's window is on screen; nothing is reported for a
+/// hidden widget.
 class TrackingArea final : public QObject {
 public:
     TrackingArea(QWidget& widget, int margin, std::function<void(bool isInside)> report);

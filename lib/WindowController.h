@@ -12,7 +12,7 @@ public:
     /// Loads the window the first time; brings it forward.
     virtual void showWindow() = 0;
     virtual QWidget& window() = 0;
-    /// Does the work, which may end this controller, unless the user has something here to keep: then the
-    /// user is asked, and the work is done after the answer or not at all.
+    /// Does the work, which may destroy this controller. With unsaved changes the user is asked first, and
+    /// may cancel it.
     virtual void letGo(std::function<void()> work) { work(); }
 };

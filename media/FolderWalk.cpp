@@ -16,7 +16,7 @@ bool isForbidden(std::error_code error)
     return error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
 }
 
-/// Folders that a file system, a desktop or another system makes for itself on whatever it writes to.
+/// Folders that file systems, desktops and other systems make for themselves.
 bool isKeptBySystem(const std::string& folder)
 {
     constexpr std::array names{"lost+found", "system volume information", "$recycle.bin", "recycler",
@@ -40,7 +40,7 @@ void FolderWalk::run(const std::string& folder)
     std::error_code error;
     canonicalRoot = fs::canonical(folder, error).native();
     enter(folder);
-    // Of a card that was pulled meanwhile, a folder inside is not what failed.
+    // When the card was pulled, the failure is the root's, not that of the folder that was being read.
     if (failed > 0 && !errorOfRoot) {
         FolderListing again(root, FolderListing::Links::follow);
         again.next();

@@ -7,7 +7,7 @@ int32_t mediaDirection(std::optional<std::string_view> path)
     constexpr size_t suffixLength = std::string_view("_R.avi").size();
     if (!path || path->size() < suffixLength)
         return 2;
-    // The suffixes are ASCII, so six bytes that equal one are also the path's last six characters.
+    // The suffixes are ASCII: comparing six bytes is comparing six characters.
     const auto suffix = asciiLower(path->substr(path->size() - suffixLength));
     return suffix == "_r.avi" ? 1 : suffix == "_f.avi" ? 0 : 2;
 }

@@ -6,8 +6,7 @@
 
 namespace {
 
-/// Paths that the folder walk makes are normal already; seeing that is many times cheaper than making them
-/// so.
+/// The folder walk's paths are normal already; checking that is much cheaper than normalising.
 bool isStandardized(std::string_view path)
 {
     if (path.empty() || path.front() != '/' || (path.size() > 1 && path.back() == '/'))

@@ -25,8 +25,8 @@ public:
     /// `path` without its last component.
     std::string_view dir() const;
 
-    /// The start of the recording; all six are 0 when it is unknown. The calendar is not consulted: a 31st of
-    /// February, hour 24 and second 60 pass.
+    /// The start of the recording; all six are 0 when it is unknown. No calendar check: a 31st of February,
+    /// hour 24 and second 60 pass.
     int32_t year() const { return start.year; }
     int32_t month() const { return start.month; }
     int32_t day() const { return start.day; }

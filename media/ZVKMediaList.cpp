@@ -88,7 +88,7 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
     }
     clear();
     newestScan = std::stop_source();
-    // A stop is requested on the main thread only: a scan that is not void there still has its list.
+    // A stop is requested on the main thread only: without one the list still exists.
     dispatcher.inBackground(
         [this, &queues = dispatcher, folder = standardizedPath(*directory), token = newestScan.get_token()] {
             auto found = std::make_shared<MediaScan>(scan(folder, token));

@@ -27,7 +27,7 @@ struct MediaScanState {
     size_t unreadCount = 0;
     /// There may be more recordings than the list takes.
     bool isCut = false;
-    std::string failure; ///< what could not be read, and why, for the log; empty when all could
+    std::string failure; ///< what could not be read, and why; empty when all could
 };
 
 struct MediaScan {
@@ -85,7 +85,7 @@ public:
     /// Whether the name, a character for each UTF-16 code unit, has room for a date at the position.
     static bool _checkTimeByName(std::string_view units, int64_t position);
     /// Appends the recordings below the folder (.avi in any letter case) in the order of the walk. What
-    /// cannot be read contributes nothing; one log line tells of it.
+    /// cannot be read is left out; the state says what, and so does one log line.
     static MediaScanState eachDir(
         const std::string& folder, std::vector<ZVKMedia>& array, std::stop_token stop = {});
     /// `eachDir`, sorted. Callable from any thread. Never throws: a scan for which there is not enough memory

@@ -25,11 +25,11 @@ struct VolumeDescription {
     /// The medium is the whole device, not a partition.
     bool whole = false;
     std::string label;
-    /// The same for the same medium as long as it is plugged in; an identity only.
+    /// Identifies the medium as long as it is plugged in.
     std::string mediaPath;
     /// Of the file system: the same wherever it is mounted and whatever its label. Empty when there is none.
     std::string uuid = {};
-    /// What the medium holds, in the system's word: "vfat". Empty when nothing is known there.
+    /// The system's name for what the medium holds: "vfat". Empty when unknown.
     std::string fileSystem = {};
     /// The drive's serial number; readers often have none, or all the same.
     std::string serial = {};
@@ -51,7 +51,7 @@ public:
     virtual std::vector<VolumeDescription> mountedVolumes() = 0;
 
     /// What may be formatted for a camera: the removable media and partitions, mounted (`mountPath`) or not,
-    /// with a file system or without. `writable` is the medium's own word here, whatever a mount says.
+    /// with a file system or without. `writable` is the medium's here, not the mount's.
     virtual std::vector<VolumeDescription> formattableVolumes() = 0;
 
     /// Why the system could not say what is mounted when it was asked last; empty when it could.
@@ -61,7 +61,7 @@ public:
     virtual std::string setVolumeName(const std::string& mountPath, const std::string& name) = 0;
 
     /// Calls `changed` on the main thread whenever a volume may have been mounted, unmounted or moved,
-    /// perhaps several times for one change. Main thread only. Null when the system does not tell.
+    /// perhaps several times for one change. Main thread only. Null when the system cannot report changes.
     [[nodiscard]] virtual std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) = 0;
 };
 

@@ -13,8 +13,8 @@ public:
     virtual ~Timer() = default;
 };
 
-/// Where work runs. The main thread does all window work; long jobs go to the background.
-/// Work is dropped unrun when the dispatcher goes away first, so nothing may wait for it.
+/// Where work runs. The main thread does all window work; long jobs go to the background. Work that has not
+/// run when the dispatcher is destroyed is dropped, so nothing may wait for it.
 class Dispatcher {
 public:
     using Work = std::function<void()>;
@@ -26,8 +26,8 @@ public:
     virtual void onMain(Work work) = 0;
 
     /// Runs the work on a background thread of default priority, at once: work that hangs holds up no other.
-    /// An exception that leaves the work is logged and ends only the work, so whoever waits for a result
-    /// catches it there. Callable from any thread.
+    /// An exception that leaves the work is logged and ends only that work: catch it there where somebody
+    /// waits for a result. Callable from any thread.
     virtual void inBackground(Work work) = 0;
 
     /// The same for work that returns a value: `publish` takes it on the main thread.

@@ -36,7 +36,7 @@ public:
     const std::optional<std::string>& url() const { return location; }
     /// The file is at another path now; a player that has it open goes on.
     void moveTo(std::string path) { location = std::move(path); }
-    /// Null until a player has opened the file, and for a length that cannot be.
+    /// Null until a player has opened the file, and for an impossible length.
     MediaTime length() const { return duration; }
     void setLength(MediaTime length) { duration = length; }
 
@@ -50,8 +50,8 @@ struct VideoSize {
     double height = 0;
 };
 
-/// The player's state numbers. Only `paused` has a meaning for the controllers: a player rests there
-/// while paused and at the end of a file, with the last picture kept.
+/// The player's state numbers. Controllers use only `paused`: the state while paused and at the end of a
+/// file, where the last picture is kept.
 enum class PlayerState : int {
     stopped = 0,
     opening = 1,
@@ -109,8 +109,8 @@ public:
     virtual void setRate(float rate) = 0;
     /// Jumps forward by whole seconds, at most to the end.
     virtual void jumpForward(int seconds) = 0;
-    /// Whether a seek is on its way: until then position and time are where it leads. When it has ended, the
-    /// new picture is there, they are the player's own, and a time report follows.
+    /// Whether a seek is pending: meanwhile position and time are its target. When it has ended the new
+    /// picture is shown, and a time report follows.
     virtual bool isSeeking() const = 0;
     /// Whether the file has ended long before its length, as a recording does that was cut off: the player
     /// rests at the last picture, and position and time are that picture's.

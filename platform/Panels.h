@@ -13,7 +13,7 @@ struct SavePanel {
     std::string title;
     /// The proposed name.
     std::string name;
-    /// Where the panel starts, when not where the user's things are.
+    /// Where the panel starts; the default place when empty.
     std::optional<std::string> folder;
     /// The only file type, without a dot ("csv"); a name without an ending gets it. Any name when empty.
     std::string type = {};
@@ -29,10 +29,10 @@ struct OpenPanel {
     std::string type = {};
 };
 
-/// The desktop's file panels. They are modal to their window and never block the event loop:
-/// the answer comes later on the main thread, nothing when the user cancelled. Paths are the file
-/// system's bytes. A panel starts where the user's things are: on the camera's card, without one in the
-/// folder that was used last, otherwise in the documents folder.
+/// The desktop's file panels. They are modal to their window and never block the event loop: the answer comes
+/// later on the main thread, nothing when the user cancelled. Paths are the file system's bytes. By default a
+/// panel starts on the camera's card, without one in the folder that was used last, otherwise in the
+/// documents folder.
 class Panels {
 public:
     using Answer = std::function<void(std::optional<std::string> path)>;

@@ -33,8 +33,8 @@ public:
 
     virtual std::unique_ptr<PrintInfo> makePrintInfo() = 0;
     /// Shows the print panel, paper size included, modal to the window. The answer is 1 when the user pressed
-    /// Print. Without any printer the panel still opens and says so. Ignored while the settings' panel is
-    /// already on its way; the answer is dropped when the window goes away first.
+    /// Print. Without any printer the panel still opens and says so. Ignored while a panel of these settings
+    /// is already opening; the answer is dropped when the window goes away first.
     virtual void showPanel(QWidget& window, PrintInfo& info, std::function<void(int returnCode)> answer) = 0;
     /// Sets one of the job's options, for example "fit-to-page" to "true".
     virtual void setValue(PrintInfo& info, const std::string& key, const std::string& value) = 0;

@@ -34,7 +34,7 @@ struct Screen {
 /// The screen that holds most of the frame; the first one where none holds any of it. At least one is given.
 const Screen& screenHoldingMost(const std::vector<Screen>& screens, const Rect& frame);
 
-/// The frame, moved no further than it takes to lie wholly in the area, and no larger than that.
+/// The frame, moved as little as possible to lie in the area, and shrunk to fit.
 Rect fittedInto(const Rect& area, Rect frame);
 
 /// The desktop's screens and the frames of windows on them, in the same y-up coordinates.
@@ -47,10 +47,10 @@ public:
     /// At least one; the first is the main screen.
     virtual std::vector<Screen> all() const = 0;
 
-    /// The frame that was set last, also while the window is still on its way to it.
+    /// The frame that was set last, also while the window still moves there.
     virtual Rect frameOf(const QWidget& window) const = 0;
-    /// Where a program may not place its windows, only the size is taken. Animated: a window on screen gets
-    /// there in a short movement, if the desktop wishes for any; a later frame takes its place.
+    /// Where a program may not place its windows, only the size is used. Animated: a visible window moves
+    /// there, unless the desktop has animations off; a later frame replaces it.
     virtual void setFrameOf(QWidget& window, const Rect& frame, bool animated = false) = 0;
     /// Lets the desktop move the window with the pointer until the button is released. False where the
     /// program moves the window itself.

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// What a shell script came to.
+/// A shell script's result.
 struct ScriptResult {
     int number = 0; // 0: it ran and exited with status 0
     std::string message; // for the user; empty on success
@@ -27,8 +27,8 @@ public:
     /// taken as it stands, without quoting. Any other line is refused.
     virtual int system(const std::string& command) = 0;
 
-    /// Starts the desktop's application that does what is known as this name: "Disk Utility". False when
-    /// there is none that could be started.
+    /// Starts the desktop's application for this purpose: "Disk Utility". False when there is none that could
+    /// be started.
     virtual bool launchApplication(const std::string& name) = 0;
 
     /// Runs one shell command line and waits for its end; its output is not used. With administrator rights
@@ -42,8 +42,8 @@ public:
     /// on the chosen medium.
     virtual ScriptResult doShellScript(const std::string& command, bool withAdministratorPrivileges) = 0;
 
-    /// The one medium that the next format command may touch; it counts for one command. Should another
-    /// medium be in its place by then, the command fails and touches nothing. Any thread.
+    /// The one medium that the next format command may touch; it counts for one command. If another medium is
+    /// in its place by then, the command fails and writes nothing. Any thread.
     virtual void chooseMedium(const ChosenMedium& medium) = 0;
 };
 

@@ -14,7 +14,7 @@ public:
     bool empty() const { return kept.empty(); }
     /// The index is below `size`.
     ZVKGSensor operator[](size_t index) const { return sampleOf(kept[index].data); }
-    /// For whoever keeps samples of its own.
+    /// A copy of the samples.
     operator std::vector<ZVKGSensor>() const
     {
         std::vector<ZVKGSensor> all;

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-/// One place on a recording's way.
+/// One point of a recording's track.
 struct TrackPoint {
     int64_t nTimestamp = 0; ///< milliseconds since 1970-01-01 00:00 UTC
     double latitude = 0; ///< decimal degrees, north positive
@@ -23,9 +23,9 @@ using TrackSegment = std::vector<TrackPoint>;
 /// The header's speed in km/h, as its `KM` marker tells.
 double speedInKmh(double fSpeed, char KM);
 
-/// The record as a place; nothing when it holds no position (0, 0) or an impossible one.
+/// The record's position; nothing when it has none (0, 0) or an impossible one.
 std::optional<TrackPoint> trackPoint(const ZVKGpsRecord& record);
 
-/// The records' way. A segment ends at a record without a position, where the time goes backwards and where
-/// more than ten seconds pass.
+/// The track. A segment ends at a record without a position, where the time goes backwards, and at a gap of
+/// more than ten seconds.
 std::vector<TrackSegment> trackSegments(std::span<const ZVKGpsRecord> records);

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-/// What the camera's own sentences can tell of a fix, in the precision in which they tell it: a third of the
-/// whole record.
+/// The fields of a fix that the camera's own sentences carry, in their precision: a third of the whole
+/// record's size.
 class KeptFix {
 public:
     explicit KeptFix(const ZVKGpsData& fix)
@@ -46,6 +46,6 @@ private:
     float hdop;
     uint32_t satellitesUsed;
     _SYSTEMTIME now;
-    char hemispheres[4]; // N or S, E or W; the rest is zero, so that no byte is left open
+    char hemispheres[4]; // N or S, E or W; the rest is zero, so that records can be compared as bytes
 };
 static_assert(sizeof(KeptFix) == 44);

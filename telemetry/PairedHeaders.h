@@ -7,7 +7,7 @@
 #include <span>
 
 /// The GPS headers by G-sensor sample: element i is the header of the record that sample i is paired with. A
-/// view of the records, which outlive it.
+/// view; the records must outlive it.
 class PairedHeaders {
 public:
     explicit PairedHeaders(std::span<const ZVKGpsRecord> all)

@@ -8,7 +8,7 @@
 /// whole number; whatever lies outside the list, a negative position too, gives the last entry.
 size_t proportionalIndex(double position, size_t n);
 
-// A damaged record can hold any number. What cannot be is shown as nothing: it gives an empty text.
+// A damaged record can hold any number: an impossible value gives an empty text.
 
 /// "X=+1.23", "X=-0.50", "X=0.00": a "+" before every value above zero. "X=" beyond 200 g.
 std::string gsensorText(char axis, float value);
@@ -23,8 +23,8 @@ std::string degreesText(double degrees, double largest);
 /// "0.9"; nothing below 0 and from 1000 on.
 std::string hdopText(double hdop);
 
-/// Nothing above the two digits that a sentence has for it.
+/// Nothing above 99: sentences have two digits for it.
 std::string satelliteText(uint32_t count);
 
-/// "setLatLag('%lf','%lf')" for the map page; decimal degrees. A place that cannot be is no fix: 0, 0.
+/// "setLatLag('%lf','%lf')" for the map page; decimal degrees. An impossible place counts as no fix: 0, 0.
 std::string setLatLagScript(double longitude, double latitude);

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <deque>
 
-/// A list in which equal neighbours are kept once: the memory follows what differs. `Kept` is what an element
-/// is kept as; it is made from one and makes one again.
+/// A list in which equal neighbours are stored once. `Kept` is the stored form of an element; each converts
+/// to the other.
 template <typename Value, typename Kept> class RunList {
 public:
     size_t size() const { return count; }
@@ -37,6 +37,6 @@ private:
         bool operator==(const Run&) const = default;
     };
 
-    std::deque<Run> runs; // grows without a second copy of itself
+    std::deque<Run> runs; // grows without being copied
     size_t count = 0;
 };

@@ -187,7 +187,7 @@ bool SideDataWalk::fits(int32_t textLength) const
     return textLength >= 0 && cursor.position() + static_cast<uint64_t>(textLength) <= sourceSize;
 }
 
-/// What a read that fell short means; at the end of the data it depends on where that happened.
+/// Why the walk ends after a short read; at the end of the data it is `atEndOfData`.
 WalkEnd SideDataWalk::endOfShortRead(WalkEnd atEndOfData) const
 {
     switch (cursor.shortfall()) {

@@ -12,8 +12,8 @@
 class ZVKBlackBoxData;
 struct ZVKGpsRecord;
 
-/// One walk over a recording's side data, appending to a container. The file layout and the rules are
-/// described there.
+/// One walk over a recording's side data. Appends to a ZVKBlackBoxData, which describes file layout and
+/// rules.
 class SideDataWalk {
 public:
     SideDataWalk(ZVKBlackBoxData& into, ByteSource& source, std::stop_token stop);

@@ -3,9 +3,9 @@
 /// Why the walk over a recording's side data ended.
 enum class WalkEnd {
     // The walk succeeded.
-    complete, ///< the side data's size has been counted down to nothing
+    complete, ///< all bytes of the side data's size were read
     endOfFile, ///< the file ended where a record was expected, or inside a GPS record
-    impossibleText, ///< a GPS record announces a text that cannot be there
+    impossibleText, ///< a GPS record announces a text longer than the rest of the file
     // It did not; what was gathered before stays.
     notWalked,
     cannotOpen,

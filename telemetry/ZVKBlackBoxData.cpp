@@ -49,12 +49,14 @@ void ZVKBlackBoxData::clear()
 
 bool ZVKBlackBoxData::ExtractStreamInformation(const char* path, std::stop_token stop)
 {
-    const auto source = FileByteSource::open(path);
+    FileError why;
+    const auto source = FileByteSource::open(path, why);
     if (source)
         return ExtractStreamInformation(*source, std::move(stop));
     logLine(startLine);
     clear();
-    logFormat("telemetry: cannot open %s", path ? path : "(no path)");
+    logFormat("telemetry: cannot open %s: %s", path ? path : "(no path)", why.text().c_str());
+    notOpened = why;
     ending = WalkEnd::cannotOpen;
     return false;
 }

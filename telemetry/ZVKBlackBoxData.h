@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ByteSource.h"
+#include "common/FilePlace.h"
 #include "telemetry/GSensorList.h"
 #include "telemetry/KeptFix.h"
 #include "telemetry/PairedHeaders.h"
@@ -38,7 +39,7 @@ public:
     GSensorList m_GSensors; ///< one per G-sensor record, in file order, in g
     std::vector<int32_t> m_Times; ///< seconds since 1970 of the time records
     std::vector<ZVKTimeEvent> m_TimeEvents;
-    /// The GPS records in file order, except those whose text was stepped over.
+    /// The GPS records in file order, without the skipped ones.
     std::vector<ZVKGpsRecord> gpsRecords;
 
     /// The G-sensor records, parallel to `m_GSensors`.
@@ -54,15 +55,16 @@ public:
     /// Reads one recording's side data, after `clear`. False when the file (a UTF-8 path) cannot be opened,
     /// is no AVI, has no side data or ends inside a G-sensor record, when the device fails and when a stop
     /// was requested; whatever was gathered before stays readable. `walkEnd` tells why. One sequential pass;
-    /// the video is skipped by seeking. When there is not enough memory everything is given back, the log
-    /// says so, and the result is false.
+    /// the video is skipped by seeking. Without enough memory the result is false, and nothing is kept.
     ///
-    /// A text longer than `largestText` is stepped over together with its record; one that cannot be in the
-    /// file ends the walk. A text that the end of the file cuts is used as far as it goes.
+    /// A record whose text is longer than `largestText` is skipped; a text longer than the rest of the file
+    /// ends the walk. Of a text that the file's end cuts, what is there is parsed.
     bool ExtractStreamInformation(const char* path, std::stop_token stop = {});
     /// The same from the beginning of any source.
     bool ExtractStreamInformation(ByteSource& source, std::stop_token stop = {});
     WalkEnd walkEnd() const { return ending; }
+    /// Why the file could not be opened.
+    FileError openError() const { return notOpened; }
 
     static constexpr int32_t largestText = 512;
 
@@ -70,7 +72,7 @@ public:
     /// those that begin with "$G" to the parser and keeps a snapshot after each of them, accepted or not.
     /// Text after the last terminator is not parsed. False for a null buffer and for no bytes.
     bool ParseNMEA(char* buffer, uint32_t bufferSize);
-    /// Appends the record and so its sample. The size is not consulted. Always true.
+    /// Appends the record and so its sample. The size is ignored. Always true.
     bool ParseGSensor(const _AVI_GSENSOR_DATA_T* record, uint32_t bufferSize);
     /// Takes an 8-byte frame-data record; false for a null buffer and for any other size.
     bool ParseFrameData(const uint8_t* buffer, uint32_t bufferSize);
@@ -86,4 +88,5 @@ private:
     void takeSentence(std::string_view sentence);
 
     WalkEnd ending = WalkEnd::notWalked;
+    FileError notOpened;
 };

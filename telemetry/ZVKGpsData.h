@@ -15,8 +15,7 @@ struct _PAIR {
 };
 static_assert(sizeof(_PAIR) == 2);
 
-/// A GPS fix as the sentences tell it; each sentence updates only the fields that it carries.
-/// Numbers came through single precision: a latitude is the nearest float of what was written.
+/// A GPS fix; each sentence updates only the fields that it carries. Numbers have single precision.
 class ZVKGpsData {
 public:
     static constexpr int channelCount = 12;

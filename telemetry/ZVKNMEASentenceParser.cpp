@@ -6,7 +6,8 @@
 
 namespace {
 
-// Where the "$GPGSV" series of the process stands.
+// Where the "$GPGSV" series stands. Shared by all parsers by definition of the format: the next parser goes
+// on where the last one stopped. Atomic: two parsers at a time are no data race, but mix their series.
 std::atomic<int32_t> nextChannel = 0;
 std::atomic<int32_t> lastMessage = 0;
 

@@ -10,8 +10,7 @@
 ///   "$GA,hhmmss,status,ddmm.mmmm,dddmm.mmmm,speed,N|S,E|W*hh"
 ///   "$GC,hhmmss,ddmmyy,-,-,satellites used,HDOP,speed,course*hh"
 ///
-/// "$GA" knows no date: it sets the date in `Now` to zeros, so a snapshot's date depends on which of the two
-/// came last.
+/// "$GA" has no date: it sets the date in `Now` to zeros, so a snapshot has a date only after "$GC".
 class ZVKZAVIKNMEASentenceParser {
 public:
     ZVKGpsData m_Current;

@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <utility>
 
-/// A frame as a picture: the file that it went through, and what that held.
+/// A captured frame: its file's path and contents.
 struct CapturedFrame {
     std::string path;
     std::string contents;
@@ -36,7 +36,7 @@ std::optional<std::string> contentsOf(const std::string& path)
     return contents && !contents->empty() ? std::move(contents) : std::nullopt;
 }
 
-/// Nothing when the frame could not be written, whatever an earlier one has left there.
+/// Nothing when the frame could not be written, also when the file of an earlier one is still there.
 std::optional<CapturedFrame> frameWrittenTo(platform::MediaPlayer& player, const std::string& path)
 {
     auto contents = player.saveVideoSnapshotAt(path, 0, 0) ? contentsOf(path) : std::nullopt;
@@ -53,7 +53,7 @@ void openInViewer(platform::Platform& desktop, QWidget& window, const std::strin
         tell(desktop, window, "capture.saved");
 }
 
-/// The panel after a refused choice: where the user was, if that is a folder, with a name that is free.
+/// The panel after a refused choice: in the same folder, with a free name.
 platform::SavePanel nextPanel(platform::SavePanel panel, const std::string& refused)
 {
     const std::filesystem::path free = platform::freePath(refused);
@@ -104,7 +104,7 @@ void FrameCapture::captureVideo(platform::MediaPlayer& player)
         tell(desktop, window, "capture.failed");
         return;
     }
-    // The film goes on, and another window of the program may write its frame: what is saved are these bytes.
+    // Saves these bytes: meanwhile another instance of the program may write its frame to the same file.
     saveFrame(std::make_shared<CapturedFrame>(std::move(*frame)),
         {platform::localized("panel.save_frame").toStdString(), "zavik_capture.png", {}});
 }
@@ -114,8 +114,8 @@ std::optional<CapturedFrame> FrameCapture::writtenFrame(platform::MediaPlayer& p
     auto frame = frameWrittenTo(player, desktop.frameFile);
     if (frame || !player.hasVideoOut())
         return frame;
-    // Somebody else's file, link or folder has that name. A file that is this user's alone stays there, too,
-    // as the viewer may still show it.
+    // Another user's file, a link or a folder has that name. The private file is not deleted, as the viewer
+    // may still show it.
     std::string why;
     if (privateFrameFolder.empty())
         privateFrameFolder = makePrivateFolder(why);
@@ -126,7 +126,7 @@ std::optional<CapturedFrame> FrameCapture::writtenFrame(platform::MediaPlayer& p
     return frameWrittenTo(player, privateFrameFolder + "/zavik_capture.jpg");
 }
 
-/// Asks where to, and again after a choice that was refused: the frame is not lost by it.
+/// Asks where to save, and again after a refused choice, so that the frame is not lost.
 void FrameCapture::saveFrame(
     const std::shared_ptr<const CapturedFrame>& frame, const platform::SavePanel& panel)
 {

@@ -11,9 +11,9 @@
 struct CapturedFrame;
 class QWidget;
 
-/// The frame on screen as something to keep: saved as a picture file that the system's viewer then shows, or
-/// printed. What is kept is the frame of the call, whatever the player shows when the panel is answered.
-/// Failures are told on a sheet. Main thread only.
+/// Saves the frame on screen as a picture file, which the system's viewer then shows, or prints it. Uses the
+/// frame at the time of the call, not the one at the panel's answer. Failures are told on a sheet. Main
+/// thread only.
 class FrameCapture {
 public:
     /// Panels and sheets are the window's.
@@ -36,7 +36,7 @@ private:
     QWidget& window;
     /// Made on first use and kept, so that the choices of one print stay for the next.
     std::unique_ptr<platform::PrintInfo> printInfo;
-    /// Made when somebody else holds the name of the frame's file.
+    /// Made when the usual file cannot be written.
     std::string privateFrameFolder;
     Life life;
 };

@@ -3,7 +3,7 @@
 namespace {
 
 constexpr QChar lineMayEndHere(0x200B);
-/// As a date; in what is longer a line may end anywhere.
+/// As long as a date; a longer part may be broken anywhere.
 constexpr int longestWholePart = 8;
 
 } // namespace

@@ -195,7 +195,7 @@ void RecordingsPanel::cardFormatted(const std::string& from, const std::string& 
 void RecordingsPanel::folderMoved(const std::string& from, const std::string& to)
 {
     mediaList->movedTo(to);
-    // What is read at the old path is not there.
+    // A scan that still runs at the old path, or failed there, is done again.
     if (scanning || !mediaList->scanState().failure.empty())
         scan(to);
     told.moved(from, to);
@@ -241,7 +241,7 @@ void RecordingsPanel::showListState(const PlayRemarks& remarks)
     outlets.mediaListTableView->setVisible(mediaList->count() > 0);
 }
 
-/// What there is to say about the list that a scan has given, and about what was played of it.
+/// Notes about the scan's result and about what was played.
 QStringList RecordingsPanel::scanRemarks(const PlayRemarks& remarks) const
 {
     const MediaScanState& state = mediaList->scanState();

@@ -23,9 +23,9 @@ namespace Ui {
 class ListPanel;
 }
 
-/// The recordings of the folder that is open: their table and its selection, the scan's state in plain words,
-/// and the folder itself, which goes along when its volume is mounted elsewhere, and is let go of while its
-/// card is formatted. Main thread only; nothing of the folder is touched on it.
+/// The recordings of the open folder: their table and its selection, the scan's state as a text, and the
+/// folder, which is followed when its volume is mounted elsewhere and closed while its card is formatted.
+/// Main thread only; never accesses the folder there.
 class RecordingsPanel final : public ZVKMediaListDelegate {
 public:
     struct Told {
@@ -59,11 +59,11 @@ public:
 
     void openMediaDirectoryDialog();
     void openMediaDirectory(const std::string& path);
-    /// What was dropped may be no folder, and may lie on a card that takes its time.
+    /// The dropped path may be no folder, and may lie on a slow card.
     void openIfFolder(const std::string& path);
 
-    /// Says in plain text what the list is doing, or what to do, while there is nothing in it; below its
-    /// rows, what is not among them or was not played.
+    /// Shows in an empty list what it is doing or what the user can do; below the rows, what is missing or
+    /// was not played.
     void showListState(const PlayRemarks& remarks);
 
     /// The folder may lie on the volume that is mounted there.

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QStringList>
 
-/// What there is to say about the files that were played since a folder was opened; their names.
+/// Names of files that could not be played well since the folder was opened.
 struct PlayRemarks {
-    QStringList passedOver; ///< a drive went past them, as they could not be played
+    QStringList passedOver; ///< skipped, as they could not be played
     QStringList brokenOff; ///< they ended long before their length
-    QString withoutReadings; ///< the file at hand, when it may hold readings that are not shown
+    QString withoutReadings; ///< the current file, when its telemetry could not be read whole
 };

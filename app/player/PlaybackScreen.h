@@ -5,19 +5,19 @@
 
 #include <QString>
 
-/// Where the picture is seen, with what is said over it. Main thread only.
+/// The picture's place in the window and the texts over it. Main thread only.
 class PlaybackScreen {
 public:
     virtual ~PlaybackScreen() = default;
     /// Of the picture's place, in points.
     virtual double height() const = 0;
-    /// Says what happens to the file; empty: nothing.
+    /// Shows a text about the file; empty: none.
     virtual void say(const QString& text) = 0;
     /// Shows the player's picture or, where there is none, the background.
     virtual void showPictureOf(const platform::MediaPlayer& player) = 0;
-    /// Says where a seek leads whose picture takes its time.
+    /// Shows the target of a slow seek.
     virtual void showSeeking(platform::MediaTime target) = 0;
     virtual void hideSeeking() = 0;
-    /// How long a file may still take, on screen from its start to its end.
+    /// The bar that is shown while a file is prepared.
     virtual LoadingBar& loading() = 0;
 };

@@ -113,7 +113,7 @@ void PlaybackSession::closeFile(bool staysAtHand)
     screen.showPictureOf(*player1);
 }
 
-/// Takes from the screen what belongs to a file and a moment of it.
+/// Clears what the screen shows of a file and a moment.
 void PlaybackSession::clearMoment()
 {
     said.withoutReadings.clear();
@@ -204,7 +204,7 @@ void PlaybackSession::mediaPlayerTimeChanged(platform::MediaPlayer& player)
             info.setPosition(*target);
         return;
     }
-    // Reports come one by one while the picture stands, and none of them may be missed.
+    // While paused each time report counts, so none is skipped.
     timeReportCounter = player.isPlaying() ? (timeReportCounter + 1) % 3 : 0;
     if (timeReportCounter == 0)
         info.setPosition(double(player.position()));

@@ -46,7 +46,7 @@ public:
     /// Everything is prepared, the player is asked to play.
     virtual void playerStarts() = 0;
     virtual void remarksChanged() = 0;
-    /// The user holds the knob of a position slider: nothing moves on meanwhile.
+    /// The user holds the knob of a position slider: no move to the next file meanwhile.
     virtual bool isKnobHeld() const = 0;
     /// Asked when a file has ended or cannot be played.
     virtual Following following(int64_t index) const { return {index + 1}; }
@@ -104,7 +104,7 @@ public:
     void restartMedia();
     /// The file is open in the player and its telemetry is the one on screen.
     bool isPrepared() const;
-    /// The user goes elsewhere: what is left of an earlier seek, and the move to the next file, are void.
+    /// The user seeks: voids an earlier seek and the pending move to the next file.
     void beginSeek();
 
     /// Gives up the file that is being prepared.
@@ -116,10 +116,10 @@ public:
     void letGoOf(const std::string& folder);
     /// The list has other entries: the file at hand keeps its row, wherever that stands now.
     void findFileAtHand();
-    /// A folder is elsewhere: what plays goes on. What has not begun, or failed because its card was away,
-    /// begins at the new path.
+    /// A folder has moved: a playing file goes on. One that has not begun, or failed because its card was
+    /// away, starts at the new path.
     void folderMoved(const std::string& from, const std::string& to);
-    /// The window has another size.
+    /// The window's size has changed.
     void updatePlayInfoScale();
     /// Stops and ends the player; nothing else may be called then.
     void end();
@@ -163,6 +163,6 @@ private:
     int32_t timeReportCounter = -1;
     std::unique_ptr<platform::Timer> playStopTimer;
     std::stop_source extractionStop;
-    /// The file at hand, until another one is started or this one is taken away.
+    /// The current file, until another one is started or this one is dropped.
     Life fileLife;
 };

@@ -1,4 +1,4 @@
-// A file's way to its first picture: chosen or reached, prepared (telemetry first), played.
+// The start of a file: chosen or next in the list, prepared (telemetry first), played.
 
 #include "app/player/PlaybackScreen.h"
 #include "app/player/PlaybackSession.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A wait that is longer is named on screen.
+/// A longer wait is shown on screen.
 constexpr std::chrono::milliseconds patience(500);
 
 /// The file may hold readings that are not shown.
@@ -82,7 +82,7 @@ void PlaybackSession::restartMedia()
     prepare();
 }
 
-/// Whatever was begun for the file up to now (extraction, start, delayed seeks, the move on) is void.
+/// Voids everything pending for the file: extraction, start, delayed seeks, the move to the next.
 void PlaybackSession::forgetPendingStart(State next)
 {
     fileLife.renew();
@@ -102,7 +102,7 @@ void PlaybackSession::prepare()
 
 void PlaybackSession::extractThenPlay()
 {
-    // Until its own telemetry is there, a file shows no readings; never those of the file before.
+    // Until its own telemetry is read, a file shows none; never that of the file before.
     clearMoment();
     dispatcher.after(patience, fileLife.guarded([this] {
         if (isWaiting())

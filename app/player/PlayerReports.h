@@ -2,7 +2,7 @@
 
 #include "platform/MediaPlayer.h"
 
-/// The player plays its file, were it only its last picture.
+/// The player plays its file, or shows its last picture.
 inline bool reportsPlaying(const platform::MediaPlayer& player)
 {
     return player.media() && player.isPlaying();
@@ -25,11 +25,11 @@ inline bool hasAudio(const platform::MediaPlayer& player)
     return player.media() && !player.audioTrackIndexes().empty();
 }
 
-/// A picture is on screen. A file that has only sound has none, least of all the last one of another file.
+/// A picture of this file is on screen; never true for a file that has only sound.
 inline bool hasPicture(const platform::MediaPlayer& player)
 {
     return (reportsPlaying(player) || isPaused(player)) && player.hasVideoOut();
 }
 
-/// From here on a file counts as played to its end, as a fraction of its length.
+/// The fraction of its length from which a file counts as played to its end.
 constexpr double endPosition = 0.998;

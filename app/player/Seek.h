@@ -7,25 +7,24 @@
 #include <functional>
 #include <optional>
 
-/// The user's latest seek: what follows it later, which position is shown until the player is there, and what
-/// is said while its picture takes its time. A new one takes the place of whatever is left of the one before.
-/// Main thread only.
+/// The user's latest seek: its delayed work, the position shown until the player is there, and the text while
+/// its picture is slow. A new seek replaces the one before. Main thread only.
 class Seek {
 public:
     struct Told {
-        /// Half a second after its begin the picture is still awaited; this is where the seek leads.
+        /// Half a second after the start the picture is not there yet; with the seek's target.
         std::function<void(platform::MediaTime target)> slow;
-        /// Nothing is to be said about a seek any more.
+        /// The text about a seek is to be removed.
         std::function<void()> shown;
-        /// It is over: the position is the player's own again.
+        /// The seek is over: the position is the player's own again.
         std::function<void()> settled;
     };
 
     Seek(platform::Dispatcher& dispatcher, platform::MediaPlayer& player, Told told);
 
-    /// The user goes elsewhere, or another file begins: what is left of an earlier seek is void.
+    /// The user seeks, or another file starts: an earlier seek is void.
     void begin();
-    /// The player goes: nothing follows.
+    /// The player ends: everything is void.
     void end() { life.renew(); }
     /// Runs the work after the delay unless another seek has begun meanwhile.
     void after(double seconds, std::function<void()> work);
@@ -39,7 +38,7 @@ public:
     /// leads, however long its picture takes.
     bool takesJump() const { return !movingPosition || settlingTimeIsOver; }
 
-    /// The player tells its time. True when the seek was over by that.
+    /// Called with each time report of the player. True when the seek is over by it.
     bool playerReported();
 
 private:
@@ -49,7 +48,7 @@ private:
     platform::MediaPlayer& player;
     Told told;
     std::optional<double> movingPosition;
-    /// Its least settling time has passed, its picture is still awaited.
+    /// The settling time has passed, the picture is not there yet.
     bool settlingTimeIsOver = false;
     Life life;
 };

@@ -21,8 +21,8 @@ class GraphPanel;
 class MapPanel;
 } // namespace Ui
 
-/// The telemetry of the moment that plays: readouts, the graph with its bar, the map with its marker. A place
-/// in the file's length is looked up in proportion; no times are matched. Main thread only.
+/// The telemetry of the current moment: readouts, the graph with its bar, the map with its marker. Entries
+/// are found in proportion to the position in the file; no times are matched. Main thread only.
 class TelemetryPanel {
 public:
     using MakeMap = std::function<std::unique_ptr<platform::WebView>(QWidget& parent)>;
@@ -34,7 +34,7 @@ public:
     /// What the pointer tells at a fraction of the file that long: its time and the values there.
     QString textAt(double position, platform::MediaTime length) const;
     void loadMapPage(bool isKorean);
-    /// The web engine goes before the program ends.
+    /// Destroys the map; the web engine must end before the program does.
     void closeMap() { mapWebView.reset(); }
 
     /// The way of a drive, as a script for the map's page; it stays over its recordings.
@@ -46,7 +46,7 @@ public:
     /// A recording's telemetry from now on; the readouts follow with the next moment.
     void show(ZVKBlackBoxData read);
     const ZVKBlackBoxData& telemetry() const { return blackBoxData; }
-    /// Nothing of any recording.
+    /// Shows no recording.
     void clear();
     /// No moment is played.
     void resetReadouts();
@@ -57,13 +57,13 @@ public:
     void updateGsensorUIByPlayPositon(double position, double playerPosition);
     void updateGpsUIByPlayPosition(double position, bool isKnown);
 
-    /// Shows speeds in miles per hour (1) or kilometres per hour (0), also the one that is on screen while
-    /// nothing moves; any other value changes nothing.
+    /// Shows speeds in miles per hour (1) or kilometres per hour (0), also the one that is on screen now; any
+    /// other value changes nothing.
     void setDisplayMile(uint32_t value);
     /// Called after every change of the unit.
     std::function<void(bool isMile)> unitChanged = [](bool) {};
-    /// The same for what the card's settings say, unless a newer unit comes before the card answers: it is
-    /// asked in the background and may take its time.
+    /// The same with the unit of the card's settings, read in the background; dropped when a newer unit was
+    /// set meanwhile.
     void readDisplayMile(platform::Dispatcher& dispatcher, platform::DiskArbitration& disks, bool isKorean);
     bool showsMiles() const { return m_bMileDisplay; }
 
@@ -76,7 +76,7 @@ private:
     ZVKBlackBoxData blackBoxData;
     bool m_bMileDisplay = false;
     double moment = 0; // that is shown, as a fraction of the file
-    // Once a recording had a southern (western) fix, the run stays with it.
+    // Stays set for the rest of the run once a recording had a southern (western) fix.
     bool isSouth = false;
     bool isWest = false;
     Life unitReading;

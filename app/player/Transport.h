@@ -8,8 +8,8 @@ class PlaybackSession;
 /// What the transport controls do: play and pause, seeks and jumps, speed, volume. Main thread only.
 class Transport {
 public:
-    /// `volumeChanged` is called after every assignment; `playerMoved` when the player stands elsewhere and
-    /// the play state does not know it yet.
+    /// `volumeChanged` is called after every assignment; `playerMoved` when the player's position has changed
+    /// before its next report.
     struct Told {
         std::function<void()> volumeChanged;
         std::function<void()> playerMoved;

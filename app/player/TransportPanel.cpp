@@ -64,7 +64,7 @@ void TransportPanel::showPlaying(bool isPlaying, const MainWindowControls& contr
 {
     const QString image = isPlaying ? QStringLiteral("icon_pause_n") : QStringLiteral("icon_play_n");
     for (TKImageButton* button : {bar.playButton, fullScreenBar.playButtonForFullScreen}) {
-        // Reported with every time report, most of them without news.
+        // Called with every time report, mostly without a change.
         if (button->imageName() == image)
             continue;
         button->setImageName(image);

@@ -13,7 +13,7 @@ class TransportBar;
 } // namespace Ui
 
 /// The transport controls' display, below the graph and in full screen: position, time, play button, speed,
-/// size, volume. Shows silently; tells only what the user does. Main thread only.
+/// size, volume. Setters are silent; only the user's actions are reported. Main thread only.
 class TransportPanel {
 public:
     struct Told {

@@ -26,7 +26,7 @@ public:
         MainWindowLayout& layout, std::function<void()> resized);
 
     platform::VideoView& view() { return *video1View; }
-    /// The player that draws there is gone.
+    /// Called when the player that draws there is gone.
     void removeView();
 
     /// What can be done with the picture now: captured while it plays, printed.

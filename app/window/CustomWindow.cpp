@@ -11,8 +11,8 @@
 
 namespace {
 
-/// The one path that is dragged; empty when it is anything else. Whether it is a folder is not asked here:
-/// a card may take its time to tell.
+/// The one path that is dragged; empty when it is anything else. Not checked for being a folder: a card may
+/// be slow.
 std::string draggedPath(const QMimeData& data)
 {
     const QList<QUrl> urls = data.urls();
@@ -130,7 +130,7 @@ void CustomWindow::mouseMoveEvent(QMouseEvent* event)
     target.y -= moved.y();
     const platform::Rect visible = screenHoldingMost(screens->all(), target).visibleFrame;
     const double top = std::min(target.maxY(), visible.maxY());
-    // On a smaller screen the controls at its lower edge would never come into sight.
+    // On a smaller screen the controls at the lower edge would be outside it.
     target.width = std::min(target.width, visible.width);
     target.height = std::min(target.height, visible.height);
     target.y = top - target.height;

@@ -32,7 +32,7 @@ public:
 
     /// The window's own mode (not the toolkit's).
     bool isFullScreen() const { return fullScreen; }
-    /// Told after every change of the mode, before the frame changes.
+    /// Called after every change of the mode, before the frame changes.
     void observeIsFullScreen(std::function<void()> reported) { observer = std::move(reported); }
     /// Do nothing when the window is in that mode already.
     void enterFullscreen();

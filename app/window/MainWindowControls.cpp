@@ -18,7 +18,7 @@ namespace {
 
 int combined(const QKeyEvent& event, Qt::KeyboardModifiers without)
 {
-    // The plus of the number pad and of the row of digits are one key to the user.
+    // The plus keys of the number pad and of the digits' row count as one key.
     const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | without);
     return QKeyCombination(modifiers, Qt::Key(event.key())).toCombined();
 }

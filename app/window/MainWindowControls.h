@@ -15,7 +15,7 @@ struct Command {
     std::function<void()> run;
     std::vector<int> keys;
     std::vector<const char*> buttons;
-    /// The keys are somebody else's while this says no; none: never.
+    /// While this returns false the keys are not taken; none: always taken.
     std::function<bool()> takesKeys = {};
 };
 
@@ -28,7 +28,7 @@ public:
 
     /// Tooltip and accessible name of a button; its command's key stands in the tooltip.
     void describe(QWidget& button, const char* textKey) const;
-    /// A button of what cannot be done now is grey and says why. Does nothing without news.
+    /// Disables the button of what cannot be done now; its tooltip says why. Does nothing without a change.
     void setPossible(QWidget& button, const char* textKey, bool isPossible, const char* whyNotKey) const;
 
 private:

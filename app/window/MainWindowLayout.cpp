@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double sizeStep = 0.2;
-// The side buttons' pictogram stands left of it.
+// Text offset in the side buttons; their picture is left of it.
 constexpr int sideButtonTextLeft = 36;
 constexpr int stripHeight = 22;
 
@@ -229,7 +229,7 @@ void MainWindowLayout::setVideoScaleIndex(int64_t step)
         frame.width = minWidth;
         frame.height = minHeight;
     }
-    // A window that keeps its size stays where the user has put it.
+    // Without a change of size the window is not moved.
     if (frame != before)
         window.setFrame(fittedInto(screen.visibleFrame, frame), true);
 }

@@ -30,7 +30,7 @@ void SecondaryWindows::showTimeSetupPanel()
         [this] { return std::make_unique<ZVKTimeSetupController>(desktop, platform::textLanguage()); });
 }
 
-/// What the user has not saved in the window before is asked for first.
+/// First asks about unsaved changes in the window before.
 void SecondaryWindows::replaceDialog(std::function<std::unique_ptr<WindowController>()> make)
 {
     if (isFormatting())
@@ -45,7 +45,7 @@ void SecondaryWindows::replaceDialog(std::function<std::unique_ptr<WindowControl
         replace();
 }
 
-/// A window that formats a card comes forward instead of another one.
+/// A window that formats a card is brought to the front instead.
 bool SecondaryWindows::isFormatting()
 {
     auto* settings = dynamic_cast<ZVKSettingController*>(lastDialogController.get());

@@ -10,9 +10,9 @@
 
 class viewControllerForZVKSettingDelegate;
 
-/// The settings window and the clock's: modeless, one at a time. Opening one closes the one before, once
-/// its changes are saved or dropped; a window that formats a card stays until the end is told.
-/// Main thread only.
+/// The settings window and the clock's: modeless, one at a time. Opening one closes the one before, once its
+/// changes are saved or dropped; a window that formats a card stays until it has reported the result. Main
+/// thread only.
 class SecondaryWindows {
 public:
     /// `settingDelegate` lives longer than this.

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// Tells when a widget changes its size or comes into sight, and of keys and clicks on it before it takes
+/// Reports when a widget changes its size or comes into sight, and its key and mouse events before it gets
 /// them. The widget owns it.
 class Watch final : public QObject {
 public:

@@ -1,4 +1,3 @@
-#include "common/Log.h"
 #include "telemetry/ZVKBlackBoxData.h"
 #include "tools/samplecard/AviWriter.h"
 #include "tools/samplecard/DeviceSentence.h"
@@ -19,19 +18,19 @@ namespace {
 class TemporaryFile {
 public:
     TemporaryFile()
-        : m_path(std::filesystem::temp_directory_path()
+        : file(std::filesystem::temp_directory_path()
             / ("zavik-bench-" + std::to_string(std::random_device()())))
     {
     }
-    ~TemporaryFile() { std::filesystem::remove(m_path); }
+    ~TemporaryFile() { std::filesystem::remove(file); }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    const char* path() const { return m_path.c_str(); }
-    std::ofstream appending() const { return std::ofstream(m_path, std::ios::binary | std::ios::app); }
+    const char* path() const { return file.c_str(); }
+    std::ofstream appending() const { return std::ofstream(file, std::ios::binary | std::ios::app); }
 
 private:
-    std::filesystem::path m_path;
+    std::filesystem::path file;
 };
 
 void append(std::ofstream& file, std::span<const std::byte> bytes)
@@ -70,7 +69,6 @@ private:
 
 void extraction(benchmark::State& state)
 {
-    setLogSink({});
     const ThreeMinutes recording;
     ZVKBlackBoxData data;
     for (auto _ : state)
@@ -120,7 +118,6 @@ BENCHMARK(bareReading)->Unit(benchmark::kMicrosecond);
 /// A file whose first "JUNK" is padding without records: the walk looks at every word to the end.
 void gigabyteOfPadding(benchmark::State& state)
 {
-    setLogSink({});
     constexpr size_t size = 1'000'000'000;
     const TemporaryFile file;
     {

@@ -7,8 +7,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include "common/Log.h"
-
 namespace {
 
 /// A recording of ten minutes.
@@ -32,7 +30,6 @@ std::vector<std::byte> recording()
 
 void positionChange(benchmark::State& state)
 {
-    setLogSink({});
     TempFolder folder;
     folder.file("alwa_20150321_142530_F.avi", recording());
     AppDelegateProbe app;

@@ -2,7 +2,7 @@
 // The card is asked and read in the background; that part is not measured.
 
 #include "app/window/SettingPages.h"
-#include "common/Log.h"
+#include "common/CardFiles.h"
 #include "settings/window/ZVKSettingController.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestPlatform.h"
@@ -16,8 +16,7 @@ class Setting {
 public:
     Setting()
     {
-        setLogSink({});
-        (void)writeDefaultFileData(FilePlace::chosen(card.path("config.bin")));
+        (void)writeDefaultFileData(FilePlace::chosen(card.path(cardFiles::settings)));
         desk.disks.volumes = {TestDiskArbitration::card(card.path())};
     }
     void open()

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <unistd.h>
@@ -47,7 +48,11 @@ int main(int argc, char* argv[])
     std::printf("view made in %.3f ms\n", double(clock.nsecsElapsed()) / 1e6);
     clock.restart();
     window.show();
-    while (!view.hasPage())
+    const auto hasPage = [&] {
+        return std::ranges::any_of(view.widget().findChildren<QWidget*>(),
+            [](const QWidget* child) { return child->inherits("QWebEngineView"); });
+    };
+    while (!hasPage())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::printf("engine started %.0f ms after the window\n", double(clock.nsecsElapsed()) / 1e6);
     while (evaluate(view, QStringLiteral("typeof zavikMapState")) != QStringLiteral("function")) { }

@@ -56,9 +56,8 @@ std::optional<TimeSet> timeSetFromText(std::string_view text)
     return isMoment(moment) ? std::optional(moment) : std::nullopt;
 }
 
-std::optional<TimeSet> loadTimeSet(const FilePlace& place)
+std::optional<TimeSet> loadTimeSet(const FilePlace& place, FileError& why)
 {
-    FileError why;
     const auto contents = place.beginning(pattern.size() + 3, why); // a line, its end, and one too many
     if (!contents)
         return std::nullopt;

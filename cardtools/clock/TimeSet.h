@@ -20,15 +20,15 @@ struct TimeSet {
     bool operator==(const TimeSet&) const = default;
 };
 
-/// The 19 characters of the line.
+/// The moment as 19 characters.
 std::string timeSetText(const TimeSet& moment);
 
 /// The moment that the 19 characters name; nothing for any other text or when there is no such moment.
 std::optional<TimeSet> timeSetFromText(std::string_view text);
 
-/// The moment in the file; one line end after it is accepted. Nothing when the file cannot be read or holds
-/// anything else.
-std::optional<TimeSet> loadTimeSet(const FilePlace& place);
+/// The moment in the file; one line end after it is accepted. Nothing when the file cannot be read, then with
+/// the reason, or holds anything else.
+std::optional<TimeSet> loadTimeSet(const FilePlace& place, FileError& why);
 
 /// Writes the line to the file, creating or replacing it as replaceFile does.
 [[nodiscard]] FileError saveTimeSet(const TimeSet& moment, const FilePlace& place);

@@ -109,7 +109,8 @@ void ZVKTimeSetupController::setTexts()
     outlets->clockTimePicker->setDayHalves(locale.amText(), locale.pmText());
 }
 
-/// The toolkit's red weekends are too dark to read on this ground; the ground goes on behind round corners.
+/// The toolkit's red for weekends is too dark on this background; the background also fills the round
+/// corners.
 void ZVKTimeSetupController::setCalendarColors()
 {
     QPalette palette = loaded->palette();
@@ -164,7 +165,7 @@ void ZVKTimeSetupController::loadSettingFile()
         }));
 }
 
-/// Before it is known where the clock file is, and while it is written, nothing can be saved.
+/// Saving is disabled while the clock file is looked for and while it is written.
 void ZVKTimeSetupController::setWorking(bool on, const char* titleKey)
 {
     isWorking = on;
@@ -261,7 +262,7 @@ void ZVKTimeSetupController::doWriteConfigFile(std::function<FilePlace()> place)
         const SaveLock lock(file);
         const FileError error = lock.error() ? lock.error() : saveTimeSet(moment, file);
         if (error)
-            logFormat("%s: %s", file.path().c_str(), error.text().c_str());
+            logFormat("cannot save %s: %s", file.path().c_str(), error.text().c_str());
         return Outcome{error, file.path()};
     };
     desktop.dispatcher.inBackgroundThen(

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
-// The pieces that the cells of both kinds of drive logs are made of. Each appends what printf would, without
-// its cost and without the locale.
+// The pieces that the cells of both kinds of drive logs are made of. Each appends what printf would in the C
+// locale, but faster.
 
 /// "%d"; with a width, filled up from the left ("%04d", "%4d").
 void appendInteger(std::string& text, int64_t value, size_t width = 0, char fill = '0');
@@ -27,7 +27,7 @@ template <typename Record> Record driveRecordAt(const std::byte* bytes)
     return record;
 }
 
-// Whether a record's value can be.
+// Whether a record's value is possible.
 inline constexpr auto alwaysPossible = [](const auto&) { return true; };
 inline constexpr auto possibleDate = [](const auto& record) {
     return record.month >= 1 && record.month <= 12 && record.day >= 1 && record.day <= 31;
@@ -44,7 +44,7 @@ inline constexpr auto possibleLon = [](const auto& record) {
 template <auto field>
 inline constexpr auto possibleSpeed = [](const auto& record) { return record.*field <= 1000; };
 
-/// A column whose cell is what `cell(text, record)` appends.
+/// A column whose cells are made by `cell(text, record)`.
 template <typename Record, typename Cell, typename Possible = decltype(alwaysPossible)>
 constexpr DriveLogColumn driveColumn(std::string_view title, int width, Cell, Possible = {})
 {

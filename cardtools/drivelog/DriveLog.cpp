@@ -1,7 +1,6 @@
 #include "cardtools/drivelog/DriveLog.h"
 
 #include "common/FileByteSource.h"
-#include "common/Log.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -69,13 +68,13 @@ DriveLog readDriveLog(const FilePlace& place, const DriveLogFormat& format, std:
     const DriveLogProgress& progress)
 {
     FileError why;
-    if (const auto file = FileByteSource::take(place.open(why).release()))
+    if (const auto file = FileByteSource::open(place, why))
         return readDriveLog(*file, format, std::move(stop), progress);
     DriveLog log(format);
     const bool isRefused = why.code == FileError::link || why.code == FileError::noPlainFile;
     log.ending = why.code == ENOENT ? DriveLogEnd::notThere
         : isRefused                 ? DriveLogEnd::refused
                                     : DriveLogEnd::cannotOpen;
-    logFormat("fopen fail:%s", place.path().c_str());
+    log.notOpened = why;
     return log;
 }

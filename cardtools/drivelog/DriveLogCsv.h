@@ -4,7 +4,7 @@
 
 #include <functional>
 
-/// Takes the next piece of a CSV file, whole lines, and how many records are written with it. False ends the
+/// Receives the next whole lines of a CSV file, and the number of records written so far. False ends the
 /// writing.
 using CsvSink = std::function<bool(std::string_view lines, int64_t records)>;
 

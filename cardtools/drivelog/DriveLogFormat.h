@@ -19,7 +19,7 @@ struct DriveLogColumn {
     /// Appends the cell of a record, given its bytes and its row from 0. The text is the same in every
     /// locale.
     void (*append)(std::string& text, const std::byte* record, int64_t row);
-    /// Whether the record's value can be; null when every value can.
+    /// Whether the record's value is possible; null when every value is.
     bool (*isPossible)(const std::byte* record) = nullptr;
 
     bool hasTitleKey() const { return title.find('.') != std::string_view::npos; }

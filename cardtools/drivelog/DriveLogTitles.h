@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// A column title of the string tables, for programs without them.
+/// A column title from the text tables, for programs that do not load them.
 struct DriveLogTitle {
     std::string_view language; // "en" or "ko"
     std::string_view key;

@@ -72,7 +72,7 @@ void DriveRecordPage::doWriteCSVFile(const std::string& path)
     const auto write = [job = std::move(job), report] {
         const std::string trouble = writeExport(job, report);
         if (!trouble.empty())
-            logFormat("%s: %s", job.path.c_str(), trouble.c_str());
+            logFormat("cannot save %s: %s", job.path.c_str(), trouble.c_str());
         return trouble.empty();
     };
     desktop.dispatcher.inBackgroundThen(write, life.guarded([this, stop = work.get_token()](bool isSaved) {

@@ -117,7 +117,12 @@ void DriveRecordPage::doReadFlashDataFile(bool isAskedFor)
                           report] {
         const std::string below = std::filesystem::path(path).lexically_relative(root).native();
         const auto place = root.empty() ? FilePlace::chosen(path) : CardRoot(root).file(below);
-        return std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
+        auto log = std::make_shared<const DriveLog>(readDriveLog(place, kind, stop, report));
+        if (const FileError why = log->openError()) {
+            logFormat("fopen fail:%s", place.path().c_str());
+            logFormat("cannot open the drive log: %s", why.text().c_str());
+        }
+        return log;
     };
     desktop.dispatcher.inBackgroundThen(
         read, life.guarded([this, stop = work.get_token(), isAskedFor](std::shared_ptr<const DriveLog> log) {

@@ -36,7 +36,8 @@ public:
     ~DriveRecordPage() override;
 
     /// The log to show. It is read when the record comes for the first time, and by loadFlashDataFile.
-    /// `cardRoot`: of the card that the file is on, which leads nowhere else; empty for the user's choice.
+    /// `cardRoot`: the root of the card that the file is on, in which no link is followed; empty for a file
+    /// that the user chose.
     void setM_FlashDataFilePath(const std::string& path, const std::string& cardRoot = {});
 
     void setFileData(_FILEDATA* record) override;
@@ -52,13 +53,13 @@ public:
 
     /// Asks for a log and shows it.
     void openFileDialog();
-    /// Reads the log; a window tells how far it is when that takes long. The rows stay as they are when it
-    /// cannot be used, and the user is told.
+    /// Reads the log; when that takes long a window shows the progress. When the log cannot be used the rows
+    /// stay, and the user is told.
     void loadFlashDataFile();
     /// Shows the row's place on the map; the window only comes forward where the row has none.
     void doubleClickTableRow(int64_t clickedRow);
-    /// Asks for a file and writes the table to it; a window tells how far it is when that takes long. Closing
-    /// the page's window asks meanwhile.
+    /// Asks for a file and writes the table to it; when that takes long a window shows the progress. Closing
+    /// the page's window meanwhile asks first.
     void onSaveCSVFile();
 
     std::string stringForColumnIndex(int64_t column, int64_t row) const;

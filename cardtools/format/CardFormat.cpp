@@ -48,7 +48,7 @@ std::string makeFolders(const std::string& root)
         if (const FileError error = card.makeFolder(name); error && why.empty())
             why = std::string(name) + ": " + error.text();
     }
-    // The user may pull the card as soon as the window says that it is done.
+    // Synced, as the user may pull the card as soon as the window reports the end.
     return why.empty() ? card.sync().text() : why;
 }
 
@@ -133,14 +133,14 @@ ErrorDictionary CardFormat::unmount(Outcome& outcome)
     ErrorDictionary error = runShellScript(scripts, command(verb, card), false);
     if (error.empty())
         return {};
-    // Asking for a password only makes sense when it is there, and may have been unmounted already.
+    // No password is asked for when the card is gone; it may have been unmounted already.
     const auto now = find(formattableDisks(disks));
     if (!now)
         return asError(FormatStatus::cardGone);
     if (now->mountedURL.empty())
         return {};
     outcome.stillOpen = platform::openFilesBelow(now->mountedURL);
-    // A tool's exit status is none of the numbers that tell the user what a format came to.
+    // A tool's exit status is no FormatStatus.
     if (errorNumber(error) > 0)
         error["NSAppleScriptErrorNumber"] = static_cast<int>(FormatStatus::stillMounted);
     return error;
@@ -160,7 +160,7 @@ ErrorDictionary CardFormat::mount()
     return runShellScript(scripts, command("diskutil mount", card), false);
 }
 
-/// What there is now.
+/// The cards that there are now.
 CardFormat::Outcome CardFormat::withDisks(Step step)
 {
     Outcome outcome;
@@ -178,7 +178,7 @@ CardFormat::Outcome CardFormat::prepare(const TKUSBDiskEntity& chosen)
 {
     say(Phase::looking);
     card = chosen;
-    // Before the look at what is there: a card that takes its place from here on is another medium.
+    // Before the card is looked at: one that is put in its place from here on is refused as another medium.
     scripts.chooseMedium({chosen.deviceFilePath, chosen.volumeSize});
     const auto present = formattableDisks(disks);
     if (ErrorDictionary error = refusal(present); !error.empty()) {

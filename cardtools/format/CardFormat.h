@@ -22,7 +22,7 @@ public:
         copyAsideFailed, // nothing was touched, and it may go on all the same; `text` or `error` says why
         cancelled, // before anything was changed
         formatFailed, // `error` says why; also when the card was refused and nothing was touched
-        cardNotFound, // formatted, but not there afterwards: nothing was put back; `error` may say why
+        cardNotFound, // formatted, but gone afterwards: the settings were not put back; `error` may say why
         configFailed, // config.bin could not be put back; `text` says why; no folders
         defaultFailed, // the default config.bin could not be written; `text` is a text's key; no folders
         foldersFailed, // all but the folders; `text` says why
@@ -66,7 +66,7 @@ public:
     /// Skips the remaining steps and deletes the copy of the settings.
     Outcome giveUp();
 
-    /// From any thread: false when the card is being formatted already; otherwise it is not going to be.
+    /// Cancels the formatting; false when it has begun already. Any thread.
     bool cancel();
     bool isCancelled() const { return will == Will::cancelled; }
 

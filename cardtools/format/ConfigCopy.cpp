@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The camera's file has some hundred bytes; anything like this is none of its files.
+// The camera's file has some hundred bytes; anything larger than this is not its.
 constexpr size_t largest = 1 << 20;
 
 FilePlace onCard(const std::string& cardRoot)

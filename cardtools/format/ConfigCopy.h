@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-/// The copy of a card's config.bin among the user's own files. It is there from the moment it was taken, so
-/// that it outlives a program that is killed, and stays until it is dropped.
+/// The copy of a card's config.bin among the user's own files. A file, so that it outlives a program that is
+/// killed; kept until it is dropped.
 class ConfigCopy {
 public:
     /// `copies`: the folder for it, made when it is needed.

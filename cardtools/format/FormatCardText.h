@@ -8,7 +8,7 @@
 #include <optional>
 #include <stop_token>
 
-/// What is on a mounted card, as far as a user may want to know before it is formatted.
+/// What is on a mounted card: shown before it is formatted.
 struct CardContents {
     std::optional<uint64_t> freeBytes;
     int64_t recordings = 0;
@@ -16,7 +16,7 @@ struct CardContents {
     bool isReadable = true;
 };
 
-/// Looks at the card; waits for one that hangs, so never on the main thread.
+/// Reads the card and may hang with it, so never on the main thread.
 CardContents contentsOfCard(const std::string& mountPath, std::stop_token stop);
 
 /// Two lines for a list of cards: what it is, and what tells it from others. Contents that are not known yet

@@ -33,7 +33,7 @@ QString reason(const std::string& words)
     return saysWriteError(text) ? localized("format.medium_errors") : text;
 }
 
-/// What a tool said in the end: not what it greeted with, nor its bare exit status.
+/// The tool's last message, without its banner and exit status.
 QString lastWords(const ErrorDictionary& error)
 {
     // The program's own reasons are localised and may have several lines.
@@ -46,7 +46,7 @@ QString lastWords(const ErrorDictionary& error)
     return text.contains(bareNumber) ? QString() : text;
 }
 
-/// A card that the tools lost may still be in its reader; then it is the card that fails.
+/// A card that the tools lost may still be in its reader; then the card is faulty.
 std::string reasonKey(int number, const QString& words, bool isThere)
 {
     const bool isMedium = number == static_cast<int>(FormatStatus::cardGone)
@@ -70,7 +70,7 @@ QString errorText(const CardFormat::Outcome& outcome)
         return localized(key);
     if (key.empty())
         return "Error:" + (words.isEmpty() ? localized("format.no_reason") : words);
-    // The two sizes are the helper's business.
+    // The helper's two sizes are not shown.
     const bool isOtherSize = number == static_cast<int>(FormatStatus::otherSize);
     return "Error:" + lines(localized(key), isOtherSize ? QString() : words);
 }

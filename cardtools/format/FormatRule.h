@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// How formatting a card came out. The numbers are the exit statuses of the format helper.
+/// The result of formatting a card. The numbers are the exit statuses of the format helper.
 enum class FormatStatus {
     ok = 0,
     writeProtected = 1,
@@ -29,11 +29,11 @@ enum class FormatStatus {
     stillWorking, // a tool took too long and cannot be stopped: it may still write
 };
 
-/// What there is to know about a volume that is to be formatted. What is unknown stays as it is here, or as
-/// harmless as the next check will find it.
+/// The facts about a volume that is to be formatted. The defaults stand for what is unknown; the helper's own
+/// check finds it out.
 struct FormatFacts {
     bool device = false; // a plain name, and a block device of this name
-    bool systemDisk = false; // the disk carries something that the system runs from, by any route
+    bool systemDisk = false; // the disk holds something that the system runs from, directly or not
     bool swapSpace = false;
     bool held = false; // the disk is a part of something larger
     bool card = false; // a removable card, or a card in a reader
@@ -53,7 +53,7 @@ FormatStatus mayFormat(const FormatFacts& facts);
 /// 32 below 7 GiB, else 128: sectors per cluster, and the number that is shown as KB.
 long clusterSizeByVolumeSizeInKB(uint64_t volumeSize);
 
-/// Whether something mounted there belongs to the system; nothing does that is mounted nowhere.
+/// Whether something mounted there belongs to the system; false for an empty path.
 bool isSystemPlace(std::string_view mountPath);
 
 /// The key of the text that tells the user; empty for a number that is none of the statuses.

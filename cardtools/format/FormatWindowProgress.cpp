@@ -1,4 +1,4 @@
-// From the press of the format button to the report, and what the window shows meanwhile.
+// The format window from the press of the format button to the report.
 
 #include "cardtools/format/FormatReport.h"
 #include "cardtools/format/ZVKFormatWindowController.h"
@@ -31,7 +31,7 @@ constexpr double writingTo = 75;
 constexpr auto lettingGoInterval = std::chrono::milliseconds(100);
 constexpr int lettingGoTries = 30;
 
-/// Where what is kept of a card can be found by its user.
+/// The folder for copies from a card, where the user can find them.
 std::string copiesFolder()
 {
     return QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
@@ -97,7 +97,7 @@ void ZVKFormatWindowController::letGo()
     awaitLettingGo(lettingGoTries);
 }
 
-/// A read that hangs is not waited for; unmounting then fails and is reported.
+/// Does not wait for a read that hangs; unmounting then fails and is reported.
 void ZVKFormatWindowController::awaitLettingGo(int tries)
 {
     const auto open = platform::openFilesBelow(letGoPath);
@@ -216,7 +216,7 @@ void ZVKFormatWindowController::showStep(const QString& message, double done)
 {
     progress = done;
     outlets->progressBar->setDisplayTimeRemaining(false);
-    outlets->progressBar->restartEstimate(); // the steps are no measure of it
+    outlets->progressBar->restartEstimate(); // the number of steps says nothing about the time
     outlets->progressBar->setDoubleValue(progress);
     outlets->progressMessageField->setText(message);
 }

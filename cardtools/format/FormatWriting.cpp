@@ -14,7 +14,7 @@ uint64_t bytesOfFormat(uint64_t volumeSize)
     const uint64_t sectors = volumeSize / sector;
     if (sectors <= reserved)
         return 0;
-    // Each cluster needs its room and its entries, the two more need theirs.
+    // A cluster needs its own bytes and its table entries; the two reserved entries need theirs.
     const auto cluster = static_cast<uint64_t>(clusterSizeByVolumeSizeInKB(volumeSize));
     const uint64_t clusters =
         ((sectors - reserved) * sector + tables * 2 * entry) / (cluster * sector + tables * entry);

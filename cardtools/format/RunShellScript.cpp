@@ -6,7 +6,7 @@ namespace {
 
 constexpr const char* numberEntry = "NSAppleScriptErrorNumber";
 constexpr const char* messageEntry = "NSAppleScriptErrorMessage";
-// The script language's own number for a text that it cannot read.
+// The script language's number for a syntax error.
 constexpr int syntaxError = -2741;
 
 ErrorDictionary dictionary(const platform::ScriptResult& result)

@@ -209,7 +209,7 @@ std::optional<TKUSBDiskEntity> ZVKFormatWindowController::selectUSBByDevFile(
     return *found;
 }
 
-/// Where that card is not any more nothing is selected: the next press of the button must not mean another.
+/// When that card is gone nothing is selected, so that the button never means another card.
 void ZVKFormatWindowController::selectAgain(const std::optional<TKUSBDiskEntity>& card)
 {
     if (!card)

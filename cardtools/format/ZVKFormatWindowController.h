@@ -31,8 +31,7 @@ class CardHolder;
 /// later leaves the running format to end by itself, its finishing steps included.
 class ZVKFormatWindowController final : public QObject, public FormattingWindow {
 public:
-    /// `holder` is asked to let go of a card before it is unmounted; it lives longer than this. Null for
-    /// nobody.
+    /// `holder` closes its files on a card before it is unmounted; must outlive this. May be null.
     explicit ZVKFormatWindowController(platform::Platform& layer, CardHolder* holder = nullptr);
     ~ZVKFormatWindowController() override;
 
@@ -76,7 +75,7 @@ private:
     void selectAgain(const std::optional<TKUSBDiskEntity>& card);
     void refresh();
 
-    // The way of a format: each step goes on to the next on the main thread.
+    // The steps of a format: each calls the next on the main thread.
     void prepared(const CardFormat::Outcome& outcome);
     void askAboutConfig(const CardFormat::Outcome& outcome);
     void letGo();

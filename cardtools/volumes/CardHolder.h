@@ -7,9 +7,10 @@ class CardHolder {
 public:
     virtual ~CardHolder() = default;
 
-    /// The card that is mounted there is about to be unmounted and formatted: whatever is open of it is
-    /// closed, whatever is being read given up. Waits for nothing.
+    /// The card that is mounted there is about to be unmounted and formatted: closes its files and gives up
+    /// reading. Does not wait.
     virtual void letGoOf(const std::string& mountPath) = 0;
-    /// That is over, well or not: what was mounted at the one path is at the other now, or nowhere (empty).
+    /// Formatting has ended, done or failed: the card was mounted at the first path and is now at the second,
+    /// or not mounted (empty).
     virtual void cardFormatted(const std::string& from, const std::string& to) = 0;
 };

@@ -13,7 +13,7 @@ namespace {
 
 using platform::VolumeDescription;
 
-/// Cards that left the factory together may share a UUID; one and the same reader never holds two at once.
+/// Cards of one production batch may share a UUID, but a reader holds only one at a time.
 bool isSameVolume(const VolumeDescription& a, const VolumeDescription& b)
 {
     return a.size == b.size && a.uuid == b.uuid && (!a.uuid.empty() || a.mediaPath == b.mediaPath);
@@ -33,7 +33,7 @@ void PathFollower::follow(std::string followed)
 {
     path = std::move(followed);
     place.reset();
-    // The search for an earlier path may hang on its card; it is not waited for.
+    // Does not wait for the search for an earlier path: it may hang on its card.
     following.renew();
     looking = false;
     if (!path.empty())

@@ -14,7 +14,7 @@ struct TKUSBDiskEntity {
     bool writable = false; // false for a write-protected card
     bool mediaWhole = false; // the medium is the whole device, not a partition
     std::string key; // identity of the medium
-    std::string fileSystem = {}; // what is on it, in the system's word; empty for nothing known
+    std::string fileSystem = {}; // the system's name for its file system; empty when unknown
     std::string serial = {}; // the reader's number, if it has one
 
     /// One line for lists and messages: "[1.9 GB] ZAVIK <Card Reader>".

@@ -90,7 +90,7 @@ std::vector<TKUSBDiskEntity> formattableDisks(platform::DiskArbitration& disks)
 std::optional<std::string> findUSBVolumeContainingPath(
     platform::DiskArbitration& disks, std::string_view relativePath)
 {
-    // A path from the root of the file system is still one below the volume.
+    // A leading slash is dropped: the path is relative to the volume.
     relativePath.remove_prefix(std::min(relativePath.find_first_not_of('/'), relativePath.size()));
     for (std::string& volume : usbVolumeURLs(disks)) {
         if (CardRoot(volume).file(relativePath).isThere())

@@ -9,8 +9,7 @@
 #include <string_view>
 #include <vector>
 
-// The camera's card among the mounted volumes. Nothing is kept between the calls: each asks the system
-// afresh.
+// The camera's card among the mounted volumes. Nothing is kept between the calls: each asks the system.
 
 /// Mount paths of the volumes whose removable flag is set, in the system's order.
 std::vector<std::string> removableVolumeURLs(platform::DiskArbitration& disks);

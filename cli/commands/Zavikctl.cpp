@@ -109,9 +109,10 @@ constexpr Command driveLog = {
     driveLogOptions,
 };
 
+constexpr size_t fieldCount = 68; // of the settings record: each may be set once
 constexpr Operand configOperands[] = {{"ACTION", "show, defaults or set", Kind::text, configActions},
     {"FILE", "the settings, config.bin", Kind::file},
-    {"NAME=VALUE", "a field and what it is set to", Kind::text, {}, 0, 68}};
+    {"NAME=VALUE", "a field and what it is set to", Kind::text, {}, 0, fieldCount}};
 constexpr Option configOptions[] = {asJson, followLink,
     {"--region", "whose defaults are written; en when not given", "en|ko", Kind::text, languages}};
 constexpr Command config = {

@@ -24,7 +24,7 @@ using PanelAnswer = std::function<void(int)>;
 constexpr int printPressed = 1;
 constexpr int cancelled = 0;
 
-/// Keeps the window modal while a slow server is asked; invisible as long as it is quick.
+/// Blocks the window's input while the server is asked; becomes visible when that takes long.
 QProgressDialog* waitingSheet(QWidget& window, const PanelAnswer& answer)
 {
     constexpr int patienceMs = 300;
@@ -39,7 +39,7 @@ QProgressDialog* waitingSheet(QWidget& window, const PanelAnswer& answer)
     return sheet;
 }
 
-/// Says so, and offers nothing that could not be done.
+/// Tells that there is no printer and disables Print.
 void sayNoPrinter(QDialog& panel)
 {
     auto* text = new QLabel(localized("print.no_printer"), &panel);
@@ -51,7 +51,7 @@ void sayNoPrinter(QDialog& panel)
         buttons->button(QDialogButtonBox::Ok)->setEnabled(false);
 }
 
-/// The toolkit's panel in the program's look: whole button texts, no pictures of another family.
+/// The toolkit's panel in the program's look: no cut button texts, no icons of another style.
 void dressButtons(QDialog& panel)
 {
     for (QPushButton* button : panel.findChildren<QPushButton*>()) {

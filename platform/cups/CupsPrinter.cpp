@@ -13,7 +13,7 @@ namespace {
 
 constexpr int connectMs = 5000;
 constexpr double questionSeconds = 3;
-/// A small printer takes the document at the speed of its paper.
+/// Small printers accept data only as fast as they print.
 constexpr double documentSeconds = 60;
 constexpr const char* jobTitle = "ZAVIK";
 
@@ -53,7 +53,7 @@ int giveUp(http_t*, void*)
     return 0;
 }
 
-/// The library's own question would wait at the terminal.
+/// The library's own password callback would read from the terminal.
 void neverAskForPassword()
 {
     cupsSetPasswordCB2(noPassword, nullptr);
@@ -113,8 +113,8 @@ Reached reach(const std::string& printer)
     return result;
 }
 
-/// Whether the printer lists what it supports of this option, and the value is not there. Sent all the same,
-/// some refuse the whole job.
+/// Whether the printer lists supported values of this option without this one. Some printers refuse a job
+/// with such a value.
 bool isRefused(const Reached& reached, const std::string& name, const std::string& value)
 {
     http_t* connection = reached.connection.get();

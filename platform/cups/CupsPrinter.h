@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// The print server, and printers reached through it or directly. Every call may take seconds and none waits
-/// without an end; callable from any thread. A printer is a queue's name on the server, or an IPP printer's
-/// address ("ipp://host:631/ipp/print"). Statuses are IPP status codes; 0 is success.
+/// The print server, and printers reached through it or directly. Every call may take seconds and has a time
+/// limit; callable from any thread. A printer is a queue's name on the server, or an IPP printer's address
+/// ("ipp://host:631/ipp/print"). Statuses are IPP status codes; 0 is success.
 namespace platform::cups {
 
 /// Whether the server answers and knows a printer.

@@ -44,7 +44,7 @@ bool isBuiltOn(const BlockDevices& devices, const Block& upper, const Block& low
 
 bool isNeeded(const BlockDevices& devices, const Block& block)
 {
-    // What a pool is mounted as cannot be told from its parts.
+    // Which mount belongs to a pool cannot be told from its parts.
     if (block.systemHint || block.isSwap || block.type == "zfs_member")
         return true;
     const std::string node = "/dev/" + block.device;
@@ -84,7 +84,7 @@ std::optional<std::string> readerName(const Drive& drive)
     return drive.model.empty() ? drive.vendor : drive.vendor + " " + drive.model;
 }
 
-/// The switch of the card, or whatever else keeps the kernel from writing to it.
+/// The card's write-protect switch, or another reason of the kernel.
 bool isProtected(const BlockDevices& devices, const Block& block)
 {
     return std::ranges::any_of(devices.blocks, [&](const Block& other) {
@@ -95,7 +95,7 @@ bool isProtected(const BlockDevices& devices, const Block& block)
 
 bool isMountedReadOnly(const BlockDevices& devices, const std::string& mountPath)
 {
-    // The last mount at a place is the one that is seen there.
+    // Of several mounts at one place the last one is visible.
     const auto mount = std::find_if(devices.mounts.rbegin(), devices.mounts.rend(),
         [&](const Mount& candidate) { return candidate.path == mountPath; });
     return mount != devices.mounts.rend() && mount->readOnly;

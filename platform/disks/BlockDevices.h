@@ -59,9 +59,9 @@ struct BlockDevices {
     const Drive* driveOf(const Block& block) const;
 };
 
-/// Whether the running system needs the drive that the device belongs to: it, a part of it, or whatever goes
-/// together with one of them (encryption, volumes, arrays, a file used as a device) holds a system's mount or
-/// swap, or UDisks2 takes it for a system's drive. A device that is not there holds nothing.
+/// Whether the running system needs the drive that the device belongs to: the drive, a part of it, or what is
+/// built on one of them (encryption, volumes, arrays, a file used as a device) holds a system's mount or
+/// swap, or UDisks2 marks it as a system's drive. False for a device that is not there.
 bool holdsSystem(const BlockDevices& devices, std::string_view device);
 
 /// The mounted file systems. Removable are media that can be taken out of their drive, also a card in a

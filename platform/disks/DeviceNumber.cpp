@@ -19,7 +19,7 @@ std::string text(unsigned major, unsigned minor)
 std::string numberAt(int folder, const char* path, int flags)
 {
     struct statx status { };
-    // A file of a server that is gone must not be waited for.
+    // Must not wait for a network file whose server is gone.
     if (statx(folder, path, flags | AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT, STATX_TYPE, &status) != 0
         || !S_ISBLK(status.stx_mode))
         return {};

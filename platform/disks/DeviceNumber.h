@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// The number "8:17" of the block device that a path leads to, whatever the path is called; empty when it
-/// leads to none. Asks neither a server nor the device.
+/// The number "8:17" of the block device that a path leads to, whatever its name; empty when it leads to
+/// none. Accesses neither a network server nor the device.
 std::string blockNumber(const std::string& path);
 
 /// The same of an open file.

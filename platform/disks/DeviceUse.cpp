@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <sstream>
 
 namespace platform {
@@ -23,7 +22,7 @@ std::optional<std::string> tableIn(const std::string& file)
     return text && !text->empty() ? std::move(text) : std::nullopt;
 }
 
-/// The node that a table's path means here.
+/// The device node for a path in the table.
 fs::path nodeAt(const std::string& path, const SystemRoots& roots)
 {
     return path.starts_with("/dev/") ? fs::path(roots.dev) / path.substr(5) : fs::path(path);
@@ -45,13 +44,14 @@ bool isOn(const fs::path& loop, const fs::path& folder, const SystemRoots& roots
     const std::string file = firstLine(loop / "loop/backing_file");
     if (file.empty())
         return false;
-    // A path may mean another device here than where the loop device was made; the kernel's own number not.
+    // A path may mean another device here than where the loop device was made; the kernel's number is
+    // unambiguous.
     const auto numbers = roots.backing(fs::path(roots.dev) / loop.filename(), firstLine(loop / "dev"));
     return deviceName(file, roots) == folder.filename()
         || std::ranges::find(numbers, firstLine(folder / "dev")) != numbers.end();
 }
 
-/// The other devices of a mounted file system that is on several; its mount names but one of them.
+/// The other devices of a mounted file system that is on several; its mount names only one.
 std::vector<fs::path> companionsOf(const fs::path& folder, const SystemRoots& roots)
 {
     std::vector<std::vector<fs::path>> groups;
@@ -90,10 +90,8 @@ std::string numberBelow(const std::string& path)
 
 std::string firstLine(const fs::path& file)
 {
-    std::ifstream in(file);
-    std::string line;
-    std::getline(in, line);
-    return line;
+    const std::string text = wholeFile(file.native()).value_or("");
+    return text.substr(0, text.find('\n'));
 }
 
 std::vector<fs::path> entries(const fs::path& folder)
@@ -161,7 +159,7 @@ std::optional<UseTables> readUseTables(const SystemRoots& roots)
     // A kernel without swap has no table of it.
     if (!mountinfo || (!swaps && fs::exists(roots.proc + "/swaps")))
         return {};
-    // The system's own mounts may not be ours.
+    // The first process may have other mounts than this one.
     return UseTables{parsedMounts(*mountinfo + "\n" + tableIn(roots.proc + "/1/mountinfo").value_or("")),
         parsedSwaps(swaps.value_or(""))};
 }

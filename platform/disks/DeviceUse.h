@@ -11,10 +11,10 @@
 
 namespace platform {
 
-/// The first line of a file of the kernel's; empty when it cannot be read.
+/// The first line of a kernel file (/sys, /proc); empty when it cannot be read.
 std::string firstLine(const std::filesystem::path& file);
 
-/// What is in a folder of the kernel's.
+/// The entries of a kernel folder (/sys, /proc).
 std::vector<std::filesystem::path> entries(const std::filesystem::path& folder);
 
 /// Names and numbers of block devices.
@@ -22,8 +22,7 @@ class DeviceSet {
 public:
     /// False when it was in already. The folder is the one that /sys has of the device.
     bool add(const std::filesystem::path& folder);
-    /// Adds the device and, again and again, what is built on it and what holds a file system together with
-    /// it.
+    /// Adds the device and, recursively, what is built on it and what shares a file system with it.
     void addWithHolders(const std::filesystem::path& folder, const SystemRoots& roots);
     bool has(const std::string& name, const std::string& number) const;
     /// Whether one of a mount's devices is among them: by the file system's number, by the source's.

@@ -14,7 +14,7 @@ namespace platform {
 /// How long the disk commands may take.
 struct DiskToolLimits {
     std::chrono::milliseconds tool{60'000};
-    // The user types a password meanwhile. The helper's own limit is shorter than what is left of it.
+    // Includes the time for typing a password. The helper's own limit is shorter than the rest.
     std::chrono::milliseconds format{20 * 60'000};
     // The system needs a moment to see the new file system.
     std::chrono::milliseconds betweenMounts{500};
@@ -46,7 +46,7 @@ private:
     std::optional<Chosen> chosen;
 };
 
-/// What a tool's run means to the one who asked for the command.
+/// The command's result for a tool's result.
 ScriptResult scriptResult(const std::string& tool, const ToolResult& run);
 
 /// The same of a tool that was started with administrator rights: the user may have said no.

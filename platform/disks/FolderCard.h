@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// A folder in the part of the camera's card: for a copy of a card, and where nothing describes the mounted
-/// volumes. It comes first, before what the system itself knows.
+/// A folder used as the camera's card: for a copy of a card, and where the system does not list volumes. It
+/// is listed before the system's volumes.
 class FolderCard final : public DiskArbitration {
 public:
     /// No device has this name.
@@ -21,7 +21,7 @@ public:
     /// With the folder, so that the user is told why it is not formatted.
     std::vector<VolumeDescription> formattableVolumes() override;
     std::string trouble() override { return others ? others->trouble() : std::string(); }
-    /// A folder keeps its name.
+    /// A folder cannot be renamed as a volume: fails.
     std::string setVolumeName(const std::string& mountPath, const std::string& name) override;
     std::unique_ptr<MountWatch> watchMounts(std::function<void()> changed) override;
 

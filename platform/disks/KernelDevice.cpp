@@ -90,7 +90,7 @@ KernelDevice kernelDevice(const std::string& name, const SystemRoots& roots)
     DeviceSet own;
     DeviceSet all;
     for (const fs::path& part : withPartitions(disk)) {
-        // What uses the whole disk uses each of its partitions.
+        // Use of the whole disk is use of each partition.
         const bool isOwn = device.whole || part == folder || part == disk;
         const bool isHeld = !holdersOf(part, roots).empty();
         device.held = device.held || (isOwn && isHeld);

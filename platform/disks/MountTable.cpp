@@ -75,7 +75,7 @@ bool isWithin(std::string_view path, std::string_view folder)
 
 bool isSystemMount(std::string_view path)
 {
-    // What /run is to a running system is not told apart, but for the places of cards.
+    // Everything in /run counts as the system's, except the folders where cards are mounted.
     constexpr std::array<std::string_view, 21> trees = {"/boot", "/efi", "/usr", "/var", "/etc", "/opt",
         "/srv", "/bin", "/sbin", "/lib", "/lib32", "/lib64", "/nix", "/gnu", "/snap", "/ostree", "/sysroot",
         "/proc", "/sys", "/dev", "/cdrom"};
@@ -87,7 +87,7 @@ bool isSystemMount(std::string_view path)
         return true;
     if (isWithin(path, "/run"))
         return !isWithin(path, "/run/media");
-    // A card may be mounted in a home, but neither as one nor where programs keep what is theirs.
+    // A card may be mounted inside a home, but not as the home itself nor in its hidden folders.
     const bool isBelowHome = path.starts_with("/home/") || path.starts_with("/root/");
     const bool isHome = path.starts_with("/home/") && path.find('/', 6) == std::string_view::npos;
     return isHome || (isBelowHome && path.find("/.") != std::string_view::npos);

@@ -20,10 +20,9 @@ std::vector<Mount> parsedMounts(std::string_view mountinfo);
 /// What is swapped to, by a /proc/swaps (proc(5)): devices and files.
 std::vector<std::string> parsedSwaps(std::string_view swaps);
 
-/// Whether what is mounted there is the system's or a user's whole home, by what the place is: the root,
-/// /home, a home and its hidden folders, /usr, /var, /etc, /opt, /srv, /boot and their like with all below
-/// them, and the medium that a live system was started from. Anywhere else a desktop or a user may have put a
-/// card.
+/// Whether a mount at this place belongs to the system or is a user's whole home: the root, /home, a home and
+/// its hidden folders, /usr, /var, /etc, /opt, /srv, /boot and their like with all below them, and the medium
+/// that a live system was started from. Anywhere else a desktop or a user may have put a card.
 bool isSystemMount(std::string_view path);
 
 /// Whether a path is the folder or lies below it; both without a slash at their end, except "/".

@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-// What a shell answers.
+// The exit statuses of a shell.
 constexpr int notExecutable = 126;
 constexpr int notFound = 127;
 // The runner's own number.
@@ -85,7 +85,7 @@ ScriptResult QtScriptRunner::doShellScript(const std::string& command, bool with
 {
     if (const auto disk = parsedDiskCommand(command))
         return diskTools.run(*disk);
-    // Never a shell's business, least of all with administrator rights.
+    // Disk commands are never given to a shell, least of all with administrator rights.
     if (command.starts_with("diskutil ") || command.find("newfs_msdos") != std::string::npos)
         return {refused, localized("script.not_chosen").toStdString() + "\n" + command};
     ToolRequest request{{"/bin/sh", "-c", command}, shellLimit};

@@ -22,7 +22,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr size_t longestText = 65536;
-// A program that waits for a dead card does not even take a kill.
+// A program that waits for a dead card cannot even be killed.
 constexpr std::chrono::milliseconds patienceAfterKill{2000};
 
 class Descriptor {
@@ -112,7 +112,7 @@ int spawn(const ToolRequest& request, int output, pid_t& child)
     return error;
 }
 
-/// Waits for what cannot be stopped, so that its end is its end.
+/// Waits for a process that cannot be stopped, so that no zombie is left.
 void leaveToItself(pid_t child)
 {
     std::thread([child] { waitpid(child, nullptr, 0); }).detach();
@@ -124,7 +124,7 @@ int millisecondsUntil(Clock::time_point deadline)
     return static_cast<int>(std::clamp<long long>(left, 0, 1'000'000'000));
 }
 
-/// Takes what is there; false at the end.
+/// Reads what is available; false at the end.
 bool takeText(int fd, std::string& text)
 {
     std::array<char, 4096> piece;

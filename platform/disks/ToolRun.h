@@ -30,7 +30,7 @@ struct ToolResult {
 };
 
 /// Runs a program without input and waits for its end, no longer than its time limit: then it is killed with
-/// everything it started. One that cannot be killed is left to itself; whenever it ends, nothing of it stays.
+/// everything it started. One that cannot be killed is no longer waited for; when it ends, it is cleaned up.
 /// Callable from any thread.
 ToolResult runTool(const ToolRequest& request);
 

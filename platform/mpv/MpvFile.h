@@ -11,11 +11,10 @@ struct mpv_node;
 
 namespace platform {
 
-/// Seconds as a file or mpv claims them; 0 for what no recording can have: less than nothing, more than a
-/// day, no number.
+/// Seconds as reported by mpv; 0 for impossible values: negative, above a day, not a number.
 double plausibleSeconds(double claimed);
 
-/// A place in the file to go to.
+/// A position to seek to.
 struct SeekTarget {
     enum class Unit { seconds, fraction } unit = Unit::seconds;
     double value = 0;
@@ -41,11 +40,11 @@ struct MpvFile {
     bool hasSound = false;
     std::vector<int> audioTracks;
     bool ended = false;
-    /// It ended where a recording of its length does not.
+    /// It ended long before its length.
     bool breaksOff = false;
     bool isTimeKnown = false; // of the picture that is shown
 
-    /// Where the newest seek leads; gone when it has arrived.
+    /// The newest seek's target; empty when it has arrived.
     std::optional<SeekTarget> target;
     SeekStage stage = SeekStage::none;
     /// The pending seek goes to another place than `target`.

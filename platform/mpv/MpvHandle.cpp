@@ -22,7 +22,7 @@ constexpr const char* soundDecoders = "pcm_s16le,pcm_s24le,pcm_s32le,pcm_u8,pcm_
 static_assert(largestPicture.width * largestPicture.height == 35389440);
 
 constexpr Option options[] = {
-    // Nothing from outside the program.
+    // No configuration, scripts or other input from outside the program.
     {"config", "no"},
     {"load-scripts", "no"},
     {"load-auto-profiles", "no"},
@@ -42,8 +42,8 @@ constexpr Option options[] = {
     {"demuxer", "lavf"},
     {"demuxer-lavf-format", "avi"},
     {"demuxer-lavf-o", "protocol_whitelist=file,format_whitelist=avi,max_streams=32"},
-    // Probing would decode with whatever decoder the file asks for, before any of the bounds below holds.
-    // What an AVI file's headers say is enough.
+    // Probing would decode with whatever decoder the file asks for, before any of the bounds below holds. An
+    // AVI file's headers are enough.
     {"demuxer-lavf-probe-info", "no"},
     {"vd", pictureDecoders},
     {"ad", soundDecoders},

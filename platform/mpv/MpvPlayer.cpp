@@ -122,7 +122,7 @@ void MpvPlayer::close()
     postState();
 }
 
-/// Decoders and demuxers have bounds of their own; this one holds for whatever a file makes of them together.
+/// Decoders and demuxers have bounds of their own; this one limits the sum.
 void MpvPlayer::watchMemory()
 {
     if (ownMemory() > memoryBefore + memoryBound)

@@ -13,8 +13,8 @@ class VideoView;
 /// keeps of them.
 constexpr size_t memoryForOneFile = size_t{1536} << 20;
 
-/// A player on libmpv that draws into the view. Either of the two may be destroyed first. One player a view.
-/// A file that takes more memory than allowed is given up. Sets LC_NUMERIC to "C".
+/// A player on libmpv that draws into the view. Player and view may be destroyed in any order. One player per
+/// view. A file that takes more memory than allowed is given up. Sets LC_NUMERIC to "C".
 std::unique_ptr<MediaPlayer> makeMpvPlayer(VideoView& view, size_t memoryBound = memoryForOneFile);
 
 } // namespace platform

@@ -256,7 +256,7 @@ void MpvPlayer::reachEnd()
     // An end seen during a pending seek is outdated; it is reported again if it still holds after the seek.
     if (!isOpen() || file.stage != SeekStage::none || file.ended)
         return;
-    // Where the card fails is not where the recording ends.
+    // A read failure is no end of the recording.
     if (const std::string why = readFailureOr({}); !why.empty()) {
         fail(why);
         return;
@@ -279,7 +279,7 @@ void MpvPlayer::restAtEnd()
     file.breaksOff = file.isTimeKnown && file.time < file.duration - tolerance;
     paused = true;
     setMpvFlag(mpv.get(), "pause", true);
-    // Also news when the file was paused before.
+    // Reported also when the file was paused before.
     reported.reset();
 }
 

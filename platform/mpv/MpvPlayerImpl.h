@@ -114,7 +114,7 @@ private:
     uint64_t picturesBefore = 0;
     const size_t memoryBound;
     size_t memoryBefore = 0;
-    QTimer memoryWatch; // rests while the player does
+    QTimer memoryWatch; // stopped while the player is paused
 
     // Numbers of requests to mpv, each used once; 0 marks those whose answer doesn't matter.
     uint64_t lastRequest = 1;

@@ -23,8 +23,8 @@ VideoOpenGLSurface::~VideoOpenGLSurface()
 
 bool VideoOpenGLSurface::attach(mpv_handle* mpv)
 {
-    // A widget that was never shown has no context yet; being asked for its picture makes one. It can be
-    // shown only if it shares with that of the window, which has to be on screen for this.
+    // A widget that was never shown has no context; grabFramebuffer makes one. It must share with the
+    // window's context, so the window has to be on screen.
     if (!isValid() && window()->isVisible())
         grabFramebuffer();
     if (!isValid() || !QOpenGLWidget::context()->shareContext())

@@ -20,11 +20,11 @@ public:
     virtual void detach() = 0;
     /// Pictures received; grows with every new one.
     virtual uint64_t pictures() const = 0;
-    /// The current picture, scaled to the size in pixels; a null image when it can't be had.
+    /// The current picture, scaled to the size in pixels; a null image when there is none.
     virtual QImage picture(QSize size) = 0;
 };
 
-/// Whether anything of the widget can be seen, as far as the toolkit knows.
+/// Whether any part of the widget is visible, as far as the toolkit knows.
 bool isOnScreen(const QWidget& widget);
 
 } // namespace platform

@@ -36,7 +36,7 @@ void VideoView::makeSurface(VideoRenderer renderer)
         surface = new VideoSoftwareSurface(this);
     }
     surface->widget()->setGeometry(rect());
-    // Nothing the user does is meant for the surface itself.
+    // The surface takes no input.
     surface->widget()->setAttribute(Qt::WA_TransparentForMouseEvents);
     surface->widget()->show();
 }

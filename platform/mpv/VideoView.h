@@ -32,7 +32,7 @@ public:
     bool attach(mpv_handle* mpv);
     void detach(mpv_handle* mpv);
     uint64_t pictures() const;
-    /// The current picture, scaled to the size in pixels; a null image when it can't be had.
+    /// The current picture, scaled to the size in pixels; a null image when there is none.
     QImage picture(QSize size);
     /// Called when mpv has lost its video output and must choose the video track again.
     std::function<void()> outputReplaced;

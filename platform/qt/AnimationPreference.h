@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Whether the desktop wants its windows to move by animation. It is asked once, in the background, through
-/// its settings portal; a desktop that has no answer gets animations.
+/// Whether the desktop has animations on. Asked once, in the background, through its settings portal; on when
+/// there is no answer.
 class AnimationPreference final : public QObject {
 public:
     AnimationPreference();

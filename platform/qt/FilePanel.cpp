@@ -74,7 +74,7 @@ void setKind(QFileDialog& dialog, const PanelRequest& request)
     }
 }
 
-/// As much in the middle of it as the screen allows.
+/// Centred on it, as far as the screen allows.
 void moveOver(QFileDialog& dialog, const QRect& place)
 {
     const QScreen* screen = QGuiApplication::screenAt(place.center());
@@ -86,7 +86,7 @@ void moveOver(QFileDialog& dialog, const QRect& place)
     dialog.move(at.topLeft());
 }
 
-/// Above the window that asks, which is another process's. The result stands for it as long as it is kept.
+/// Above the window that asks, which is another process's. The returned window represents it.
 std::unique_ptr<QWindow> placeAbove(QFileDialog& dialog, const PanelRequest& request)
 {
     dialog.setWindowModality(Qt::ApplicationModal);
@@ -165,17 +165,17 @@ QFileDialog& makeFilePanel(const PanelRequest& request, ShownFolders& folders, Q
     auto* dialog = new QFileDialog(
         parent, QString::fromStdString(request.panel.title), place.isEmpty() ? documentsFolder() : place);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    // A desktop's own panel speaks the desktop's language, and may ask about replacing or hide hidden files
-    // whatever it is told.
+    // A desktop's own panel uses the desktop's language, and may ignore the options for overwriting and
+    // hidden files.
     dialog->setOption(QFileDialog::DontUseNativeDialog);
-    // Names alone: the details would be cut off, and their words are the system's.
+    // Names only: details would be cut off, and are in the system's language.
     dialog->setViewMode(QFileDialog::List);
     setKind(*dialog, request);
     setType(*dialog, request.panel.type);
     // The proposed name is one of the folder that the panel is in.
     if (!request.panel.name.empty())
         dialog->selectFile(QFile::decodeName(request.panel.name.c_str()));
-    // Its list would hold the whole screen's input while a card hangs.
+    // Its popup list would grab the whole screen's input while a card hangs.
     if (auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
         name->setCompleter(nullptr);
     if (auto* places = dialog->findChild<QWidget*>(QStringLiteral("sidebar")))
@@ -209,7 +209,7 @@ void runFilePanel()
         const auto path = result == QDialog::Accepted ? chosenPath(dialog, *folders) : std::nullopt;
         folders.reset(); // who reads the answer may kill this process
         const bool isSaid = say('\0' + path.value_or("") + '\0');
-        // The dialog's own end would wait for its thread, which may hang in a folder.
+        // The dialog's destructor would wait for its thread, which may hang on a card.
         std::_Exit(isSaid ? 0 : 1);
     });
     const auto asking = placeAbove(dialog, *request);

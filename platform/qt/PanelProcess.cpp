@@ -35,8 +35,8 @@ PanelProcess::PanelProcess(
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Where this process was started may be on the card, which has to be let go of when it is unmounted.
     process->setWorkingDirectory(QStringLiteral("/"));
-    // Nor may files of the card that happen to be open go along, nor the web engine's connections.
-    // A panel that hangs goes with this process, however that ends.
+    // Files of the card that are open are not inherited, nor the web engine's connections. A panel that hangs
+    // is killed with this process, however that ends.
     process->setChildProcessModifier([] {
         (void)close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
         (void)prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -85,7 +85,7 @@ bool PanelProcess::read()
     silence->start(patience);
     if (takeWordAway)
         std::exchange(takeWordAway, nullptr)();
-    // The answer counts at once: the process itself may hang in its end.
+    // The answer is used at once: the process may hang while it ends.
     const qsizetype from = said.indexOf('\0') + 1;
     const qsizetype to = from > 0 ? said.indexOf('\0', from) : -1;
     if (to < 0)

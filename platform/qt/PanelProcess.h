@@ -15,8 +15,8 @@ namespace platform {
 class Alerts;
 
 /// One file panel in a process of its own, so that a card that hangs holds up the panel and not the program.
-/// While it is open the window that asks takes no input. A panel that gives no sign of life is told, and can
-/// be taken away. Deletes itself after the answer. Main thread only.
+/// While it is open the window that asks takes no input. When a panel stops responding the user is told and
+/// can close it. Deletes itself after the answer. Main thread only.
 class PanelProcess final : public QObject {
 public:
     /// `executable` with "--file-panel" is one that calls runFilePanel.
@@ -36,7 +36,7 @@ private:
     QWidget& window;
     Alerts& alerts;
     QString program;
-    /// Holds the window's input as a modal panel of its own would; never on screen.
+    /// Blocks the window's input as a modal panel would; never on screen.
     QDialog* blocker;
     /// Nobody waits for one that was killed while its card hangs: it deletes itself.
     QProcess* process;

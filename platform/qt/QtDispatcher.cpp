@@ -63,7 +63,7 @@ QtDispatcher::QtDispatcher()
     : hub(std::make_shared<Hub>(*this)),
       pool(std::make_unique<QThreadPool>())
 {
-    // A job that hangs on a dying card keeps its thread; whatever comes after it gets another one.
+    // A job that hangs on a failing card keeps its thread; later jobs get another one.
     pool->setMaxThreadCount(std::numeric_limits<int>::max());
 }
 

@@ -20,7 +20,7 @@ namespace platform {
 namespace {
 
 constexpr const char* lastFolderKey = "LastPanelFolder";
-/// A card that has not been found by then does not hold the panel up.
+/// After this time the panel opens without a card.
 constexpr auto patience = 500ms;
 
 /// Whether the folder can be listed; waits for a card that hangs.
@@ -44,7 +44,7 @@ QMessageBox& madeAlert(QWidget& window, const std::string& title, const std::str
     box->setWindowModality(Qt::WindowModal);
     box->setText(QString::fromStdString(title));
     box->setInformativeText(QString::fromStdString(message));
-    // Good and bad news come the same way, so the picture says only who speaks.
+    // Success and failure use the same alert, so it shows the program's icon.
     box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(48, 48), window.devicePixelRatioF()));
     box->setStyleSheet(QStringLiteral("QLabel#qt_msgbox_informativelabel { min-width: 20em; }"));
     return *box;
@@ -90,7 +90,7 @@ void QtPanels::show(QWidget& window, const PanelRequest& request, Answer answer)
 /// The folders are looked at in the background: a card may hang.
 void QtPanels::openWhereThingsAre(QWidget& window, PanelRequest request, Answer answer)
 {
-    // Whoever asks twice means one panel.
+    // A second request while the first one's panel opens replaces it.
     if (const auto before = std::exchange(waiting, std::nullopt); before && before->window)
         before->answer(std::nullopt);
     waiting = Waiting{&window, std::move(request), std::move(answer)};

@@ -67,7 +67,7 @@ QtScreens::QtScreens(const UserDefaults& defaults)
 
 Screen QtScreens::screenOf(const QWidget& window) const
 {
-    // The desktop alone knows where its own placement has put a window; a hidden one is nowhere yet.
+    // Only the desktop knows where it has placed a window; a hidden one has no place yet.
     if (placesWindows() && window.isVisible())
         return screenHoldingMost(all(), frameOf(window));
     QScreen* screen = window.screen();
@@ -129,15 +129,15 @@ void QtScreens::setPresentationOptions(QWidget& window, uint32_t wanted)
 {
     options = wanted;
     presented = &window;
-    // The desktop would put the window into full screen at once, past its movement.
+    // The desktop would go to full screen at once, without the animation.
     if (options == 0 || !movementOf(window))
         applyOptions();
 }
 
 void QtScreens::applyOptions()
 {
-    // Panels and docks give way to a window only in the desktop's full-screen state; a hidden window
-    // must stay hidden.
+    // Panels and docks are hidden only for a window in the desktop's full-screen state; a hidden window must
+    // stay hidden.
     const bool isFull = presented->windowState() & Qt::WindowFullScreen;
     if (isFull != (options != 0))
         presented->setWindowState(presented->windowState() ^ Qt::WindowFullScreen);

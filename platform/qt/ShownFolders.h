@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// Folders for panels, which know only names that are UTF-8: one of another name is shown through a link of
-/// its own, which is made when it is needed and goes with this. Main thread only.
+/// Folders for panels, which can show only UTF-8 names: a folder with another name is shown through a
+/// temporary link. Main thread only.
 class ShownFolders {
 public:
     ShownFolders() = default;

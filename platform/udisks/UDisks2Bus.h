@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// A connection to the system bus, or to the bus at an address, that nobody else uses, so that any thread may
-/// call. The constructor blocks until the bus answers.
+/// A private connection to the system bus, or to the bus at an address; any thread may call. The constructor
+/// blocks until the bus answers.
 class UDisks2Bus {
 public:
     static constexpr const char* service = "org.freedesktop.UDisks2";

@@ -11,9 +11,9 @@ namespace platform {
 
 /// The mounted volumes by UDisks2 on the system bus.
 ///
-/// Every question goes over a connection of its own and has a time limit. A service that let one pass is not
+/// Every question goes over a connection of its own and has a time limit. After a timeout the service is not
 /// asked again for a while, so that a window that asks several times waits once. Why nothing could be listed
-/// goes to the log, as one line that begins with "volumes: ".
+/// is logged, too: "cannot list the volumes: ...".
 class UDisks2DiskArbitration final : public DiskArbitration {
 public:
     struct Surroundings {
@@ -22,7 +22,7 @@ public:
         std::string sys = "/sys";
         std::chrono::milliseconds limit{3000}; // for a question
         std::chrono::milliseconds actionLimit{8000}; // for an unmount, a mount or a new label
-        std::chrono::milliseconds pause{15000}; // after a question that stayed without an answer
+        std::chrono::milliseconds pause{15000}; // after a question without an answer
     };
 
     UDisks2DiskArbitration();

@@ -21,8 +21,8 @@ constexpr int recoverySeconds = 60;
 
 } // namespace
 
-/// Holds the place of the page. Reports once, from the event loop, that its window has appeared on screen,
-/// and every time that it comes into sight itself.
+/// The widget that contains the page. Reports once, from the event loop, that its window has appeared on
+/// screen, and every time that it comes into sight itself.
 class QtWebView::Stage final : public QWidget {
 public:
     Stage(QWidget& parent, std::function<void()> appeared)
@@ -117,7 +117,7 @@ void QtWebView::start()
     QObject::connect(
         content, &QWebEnginePage::titleChanged, stage, [this](const QString& title) { titleChanged(title); },
         Qt::QueuedConnection);
-    // Not from inside the engine's own report.
+    // Not from inside the engine's signal.
     QObject::connect(
         content, &QWebEnginePage::renderProcessTerminated, stage, [this] { pageDied(); },
         Qt::QueuedConnection);

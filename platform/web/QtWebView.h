@@ -34,8 +34,6 @@ public:
 
     /// What a script gives, for tests and measurements; never answers when there is no page.
     void ask(const QString& script, std::function<void(const QVariant&)> answer) const;
-    /// Whether there is a page, loaded or not.
-    bool hasPage() const { return !view.isNull(); }
 
 private:
     class Stage;

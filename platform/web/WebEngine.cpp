@@ -36,7 +36,7 @@ class Gate final : public QWebEngineUrlRequestInterceptor {
     }
 };
 
-// Nothing here may allocate or lock: other threads stood still in the middle of whatever they did.
+// Nothing here may allocate or lock: in the forked child other threads' locks stay taken.
 bool wrote(const char* path, const char* text)
 {
     const int file = open(path, O_WRONLY | O_CLOEXEC);
@@ -60,7 +60,7 @@ bool canMakeUserNamespace()
     return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// Where the map's credits lead.
+// The addresses of the map's credits.
 bool isCredit(const QUrl& url)
 {
     return url.scheme() == QLatin1String("https")
@@ -101,7 +101,7 @@ QWebEngineProfile& WebEngine::profile()
         return request.origin.scheme() == QLatin1String("qrc");
     });
     QWebEngineSettings& settings = *shared->settings();
-    // Tiles only; the gate refuses every other address.
+    // Tiles only; every other address is refused.
     settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     for (const auto attribute : {QWebEngineSettings::LocalContentCanAccessFileUrls,
              QWebEngineSettings::JavascriptCanOpenWindows, QWebEngineSettings::PluginsEnabled,

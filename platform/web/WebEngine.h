@@ -11,7 +11,8 @@ class QWebEngineUrlRequestInterceptor;
 namespace platform {
 
 /// What all embedded pages share: their storage, and the rule that they may fetch street tiles and nothing
-/// else from the network. The engine starts with the first profile(). Outlives its pages; main thread only.
+/// else from the network. The engine starts with the first profile(). Must outlive its pages; main thread
+/// only.
 class WebEngine {
 public:
     WebEngine();

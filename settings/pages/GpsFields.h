@@ -18,6 +18,6 @@ struct GpsFields {
 
     /// Labels and items; makes them settings of the page.
     void setUp(RecordPage& page);
-    /// A value that a control has no place for leaves it without a selection.
+    /// A value that the control does not offer leaves it without a selection.
     void display(const _FILEDATA& record);
 };

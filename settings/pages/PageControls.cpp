@@ -21,7 +21,7 @@ public:
     {
         if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus())
             return false;
-        event->ignore(); // what the control is on gets it next
+        event->ignore(); // the event goes on to the parent widget
         return true;
     }
 };
@@ -51,7 +51,7 @@ void onUserChange(QWidget& control, const std::function<void()>& changed)
         QObject::connect(matrix, &ButtonMatrix::cellClicked, matrix, changed);
     } else if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
         QObject::connect(button, &QAbstractButton::clicked, button, changed);
-        // Accessibility tools change it without a click.
+        // Accessibility tools change it without a click event.
         QObject::connect(button, &QAbstractButton::toggled, button, changed);
     } else if (auto* combo = qobject_cast<QComboBox*>(&control)) {
         QObject::connect(combo, &QComboBox::activated, combo, changed);

@@ -24,8 +24,8 @@ QStringList offOnLabels();
 /// text field. The choice that was shown already counts, too.
 void onUserChange(QWidget& control, const std::function<void()>& changed);
 
-/// The wheel over the control scrolls what the control is on unless the control has the focus, which the
-/// wheel does not give.
+/// The wheel over the control scrolls the page unless the control has the focus; the wheel does not give it
+/// the focus.
 void leaveWheelToPage(QWidget& control);
 
 /// The row of a value table that holds the value; nothing when none does.

@@ -13,7 +13,7 @@ class QCheckBox;
 /// A page that edits the live record: what the pages' protocol asks is the same for all of them. The page is
 /// a list of settings, each of which is bound to its controls and to the fields that it stands for. Only what
 /// the user changed since the record was shown is written; everything else stays as it was, bit for bit, also
-/// where a control can show it only nearly or not at all.
+/// where a control can show it only rounded or not at all.
 class RecordPage : public SettingPage {
 public:
     using SettingPage::SettingPage;
@@ -32,7 +32,7 @@ public:
     /// Adds a setting, which counts as changed once the user has changed one of the controls. Settings are
     /// stored in the order of adding. Returns what names it in the two operations below.
     size_t addSetting(std::initializer_list<QWidget*> controls, Store store);
-    /// The user changed the setting by a control that reports in a way of its own.
+    /// To be called when the user changed the setting by a control that `addSetting` cannot watch.
     void touch(size_t setting);
     bool wasTouched(size_t setting) const { return settings[setting].touched; }
 

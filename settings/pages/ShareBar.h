@@ -6,13 +6,13 @@
 #include <cstdint>
 
 /// How always, motion and event recordings share the card, as a bar of three colours. The bar's ends are
-/// where the middles of a range slider's knobs of the same width stand at 0 and 100. Shares that do not add
-/// up to 100 are drawn as they are: what nobody has stays empty, what is too much makes all parts smaller.
+/// where the middles of a range slider's knobs of the same width stand at 0 and 100. Shares below 100 in sum
+/// leave the rest empty; above 100 all parts are scaled down.
 class ShareBar : public QWidget {
     Q_OBJECT
 
 public:
-    using Shares = std::array<int64_t, 3>; // percent; less than none is none
+    using Shares = std::array<int64_t, 3>; // percent; negative counts as 0
 
     explicit ShareBar(QWidget* parent = nullptr);
 

@@ -11,9 +11,9 @@ public:
     explicit ZVKCarNumberTextField(QWidget* parent = nullptr);
 
     void textDidEndEditing();
-    /// Shows the number and forgets that the user typed something.
+    /// Shows the number; the field counts as unedited then.
     void setCarNumber(const QString& number);
-    /// What of the text the camera accepts.
+    /// The part of the text that the camera accepts.
     QString carNumber() const;
 
 signals:

@@ -128,7 +128,7 @@ void ZVKSettingForAudioViewController::voiceLangMatrixSelected()
 
 void ZVKSettingForAudioViewController::malaysianRadioSelected()
 {
-    // It is in no group, so a second click would take the choice away.
+    // It is in no group, so a second click would uncheck it.
     outlets->malaysianRadio->setChecked(true);
     outlets->voiceLangRadio->deselectAllCells();
     if (fileData)

@@ -14,8 +14,8 @@ struct Platform;
 }
 
 /// The settings page for a camera at the vehicle's OBD port: what the GPS page has, power cut-off voltage,
-/// OBD in parking mode and the range of economical driving. Such a camera gives several carried fields of the
-/// record a meaning of their own; no window shows this page to other cameras' drivers.
+/// OBD in parking mode and the range of economical driving. Such a camera uses several carried fields of the
+/// record; the page is not shown for other cameras.
 class ZVKSettingForObdViewController : public RecordPage {
     Q_OBJECT
     /// Where the slider's knobs are, 0 to 100. Every assignment is announced.

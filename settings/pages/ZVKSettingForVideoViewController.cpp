@@ -16,7 +16,7 @@ namespace {
 constexpr std::array<std::array<uint32_t, 6>, 2> bitrates{{{6, 7, 8, 9, 10, 11}, {3, 4, 5, 6, 7, 8}}};
 
 constexpr std::array<uint32_t, 2> framerates{24 << 8, 30 << 8};
-/// The camera's frame rate codes; a rate that is not here has code 0. Code 7 is the first segment.
+/// The camera's frame rate codes; other rates have code 0. Code 7 is the first segment.
 constexpr std::array<uint32_t, 9> codedFramerates{0, 3, 5, 7, 10, 12, 15, 24, 30};
 
 constexpr uint32_t darkest = 124;

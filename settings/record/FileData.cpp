@@ -14,19 +14,20 @@ FileError written(const _FILEDATA& record, const FilePlace& place)
 
 } // namespace
 
-bool loadFileData(const FilePlace& place, _FILEDATA& record)
+FileError readFileData(const FilePlace& place, _FILEDATA& record)
 {
     FileError why;
     const auto bytes = place.beginning(sizeof record, why);
-    if (!bytes || bytes->size() != sizeof record)
-        return false;
-    std::memcpy(&record, bytes->data(), sizeof record);
-    return true;
+    if (bytes && bytes->size() < sizeof record)
+        why.code = FileError::tooShort;
+    if (!why)
+        std::memcpy(&record, bytes->data(), sizeof record);
+    return why;
 }
 
 bool loadFileData(const std::string& path, _FILEDATA& record)
 {
-    return loadFileData(FilePlace::chosen(path), record);
+    return !readFileData(FilePlace::chosen(path), record);
 }
 
 FinishedFileData::FinishedFileData(const _FILEDATA& unfinished)
@@ -107,13 +108,13 @@ void initFileData(_FILEDATA& record)
     record.debug_mode = 1;
 }
 
-void initFileDataForRegion(_FILEDATA& record, bool m_bKorean)
+void initFileDataForRegion(_FILEDATA& record, bool isKorean)
 {
     initFileData(record);
-    record.vid_enc_bitrate = m_bKorean ? 8000 : 9000;
-    record.motion1080pCValue = m_bKorean ? 100 : 90;
-    record.motion720pCValue = m_bKorean ? 100 : 75;
-    record.Brightness1 = m_bKorean ? 0 : 1;
+    record.vid_enc_bitrate = isKorean ? 8000 : 9000;
+    record.motion1080pCValue = isKorean ? 100 : 90;
+    record.motion720pCValue = isKorean ? 100 : 75;
+    record.Brightness1 = isKorean ? 0 : 1;
 }
 
 FileError writeDefaultFileData(const FilePlace& place)

@@ -159,10 +159,10 @@ static_assert(offsetof(_FILEDATA, szPlateNumber) == 256);
 static_assert(offsetof(_FILEDATA, Tinting) == 264);
 static_assert(offsetof(_FILEDATA, debug_mode) == 268);
 
-/// Reads the one record that the file holds. True when a whole record was read; otherwise the record is left
-/// as it was. Neither the version nor the checksum is verified.
-bool loadFileData(const FilePlace& place, _FILEDATA& record);
-/// The file that the user named; links to it are followed.
+/// Reads the one record that the file holds. Why it failed, or nothing; then the record is left as it was.
+/// Neither the version nor the checksum is verified.
+[[nodiscard]] FileError readFileData(const FilePlace& place, _FILEDATA& record);
+/// The same for the file that the user named, to which links are followed. True when a whole record was read.
 bool loadFileData(const std::string& path, _FILEDATA& record);
 
 /// A record as the camera takes it: with the two fields that follow from the others, osd_plate_flag and then
@@ -188,7 +188,7 @@ private:
 void initFileData(_FILEDATA& record);
 
 /// The base defaults, then the four fields that differ between Korea and elsewhere.
-void initFileDataForRegion(_FILEDATA& record, bool m_bKorean);
+void initFileDataForRegion(_FILEDATA& record, bool isKorean);
 
 /// Writes the base defaults to the file as they are, not finished. Why it failed, or nothing.
 [[nodiscard]] FileError writeDefaultFileData(const FilePlace& place);

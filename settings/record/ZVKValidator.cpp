@@ -21,7 +21,7 @@ std::optional<double> readNumber(std::string_view& text)
     const bool negative = rest.starts_with('-');
     if (negative || rest.starts_with('+'))
         rest.remove_prefix(1);
-    // Only digits: no second sign, no words such as "inf".
+    // Only digits may follow: no second sign, no words such as "inf".
     if (rest.empty() || rest.find_first_of("0123456789.") != 0)
         return std::nullopt;
     double value = 0;
@@ -44,7 +44,7 @@ std::string ZVKValidator::numericStringFromString(std::string_view text)
 {
     while (!text.empty() && !stringIsNumber(text)) {
         text.remove_suffix(1);
-        // A character is taken away whole.
+        // A multi-byte character is removed whole.
         while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
             text.remove_suffix(1);
     }

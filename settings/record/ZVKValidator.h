@@ -18,7 +18,7 @@ struct ValidationMessage {
 /// and the text as it was, when there is none. Too large a number is infinite.
 std::optional<double> readNumber(std::string_view& text);
 
-/// What a driver may type. Every check gives a message or nothing, which means valid.
+/// Checks of what the user types. Each returns a message, or nothing when valid.
 class ZVKValidator {
 public:
     static constexpr double smallestThreshold = 0.05; // g
@@ -27,7 +27,7 @@ public:
 
     /// A number can be read and only white space follows it.
     static bool stringIsNumber(std::string_view text);
-    /// The text without the characters at its end that keep it from being a number; empty when none is left.
+    /// The text without the characters at its end that make it no number; empty when none is left.
     static std::string numericStringFromString(std::string_view text);
     /// An impact threshold in g; an empty text is valid, what follows the number does not matter.
     static std::optional<ValidationMessage> validateGsensorThreshold(std::string_view text);

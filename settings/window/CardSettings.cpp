@@ -184,26 +184,24 @@ bool isNamedAsCard(const CardSettings& card)
     return !card.disk || card.disk->volumeName == cardFiles::label;
 }
 
-CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks)
+NamedCard nameAsCard(const CardSettings& card, platform::DiskArbitration& disks)
 {
     const std::string failure = disks.setVolumeName(card.disk->mountedURL, cardFiles::label);
-    if (failure.empty())
-        return findUSBVolume(disks);
-    logFormat("cannot rename the card: %s", failure.c_str());
-    return card;
+    return failure.empty() ? NamedCard{findUSBVolume(disks), {}} : NamedCard{card, failure};
 }
 
 ReadSettings readCardSettings(const CardSettings& card)
 {
     ReadSettings read;
     const FilePlace settings = settingsOn(*card.disk);
-    const auto recordOf = [](const FilePlace& place) {
-        _FILEDATA record;
-        return loadFileData(place, record) ? std::optional(record) : std::nullopt;
-    };
-    read.record = recordOf(settings);
-    if (const auto copy = read.record ? recordBeside(settings, read.record->cfg_ver) : std::nullopt)
-        read.previous = recordOf(*copy);
+    _FILEDATA record;
+    read.error = readFileData(settings, record);
+    if (read.error)
+        return read;
+    read.record = record;
+    const auto copy = recordBeside(settings, record.cfg_ver);
+    if (copy && !readFileData(*copy, record))
+        read.previous = record;
     return read;
 }
 
@@ -236,11 +234,11 @@ SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& di
     return outcome;
 }
 
-bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean)
+bool readsMiles(platform::DiskArbitration& disks, bool isKorean)
 {
     _FILEDATA record;
-    initFileDataForRegion(record, m_bKorean);
+    initFileDataForRegion(record, isKorean);
     if (const CardSettings card = findUSBVolume(disks); card.disk)
-        loadFileData(settingsOn(*card.disk), record);
+        (void)readFileData(settingsOn(*card.disk), record); // the defaults stay where it cannot be read
     return (record.speed_disp_unit & 0xFF) != 0;
 }

@@ -26,17 +26,21 @@ struct CardSettings {
 /// The preferred card, when its config.bin has a record's size.
 CardSettings findUSBVolume(platform::DiskArbitration& disks);
 
-/// Whether there is no card, or it has the camera's name for it, "ZAVIK".
+/// True when the card is named "ZAVIK", or there is no card.
 bool isNamedAsCard(const CardSettings& card);
-/// Names the card that was found "ZAVIK", for which it is unmounted: nothing on it may be in use. Where it is
-/// then; when it cannot be named the reason is logged and the card is as it was.
-CardSettings nameAsCard(const CardSettings& card, platform::DiskArbitration& disks);
+struct NamedCard {
+    CardSettings card; // where it is mounted now
+    std::string failure; // why it could not be named; then the card is as it was
+};
+/// Names the card that was found "ZAVIK", for which it is unmounted: nothing on it may be in use.
+NamedCard nameAsCard(const CardSettings& card, platform::DiskArbitration& disks);
 
 /// What was read from a card.
 struct ReadSettings {
     std::optional<_FILEDATA> record; // nothing when it cannot be read
     /// The record before the latest save, which is kept beside the settings.
     std::optional<_FILEDATA> previous;
+    FileError error; // why there is no record
 };
 ReadSettings readCardSettings(const CardSettings& card);
 
@@ -47,7 +51,8 @@ struct SaveRequest {
     CardSettings card = {};
     /// What the file held when the window read or wrote it.
     std::optional<_FILEDATA> known = {};
-    /// The user has decided so: another card than the one that was read; over other settings than the known.
+    /// The user has agreed to save to another card than the one that was read, or over settings other than
+    /// `known`.
     bool mayBeOtherCard = false;
     bool mayReplaceOthers = false;
 };
@@ -81,4 +86,4 @@ struct SaveOutcome {
 [[nodiscard]] SaveOutcome saveToCard(const SaveRequest& request, platform::DiskArbitration& disks);
 
 /// What speed_disp_unit of the card's settings says, or of the defaults when no card holds any. Only reads.
-bool readsMiles(platform::DiskArbitration& disks, bool m_bKorean);
+bool readsMiles(platform::DiskArbitration& disks, bool isKorean);

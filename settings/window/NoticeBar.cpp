@@ -21,12 +21,12 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(14, 6, 12, 6);
     row->setSpacing(12);
-    // The page below does not jump when the button comes and goes.
+    // Keeps the page below in place when the button is shown or hidden.
     setMinimumHeight(button->sizeHint().height() + 12);
     row->addWidget(label, 1);
     row->addWidget(button);
     connect(button, &QPushButton::clicked, this, [this] {
-        // The work may give the bar another notice.
+        // The work may set another notice.
         if (const auto work = action)
             work();
     });

@@ -3,6 +3,7 @@
 #include "settings/window/ZVKSettingController.h"
 
 #include "cardtools/volumes/Volumes.h"
+#include "common/Log.h"
 #include "lib/Alerts.h"
 #include "lib/LoadingSheet.h"
 #include "platform/Texts.h"
@@ -27,7 +28,7 @@ QString shownName(const TKUSBDiskEntity& disk)
 
 void ZVKSettingController::loadSettingFile()
 {
-    // Nothing of another card stays on screen as this one's.
+    // Removes the settings of the card before from the screen.
     initFileDataForRegion(m_FileData, m_bKorean);
     showRecord(m_FileData);
     fileDataRead.reset();
@@ -45,8 +46,14 @@ void ZVKSettingController::cardFound(const CardSettings& found)
         readCard(found);
         return;
     }
-    desktop.dispatcher.inBackgroundThen([&disks = desktop.disks, found] { return nameAsCard(found, disks); },
-        life.guarded([this](const CardSettings& named) { readCard(named); }));
+    const auto name = [&disks = desktop.disks, found] {
+        const NamedCard named = nameAsCard(found, disks);
+        if (!named.failure.empty())
+            logFormat("cannot rename the card: %s", named.failure.c_str());
+        return named.card;
+    };
+    desktop.dispatcher.inBackgroundThen(
+        name, life.guarded([this](const CardSettings& named) { readCard(named); }));
 }
 
 void ZVKSettingController::showCard(const CardSettings& card)
@@ -91,6 +98,8 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
 {
     fileDataRead = read.record;
     fileDataPrevious = read.previous;
+    if (read.error)
+        logFormat("cannot read %s: %s", m_SettingFilePath.c_str(), read.error.text().c_str());
     if (read.record)
         showRecord(*read.record);
     else if (view->isVisible())
@@ -99,7 +108,7 @@ void ZVKSettingController::settingsRead(const ReadSettings& read)
     showNotice();
 }
 
-/// As nobody has changed it yet.
+/// Shows the record as unchanged.
 void ZVKSettingController::showRecord(const _FILEDATA& record)
 {
     m_FileData = record;
@@ -109,7 +118,7 @@ void ZVKSettingController::showRecord(const _FILEDATA& record)
         targetController->setFileData(&m_FileData);
 }
 
-/// The sheet has gone by itself; whatever comes of the card later is shown then.
+/// The sheet has gone by itself; a later result is still shown.
 void ZVKSettingController::tellThatTheCardHangs()
 {
     if (work != Work::none && view->isVisible())
@@ -150,7 +159,7 @@ void ZVKSettingController::cardsSeen(const CardSettings& found, const std::vecto
     showNotice();
 }
 
-/// The settings of the card that was found later take the place of what is shown.
+/// Shows the settings of the card that was found later.
 void ZVKSettingController::editCard()
 {
     letGo([this] {

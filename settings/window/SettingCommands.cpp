@@ -48,7 +48,7 @@ void ZVKSettingController::connectControls()
     const auto onKey = [this](const QKeySequence& key, QWidget* where, auto action) {
         QObject::connect(new QShortcut(key, where), &QShortcut::activated, view.get(), action);
     };
-    // What the loading sheet covers hears no keys; closing is always possible.
+    // Behind the loading sheet keys do nothing, except for closing.
     onKey(Qt::Key_Escape, view.get(), [this] { onCloseCmd(); });
     onKey(QKeySequence::Close, view.get(), [this] { onCloseCmd(); });
     onKey(Qt::CTRL | Qt::Key_S, outlets->contentBox, [this] { onSave(); });
@@ -125,7 +125,7 @@ void ZVKSettingController::later(std::function<void()> next)
 void ZVKSettingController::letGo(std::function<void()> next)
 {
     if (work == Work::saving) {
-        // What becomes of the save is told first.
+        // The result of the save is shown first.
         afterSave = std::move(next);
         return showWindow();
     }
@@ -176,7 +176,7 @@ bool ZVKSettingController::isFormatting() const
     return lastDialogController && lastDialogController->isFormatting();
 }
 
-/// A page that is made meanwhile finds no card to read from.
+/// A page that is made meanwhile must not read from the card.
 void ZVKSettingController::letGoOf(const std::string& mountPath)
 {
     if (selectedUSBDisk && selectedUSBDisk->mountedURL == mountPath) {

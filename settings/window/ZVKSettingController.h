@@ -33,9 +33,9 @@ public:
 /// The window in which the user edits the camera's settings: one page at a time under a row of tabs, and the
 /// card tools. It holds the one live record, which begins with the defaults. The card is looked for, read and
 /// written in the background behind the loading sheet, and what was read is shown in one step; meanwhile
-/// nothing can be edited or saved. A card that nobody uses gets the camera's name then. When the card moves
-/// to another path, the window saves there. What the user has changed is asked for before it is dropped.
-/// Main thread only.
+/// nothing can be edited or saved. A card that is not in use is renamed to "ZAVIK" then. When the card moves
+/// to another path, the window saves there. Before unsaved changes are dropped the user is asked. Main thread
+/// only.
 class ZVKSettingController final : public WindowController, public SettingPageHost, public CardHolder {
 public:
     /// `language` as the main controller's: "ko" chooses the Korean defaults.
@@ -63,7 +63,7 @@ public:
     void onCloseCmd();
     void onDiskUtil();
     void onFormat();
-    /// A card is being formatted: a window that tells its end is needed until then.
+    /// A card is being formatted: the window is needed to report the result.
     bool isFormatting() const;
 
     void letGoOf(const std::string& mountPath) override;

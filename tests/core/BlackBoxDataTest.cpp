@@ -40,6 +40,7 @@ TEST(ExtractStreamInformation, ReadsRegularFilesOnly)
     for (const char* path : {"/tmp", "/dev/zero", "", "no such file", static_cast<const char*>(nullptr)}) {
         EXPECT_FALSE(data.ExtractStreamInformation(path));
         EXPECT_EQ(data.walkEnd(), WalkEnd::cannotOpen);
+        EXPECT_TRUE(data.openError());
         EXPECT_THAT(data.m_GSensors, SizeIs(0));
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cli/Program.h"
-#include "tests/support/CollectedLog.h"
 
 #include <sstream>
 #include <string>
@@ -14,12 +13,11 @@ struct Outcome {
     std::string err;
 };
 
-inline Outcome zavikctl(const std::vector<std::string>& words)
+inline Outcome zavikctl(const std::vector<std::string>& words, const cli::VolumesSource& volumes = {})
 {
     const std::vector<std::string_view> views(words.begin(), words.end());
     std::ostringstream out;
     std::ostringstream err;
-    const CollectedLog dropped; // as the program does
-    const auto code = cli::run(views, {out, err});
+    const auto code = cli::run(views, {out, err}, volumes);
     return {static_cast<int>(code), out.str(), err.str()};
 }

@@ -1,4 +1,3 @@
-#include "cli/VolumesSource.h"
 #include "tests/core/CliSupport.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/Testing.h"
@@ -9,18 +8,18 @@ using testing::StartsWith;
 
 class CliVolumesTest : public testing::Test {
 protected:
-    ~CliVolumesTest() override { cli::setVolumesSource({}); }
-
-    static void mount(std::vector<platform::VolumeDescription> volumes)
+    void mount(std::vector<platform::VolumeDescription> volumes)
     {
-        cli::setVolumesSource([volumes] {
+        source = [volumes] {
             auto disks = std::make_unique<TestDiskArbitration>();
             disks->volumes = volumes;
             return disks;
-        });
+        };
     }
+    Outcome zavikctl(const std::vector<std::string>& words) { return ::zavikctl(words, source); }
 
     TempFolder folder;
+    cli::VolumesSource source;
 };
 
 TEST_F(CliVolumesTest, ListsTheCardToUseFirst)

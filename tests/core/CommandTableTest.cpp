@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/commands/Generated.h"
+#include "settings/record/FileDataFields.h"
 #include "tests/support/Testing.h"
 #include "tools/formathelper/FormatCard.h"
 
@@ -8,7 +9,14 @@
 TEST(CommandTable, HasAnActionForEachCommand)
 {
     for (const cli::Command& command : cli::zavikctl.commands)
-        EXPECT_EQ(std::ranges::count(cli::actions(), command.name, &cli::Action::command), 1) << command.name;
+        EXPECT_EQ(std::ranges::count(cli::actions({}), command.name, &cli::Action::command), 1)
+            << command.name;
+}
+
+TEST(CommandTable, EachFieldOfTheSettingsMayBeSetAtOnce)
+{
+    const auto config = std::ranges::find(cli::zavikctl.commands, "config", &cli::Command::name);
+    EXPECT_EQ(config->operands.back().most, fileDataFields().size());
 }
 
 TEST(CommandTable, OperandsArriveAsTheyAreAndOddOptionsAreRefused)

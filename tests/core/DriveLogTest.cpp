@@ -110,8 +110,9 @@ TEST(DriveLogFile, KeepsWhatWasReadBeforeTheDeviceFailed)
         [&](int64_t done, int64_t all) { percentages.push_back(done * 100 / all); });
     EXPECT_EQ(percentages, (std::vector<int64_t>{38, 77, 100}));
     const TempFolder folder;
-    EXPECT_EQ(
-        readDriveLog(FilePlace::chosen(folder.path("none")), obdDriveFormat).end(), DriveLogEnd::notThere);
+    const DriveLog none = readDriveLog(FilePlace::chosen(folder.path("none")), obdDriveFormat);
+    EXPECT_EQ(none.end(), DriveLogEnd::notThere);
+    EXPECT_EQ(none.openError().code, ENOENT);
     EXPECT_EQ(readDriveLog(FilePlace::chosen(folder.path()), obdDriveFormat).end(), DriveLogEnd::refused);
 }
 

@@ -55,9 +55,12 @@ TEST(FileData, AShortFileLeavesTheRecordAsItWas)
     const TempFolder folder;
     _FILEDATA record = defaults(false);
     for (const size_t size : {0, 1, 271}) {
-        EXPECT_FALSE(loadFileData(folder.file("short.bin", std::vector<std::byte>(size)), record)) << size;
+        const std::string path = folder.file("short.bin", std::vector<std::byte>(size));
+        EXPECT_FALSE(loadFileData(path, record)) << size;
+        EXPECT_EQ(readFileData(FilePlace::chosen(path), record).code, FileError::tooShort);
         EXPECT_EQ(bytesOf(record), bytesOf(defaults(false)));
     }
+    EXPECT_EQ(readFileData(FilePlace::chosen(folder.path("none")), record).code, ENOENT);
     EXPECT_TRUE(loadFileData(folder.file("long.bin", std::vector<std::byte>(273)), record));
 }
 

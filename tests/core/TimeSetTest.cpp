@@ -28,9 +28,13 @@ TEST(TimeSet, CommandWritesOverALongerFileAndReadsItBack)
     EXPECT_EQ(zavikctl({"clock", path, "2016/05/03 14:22:01"}).code, 0);
     EXPECT_EQ(contents(path), "2016/05/03 14:22:01");
     EXPECT_EQ(zavikctl({"clock", path}).out, "2016/05/03 14:22:01\n");
-    EXPECT_TRUE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\r\n"))))
+    FileError why;
+    EXPECT_TRUE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\r\n")), why))
         << "one line end";
-    EXPECT_FALSE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\n\n"))));
+    EXPECT_FALSE(loadTimeSet(FilePlace::chosen(folder.file("edited.cfg", "2016/05/03 14:22:01\n\n")), why));
+    EXPECT_FALSE(why) << "it can be read";
+    EXPECT_FALSE(loadTimeSet(FilePlace::chosen(folder.path()), why));
+    EXPECT_EQ(why.code, FileError::noPlainFile);
     EXPECT_EQ(zavikctl({"clock", folder.path("missing/timeset.cfg"), "2016/05/03 14:22:01"}).code, 1);
     EXPECT_EQ(zavikctl({"clock", folder.path(), "2016/05/03 14:22:01"}).code, 1);
 }

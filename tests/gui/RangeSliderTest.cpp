@@ -83,12 +83,12 @@ TEST_F(RangeSlider, TheMouseTakesTheKnobOnItsSide)
 TEST_F(RangeSlider, AVerticalOneTakesTheKnobByItsSide)
 {
     SMDoubleSliderCell cell;
-    cell.setVertical(true);
     cell.setMaxValue(100);
     cell.setDoubleHiValue(80);
     cell.setDoubleLoValue(10);
     QVariantMap coder;
     cell.encodeWithCoder(coder);
+    coder["vertical"] = true;
     const std::tuple<double, bool, bool> cases[] = {{179, true, false}, {181, true, true}, {215, true, true},
         {60, true, false}, {35, false, true}, {37, false, false}, {1, false, true}, {160, false, false}};
     for (const auto& [y, flipped, isLow] : cases) {

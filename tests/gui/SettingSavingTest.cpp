@@ -200,12 +200,12 @@ TEST_F(SettingWindow, NothingIsSavedToAnotherCardWhileTheOwnOneIsFormatted)
 
 TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
 {
-    enum { Save, Drop, Stay };
-    for (const int answer : {Save, Drop, Stay}) {
+    enum { save, drop, stay };
+    for (const int answer : {save, drop, stay}) {
         SCOPED_TRACE(answer);
         desk.disks.volumes.clear();
         openOwnCard();
-        desk.alerts.answer = Stay;
+        desk.alerts.answer = stay;
         window->filedata()->time_gmt = 7;
         script.shown = 7;
         window->window().close();
@@ -214,7 +214,7 @@ TEST_F(SettingWindow, ChangesAreAskedForBeforeTheyAreDropped)
         bool isLetGo = false;
         window->letGo([&] { isLetGo = true; });
         desk.dispatcher.runAll();
-        EXPECT_EQ(isLetGo, answer != Stay);
-        EXPECT_EQ(zone(), answer == Save ? 7 : 5);
+        EXPECT_EQ(isLetGo, answer != stay);
+        EXPECT_EQ(zone(), answer == save ? 7 : 5);
     }
 }

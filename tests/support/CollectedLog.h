@@ -10,15 +10,15 @@
 class CollectedLog {
 public:
     CollectedLog()
-        : m_before(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
+        : before(setLogSink([this](std::string_view line) { lines.emplace_back(line); }))
     {
     }
-    ~CollectedLog() { setLogSink(std::move(m_before)); }
+    ~CollectedLog() { setLogSink(std::move(before)); }
     CollectedLog(const CollectedLog&) = delete;
     CollectedLog& operator=(const CollectedLog&) = delete;
 
     std::vector<std::string> lines;
 
 private:
-    LogSink m_before;
+    LogSink before;
 };

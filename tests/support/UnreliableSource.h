@@ -6,7 +6,7 @@
 #include <functional>
 #include <limits>
 
-/// A device with faults: it gives bytes in small portions and fails at a place.
+/// A device with faults: it gives bytes in small portions and fails at a position.
 class UnreliableSource : public MemoryByteSource {
 public:
     using MemoryByteSource::MemoryByteSource;
@@ -21,20 +21,20 @@ public:
     {
         ++readCount;
         beforeRead();
-        if (m_place >= failsAt)
+        if (position >= failsAt)
             return {};
-        const uint64_t allowed = std::min<uint64_t>({into.size(), portion, failsAt - m_place});
+        const uint64_t allowed = std::min<uint64_t>({into.size(), portion, failsAt - position});
         const auto count = MemoryByteSource::read(into.first(static_cast<size_t>(allowed)));
-        m_place += *count;
+        position += *count;
         return count;
     }
 
     bool seek(uint64_t offset) override
     {
-        m_place = offset;
+        position = offset;
         return canSeek && MemoryByteSource::seek(offset);
     }
 
 private:
-    uint64_t m_place = 0;
+    uint64_t position = 0;
 };

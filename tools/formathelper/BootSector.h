@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-/// What a freshly formatted card's first sectors have to say.
+/// The expected values in a freshly formatted card's first sectors.
 struct WantedFileSystem {
     uint64_t size = 0; // of the volume, in bytes
     long cluster = 0; // sectors per cluster

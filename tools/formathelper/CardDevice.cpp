@@ -62,7 +62,7 @@ FormatStatus CardDevice::failed(int error)
 FormatStatus CardDevice::open()
 {
     constexpr int flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
-    // First without any right to write: the node itself may be anything.
+    // First for reading only: the node may be anything.
     kept = ::open(node.c_str(), O_RDONLY | flags);
     if (kept < 0)
         return failed(errno);
@@ -85,7 +85,7 @@ void CardDevice::letOthersOpen()
 
 bool CardDevice::isGone() const
 {
-    // Opened anew: what is open already does not tell that its medium is another one.
+    // Opened again: an open descriptor does not tell that the medium was changed.
     const int now = ::open(node.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
     const bool gone = now < 0 ? meansGone(errno)
                               : platform::blockNumber(now) != expected.number || sizeOf(now) != expected.size;
@@ -98,7 +98,7 @@ FormatStatus CardDevice::trouble(std::chrono::milliseconds patience)
 {
     constexpr std::chrono::milliseconds pause(100);
     std::byte first{};
-    // Once only: a failed writing is told to the first who asks.
+    // Once only: the kernel reports a failed write only once.
     const FormatStatus read = readFromMedium(std::span(&first, 1));
     for (;; patience -= pause) {
         if (isGone())
@@ -119,7 +119,7 @@ bool CardDevice::isReadOnly() const
 
 FormatStatus CardDevice::readFromMedium(std::span<std::byte> bytes)
 {
-    // Until the system's memory of the device is dropped, a card that lost everything reads well.
+    // Until the system's cache of the device is dropped, even a defective card reads well.
     if (fsync(kept) != 0 || ioctl(kept, BLKFLSBUF) != 0)
         return failed(errno);
     size_t done = 0;

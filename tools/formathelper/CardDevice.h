@@ -25,10 +25,9 @@ public:
 
     const std::string& path() const { return node; }
     /// After a failure: what is wrong with the card itself, `ok` when nothing is. A card that is being pulled
-    /// fails before it is gone; so long it is waited for.
+    /// fails before it disappears: waits for that.
     FormatStatus trouble(std::chrono::milliseconds patience);
-    /// Fills the bytes from the start of the medium itself, not from what the system remembers of it; `ok`,
-    /// or what is wrong.
+    /// Fills the bytes from the start of the medium, not from the system's cache; `ok`, or what is wrong.
     FormatStatus readFromMedium(std::span<std::byte> bytes);
 
 private:

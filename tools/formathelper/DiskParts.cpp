@@ -46,7 +46,7 @@ bool isForeign(const Part& part, const std::string& dev)
 std::string foreignPart(const std::string& name, const platform::KernelDevice& device, const std::string& dev)
 {
     std::vector<Part> parts = device.parts;
-    // Whoever has a whole disk for himself has its partitions.
+    // Exclusive use of a whole disk includes its partitions.
     for (Part& part : parts)
         part.used = part.used || device.whole;
     parts.push_back({name, device.number, true});

@@ -1,5 +1,6 @@
 #include "tools/formathelper/FormatCard.h"
 
+#include "common/CardFiles.h"
 #include "platform/disks/DiskCommand.h"
 #include "tools/formathelper/BootSector.h"
 #include "tools/formathelper/CardDevice.h"
@@ -40,7 +41,7 @@ std::string detailOf(FormatStatus status, const FormatFacts& facts, const Kernel
     return {};
 }
 
-/// Who only looks at a new device, as the system does after each change, has closed it a moment later.
+/// Programs that only inspect a new device, as the system does after each change, close it a moment later.
 KernelDevice settledDevice(const std::string& name, const FormatPolicy& policy)
 {
     constexpr std::chrono::milliseconds pause(100);
@@ -53,7 +54,7 @@ KernelDevice settledDevice(const std::string& name, const FormatPolicy& policy)
     return device;
 }
 
-/// What a tool's failure is: what is wrong with the card itself is told as that.
+/// The status for a tool's failure; a fault of the card itself comes first.
 FormatResult toolFailure(const std::string& tool, const ToolResult& run, FormatStatus otherwise,
     CardDevice& card, const FormatPolicy& policy)
 {
@@ -70,8 +71,8 @@ FormatResult toolFailure(const std::string& tool, const ToolResult& run, FormatS
 FormatResult makeFileSystem(
     const FormatRequest& request, const FormatPolicy& policy, CardDevice& card, const KernelDevice& device)
 {
-    std::vector<std::string> command{policy.mkfs, "-F", "32", "-n", "ZAVIK", "-f", "2", "-R", "32", "-a",
-        "-b", "6", "-s", std::to_string(request.cluster), "--mbr=n"};
+    std::vector<std::string> command{policy.mkfs, "-F", "32", "-n", cardFiles::label, "-f", "2", "-R", "32",
+        "-a", "-b", "6", "-s", std::to_string(request.cluster), "--mbr=n"};
     if (device.whole)
         command.emplace_back("-I");
     command.push_back(card.path());
@@ -145,7 +146,7 @@ FormatResult formatCard(const FormatRequest& request, const FormatPolicy& policy
         return {status, card.reason()};
     if (policy.opened)
         policy.opened();
-    // The device cannot get another number any more; it and the medium in it are looked at once again.
+    // From here on the device keeps its number; checks it and its medium again.
     KernelDevice again = platform::kernelDevice(request.device, policy.roots);
     std::erase_if(again.users, [](const KernelDevice::User& user) { return user.process == getpid(); });
     const FormatFacts factsNow = gatheredFacts(request, policy, again);

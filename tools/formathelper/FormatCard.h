@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-/// What the format helper was asked for. Nothing of it is believed.
+/// What the format helper was asked for. All of it is checked.
 struct FormatRequest {
     std::string device; // without "/dev/"
     long cluster = 0; // sectors per cluster
@@ -20,7 +20,7 @@ struct FormatRequest {
 /// The four arguments as a request; false when they are none.
 bool readRequest(std::span<const std::string_view> arguments, FormatRequest& request);
 
-/// What the helper goes by. The program that is installed changes nothing of it.
+/// The helper's settings. The installed program uses the defaults.
 struct FormatPolicy {
     platform::SystemRoots roots = {};
     bool acceptsLoopDevices = false; // a file may stand in for a card

@@ -13,7 +13,7 @@ enum class ToolOutput {
     all,
 };
 
-/// Runs a file system tool with nothing of our environment; it ends with us, however that is.
+/// Runs a file system tool with an empty environment; it is killed when this program ends.
 platform::ToolResult runFormatTool(
     const std::vector<std::string>& command, std::chrono::milliseconds limit, ToolOutput output);
 

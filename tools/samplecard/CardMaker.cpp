@@ -18,35 +18,35 @@ std::string recipeFor(const CardOptions& options)
     return "samplecard " + std::to_string(version) + " seconds " + std::to_string(options.seconds);
 }
 
-enum class Place { Free, Made, Refused };
+enum class Place { free, made, refused };
 
 Place judge(const fs::path& folder, const CardOptions& options, std::string& why)
 {
     std::error_code failure;
     const fs::file_status status = fs::status(folder, failure);
     if (!fs::exists(status))
-        return Place::Free;
+        return Place::free;
     if (!fs::is_directory(status)) {
         why = folder.string() + " is not a folder";
-        return Place::Refused;
+        return Place::refused;
     }
     const auto stamp = CardStamp::read(folder);
     if (!stamp) {
         if (fs::is_empty(folder, failure) && !failure)
-            return Place::Free;
+            return Place::free;
         why = folder.string() + " is not empty and is no sample card; choose another folder";
-        return Place::Refused;
+        return Place::refused;
     }
     if (options.force)
-        return Place::Free;
+        return Place::free;
     if (stamp->recipe == recipeFor(options) && stamp->isIntact(folder))
-        return Place::Made;
+        return Place::made;
     const auto strangers = stamp->strangers(folder);
     if (strangers.empty())
-        return Place::Free;
+        return Place::free;
     why = folder.string() + " holds files that are not from here, such as " + strangers.front()
         + "; --force makes the card anew without them";
-    return Place::Refused;
+    return Place::refused;
 }
 
 } // namespace
@@ -60,9 +60,9 @@ std::optional<std::string> makeCard(const CardOptions& options, const std::atomi
         folder = folder.parent_path();
     std::string why;
     const Place place = judge(folder, options, why);
-    if (place == Place::Refused)
+    if (place == Place::refused)
         return why;
-    if (place == Place::Made) {
+    if (place == Place::made) {
         tell("The card in " + folder.string() + " is complete.");
         return std::nullopt;
     }

@@ -17,11 +17,11 @@ struct CardOptions {
     bool force = false; // make it anew even when it is there
 };
 
-/// Makes the card in that folder; a whole card of the same making is left as it is.
-/// Returns why there is no card; nothing in the folder has changed then. A folder that is not empty and was
-/// not made here is refused, and so is, without `force`, one of ours that holds files of somebody else.
-/// `stopped` may be set at any time, from a signal handler or another thread. The process must ignore
-/// SIGPIPE: an encoder that dies early is reported, not died of.
+/// Makes the card in that folder; a whole card of the same making is left as it is. Returns why there is no
+/// card; nothing in the folder has changed then. A folder that is not empty and was not made here is refused,
+/// and so is, without `force`, one of ours that holds files of somebody else. `stopped` may be set at any
+/// time, from a signal handler or another thread. The process must ignore SIGPIPE, so that an encoder that
+/// ends early is reported.
 std::optional<std::string> makeCard(const CardOptions& options, const std::atomic<bool>& stopped,
     const std::function<void(const std::string& line)>& tell);
 

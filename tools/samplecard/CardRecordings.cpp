@@ -1,3 +1,4 @@
+#include "common/FilePlace.h"
 #include "tools/samplecard/AviContainer.h"
 #include "tools/samplecard/CardSteps.h"
 #include "tools/samplecard/Encoder.h"
@@ -27,23 +28,13 @@ template <typename Value> bool writeAll(const fs::path& file, const std::vector<
     return bool(out.flush());
 }
 
-std::vector<std::byte> readAll(const fs::path& file)
-{
-    std::error_code failure;
-    const uintmax_t size = fs::file_size(file, failure);
-    std::vector<std::byte> bytes(failure ? 0 : size);
-    std::ifstream in(file, std::ios::binary);
-    in.read(reinterpret_cast<char*>(bytes.data()), std::streamsize(bytes.size()));
-    return bytes;
-}
-
 /// Makes recordings, one after the other, on one thread.
 class RecordingMaker {
 public:
     RecordingMaker(const CardWork& work, const Scenery& front, const Scenery& rear)
         : shared(work),
-          frontScene(work.drive, front, Camera::Front),
-          rearScene(work.drive, rear, Camera::Rear)
+          frontScene(work.drive, front, Camera::front),
+          rearScene(work.drive, rear, Camera::rear)
     {
     }
 
@@ -52,7 +43,12 @@ public:
         const fs::path encoded = shared.scratch / recording.name;
         if (Failure failure = encode(recording, encoded.string()))
             return failure;
-        std::vector<std::byte> avi = readAll(encoded);
+        FileError why;
+        const auto made = wholeFile(encoded.native(), why);
+        if (!made)
+            return "what ffmpeg made cannot be read: " + why.text();
+        const auto bytes = std::as_bytes(std::span(*made));
+        std::vector<std::byte> avi(bytes.begin(), bytes.end());
         if (Failure failure =
                 embedSideData(avi, telemetryOf(shared.drive, recording.start, recording.seconds)))
             return "ffmpeg made a file that cannot be used: " + *failure;
@@ -69,7 +65,7 @@ private:
         const std::string sound = output + ".pcm";
         if (!writeAll(sound, soundOf(shared.drive, recording.start, recording.seconds)))
             return "cannot write the sound (is the disk full?)";
-        Scene& scene = recording.camera == Camera::Front ? frontScene : rearScene;
+        Scene& scene = recording.camera == Camera::front ? frontScene : rearScene;
         Encoder encoder;
         if (!encoder.start({scene.width(), scene.height(), sound, soundRate, output, output + ".txt"}))
             return "ffmpeg cannot be started: is it installed?";

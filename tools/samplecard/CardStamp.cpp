@@ -1,5 +1,7 @@
 #include "tools/samplecard/CardStamp.h"
 
+#include "common/FilePlace.h"
+
 #include <algorithm>
 #include <fstream>
 #include <sstream>
@@ -31,7 +33,7 @@ std::map<std::string, uintmax_t> filesIn(const fs::path& folder)
 
 std::optional<CardStamp> CardStamp::read(const fs::path& folder)
 {
-    std::ifstream in(folder / fileName);
+    std::istringstream in(wholeFile((folder / fileName).native()).value_or(""));
     CardStamp stamp;
     if (!std::getline(in, stamp.recipe) || !stamp.recipe.starts_with("samplecard "))
         return std::nullopt;

@@ -9,8 +9,8 @@
 
 namespace samplecard {
 
-/// What a made card says about itself, in the hidden file ".samplecard" in its root: how it was made and
-/// which files it had then. A folder without it is not ours.
+/// The hidden file ".samplecard" in a card's root: how the card was made and its files. A folder without it
+/// was not made here.
 struct CardStamp {
     std::string recipe; // one line
     std::map<std::string, uintmax_t> files; // relative path with "/", size in bytes

@@ -1,5 +1,6 @@
 #include "tools/samplecard/CardSteps.h"
 
+#include "common/CardFiles.h"
 #include "settings/record/FileData.h"
 #include "tools/samplecard/DriveLogWriter.h"
 
@@ -33,7 +34,7 @@ std::span<const CardStep> cardSteps()
 
 std::optional<std::string> addFolders(const CardWork& work)
 {
-    for (const char* name : {"AlwaysMovie", "EventMovie", "MotionMovie"}) {
+    for (const char* name : cardFiles::recordingFolders) {
         std::error_code failure;
         std::filesystem::create_directory(work.card / name, failure);
         if (failure)
@@ -47,9 +48,9 @@ std::optional<std::string> addDriveLog(const CardWork& work)
     const auto file = driveLogOf(work.drive, int(Drive::parked) + work.seconds);
     const std::string bytes(reinterpret_cast<const char*>(file.data()), file.size());
     std::error_code failure;
-    std::filesystem::create_directory(work.card / "DrvInfo", failure);
-    if (!writeText(work.card / "DrvInfo/zavik_000.drv", bytes))
-        return "DrvInfo/zavik_000.drv cannot be written";
+    std::filesystem::create_directory(work.card / cardFiles::driveLogFolder, failure);
+    if (!writeText(work.card / cardFiles::driveLog, bytes))
+        return std::string(cardFiles::driveLog) + " cannot be written";
     return std::nullopt;
 }
 
@@ -57,19 +58,22 @@ std::optional<std::string> addSettings(const CardWork& work)
 {
     _FILEDATA record;
     initFileDataForRegion(record, false);
-    if (saveFileData(FinishedFileData(record).record(), (work.card / "config.bin").string()))
-        return "config.bin cannot be written";
-    if (!writeText(work.card / "timeset.cfg", "2024/05/18 18:12:00"))
-        return "timeset.cfg cannot be written";
+    const FilePlace settings = FilePlace::chosen((work.card / cardFiles::settings).native());
+    if (const FileError why = saveFileData(FinishedFileData(record), settings))
+        return std::string(cardFiles::settings) + " cannot be written: " + why.text();
+    if (!writeText(work.card / cardFiles::clock, "2024/05/18 18:12:00"))
+        return std::string(cardFiles::clock) + " cannot be written";
     return std::nullopt;
 }
 
 std::optional<std::string> addOddFiles(const CardWork& work)
 {
     const std::string notList = "This file is no recording.\r\n";
-    for (const char* name : {"notes.txt", "AlwaysMovie/readme.avi", "MotionMovie/motion_20240518_1823.avi"}) {
+    namespace fs = std::filesystem;
+    for (const fs::path& name : {fs::path("notes.txt"), fs::path(cardFiles::alwaysFolder) / "readme.avi",
+             fs::path(cardFiles::motionFolder) / "motion_20240518_1823.avi"}) {
         if (!writeText(work.card / name, notList))
-            return std::string(name) + " cannot be written";
+            return name.native() + " cannot be written";
     }
     return std::nullopt;
 }

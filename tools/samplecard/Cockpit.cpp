@@ -35,7 +35,7 @@ void drawBonnet(Canvas& frame, float brightness)
     };
     frame.fill(lowerEdge(frame, -0.02, 1.02, crest),
         {Rgb{96, 104, 118} * brightness, Rgb{26, 30, 38} * brightness, 1});
-    // The sky in the paint, and the two creases of the bonnet.
+    // The sky's reflection, and the two creases of the bonnet.
     frame.fill(lowerEdge(frame, -0.02, 1.02, [&](double x) { return crest(x) + 0.012; }),
         {Rgb{70, 80, 98} * brightness, Rgb{20, 24, 32} * brightness, 0.85F});
     for (const double side : {-1.0, 1.0}) {

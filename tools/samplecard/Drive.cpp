@@ -51,7 +51,7 @@ size_t keyBefore(double seconds)
     return i;
 }
 
-// The spring's answer to a joint: height in metres `since` seconds after it.
+// The body's height in metres `since` seconds after a joint of the road.
 double bumpHeave(double since)
 {
     return since < 0 ? 0 : 0.02 * std::exp(-since / 0.28) * std::sin(2 * pi * 2.1 * since);

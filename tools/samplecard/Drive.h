@@ -62,7 +62,7 @@ public:
     double tunnelEntry() const { return entryTime; }
     /// Metres from the camera to the rear of the car ahead.
     double gapAheadAt(double seconds) const;
-    /// Shaking after the impact: 1 at the impact, 0 before it, dying away within a second.
+    /// Shaking after the impact: 0 before it, 1 at it, decreasing to 0 within a second.
     static double impactShake(double seconds);
 
 private:

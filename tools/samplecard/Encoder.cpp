@@ -1,13 +1,14 @@
 #include "tools/samplecard/Encoder.h"
 
+#include "common/FilePlace.h"
 #include "common/Log.h"
 
 #include <cerrno>
 #include <deque>
 #include <fcntl.h>
-#include <fstream>
 #include <signal.h>
 #include <spawn.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -39,7 +40,7 @@ std::vector<std::string> arguments(const Encoder::Job& job)
 
 std::string lastLines(const std::string& file)
 {
-    std::ifstream in(file);
+    std::istringstream in(wholeFile(file).value_or(""));
     std::deque<std::string> lines;
     for (std::string line; std::getline(in, line);) {
         lines.push_back(line);

@@ -18,7 +18,7 @@ public:
         std::string soundFile; // raw 16-bit mono samples
         int soundRate;
         std::string outputFile; // its extension chooses the container
-        std::string messageFile; // what the encoder says goes there
+        std::string messageFile; // file for the encoder's messages
     };
 
     Encoder() = default;

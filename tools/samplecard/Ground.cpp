@@ -111,10 +111,10 @@ void Ground::drawRow(Canvas& canvas, const Row& row) const
         Surface surface;
     };
     const bool tunnel = Road::inTunnel(row.along);
-    const double gravel = tunnel ? 5.6 : Road::halfGravel;
-    const double asphalt = tunnel ? 5.5 : Road::halfAsphalt;
-    const std::array stretches{Stretch{-gravel, Grass}, Stretch{-asphalt, Gravel}, Stretch{asphalt, Asphalt},
-        Stretch{gravel, Gravel}, Stretch{1e9, Grass}};
+    const double gravelEnd = tunnel ? 5.6 : Road::halfGravel;
+    const double asphaltEnd = tunnel ? 5.5 : Road::halfAsphalt;
+    const std::array stretches{Stretch{-gravelEnd, grass}, Stretch{-asphaltEnd, gravel},
+        Stretch{asphaltEnd, asphalt}, Stretch{gravelEnd, gravel}, Stretch{1e9, grass}};
     // The cross-section is the same on both sides, so looking back only mirrors it.
     const double first = row.perPixel > 0 ? row.across : -row.across;
     const double perPixel = std::abs(row.perPixel);

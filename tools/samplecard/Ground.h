@@ -37,7 +37,7 @@ private:
         double across; // of the row's leftmost pixel
         double perPixel; // metres across, negative when looking back
     };
-    enum Surface { Grass, Gravel, Asphalt };
+    enum Surface { grass, gravel, asphalt };
     using Shades = std::array<uint32_t, 64>;
 
     void drawRow(Canvas& canvas, const Row& row) const;

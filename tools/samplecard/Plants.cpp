@@ -43,7 +43,7 @@ struct Greens {
     Rgb sunlit;
 };
 
-// A leaf's colour by where it sits in the crown: light comes from the upper left.
+// A leaf's colour by its place in the crown: light comes from the upper left.
 Rgb leafColour(const Greens& greens, float x, float y, float random)
 {
     const float light = std::clamp(0.45F - 0.38F * x - 0.42F * y + 0.34F * (random - 0.5F), 0.0F, 1.0F);
@@ -120,9 +120,9 @@ Plants::Plant Plants::plant(PropKind kind, uint32_t variant) const
 {
     const size_t n = variant / 7 % variants;
     switch (kind) {
-    case PropKind::Pine:
+    case PropKind::pine:
         return {&pines[n], 0.5F};
-    case PropKind::Bush:
+    case PropKind::bush:
         return {&bushes[n], 1.6F};
     default:
         return {&broadleaves[n], 0.8F};

@@ -16,7 +16,7 @@ public:
         const Sprite* sprite;
         float widthPerHeight;
     };
-    /// Broadleaf, Pine or Bush; any variant number is fine.
+    /// A broadleaf, a pine or a bush; any variant number is fine.
     Plant plant(PropKind kind, uint32_t variant) const;
 
 private:

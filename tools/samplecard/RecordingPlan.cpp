@@ -1,5 +1,6 @@
 #include "tools/samplecard/RecordingPlan.h"
 
+#include "common/CardFiles.h"
 #include "common/Log.h"
 
 #include <ctime>
@@ -29,13 +30,15 @@ std::vector<Recording> planRecordings(const Drive& drive, int seconds)
         const int start = first + n * seconds;
         // Only names of continuous recordings have room for the camera's letter.
         const std::string name = "alwa_" + localStamp(start);
-        plan.push_back({"AlwaysMovie", name + "_F.avi", Camera::Front, start, seconds});
-        plan.push_back({"AlwaysMovie", name + "_R.avi", Camera::Rear, start, seconds});
+        plan.push_back({cardFiles::alwaysFolder, name + "_F.avi", Camera::front, start, seconds});
+        plan.push_back({cardFiles::alwaysFolder, name + "_R.avi", Camera::rear, start, seconds});
     }
     const int event = int(Drive::impact) - seconds * 6 / 10;
-    plan.push_back({"EventMovie", "event_" + localStamp(event) + ".avi", Camera::Front, event, seconds});
+    plan.push_back(
+        {cardFiles::eventFolder, "event_" + localStamp(event) + ".avi", Camera::front, event, seconds});
     const int motion = int(Drive::parked);
-    plan.push_back({"MotionMovie", "motion_" + localStamp(motion) + ".avi", Camera::Front, motion, seconds});
+    plan.push_back(
+        {cardFiles::motionFolder, "motion_" + localStamp(motion) + ".avi", Camera::front, motion, seconds});
     return plan;
 }
 

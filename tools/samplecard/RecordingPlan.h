@@ -12,7 +12,7 @@ namespace samplecard {
 struct Recording {
     std::string folder; // in the card's root
     std::string name; // with its extension
-    Camera camera = Camera::Front;
+    Camera camera = Camera::front;
     int start = 0; // second of the drive
     int seconds = 0;
 };

@@ -148,22 +148,22 @@ void Road::plant()
             if (!portal && random(2) < (village ? 0.16F : 0.78F)) {
                 const double out = (village ? 11.0 : 8.0) + std::pow(random(3), 1.6) * (village ? 40 : 34);
                 const bool pine = random(4) < (village ? 0.2F : 0.45F);
-                beside.push_back({along, side * out, pine ? PropKind::Pine : PropKind::Broadleaf,
+                beside.push_back({along, side * out, pine ? PropKind::pine : PropKind::broadleaf,
                     5.5F + 5.5F * random(5), seed * 7919U});
             }
             if (!portal && random(6) < (village ? 0.15F : 0.40F))
-                beside.push_back({along + 1.5, side * (6.6 + 5 * random(7)), PropKind::Bush,
+                beside.push_back({along + 1.5, side * (6.6 + 5 * random(7)), PropKind::bush,
                     0.8F + 1.1F * random(8), seed * 104729U});
             if (village && step % 6 == (side > 0 ? 0U : 3U) && random(9) < 0.85F)
-                beside.push_back({along, side * (14.5 + 5 * random(10)), PropKind::House, 1.0F, seed * 31U});
+                beside.push_back({along, side * (14.5 + 5 * random(10)), PropKind::house, 1.0F, seed * 31U});
             const bool parkingPlace = along > 9460 && along < 9505;
             if (village && step % 9 == 4 && side > 0 && !parkingPlace)
-                beside.push_back({along, side * 6.0, PropKind::LampPost, 7.5F, seed});
+                beside.push_back({along, side * 6.0, PropKind::lampPost, 7.5F, seed});
             if (!village && !portal && step % 5 == 0)
-                beside.push_back({along, side * 4.95, PropKind::Marker, 1.0F, seed});
+                beside.push_back({along, side * 4.95, PropKind::marker, 1.0F, seed});
             const double bend = at(along).curvature;
             if (!village && !portal && step % 4 == 2 && std::abs(bend) > 0.009 && bend * side < 0)
-                beside.push_back({along, side * 6.1, PropKind::ChevronSign, 1.0F, bend > 0 ? 1U : 0U});
+                beside.push_back({along, side * 6.1, PropKind::chevronSign, 1.0F, bend > 0 ? 1U : 0U});
         }
     }
     std::stable_sort(

@@ -20,13 +20,13 @@ struct RoadPoint {
     double slope = 0;
 };
 
-enum class PropKind { Broadleaf, Pine, Bush, LampPost, House, Marker, ChevronSign };
+enum class PropKind { broadleaf, pine, bush, lampPost, house, marker, chevronSign };
 
 /// Something beside the road, `along` metres from its start and `across` metres right of its centre line.
 struct Prop {
     double along = 0;
     double across = 0;
-    PropKind kind = PropKind::Bush;
+    PropKind kind = PropKind::bush;
     float size = 1;
     uint32_t variant = 0;
 };

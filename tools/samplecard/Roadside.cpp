@@ -36,24 +36,24 @@ void Roadside::drawUpright(
 void Roadside::drawProp(Canvas& canvas, const View& view, const Prop& prop) const
 {
     switch (prop.kind) {
-    case PropKind::Broadleaf:
-    case PropKind::Pine:
-    case PropKind::Bush:
+    case PropKind::broadleaf:
+    case PropKind::pine:
+    case PropKind::bush:
         drawPlant(canvas, view, prop);
         break;
-    case PropKind::LampPost:
+    case PropKind::lampPost:
         drawLampPost(canvas, view, prop);
         break;
-    case PropKind::House: {
+    case PropKind::house: {
         const Vec3 place = way.place(prop.along, prop.across, 0);
         drawMesh(canvas, view, houseMesh(prop.variant), {place, way.at(prop.along).heading},
             {{1.1F, 1.1F, 1.1F}, hazeAt(view, place)});
         break;
     }
-    case PropKind::Marker:
+    case PropKind::marker:
         drawMarker(canvas, view, prop);
         break;
-    case PropKind::ChevronSign:
+    case PropKind::chevronSign:
         drawChevron(canvas, view, prop);
         break;
     }
@@ -171,7 +171,7 @@ void Roadside::drawRail(Canvas& canvas, const View& view, double from, double to
 
 void Roadside::drawShadow(Canvas& canvas, const View& view, const Prop& prop) const
 {
-    const bool tree = prop.kind == PropKind::Broadleaf || prop.kind == PropKind::Pine;
+    const bool tree = prop.kind == PropKind::broadleaf || prop.kind == PropKind::pine;
     if (!tree)
         return;
     const double heading = way.at(prop.along).heading;
@@ -179,7 +179,7 @@ void Roadside::drawShadow(Canvas& canvas, const View& view, const Prop& prop) co
     // Along and across the road, per metre of the tree's height.
     const double ahead = away.x * std::sin(heading) + away.y * std::cos(heading);
     const double right = away.x * std::cos(heading) - away.y * std::sin(heading);
-    const double half = prop.size * (prop.kind == PropKind::Pine ? 0.16 : 0.30);
+    const double half = prop.size * (prop.kind == PropKind::pine ? 0.16 : 0.30);
     std::array<Vec3, 10> outline;
     for (size_t i = 0; i < outline.size(); ++i) {
         const double angle = 2 * std::numbers::pi * double(i) / double(outline.size());

@@ -9,7 +9,7 @@
 
 namespace samplecard {
 
-enum class Camera { Front, Rear };
+enum class Camera { front, rear };
 
 /// What all pictures of one size share. Immutable after construction.
 struct Scenery {
@@ -41,7 +41,7 @@ private:
         std::function<void()> draw;
     };
 
-    bool looksBack() const { return which == Camera::Rear; }
+    bool looksBack() const { return which == Camera::rear; }
     View viewOf(const Motion& motion, double across) const;
     void collect(const View& view, const Motion& motion, double seconds);
     void collectRails(const View& view, const std::vector<TracePoint>& trace);

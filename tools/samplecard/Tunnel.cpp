@@ -109,7 +109,7 @@ void Tunnel::drawHill(
         const double up = ridge(across) * (1 - k);
         if (up < (std::abs(across) < 13 ? 10.5 : 0.5))
             continue;
-        const PropKind kind = hash01(i, 92) < 0.6F ? PropKind::Pine : PropKind::Broadleaf;
+        const PropKind kind = hash01(i, 92) < 0.6F ? PropKind::pine : PropKind::broadleaf;
         const Plants::Plant plant = vegetation.plant(kind, i * 7);
         const Vec3 foot = view.toCamera(way.place(back, across, up - 0.5));
         if (foot.z < 4)
