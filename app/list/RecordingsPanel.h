@@ -47,6 +47,8 @@ public:
 
     void openMediaDirectoryDialog();
     void openMediaDirectory(const std::string& path);
+    /// Opens the camera's card once it is found, unless a folder was opened meanwhile.
+    void openCard();
     /// What was dropped may be no folder, and may lie on a card that takes its time.
     void openIfFolder(const std::string& path);
 
