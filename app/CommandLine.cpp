@@ -28,11 +28,17 @@ CommandLine CommandLine::parsed(std::span<const char* const> arguments, std::str
     const auto& given = std::get<cli::Arguments>(read);
     if (given.has("--file-panel") && words.size() > 1)
         return ending({false, "--file-panel stands alone"}, command);
+    if (given.has("--version"))
+        return ending({true, cli::versionLine(cli::zavik)}, command);
+    if (given.has("--open-card") && !given.operands.empty())
+        return ending({false, "--open-card opens the card, and no folder"}, command);
     CommandLine result;
     if (!given.operands.empty())
         result.folder = given.operands.front();
     result.card = given.value("--card");
     result.language = given.value("--language").value_or(std::move(language));
+    result.opensCard = given.has("--open-card");
+    result.opensSettings = given.has("--settings");
     result.isFilePanel = given.has("--file-panel");
     return result;
 }

@@ -12,6 +12,9 @@ struct CommandLine {
     std::optional<std::string> card;
     /// "en", "ko" or "auto".
     std::string language;
+    /// The camera's card is opened, and not a folder.
+    bool opensCard = false;
+    bool opensSettings = false;
     /// Runs one file panel, started by the program itself; not for users.
     bool isFilePanel = false;
     /// Set when the program should print `message` and end with this code.

@@ -63,6 +63,8 @@ public:
     // Folder
     void toggleFilter();
     void openMediaDirectoryDialog() { recordings->openMediaDirectoryDialog(); }
+    /// Opens the camera's card once it is found, unless a folder was opened meanwhile.
+    void openCard() { recordings->openCard(); }
     /// What the folder panel does with its answer.
     void openMediaDirectory(const std::string& path) { recordings->openMediaDirectory(path); }
 

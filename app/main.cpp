@@ -27,6 +27,8 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zavik"));
     QApplication::setApplicationVersion(QStringLiteral(ZAVIK_VERSION));
+    // The desktop knows the windows by their entry in its menu.
+    QApplication::setDesktopFileName(QStringLiteral("org.zavik.zavik"));
     platform::initialiseLayer();
     style::apply(application);
     QApplication::setWindowIcon(platform::imageNamed(QStringLiteral("zavik")).icon());
@@ -47,6 +49,10 @@ int main(int argc, char* argv[])
     controller.applicationDidFinishLaunching();
     if (command.folder)
         controller.openMediaDirectory(*command.folder);
+    if (command.opensCard)
+        controller.openCard();
+    if (command.opensSettings)
+        controller.showSettingPanel();
     const int code = QApplication::exec();
     controller.applicationWillTerminate();
     PMProgressIndicatorController::sharedInstance().setDispatcher(nullptr, {});

@@ -46,6 +46,10 @@ ExitCode dispatch(Words words, Streams streams, const VolumesSource& volumes)
         streams.out << programHelp(zavikctl);
         return ExitCode::success;
     }
+    if (words.front() == "--version") {
+        streams.out << versionLine(zavikctl);
+        return ExitCode::success;
+    }
     const auto command = std::ranges::find(zavikctl.commands, words.front(), &Command::name);
     if (command != zavikctl.commands.end())
         return runCommand(*command, words.subspan(1), streams, volumes);

@@ -4,6 +4,7 @@
 #include "app/list/MediaTableModel.h"
 #include "app/player/PlayRemarks.h"
 #include "app/window/Watch.h"
+#include "cardtools/volumes/Volumes.h"
 #include "common/Text.h"
 #include "media/Drives.h"
 #include "media/MediaPath.h"
@@ -142,6 +143,18 @@ void RecordingsPanel::scan(const std::string& path)
     scanning = true;
     mediaList->setDirectoryPath(path);
     mediaTable->reload();
+}
+
+void RecordingsPanel::openCard()
+{
+    std::function<void(std::string)> open = life.guarded([this](const std::string& path) {
+        if (!mediaList->directoryPath())
+            openMediaDirectory(path);
+    });
+    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, &disks = desktop.disks, open] {
+        if (const auto card = preferredUSBDisk(disks))
+            dispatcher.onMain([open, path = card->mountedURL] { open(path); });
+    });
 }
 
 void RecordingsPanel::openIfFolder(const std::string& path)

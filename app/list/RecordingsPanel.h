@@ -59,6 +59,8 @@ public:
 
     void openMediaDirectoryDialog();
     void openMediaDirectory(const std::string& path);
+    /// Opens the camera's card once it is found, unless a folder was opened meanwhile.
+    void openCard();
     /// The dropped path may be no folder, and may lie on a slow card.
     void openIfFolder(const std::string& path);
 

@@ -16,6 +16,8 @@ std::string alternatives(std::span<const Option> options)
 
 } // namespace
 
+const std::string_view version = ZAVIK_VERSION;
+
 std::string joined(Words words, std::string_view separator)
 {
     std::string text;
@@ -47,6 +49,11 @@ std::string usageLine(const Program& program, const Command& command)
 {
     return "usage: " + std::string(program.name) + (program.hasCommands() ? " " : "")
         + std::string(program.hasCommands() ? command.name : "") + ' ' + synopsisOf(command);
+}
+
+std::string versionLine(const Program& program)
+{
+    return std::string(program.name) + ' ' + std::string(version) + '\n';
 }
 
 std::span<const Program> programs()

@@ -57,6 +57,12 @@ struct Program {
     bool hasCommands() const { return commands.size() > 1; }
 };
 
+/// Of all programs.
+extern const std::string_view version;
+// What these two options do, in every program that is run by hand.
+inline constexpr std::string_view helpText = "print this help and do nothing else";
+inline constexpr std::string_view versionText = "print the version and do nothing else";
+
 /// All programs that are installed.
 std::span<const Program> programs();
 
@@ -68,6 +74,8 @@ extern const Program formatCard;
 std::string usageLine(const Program& program, const Command& command);
 /// What follows "usage: ", without the command's name.
 std::string synopsisOf(const Command& command);
+/// What "--version" prints: "zavikctl 1.2.3" and a line feed.
+std::string versionLine(const Program& program);
 /// "--region en|ko"
 std::string optionText(const Option& option);
 /// "en|ko"

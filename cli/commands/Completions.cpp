@@ -4,8 +4,6 @@ namespace cli {
 
 namespace {
 
-constexpr std::string_view helpText = "print this help and do nothing else";
-
 /// The text in single quotes; each of the marks in it gets a backslash first.
 std::string quoted(std::string_view text, std::string_view marked, std::string_view apostrophe)
 {
@@ -161,7 +159,8 @@ std::string bashCompletion(const Program& program)
         + " at=1 place=0 offer=()\n    COMPREPLY=()\n";
     if (program.hasCommands())
         text += "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n        mapfile -t COMPREPLY < <(compgen -W '"
-            + commands + "--help' -- \"$word\")\n        return\n    fi\n    command=${COMP_WORDS[1]} at=2\n";
+            + commands
+            + "--help --version' -- \"$word\")\n        return\n    fi\n    command=${COMP_WORDS[1]} at=2\n";
     return text + "    for (( ; at < COMP_CWORD; ++at)); do\n        case ${COMP_WORDS[at - 1]} in\n        "
         + withValue + ") continue ;;\n        esac\n"
         + "        [[ ${COMP_WORDS[at]} == -* ]] || place=$((place + 1))\n    done\n"
@@ -182,7 +181,8 @@ std::string zshCompletion(const Program& program)
     for (const Command& command : program.commands)
         text += "    " + quoted(std::string(command.name) + ':' + std::string(command.summary), "", "'\\''")
             + '\n';
-    text += "  )\n  _arguments -C '(- *)'{-h,--help}'[" + std::string(helpText)
+    text += "  )\n  _arguments -C '(- *)'{-h,--help}'[" + std::string(helpText) + "]' '(- *)--version["
+        + std::string(versionText)
         + "]' '1: :->command' '*:: :->rest'\n"
           "  case $state in\n  command) _describe command commands ;;\n  rest)\n    case $words[1] in\n";
     for (const Command& command : program.commands)
@@ -195,6 +195,8 @@ std::string fishCompletion(const Program& program)
     const std::string start = "complete -c " + std::string(program.name);
     std::string text = "# Completes the command line of " + std::string(program.name) + " in fish.\n" + start
         + " -f\n" + start + " -s h -l help -d " + fishText(helpText) + '\n';
+    if (program.hasCommands())
+        text += start + " -n __fish_use_subcommand -l version -d " + fishText(versionText) + '\n';
     for (const Command& command : program.commands) {
         if (program.hasCommands())
             text += start + " -n __fish_use_subcommand -a " + std::string(command.name) + " -d "

@@ -7,7 +7,7 @@
 namespace cli {
 
 /// The program's page of the manual, for man(1).
-std::string manPage(const Program& program, std::string_view version);
+std::string manPage(const Program& program, std::string_view release);
 
 /// What a shell needs to complete the program's command line.
 std::string bashCompletion(const Program& program);

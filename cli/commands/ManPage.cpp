@@ -65,9 +65,10 @@ std::string body(const Program& program)
     const Command& only = program.commands.front();
     if (!program.hasCommands())
         return ".SH DESCRIPTION\n" + plain(program.summary) + '\n' + paragraphs(only.details)
-            + ".SH ARGUMENTS\n" + entries(only);
-    std::string text =
-        ".SH DESCRIPTION\n" + plain(program.summary) + '\n' + paragraphs(program.details) + ".SH COMMANDS\n";
+            + ".SH ARGUMENTS\n" + entries(only) + (program.isRunByHand ? entry("-h, --help", helpText) : "");
+    std::string text = ".SH DESCRIPTION\n" + plain(program.summary) + '\n' + paragraphs(program.details)
+        + ".SH OPTIONS\n" + entry("-h, --help", helpText) + entry("--version", versionText)
+        + ".SH COMMANDS\n";
     for (const Command& command : program.commands)
         text += ".SS " + plain(command.name) + '\n' + plain(command.summary) + '\n' + usage(program, command)
             + entries(command) + paragraphs(command.details);
@@ -76,14 +77,14 @@ std::string body(const Program& program)
 
 } // namespace
 
-std::string manPage(const Program& program, std::string_view version)
+std::string manPage(const Program& program, std::string_view release)
 {
     const std::string name = plain(program.name);
     // The name section's line has neither a capital letter nor a full stop.
     std::string summary(program.summary.substr(0, program.summary.size() - 1));
     summary.front() = static_cast<char>(summary.front() | 0x20);
     std::string text = ".TH " + std::string(program.name) + ' ' + std::to_string(program.section)
-        + " \"\" \"zavik " + std::string(version) + "\"\n.SH NAME\n" + name + " \\- " + plain(summary)
+        + " \"\" \"zavik " + std::string(release) + "\"\n.SH NAME\n" + name + " \\- " + plain(summary)
         + "\n.SH SYNOPSIS\n";
     for (const Command& command : program.commands)
         text += usage(program, command);

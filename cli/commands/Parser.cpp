@@ -38,7 +38,7 @@ std::string column(std::string_view text)
 void dress(CLI::App& app, const std::string& usage, const std::string& details)
 {
     app.formatter(std::make_shared<HelpPage>(usage));
-    app.set_help_flag("-h,--help", "print this help and do nothing else");
+    app.set_help_flag("-h,--help", std::string(helpText));
     app.footer(wrapped(details, lineWidth));
 }
 
@@ -165,6 +165,7 @@ std::string programHelp(const Program& program)
     const std::string name(program.name);
     dress(app, "usage: " + name + " COMMAND ...",
         '"' + name + " COMMAND --help\" tells more about one of them.\n\n" + std::string(program.details));
+    app.set_version_flag("--version", "")->description(std::string(versionText));
     for (const Command& command : program.commands)
         app.add_subcommand(std::string(command.name), column(command.summary))->group("Commands");
     return app.help();

@@ -14,6 +14,9 @@ constexpr Option options[] = {
         "the folder takes the part of the camera's card, for its settings, its clock and its drive log: a "
         "copy of a card, or a card that the desktop does not show as a volume",
         "FOLDER", Kind::folder, {}, true},
+    {"--open-card", "opens the camera's card that is in the computer"},
+    {"--settings", "opens the camera's settings beside the player"},
+    {"--version", versionText},
     {.name = "--file-panel", .explanation = "asks for one file, for another zavik", .isHidden = true},
 };
 constexpr std::string_view summary = "Plays a dash camera's recordings with their telemetry.";

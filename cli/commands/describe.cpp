@@ -16,7 +16,7 @@ bool describe(const std::filesystem::path& folder, const cli::Program& program)
 {
     const std::string name(program.name);
     const std::string section = std::to_string(program.section);
-    return write(folder / "man" / (name + '.' + section), cli::manPage(program, ZAVIK_VERSION))
+    return write(folder / "man" / (name + '.' + section), cli::manPage(program, cli::version))
         && (!program.isRunByHand
             || (write(folder / "bash" / name, cli::bashCompletion(program))
                 && write(folder / "zsh" / ('_' + name), cli::zshCompletion(program))

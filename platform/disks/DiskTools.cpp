@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <utility>
@@ -107,6 +108,9 @@ DiskTools::DiskTools(std::string formatHelper, DiskToolLimits times)
 
 ScriptResult DiskTools::run(const DiskCommand& command)
 {
+    // A sandbox has neither the tools nor the helper, and nothing in it gets administrator rights.
+    if (std::getenv("FLATPAK_ID"))
+        return failure(cannotRun, "script.needs_package");
     switch (command.kind) {
     case DiskCommand::Kind::unmountDisk:
     case DiskCommand::Kind::unmount:

@@ -14,6 +14,7 @@ offers() {
     [ "${COMPREPLY[*]}" = "$expected" ] || { echo "$*: ${COMPREPLY[*]}, not $expected"; exit 1; }
 }
 
+offers "--help --version" zavikctl --
 offers "telemetry" zavikctl t
 offers "--json --csv --gpx --help" zavikctl telemetry a.avi --
 offers "en ko" zavikctl config --region ""

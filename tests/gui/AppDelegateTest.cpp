@@ -191,8 +191,14 @@ TEST(CommandLineArguments, AreRefusedWithUsageWhenWrong)
     const CommandLine both = parse({"--card", "/copy", "/card"});
     EXPECT_EQ(both.card.value_or("") + both.folder.value_or(""), "/copy/card");
     EXPECT_EQ(parse({"--help"}).exitCode, 0);
-    for (const auto& wrong : {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"},
-             {"--card"}, {"--card", "a", "--card", "b"}})
+    const CommandLine version = parse({"--version"});
+    EXPECT_EQ(version.message, "zavik " ZAVIK_VERSION "\n");
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(parse({"--open-card"}).opensCard && !parse({"--open-card"}).opensSettings);
+    EXPECT_TRUE(parse({"/card", "--settings"}).opensSettings);
+    for (const auto& wrong :
+        {std::vector{"--nonsense"}, {"--language"}, {"--language", "fr"}, {"a", "b"}, {"--card"},
+            {"--card", "a", "--card", "b"}, {"--open-card", "a"}, {"--file-panel", "--settings"}})
         EXPECT_EQ(CommandLine::parsed(wrong, "en").exitCode, 2);
     EXPECT_TRUE(
         parse({"--\x1B[2J\xE2\x80\xAE"}).message.starts_with("zavik: unknown option --\\x1b[2J\\u202e\n"));

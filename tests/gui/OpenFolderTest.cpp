@@ -54,6 +54,19 @@ TEST_F(OpenFolder, GoesAlongWhenItsVolumeMoves)
     EXPECT_EQ(playersFile(), app.list().mediaAtIndex(1)->path());
 }
 
+TEST_F(OpenFolder, IsTheCardOnDemandButNotInPlaceOfALaterOne)
+{
+    app.controller->openCard();
+    app.desk.dispatcher.runAll();
+    EXPECT_EQ(app.list().directoryPath(), root.path("MUSIC"));
+    EXPECT_EQ(app.list().count(), 3);
+
+    AppDelegateProbe other("en", app.desk.disks.volumes);
+    other.controller->openCard();
+    other.open(root.path("MUSIC/Movie"));
+    EXPECT_EQ(other.list().directoryPath(), root.path("MUSIC/Movie"));
+}
+
 TEST_F(OpenFolder, WhatTheMoveBrokeBeginsAgain)
 {
     app.controller->openMediaDirectory(root.path("MUSIC/Movie"));

@@ -111,6 +111,9 @@ TEST_F(ScriptRunner, TellsWhoSaidNoAndWhatIsMissing)
     platform::QtScriptRunner without("/nowhere/zavik-format-card");
     without.chooseMedium({"sdz1", 1024});
     EXPECT_THAT(without.doShellScript(format, true).message, HasSubstr("zavik-format-card"));
+    setenv("FLATPAK_ID", "org.zavik.zavik", 1);
+    EXPECT_THAT(run(format, true).message, HasSubstr("package \"zavik\""));
+    unsetenv("FLATPAK_ID");
 }
 
 TEST_F(ScriptRunner, OpensAPathAsItStandsAndRunsNoOtherSystemCommand)
