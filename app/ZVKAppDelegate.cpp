@@ -20,7 +20,7 @@ constexpr uint64_t startVolume = 70;
 ZVKAppDelegate::ZVKAppDelegate(platform::Platform& layer, std::string interfaceLanguage)
     : desktop(layer),
       language(std::move(interfaceLanguage)),
-      secondaryWindows(desktop, language, *this)
+      secondaryWindows(desktop, platform::resolvedLanguage(language), *this)
 {
     platform::setTextLanguage(language);
     window = std::make_unique<CustomWindow>();
@@ -125,7 +125,7 @@ void ZVKAppDelegate::applicationDidFinishLaunching()
             logFormat("SUPPORT_LANGUAGE=%s", entry.c_str());
         desktop.defaults.setStringList("AppleLanguages", {language});
     }
-    m_bKorean = language == "ko";
+    m_bKorean = platform::resolvedLanguage(language) == "ko";
     if (m_bKorean)
         telemetry->loadMapPage(m_bKorean);
     layout->showWindow();

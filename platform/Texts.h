@@ -11,6 +11,9 @@ namespace platform {
 /// (Korean where the system's first language is Korean, English otherwise).
 void setTextLanguage(const std::string& language);
 
+/// "en" or "ko": what `setTextLanguage` would choose.
+std::string resolvedLanguage(const std::string& language);
+
 /// "en" or "ko".
 std::string textLanguage();
 

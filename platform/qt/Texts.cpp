@@ -54,9 +54,14 @@ std::string systemLanguage()
 
 } // namespace
 
+std::string resolvedLanguage(const std::string& language)
+{
+    return language == "auto" ? systemLanguage() : language == "ko" ? "ko" : "en";
+}
+
 void setTextLanguage(const std::string& language)
 {
-    const std::string chosen = language == "auto" ? systemLanguage() : language == "ko" ? "ko" : "en";
+    const std::string chosen = resolvedLanguage(language);
     if (chosen == table().language)
         return;
     table() = {chosen, readTable(chosen)};
