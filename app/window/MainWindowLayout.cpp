@@ -136,22 +136,26 @@ void MainWindowLayout::releaseHiddenFocus()
 
 void MainWindowLayout::updateSideViewButton()
 {
-    const auto pictureOf = [this](const char* name, Side side) {
-        return QString::fromLatin1(name) + (shownSide == side ? "_p.png" : "_n.png");
+    const struct {
+        TKImageButton* button;
+        Side side;
+        const char* normal;
+        const char* chosen;
+        QWidget* view;
+    } tabs[] = {
+        {outlets.recordButtonImageView, Side::recordings, "record_n", "record_p",
+            outlets.mediaListScrollView},
+        {outlets.drivesButtonImageView, Side::drives, "drives_n", "drives_p", outlets.drivesView},
+        {outlets.informationButtonImageView, Side::map, "information_n", "information_p",
+            outlets.mapContainerView},
     };
-    outlets.recordButtonImageView->setImageName(pictureOf("record", Side::recordings));
-    outlets.drivesButtonImageView->setImageName(pictureOf("drives", Side::drives));
-    outlets.informationButtonImageView->setImageName(pictureOf("information", Side::map));
-    outlets.mapContainerView->setVisible(shownSide == Side::map);
-    outlets.drivesView->setVisible(shownSide == Side::drives);
-    outlets.mediaListScrollView->setVisible(shownSide == Side::recordings);
-    for (const auto& [button, isChosen] :
-        {std::pair(outlets.recordButtonImageView, shownSide == Side::recordings),
-            std::pair(outlets.drivesButtonImageView, shownSide == Side::drives),
-            std::pair(outlets.informationButtonImageView, shownSide == Side::map)}) {
-        button->setChecked(isChosen);
+    for (const auto& tab : tabs) {
+        const bool isChosen = shownSide == tab.side;
+        tab.button->setImageName(QLatin1String(isChosen ? tab.chosen : tab.normal) + QStringLiteral(".png"));
+        tab.view->setVisible(isChosen);
+        tab.button->setChecked(isChosen);
         if (isChosen)
-            button->keepPictureUnderPointer();
+            tab.button->keepPictureUnderPointer();
     }
     layoutMapContainer();
     releaseHiddenFocus();
