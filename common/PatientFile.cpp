@@ -112,10 +112,31 @@ void PatientFile::serve(const std::shared_ptr<Shared>& shared)
         ::close(file.descriptor);
 }
 
+void PatientFile::waitUntil(std::chrono::steady_clock::time_point moment, std::stop_token stop)
+{
+    deadline = moment;
+    stopped = std::move(stop);
+}
+
+void PatientFile::wait(std::unique_lock<std::mutex>& lock, const bool& isDone)
+{
+    constexpr std::chrono::milliseconds look(50);
+    const auto isOver = [&] { return isDone || shared->isGivenUp; };
+    if (!deadline) {
+        shared->changed.wait(lock, isOver);
+        return;
+    }
+    while (!shared->changed.wait_for(lock, look, isOver)) {
+        if (stopped.stop_requested() || std::chrono::steady_clock::now() > *deadline)
+            shared->isGivenUp = true;
+    }
+    shared->changed.notify_all();
+}
+
 int64_t PatientFile::size()
 {
     std::unique_lock lock(shared->mutex);
-    shared->changed.wait(lock, [this] { return shared->isOpen || shared->isGivenUp; });
+    wait(lock, shared->isOpen);
     return shared->isGivenUp ? -1 : shared->fileSize;
 }
 
@@ -129,7 +150,7 @@ int64_t PatientFile::read(uint64_t offset, char* into, size_t count)
     shared->isAnswered = false;
     shared->isAsked = true;
     shared->changed.notify_all();
-    shared->changed.wait(lock, [this] { return shared->isAnswered || shared->isGivenUp; });
+    wait(lock, shared->isAnswered);
     if (shared->isGivenUp || shared->result < 0)
         return -1;
     std::copy_n(shared->bytes.data(), shared->result, into);

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -25,12 +28,18 @@ public:
     int64_t read(uint64_t offset, char* into, size_t count);
     /// Ends every wait; later calls fail.
     void giveUp();
+    /// From now on the file is given up when a wait lasts beyond the moment, or soon after a stop is
+    /// requested while one lasts. For the reader only.
+    void waitUntil(std::chrono::steady_clock::time_point moment, std::stop_token stop);
     /// Why the file could not be opened or read, as a readable message; empty if it could.
     std::string failure() const;
 
 private:
     struct Shared;
     static void serve(const std::shared_ptr<Shared>& shared);
+    void wait(std::unique_lock<std::mutex>& lock, const bool& isDone);
 
     std::shared_ptr<Shared> shared;
+    std::optional<std::chrono::steady_clock::time_point> deadline;
+    std::stop_token stopped;
 };

@@ -20,6 +20,7 @@ class QWidget;
 
 namespace platform {
 
+class Previews;
 class VideoView;
 class WebView;
 
@@ -41,6 +42,7 @@ struct Platform {
     /// How many bytes have arrived on a device of this name, without "/dev/", since the system knows it;
     /// nothing when the system does not tell. Never waits for the device. Any thread.
     std::function<std::optional<uint64_t>(const std::string& deviceName)> writtenBytes = {};
+    std::function<std::unique_ptr<Previews>()> makePreviews = {};
 };
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/desktop/LinuxPlatform.h"
 
+#include "platform/av/AvPreviews.h"
 #include "platform/cups/CupsPrintSession.h"
 #include "platform/disks/FolderCard.h"
 #include "platform/disks/QtScriptRunner.h"
@@ -63,6 +64,7 @@ struct LinuxPlatform::Parts {
               [engine = std::make_shared<WebEngine>()](
                   QWidget& parent) { return std::make_unique<QtWebView>(parent, engine); }}
     {
+        pieces.makePreviews = makeAvPreviews;
         pieces.writtenBytes = [](const std::string& deviceName) { return writtenBytes(deviceName); };
     }
 

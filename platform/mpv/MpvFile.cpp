@@ -55,9 +55,14 @@ std::string mpvFailureReason(int error)
     }
 }
 
-namespace {
+std::span<const mpv_node> nodeList(const mpv_node& list)
+{
+    if (list.format != MPV_FORMAT_NODE_ARRAY)
+        return {};
+    return {list.u.list->values, static_cast<size_t>(list.u.list->num)};
+}
 
-const mpv_node* field(const mpv_node& map, std::string_view name)
+const mpv_node* nodeField(const mpv_node& map, std::string_view name)
 {
     if (map.format != MPV_FORMAT_NODE_MAP)
         return nullptr;
@@ -68,19 +73,15 @@ const mpv_node* field(const mpv_node& map, std::string_view name)
     return nullptr;
 }
 
-} // namespace
-
 std::vector<int> audioTracksOf(const mpv_node& trackList)
 {
     std::vector<int> numbers;
-    if (trackList.format != MPV_FORMAT_NODE_ARRAY)
-        return numbers;
-    for (int i = 0; i < trackList.u.list->num; ++i) {
-        const auto& track = trackList.u.list->values[i];
-        const auto* type = field(track, "type");
-        const auto* id = field(track, "id");
-        if (type && type->format == MPV_FORMAT_STRING && std::string_view(type->u.string) == "audio" && id
-            && id->format == MPV_FORMAT_INT64)
+    for (const auto& track : nodeList(trackList)) {
+        const auto* type = nodeField(track, "type");
+        const auto* id = nodeField(track, "id");
+        const bool isAudio =
+            type && type->format == MPV_FORMAT_STRING && std::string_view(type->u.string) == "audio";
+        if (isAudio && id && id->format == MPV_FORMAT_INT64 && !nodeField(track, "external-filename"))
             numbers.push_back(static_cast<int>(id->u.int64));
     }
     return numbers;

@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct mpv_node;
@@ -21,7 +23,10 @@ struct SeekTarget {
     bool operator==(const SeekTarget&) const = default;
 };
 
-/// A seek on its way through mpv: sent, accepted (the command's reply), begun (the seek event), arrived
+/// What mpv is doing for the player; one thing at a time, as its events don't tell what they belong to.
+enum class MpvErrand { seek, camera, step };
+
+/// An errand on its way through mpv: sent, accepted (the command's reply), begun (the seek event), arrived
 /// (playback restarted) and its time being read.
 enum class SeekStage { none, sent, accepted, begun, arrived };
 
@@ -43,12 +48,26 @@ struct MpvFile {
     /// It ended long before its length.
     bool breaksOff = false;
     bool isTimeKnown = false; // of the picture that is shown
+    bool isTimeHeld = false; // a change of the camera while paused doesn't move it
 
+    MpvErrand errand = MpvErrand::seek;
+    SeekStage stage = SeekStage::none;
+    bool errandSeeks = true; ///< it leads to a seek of mpv's
+    int errandAnswers = 0; ///< that are still missing
     /// The newest seek's target; empty when it has arrived.
     std::optional<SeekTarget> target;
-    SeekStage stage = SeekStage::none;
     /// The pending seek goes to another place than `target`.
     bool targetIsNewer = false;
+
+    /// Pictures still to go, back when negative, and whether the one under way leads forward.
+    int steps = 0;
+    bool stepsOn = false;
+    double timeBeforeStep = 0;
+    bool isStepFromEnd = false;
+    bool isStepRepeated = false;
+    bool isEndIgnored = false; ///< mpv's word on the end is not to be had between steps
+    /// A step found no picture after the one on screen. The file ends when it plays on.
+    bool isAtLastPicture = false;
 
     double seconds(const SeekTarget& place) const;
     bool leadsToEnd(const SeekTarget& place) const;
@@ -60,7 +79,11 @@ struct MpvFile {
 
 /// A readable message for mpv's error number.
 std::string mpvFailureReason(int error);
-/// The numbers of the audio tracks in mpv's "track-list".
+/// The list's values; none for another kind of node.
+std::span<const mpv_node> nodeList(const mpv_node& list);
+/// The map's value of that name; null when there is none.
+const mpv_node* nodeField(const mpv_node& map, std::string_view name);
+/// The numbers of the audio tracks in mpv's "track-list", without those of other files.
 std::vector<int> audioTracksOf(const mpv_node& trackList);
 
 } // namespace platform

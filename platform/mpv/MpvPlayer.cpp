@@ -31,14 +31,16 @@ MpvPlayer::MpvPlayer(VideoView& videoView, size_t bound)
       view(&videoView),
       memoryBound(bound)
 {
-    constexpr auto memoryWatchInterval = std::chrono::milliseconds(250);
+    constexpr auto watchInterval = std::chrono::milliseconds(250);
     clock.start();
-    memoryWatch.setInterval(memoryWatchInterval);
-    connect(&memoryWatch, &QTimer::timeout, this, [this] { watchMemory(); });
+    watchTimer.setInterval(watchInterval);
+    connect(&watchTimer, &QTimer::timeout, this, [this] { watch(); });
     if (mpv && !streams.addTo(mpv.get()))
         mpv.reset();
     if (mpv)
         mpv_set_wakeup_callback(mpv.get(), wakeUp, this);
+    if (mpv)
+        mpv_hook_add(mpv.get(), 0, "on_preloaded", 0);
 }
 
 MpvPlayer::~MpvPlayer()
@@ -52,6 +54,8 @@ MpvPlayer::~MpvPlayer()
         view->outputReplaced = nullptr;
         view->detach(mpv.get());
     }
+    letOpen();
+    streams.giveUp(MpvRole::second);
     mpv.reset();
 }
 
@@ -59,6 +63,10 @@ void MpvPlayer::setMedia(std::shared_ptr<Media> media)
 {
     close();
     current = std::move(media);
+    cameras.media.reset();
+    cameras.second = SecondFile::none;
+    if (!cameras.isKept)
+        cameras.wanted = CameraView::first;
 }
 
 void MpvPlayer::play()
@@ -90,14 +98,15 @@ void MpvPlayer::load()
         post([this] { fail("The player can't be started"); });
         return;
     }
-    view->outputReplaced = [this] { sendMpvCommand(mpv.get(), 0, {"set", "vid", "1"}); };
+    view->outputReplaced = [this] { outputLost(); };
     picturesBefore = view->pictures();
     phase = Phase::opening;
+    secondDroppedAt = 0;
     memoryBefore = ownMemory();
-    memoryWatch.start();
+    watchTimer.start();
     fileRequest = ++lastRequest;
     setMpvFlag(mpv.get(), "pause", false);
-    const std::string address = streams.announce(*current->url());
+    const std::string address = streams.announce(*current->url(), MpvRole::first);
     sendMpvCommand(mpv.get(), fileRequest, {"loadfile", address.c_str(), "replace"});
     postState();
 }
@@ -109,32 +118,60 @@ void MpvPlayer::close()
     if (mpv) {
         mpv_unobserve_property(mpv.get(), fileRequest);
         mpv_unobserve_property(mpv.get(), endRequest);
+        letOpen();
         sendMpvCommand(mpv.get(), 0, {"stop"});
-        streams.giveUp();
+        // They would hold for the next file, too.
+        sendMpvCommand(mpv.get(), 0, {"set", "lavfi-complex", ""});
+        sendMpvCommand(mpv.get(), 0, {"set", "vid", "auto"});
+        sendMpvCommand(mpv.get(), 0, {"set", "end", "none"});
+        streams.giveUp(MpvRole::first);
+        streams.giveUp(MpvRole::second);
     }
-    fileRequest = seekRequest = endRequest = ++lastRequest;
+    fileRequest = seekRequest = endRequest = secondRequest = heldRequest = ++lastRequest;
     phase = Phase::closed;
-    memoryWatch.stop();
+    watchTimer.stop();
     file = {};
+    cameras.fileClosed();
     paused = false;
     nextTimeReport = 0;
     reported.reset();
     postState();
 }
 
+void MpvPlayer::watch()
+{
+    watchSecond();
+    watchMemory();
+    const bool isBusy = file.target || file.stage != SeekStage::none || cameras.second == SecondFile::opening;
+    if (isOpen() && paused && !isBusy)
+        watchTimer.stop();
+}
+
 /// Decoders and demuxers have bounds of their own; this one limits the sum.
 void MpvPlayer::watchMemory()
 {
-    if (ownMemory() > memoryBefore + memoryBound)
+    // The core needs a moment to let go of the second file.
+    constexpr int64_t patience = 2000;
+    if (ownMemory() <= memoryBefore + memoryBound)
+        return;
+    if (cameras.isAsked && cameras.second != SecondFile::failed) {
+        secondDroppedAt = clock.elapsed();
+        secondFailed("It takes too much memory");
+    } else if (secondDroppedAt == 0 || clock.elapsed() > secondDroppedAt + patience) {
         fail("It takes too much memory");
-    else if (isOpen() && paused && !file.target)
-        memoryWatch.stop();
+    }
 }
 
 void MpvPlayer::setPaused(bool pause)
 {
     paused = pause;
-    memoryWatch.start();
+    watchTimer.start();
+    if (!pause) {
+        file.steps = 0;
+        file.isAtLastPicture = file.isTimeHeld = false;
+        if (isOpen() && file.stage == SeekStage::none)
+            watchEnd();
+    }
     setMpvFlag(mpv.get(), "pause", pause);
     postState();
 }
@@ -205,9 +242,39 @@ void MpvPlayer::seekTo(SeekTarget target)
         return;
     file.target = target;
     file.targetIsNewer = true;
-    memoryWatch.start();
-    if (isOpen() && file.stage == SeekStage::none)
+    file.steps = 0;
+    watchTimer.start();
+    next();
+}
+
+void MpvPlayer::next()
+{
+    if (!isOpen() || file.stage != SeekStage::none)
+        return;
+    noteWhetherSecondIsOver();
+    const CameraView due = cameras.possible();
+    const bool isChange = due != cameras.applied || cameras.isOutdated;
+    // Where a seek leads, the second camera may have pictures that are not to be had here.
+    if (isChange && (due == CameraView::first || !file.targetIsNewer)) {
+        sendView(due);
+        return;
+    }
+    removeLeftOver();
+    if (file.targetIsNewer)
         sendSeek();
+    else if (file.steps != 0)
+        sendStep();
+}
+
+void MpvPlayer::beginErrand(MpvErrand errand, bool seeks)
+{
+    file.errand = errand;
+    file.errandSeeks = seeks;
+    file.isTimeHeld = false;
+    file.stage = SeekStage::sent;
+    errandSince = clock.elapsed();
+    seekRequest = ++lastRequest;
+    watchTimer.start();
 }
 
 void MpvPlayer::sendSeek()
@@ -218,8 +285,8 @@ void MpvPlayer::sendSeek()
     if (file.duration > 0)
         value = std::min(value, file.duration);
     file.targetIsNewer = false;
-    file.stage = SeekStage::sent;
-    seekRequest = ++lastRequest;
+    file.isAtLastPicture = false;
+    beginErrand(MpvErrand::seek, true);
     sendMpvCommand(mpv.get(), seekRequest,
         {"seek", std::to_string(value).c_str(), byFraction ? "absolute-percent+exact" : "absolute+exact"});
 }

@@ -87,7 +87,11 @@ void MpvPlayer::handle(const mpv_event& event)
     case MPV_EVENT_END_FILE:
     case MPV_EVENT_SEEK:
     case MPV_EVENT_PLAYBACK_RESTART:
+    case MPV_EVENT_VIDEO_RECONFIG:
         handleFileEvent(event);
+        break;
+    case MPV_EVENT_HOOK:
+        holdOpening(static_cast<const mpv_event_hook*>(event.data)->id);
         break;
     default:
         break;
@@ -105,13 +109,15 @@ void MpvPlayer::handleFileEvent(const mpv_event& event)
         return;
     if (event.event_id == MPV_EVENT_END_FILE) {
         const auto& end = *static_cast<const mpv_event_end_file*>(event.data);
-        if (file.entry == end.playlist_entry_id)
+        if (file.entry == end.playlist_entry_id && !fellWithSecond())
             fail(readFailureOr(mpvFailureReason(end.error)));
     } else if (event.event_id == MPV_EVENT_SEEK) {
         if (file.stage == SeekStage::accepted)
             file.stage = SeekStage::begun;
-    } else {
+    } else if (event.event_id == MPV_EVENT_PLAYBACK_RESTART) {
         playbackRestarted();
+    } else if (file.errand == MpvErrand::camera && file.stage == SeekStage::accepted && !file.errandSeeks) {
+        askForPicture();
     }
 }
 
@@ -128,7 +134,15 @@ void MpvPlayer::watchEnd()
 {
     mpv_unobserve_property(mpv.get(), endRequest);
     endRequest = ++lastRequest;
+    file.isEndIgnored = false;
     mpv_observe_property(mpv.get(), endRequest, "eof-reached", MPV_FORMAT_FLAG);
+}
+
+void MpvPlayer::ignoreEnd()
+{
+    mpv_unobserve_property(mpv.get(), endRequest);
+    endRequest = ++lastRequest;
+    file.isEndIgnored = true;
 }
 
 void MpvPlayer::propertyChanged(const mpv_event& event)
@@ -137,6 +151,9 @@ void MpvPlayer::propertyChanged(const mpv_event& event)
     if (event.reply_userdata == endRequest) {
         if (flag(property))
             reachEnd();
+    } else if (event.reply_userdata == seekRequest) {
+        if (flag(property))
+            stepMade();
     } else if (event.reply_userdata == fileRequest && property.format == MPV_FORMAT_DOUBLE) {
         if (std::string_view(property.name) == "time-pos")
             timeChanged(number(property));
@@ -158,16 +175,54 @@ void MpvPlayer::answered(const mpv_event& event)
             takeAnswer(*static_cast<const mpv_event_property*>(event.data));
         if (--*file.missingAnswers == 0)
             finishOpening();
-    } else if (event.reply_userdata == seekRequest && isReply) {
-        if (event.error < 0)
-            seekArrived();
-        else
-            file.stage = SeekStage::accepted;
+    } else if (event.reply_userdata == secondRequest) {
+        secondAnswered(event);
+    } else if (event.reply_userdata == heldRequest) {
+        letOpen();
     } else if (event.reply_userdata == seekRequest) {
-        if (event.error >= 0)
-            takeAnswer(*static_cast<const mpv_event_property*>(event.data));
-        seekArrived();
+        errandAnswered(event);
     }
+}
+
+void MpvPlayer::errandAnswered(const mpv_event& event)
+{
+    if (event.event_id != MPV_EVENT_COMMAND_REPLY) {
+        if (event.error >= 0)
+            takeErrandAnswer(*static_cast<const mpv_event_property*>(event.data));
+        if (--file.errandAnswers == 0)
+            errandArrived();
+    } else if (event.error < 0) {
+        errandArrived();
+    } else {
+        file.stage = SeekStage::accepted;
+        if (file.errand == MpvErrand::camera && !file.errandSeeks)
+            askForPicture();
+        else if (file.errand == MpvErrand::step && !file.errandSeeks)
+            mpv_observe_property(mpv.get(), seekRequest, "pause", MPV_FORMAT_FLAG);
+    }
+}
+
+void MpvPlayer::askOfErrand(std::initializer_list<std::pair<const char*, mpv_format>> asked)
+{
+    seekRequest = ++lastRequest;
+    file.errandAnswers = static_cast<int>(asked.size());
+    for (const auto& [name, format] : asked)
+        mpv_get_property_async(mpv.get(), seekRequest, name, format);
+}
+
+void MpvPlayer::takeErrandAnswer(const mpv_event_property& property)
+{
+    const std::string_view name = property.name;
+    if (name == "eof-reached")
+        file.isAtLastPicture = flag(property);
+    else if (name == "video-params/dw")
+        cameras.size.width = number(property);
+    else if (name == "video-params/dh")
+        cameras.size.height = number(property);
+    else if (name == "current-tracks/video/id")
+        cameras.hasTrack = true;
+    else if (!file.isTimeHeld)
+        takeAnswer(property);
 }
 
 void MpvPlayer::takeAnswer(const mpv_event_property& property)
@@ -197,8 +252,12 @@ void MpvPlayer::playbackRestarted()
         askBeforeOpen();
     } else if (file.stage == SeekStage::begun) {
         file.stage = SeekStage::arrived;
+        if (file.errand == MpvErrand::camera) {
+            askForPicture();
+            return;
+        }
         file.isTimeKnown = false;
-        mpv_get_property_async(mpv.get(), seekRequest, "time-pos", MPV_FORMAT_DOUBLE);
+        askOfErrand({{"time-pos", MPV_FORMAT_DOUBLE}});
     }
 }
 
@@ -215,6 +274,8 @@ void MpvPlayer::askBeforeOpen()
 
 void MpvPlayer::finishOpening()
 {
+    if (file.size.width <= 0 && fellWithSecond())
+        return;
     const bool isTooLarge =
         file.size.width > largestPicture.width || file.size.height > largestPicture.height;
     if (isTooLarge || (file.size.width <= 0 && !file.hasSound)) {
@@ -223,17 +284,27 @@ void MpvPlayer::finishOpening()
     }
     phase = Phase::open;
     watchEnd();
-    if (file.target)
-        sendSeek();
+    secondJoins();
+    next();
     if (reportState() && isPlaying())
         reportTime();
+}
+
+void MpvPlayer::errandArrived()
+{
+    if (file.errand == MpvErrand::camera)
+        cameraArrived();
+    else if (file.errand == MpvErrand::step)
+        stepArrived();
+    else
+        seekArrived();
 }
 
 void MpvPlayer::seekArrived()
 {
     file.stage = SeekStage::none;
     if (file.targetIsNewer) {
-        sendSeek();
+        next();
         return;
     }
     file.ended = false;
@@ -243,8 +314,8 @@ void MpvPlayer::seekArrived()
     watchEnd();
     if (toEnd)
         restAtEnd();
-    if (reportTime() && toEnd)
-        reportState();
+    if (reportTime() && (!toEnd || reportState()))
+        next();
 }
 
 void MpvPlayer::reachEnd()
@@ -255,6 +326,8 @@ void MpvPlayer::reachEnd()
     }
     // An end seen during a pending seek is outdated; it is reported again if it still holds after the seek.
     if (!isOpen() || file.stage != SeekStage::none || file.ended)
+        return;
+    if (endsWithSecond())
         return;
     // A read failure is no end of the recording.
     if (const std::string why = readFailureOr({}); !why.empty()) {
@@ -267,7 +340,7 @@ void MpvPlayer::reachEnd()
 
 std::string MpvPlayer::readFailureOr(const std::string& otherwise) const
 {
-    const std::string why = streams.failure();
+    const std::string why = streams.failure(MpvRole::first);
     return why.empty() ? otherwise : why;
 }
 
@@ -285,8 +358,14 @@ void MpvPlayer::restAtEnd()
 
 void MpvPlayer::timeChanged(double seconds)
 {
+    // A step tells by itself where it leads.
+    if (file.isTimeHeld || file.isAtLastPicture
+        || (file.errand == MpvErrand::step && file.stage != SeekStage::none))
+        return;
     file.time = plausibleSeconds(seconds);
     file.isTimeKnown = true;
+    if (cameras.end)
+        next();
     const int64_t now = clock.elapsed();
     if (!isPlaying() || file.stage != SeekStage::none || now < nextTimeReport)
         return;

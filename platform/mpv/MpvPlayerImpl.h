@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MediaPlayer.h"
+#include "platform/mpv/MpvCameras.h"
 #include "platform/mpv/MpvFile.h"
 #include "platform/mpv/MpvHandle.h"
 #include "platform/mpv/MpvStream.h"
@@ -13,10 +14,10 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
-
-struct mpv_event;
-struct mpv_event_property;
+#include <mpv/client.h>
+#include <utility>
 
 namespace platform {
 
@@ -30,6 +31,14 @@ public:
 
     void setMedia(std::shared_ptr<Media> media) override;
     std::shared_ptr<Media> media() const override { return current; }
+    void setSecondMedia(std::shared_ptr<Media> media) override;
+    std::shared_ptr<Media> secondMedia() const override { return cameras.media; }
+    SecondFile secondFile() const override;
+    void setCameraView(CameraView chosen, CameraChoice choice) override;
+    CameraView cameraView() const override { return cameras.wanted; }
+    CameraView shownCameraView() const override { return cameras.shown; }
+    bool canShow(CameraView asked) const override { return cameras.canShow(asked); }
+    std::optional<PictureArea> smallPicture() const override;
     void play() override;
     void pause() override;
     void stop() override;
@@ -45,6 +54,7 @@ public:
     void setRate(float rate) override;
     void jumpForward(int seconds) override;
     bool isSeeking() const override { return isOpen() && file.target.has_value(); }
+    void stepFrame(int frames) override;
     bool breaksOff() const override { return isOpen() && !file.target && file.breaksOff; }
 
     bool hasVideoOut() const override { return videoSize().width > 0; }
@@ -63,9 +73,40 @@ private:
     void close();
     void setPaused(bool pause);
     void seekTo(SeekTarget target);
+    /// Sends what is to be done next, unless mpv is still busy with something.
+    void next();
+    void beginErrand(MpvErrand errand, bool seeks);
     void sendSeek();
+    void watch();
     void watchMemory();
     bool isOpen() const { return phase == Phase::open; }
+
+    // The second file and the views.
+    void addSecond();
+    void secondAnswered(const mpv_event& event);
+    void secondReady(const mpv_node& trackList);
+    void secondJoins();
+    void secondFailed(const std::string& why);
+    void tellOfSecond(const std::string& why);
+    void noteSecondEnd();
+    void watchSecond();
+    void noteWhetherSecondIsOver();
+    bool endsWithSecond();
+    void removeLeftOver();
+    void holdOpening(uint64_t hook);
+    void applyViewBeforeOpening();
+    void letOpen();
+    bool fellWithSecond();
+    void sendView(CameraView due);
+    void askForPicture();
+    void cameraArrived();
+    void reportCameras();
+    void outputLost();
+
+    // Frame steps.
+    void sendStep();
+    void stepMade();
+    void stepArrived();
 
     // mpv's events.
     static void wakeUp(void* self);
@@ -79,10 +120,16 @@ private:
     void playbackRestarted();
     void askBeforeOpen();
     void finishOpening();
+    void errandAnswered(const mpv_event& event);
+    /// Asks anew; the errand has arrived with the last answer.
+    void askOfErrand(std::initializer_list<std::pair<const char*, mpv_format>> questions);
+    void takeErrandAnswer(const mpv_event_property& property);
+    void errandArrived();
     void seekArrived();
     /// Why the file could not be read, or the other reason if it could.
     std::string readFailureOr(const std::string& otherwise) const;
     void watchEnd();
+    void ignoreEnd();
     void reachEnd();
     void restAtEnd();
     void timeChanged(double seconds);
@@ -106,6 +153,10 @@ private:
 
     Phase phase = Phase::closed;
     MpvFile file;
+    MpvCameras cameras;
+    uint64_t heldOpening = 0; ///< the hook that mpv waits in
+    int64_t heldSince = 0;
+    int64_t errandSince = 0;
     bool paused = false;
     float speed = 1;
     std::optional<PlayerState> reported;
@@ -114,12 +165,15 @@ private:
     uint64_t picturesBefore = 0;
     const size_t memoryBound;
     size_t memoryBefore = 0;
-    QTimer memoryWatch; // stopped while the player is paused
+    int64_t secondDroppedAt = 0;
+    QTimer watchTimer; // stopped while the player is paused
 
     // Numbers of requests to mpv, each used once; 0 marks those whose answer doesn't matter.
     uint64_t lastRequest = 1;
     uint64_t fileRequest = 1;
-    uint64_t seekRequest = 1;
+    uint64_t seekRequest = 1; ///< of the errand
+    uint64_t secondRequest = 1;
+    uint64_t heldRequest = 1;
     uint64_t endRequest = 1;
 };
 

@@ -35,19 +35,73 @@ void ScriptedPlayer::reportEnd()
     reportState(platform::PlayerState::paused);
 }
 
+void ScriptedPlayer::reportSecond(platform::SecondFile state, const std::string& why)
+{
+    secondState = state;
+    if (!delegate)
+        return;
+    delegate->mediaPlayerCamerasChanged(*this);
+    if (!why.empty())
+        delegate->mediaPlayerSecondFailed(*this, why);
+}
+
 size_t ScriptedPlayer::countOf(const std::string& call) const
 {
     return size_t(std::ranges::count(calls, call));
 }
 
+namespace {
+
+std::string nameOf(const std::shared_ptr<platform::Media>& media)
+{
+    return media ? std::filesystem::path(media->url().value_or("")).filename().string() : "none";
+}
+
+} // namespace
+
 void ScriptedPlayer::setMedia(std::shared_ptr<platform::Media> media)
 {
     current = std::move(media);
+    second.reset();
+    secondState = platform::SecondFile::none;
+    if (!keepsView)
+        view = platform::CameraView::first;
     now = platform::PlayerState::stopped;
     fraction = 0;
-    const std::string name =
-        current ? std::filesystem::path(current->url().value_or("")).filename().string() : "none";
-    calls.push_back("setMedia " + name);
+    calls.push_back("setMedia " + nameOf(current));
+}
+
+void ScriptedPlayer::setSecondMedia(std::shared_ptr<platform::Media> media)
+{
+    second = std::move(media);
+    secondState = second ? platform::SecondFile::opening : platform::SecondFile::none;
+    calls.push_back("setSecondMedia " + nameOf(second));
+}
+
+void ScriptedPlayer::setCameraView(platform::CameraView wanted, platform::CameraChoice choice)
+{
+    view = wanted;
+    keepsView = choice == platform::CameraChoice::nextFilesToo;
+    calls.push_back("setCameraView " + std::to_string(int(wanted)));
+}
+
+platform::CameraView ScriptedPlayer::shownCameraView() const
+{
+    return canShow(view) ? view : platform::CameraView::first;
+}
+
+bool ScriptedPlayer::canShow(platform::CameraView wanted) const
+{
+    return wanted == platform::CameraView::first || secondState == platform::SecondFile::ready;
+}
+
+std::optional<platform::PictureArea> ScriptedPlayer::smallPicture() const
+{
+    const auto shown = shownCameraView();
+    if (shown != platform::CameraView::pictureInPicture
+        && shown != platform::CameraView::pictureInPictureSwapped)
+        return std::nullopt;
+    return platform::PictureArea{0.65, 0.02, 1.0 / 3, 1.0 / 3};
 }
 
 void ScriptedPlayer::stop()

@@ -10,6 +10,10 @@
 class ScriptedPlayer final : public platform::MediaPlayer {
 public:
     std::shared_ptr<platform::Media> current;
+    std::shared_ptr<platform::Media> second;
+    platform::SecondFile secondState = platform::SecondFile::none;
+    platform::CameraView view = platform::CameraView::first;
+    bool keepsView = false;
     platform::PlayerState now = platform::PlayerState::stopped;
     float fraction = 0;
     float speed = 1;
@@ -28,12 +32,22 @@ public:
     void reportState(platform::PlayerState state);
     void reportTime(float position);
     void reportFailure(const std::string& why);
+    /// The second file is open, or failed; a view chosen before is on screen now, or no longer.
+    void reportSecond(platform::SecondFile state, const std::string& why = {});
     /// The last file reached its end.
     void reportEnd();
     size_t countOf(const std::string& call) const;
 
     void setMedia(std::shared_ptr<platform::Media> media) override;
     std::shared_ptr<platform::Media> media() const override { return current; }
+    void setSecondMedia(std::shared_ptr<platform::Media> media) override;
+    std::shared_ptr<platform::Media> secondMedia() const override { return second; }
+    platform::SecondFile secondFile() const override { return secondState; }
+    void setCameraView(platform::CameraView wanted, platform::CameraChoice choice) override;
+    platform::CameraView cameraView() const override { return view; }
+    platform::CameraView shownCameraView() const override;
+    bool canShow(platform::CameraView wanted) const override;
+    std::optional<platform::PictureArea> smallPicture() const override;
     void play() override { calls.push_back("play"); }
     void pause() override { calls.push_back("pause"); }
     void stop() override;
@@ -48,6 +62,7 @@ public:
     void setRate(float rate) override { speed = rate; }
     bool seeking = false;
     bool isSeeking() const override { return seeking; }
+    void stepFrame(int frames) override { calls.push_back("stepFrame " + std::to_string(frames)); }
     bool brokenOff = false;
     bool breaksOff() const override { return brokenOff; }
     void jumpForward(int seconds) override { calls.push_back("jumpForward " + std::to_string(seconds)); }
