@@ -242,11 +242,20 @@ void MpvPlayer::watchSecond()
         secondFailed(why);
     else if (isInUse && !firstWaits && streams.waited(MpvRole::second) > cardPatience)
         secondFailed("The card doesn't answer");
-    const bool isOverdue = file.errand == MpvErrand::camera && file.stage != SeekStage::none
-        && !file.errandSeeks && clock.elapsed() > errandSince + picturePatience;
-    if (!isOverdue || firstWaits || streams.waited(MpvRole::second) > 0ms)
+    watchPicture();
+}
+
+/// mpv does not always tell of the first picture of another track.
+void MpvPlayer::watchPicture()
+{
+    using namespace std::chrono_literals;
+    if (file.errand != MpvErrand::camera || file.errandSeeks || file.stage != SeekStage::accepted)
         return;
-    if (cameras.applied == CameraView::second)
+    const bool isCardSlow = streams.waited(MpvRole::first) > 0ms || streams.waited(MpvRole::second) > 0ms;
+    const bool isOverdue = clock.elapsed() > errandSince + picturePatience;
+    if (!isOverdue || isCardSlow)
+        askForPicture();
+    else if (cameras.applied == CameraView::second)
         secondFailed(noPicture);
     else
         errandArrived();

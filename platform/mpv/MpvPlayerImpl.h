@@ -90,6 +90,7 @@ private:
     void tellOfSecond(const std::string& why);
     void noteSecondEnd();
     void watchSecond();
+    void watchPicture();
     void noteWhetherSecondIsOver();
     bool endsWithSecond();
     void removeLeftOver();
