@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <string>
 
 using namespace platform;
 
@@ -73,6 +74,8 @@ int main(int argc, char* argv[])
     view.show();
     const auto player = makeMpvPlayer(view);
     player->setMute(true);
+    if (argc > 3)
+        player->setRate(std::stof(argv[3]));
     player->setMedia(Media::mediaWithPath(argv[1]));
     player->setSecondMedia(Media::mediaWithPath(argv[2]));
     player->setCameraView(CameraView::pictureInPicture, CameraChoice::nextFilesToo);
