@@ -23,12 +23,11 @@ class Previews {
 public:
     virtual ~Previews() = default;
 
-    /// The key frame at the moment or the nearest one before it, scaled to the width (8 to 1920 pixels) in its own
-    /// shape. Nothing when the file can't be opened or holds no picture that cameras record, when it takes more than
-    /// two seconds, or soon after a stop is requested. The last file stays open.
+    /// The key frame at the moment or the nearest one before it, scaled to the width (8 to 1920 pixels) in
+    /// its own shape. Nothing when the file can't be opened or holds no picture that cameras record, when it
+    /// takes more than two seconds, or soon after a stop is requested. The last file stays open.
     virtual std::optional<PreviewPicture> pictureAt(
-        const std::string& path, double seconds, int width, std::stop_token stop)
-        = 0;
+        const std::string& path, double seconds, int width, std::stop_token stop) = 0;
     /// Closes the file; the card can be unmounted.
     virtual void close() = 0;
 };

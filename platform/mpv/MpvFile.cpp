@@ -55,6 +55,20 @@ std::string mpvFailureReason(int error)
     }
 }
 
+double propertyNumber(const mpv_event_property& property)
+{
+    if (property.format == MPV_FORMAT_DOUBLE)
+        return *static_cast<const double*>(property.data);
+    if (property.format == MPV_FORMAT_INT64)
+        return static_cast<double>(*static_cast<const int64_t*>(property.data));
+    return 0;
+}
+
+bool propertyFlag(const mpv_event_property& property)
+{
+    return property.format == MPV_FORMAT_FLAG && *static_cast<const int*>(property.data) != 0;
+}
+
 std::span<const mpv_node> nodeList(const mpv_node& list)
 {
     if (list.format != MPV_FORMAT_NODE_ARRAY)

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+struct mpv_event_property;
 struct mpv_node;
 
 namespace platform {
@@ -79,6 +80,9 @@ struct MpvFile {
 
 /// A readable message for mpv's error number.
 std::string mpvFailureReason(int error);
+/// A property's value; 0 and false for one of another kind.
+double propertyNumber(const mpv_event_property& property);
+bool propertyFlag(const mpv_event_property& property);
 /// The list's values; none for another kind of node.
 std::span<const mpv_node> nodeList(const mpv_node& list);
 /// The map's value of that name; null when there is none.

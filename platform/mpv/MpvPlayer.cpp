@@ -247,36 +247,6 @@ void MpvPlayer::seekTo(SeekTarget target)
     next();
 }
 
-void MpvPlayer::next()
-{
-    if (!isOpen() || file.stage != SeekStage::none)
-        return;
-    noteWhetherSecondIsOver();
-    const CameraView due = cameras.possible();
-    const bool isChange = due != cameras.applied || cameras.isOutdated;
-    // Where a seek leads, the second camera may have pictures that are not to be had here.
-    if (isChange && (due == CameraView::first || !file.targetIsNewer)) {
-        sendView(due);
-        return;
-    }
-    removeLeftOver();
-    if (file.targetIsNewer)
-        sendSeek();
-    else if (file.steps != 0)
-        sendStep();
-}
-
-void MpvPlayer::beginErrand(MpvErrand errand, bool seeks)
-{
-    file.errand = errand;
-    file.errandSeeks = seeks;
-    file.isTimeHeld = false;
-    file.stage = SeekStage::sent;
-    errandSince = clock.elapsed();
-    seekRequest = ++lastRequest;
-    watchTimer.start();
-}
-
 void MpvPlayer::sendSeek()
 {
     const auto target = *file.target;

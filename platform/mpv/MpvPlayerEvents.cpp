@@ -22,20 +22,6 @@ constexpr std::pair<const char*, mpv_format> questions[] = {
 
 constexpr int64_t timeReportInterval = 33;
 
-double number(const mpv_event_property& property)
-{
-    if (property.format == MPV_FORMAT_DOUBLE)
-        return *static_cast<const double*>(property.data);
-    if (property.format == MPV_FORMAT_INT64)
-        return static_cast<double>(*static_cast<const int64_t*>(property.data));
-    return 0;
-}
-
-bool flag(const mpv_event_property& property)
-{
-    return property.format == MPV_FORMAT_FLAG && *static_cast<const int*>(property.data) != 0;
-}
-
 std::optional<int64_t> entryOf(const mpv_event& reply)
 {
     const auto* command = static_cast<const mpv_event_command*>(reply.data);
@@ -149,14 +135,14 @@ void MpvPlayer::propertyChanged(const mpv_event& event)
 {
     const auto& property = *static_cast<const mpv_event_property*>(event.data);
     if (event.reply_userdata == endRequest) {
-        if (flag(property))
+        if (propertyFlag(property))
             reachEnd();
     } else if (event.reply_userdata == seekRequest) {
-        if (flag(property))
+        if (propertyFlag(property))
             stepMade();
     } else if (event.reply_userdata == fileRequest && property.format == MPV_FORMAT_DOUBLE) {
         if (std::string_view(property.name) == "time-pos")
-            timeChanged(number(property));
+            timeChanged(propertyNumber(property));
         else
             takeAnswer(property);
     }
@@ -184,80 +170,24 @@ void MpvPlayer::answered(const mpv_event& event)
     }
 }
 
-void MpvPlayer::errandAnswered(const mpv_event& event)
-{
-    if (event.event_id != MPV_EVENT_COMMAND_REPLY) {
-        if (event.error >= 0)
-            takeErrandAnswer(*static_cast<const mpv_event_property*>(event.data));
-        if (--file.errandAnswers == 0)
-            errandArrived();
-    } else if (event.error < 0) {
-        errandArrived();
-    } else {
-        file.stage = SeekStage::accepted;
-        if (file.errand == MpvErrand::camera && !file.errandSeeks)
-            askForPicture();
-        else if (file.errand == MpvErrand::step && !file.errandSeeks)
-            mpv_observe_property(mpv.get(), seekRequest, "pause", MPV_FORMAT_FLAG);
-    }
-}
-
-void MpvPlayer::askOfErrand(std::initializer_list<std::pair<const char*, mpv_format>> asked)
-{
-    seekRequest = ++lastRequest;
-    file.errandAnswers = static_cast<int>(asked.size());
-    for (const auto& [name, format] : asked)
-        mpv_get_property_async(mpv.get(), seekRequest, name, format);
-}
-
-void MpvPlayer::takeErrandAnswer(const mpv_event_property& property)
-{
-    const std::string_view name = property.name;
-    if (name == "eof-reached")
-        file.isAtLastPicture = flag(property);
-    else if (name == "video-params/dw")
-        cameras.size.width = number(property);
-    else if (name == "video-params/dh")
-        cameras.size.height = number(property);
-    else if (name == "current-tracks/video/id")
-        cameras.hasTrack = true;
-    else if (!file.isTimeHeld)
-        takeAnswer(property);
-}
-
 void MpvPlayer::takeAnswer(const mpv_event_property& property)
 {
     const std::string_view name = property.name;
     if (name == "duration") {
-        file.duration = plausibleSeconds(number(property));
+        file.duration = plausibleSeconds(propertyNumber(property));
         current->setLength(file.duration > 0 ? MediaTime::timeWithInt(std::llround(file.duration * 1000))
                                              : MediaTime::nullTime());
     } else if (name == "time-pos") {
-        file.time = plausibleSeconds(number(property));
+        file.time = plausibleSeconds(propertyNumber(property));
         file.isTimeKnown = true;
     } else if (name == "video-params/dw") {
-        file.size.width = number(property);
+        file.size.width = propertyNumber(property);
     } else if (name == "video-params/dh") {
-        file.size.height = number(property);
+        file.size.height = propertyNumber(property);
     } else if (name == "audio-params/samplerate") {
-        file.hasSound = number(property) > 0;
+        file.hasSound = propertyNumber(property) > 0;
     } else if (name == "track-list" && property.format == MPV_FORMAT_NODE) {
         file.audioTracks = audioTracksOf(*static_cast<const mpv_node*>(property.data));
-    }
-}
-
-void MpvPlayer::playbackRestarted()
-{
-    if (phase == Phase::opening) {
-        askBeforeOpen();
-    } else if (file.stage == SeekStage::begun) {
-        file.stage = SeekStage::arrived;
-        if (file.errand == MpvErrand::camera) {
-            askForPicture();
-            return;
-        }
-        file.isTimeKnown = false;
-        askOfErrand({{"time-pos", MPV_FORMAT_DOUBLE}});
     }
 }
 
@@ -288,16 +218,6 @@ void MpvPlayer::finishOpening()
     next();
     if (reportState() && isPlaying())
         reportTime();
-}
-
-void MpvPlayer::errandArrived()
-{
-    if (file.errand == MpvErrand::camera)
-        cameraArrived();
-    else if (file.errand == MpvErrand::step)
-        stepArrived();
-    else
-        seekArrived();
 }
 
 void MpvPlayer::seekArrived()
