@@ -63,7 +63,7 @@ TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
     EXPECT_EQ(row(1, DriveListModel::dayRole), "Sat 18 May 2024");
     EXPECT_EQ(row(1, DriveListModel::timesRole), "18:12 – 18:14");
     EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min");
-    panel->selectDrive(2);
+    outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
     QCoreApplication::processEvents();
     dispatcher.runAll();
     EXPECT_EQ(figured, (std::vector<size_t>{0, 2, 1})) << "after the one under way, the selected one";
