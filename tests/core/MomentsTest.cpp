@@ -215,6 +215,11 @@ TEST_F(DriveFiguresOf, TheCommandsTellThem)
     EXPECT_THAT(zavikctl({"drives", card.path()}).out, testing::HasSubstr("2 moments"));
     card.file("alwa_20240518_181300_F.avi", std::string_view("no recording"));
     EXPECT_EQ(zavikctl({"moments", card.path()}).code, 1);
+    const Outcome noRecording = zavikctl({"moments", card.path("alwa_20240518_181300_F.avi")});
+    EXPECT_EQ(noRecording.code, 1);
+    EXPECT_THAT(noRecording.err, testing::EndsWith("is no AVI recording\n"));
+    EXPECT_THAT(
+        zavikctl({"moments", "/nowhere.avi"}).err, testing::EndsWith("/nowhere.avi: cannot be opened\n"));
     EXPECT_THAT(zavikctl({"drives", "--json", card.path()}).err,
         testing::HasSubstr("1 recordings could not be read"));
 }
