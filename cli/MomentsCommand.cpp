@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/FolderScan.h"
 #include "cli/MomentJson.h"
+#include "cli/TelemetryFormats.h"
 #include "common/Log.h"
 #include "common/Text.h"
 #include "media/MediaPath.h"
@@ -24,14 +25,17 @@ struct Found {
 
     void addFile(const std::string& path)
     {
-        const auto figures = figuresOfFile(path);
-        if (!figures) {
+        if (const auto figures = figuresOfFile(path))
+            add(path, *figures);
+        else
             ++unreadCount;
-            return;
-        }
-        const double length = secondsOf(recordingLengthOfFile(path), *figures);
-        for (const Moment& moment : figures->moments)
-            moments.push_back({0, path, moment.seconds(length, figures->sampleCount), moment});
+    }
+
+    void add(const std::string& path, const RecordingFigures& figures)
+    {
+        const double length = secondsOf(recordingLengthOfFile(path), figures);
+        for (const Moment& moment : figures.moments)
+            moments.push_back({0, path, moment.seconds(length, figures.sampleCount), moment});
     }
 
     void addDrive(const Drive& drive)
@@ -78,14 +82,16 @@ ExitCode runMoments(const Arguments& arguments, Streams streams)
             drivesOf(scan->medias, [](const ZVKMedia& media) { return recordingLengthOfFile(media.path()); }))
             found.addDrive(drive);
     } else {
-        found.addFile(standardizedPath(named));
+        ZVKBlackBoxData data;
+        data.ExtractStreamInformation(named.c_str());
+        if (const auto why = walkProblem(data.walkEnd()); !why.empty())
+            return failure(streams, named, why);
+        found.add(standardizedPath(named), figuresOf(data));
     }
     if (arguments.has("--json"))
         writeJsonArray(streams.out, found.moments, momentJson) << '\n';
     else
         writeColumns(streams.out, found.moments);
-    if (!scan && found.unreadCount > 0)
-        return failure(streams, named, "could not be read as a recording");
     if (found.unreadCount > 0)
         return failure(streams, named, formatted("%zu recordings could not be read", found.unreadCount));
     return scan ? scanResult(*scan, named, streams) : ExitCode::success;

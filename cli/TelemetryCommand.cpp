@@ -6,10 +6,7 @@
 
 namespace cli {
 
-namespace {
-
-/// Why the file is no readable recording; empty when it is one.
-std::string_view problem(WalkEnd end)
+std::string_view walkProblem(WalkEnd end)
 {
     switch (end) {
     case WalkEnd::cannotOpen:
@@ -25,14 +22,12 @@ std::string_view problem(WalkEnd end)
     }
 }
 
-} // namespace
-
 ExitCode runTelemetry(const Arguments& arguments, Streams streams)
 {
     const std::string& path = arguments.operands.front();
     ZVKBlackBoxData data;
     data.ExtractStreamInformation(path.c_str());
-    if (const auto why = problem(data.walkEnd()); !why.empty())
+    if (const auto why = walkProblem(data.walkEnd()); !why.empty())
         return failure(streams, path, why);
 
     const ZVKMedia media = ZVKMedia::mediaWithPath(path);

@@ -7,6 +7,9 @@
 
 namespace cli {
 
+/// Why a file that the walk gave up on is no readable recording; empty when it is one.
+std::string_view walkProblem(WalkEnd end);
+
 /// {"result", "gsensor": [...], "gps": [...], "fixes": [...]}: whether the walk succeeded, `m_GSensors` with
 /// `m_vGSensorData`, `m_vGpsData` and `m_NMEAs`.
 void writeTelemetryJson(std::ostream& out, const ZVKBlackBoxData& data);

@@ -38,6 +38,9 @@ void DriveTimeline::setLength(size_t take, double seconds)
 
 DriveTimeline::Place DriveTimeline::placeAt(double seconds) const
 {
+    // The line begins with its first take, also where that has no length.
+    if (!(seconds > 0))
+        return {};
     const auto after = std::ranges::upper_bound(starts, seconds);
     const auto take = std::clamp<std::ptrdiff_t>(
         after - starts.begin() - 1, 0, static_cast<std::ptrdiff_t>(lengths.size()) - 1);

@@ -29,6 +29,7 @@ public:
     /// Draws icon, text and bar anew.
     void display();
 
+    // The getters are of the widget library; the program's own windows only set.
     /// On at first. Puts the bar on the icon or takes it off.
     bool drawDockProgress() const { return dockProgress; }
     void setDrawDockProgress(bool flag);

@@ -29,6 +29,7 @@ public:
     platform::Image buttonImageNameWithSuffix(const QString& suffix) const;
 
     const platform::Image& pressedImage() const { return alternateImage; }
+    // Of the widget library, with the count of captures below; the program's own windows do not use them.
     void setPressedImage(platform::Image pressed) { alternateImage = std::move(pressed); }
 
     /// How many times the pointer is inside the bounds or 4 points around them; never negative.

@@ -84,24 +84,20 @@ void ZVKMediaList::setDirectoryPath(std::optional<std::string> path)
     directory = std::move(path);
     if (!directory) {
         newestScan.request_stop();
+        scanLife.renew();
         return;
     }
     clear();
     newestScan = std::stop_source();
-    // A stop is requested on the main thread only: without one the list still exists.
-    dispatcher.inBackground(
-        [this, &queues = dispatcher, folder = standardizedPath(*directory), token = newestScan.get_token()] {
-            auto found = std::make_shared<MediaScan>(scan(folder, token));
-            queues.onMain([this, token, found] {
-                if (!token.stop_requested())
-                    replaceMedias(*found);
-            });
-        });
+    dispatcher.inBackgroundThen([folder = standardizedPath(*directory),
+                                    token = newestScan.get_token()] { return scan(folder, token); },
+        scanLife.guarded([this](MediaScan found) { replaceMedias(found); }));
 }
 
 void ZVKMediaList::clear()
 {
     newestScan.request_stop();
+    scanLife.renew();
     medias.clear();
     state = {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Life.h"
 #include "media/ZVKMedia.h"
 #include "platform/Dispatcher.h"
 
@@ -101,4 +102,5 @@ private:
     std::vector<ZVKMedia> medias;
     MediaScanState state;
     std::stop_source newestScan;
+    Life scanLife; // of the newest scan
 };

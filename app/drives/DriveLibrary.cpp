@@ -3,7 +3,6 @@
 #include "media/RecordingLength.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 DriveLibrary::DriveLibrary(platform::Dispatcher& queues, Told listener)
@@ -31,15 +30,13 @@ void DriveLibrary::setRecordings(std::vector<ZVKMedia> recordings)
     told.listed();
     if (!readingLengths)
         return;
-    std::function<void(std::vector<Drive>)> done =
-        reading.guarded([this](std::vector<Drive> drives) { drivesFound(std::move(drives)); });
-    dispatcher.inBackground([&queues = dispatcher, medias = std::move(recordings), token = stop.get_token(),
-                                done = std::move(done)] {
-        auto drives = std::make_shared<std::vector<Drive>>(drivesOf(medias, [&](const ZVKMedia& media) {
-            return token.stop_requested() ? std::nullopt : recordingLengthOfFile(media.path());
-        }));
-        queues.onMain([done, drives] { done(std::move(*drives)); });
-    });
+    dispatcher.inBackgroundThen(
+        [medias = std::move(recordings), token = stop.get_token()] {
+            return drivesOf(medias, [&](const ZVKMedia& media) {
+                return token.stop_requested() ? std::nullopt : recordingLengthOfFile(media.path());
+            });
+        },
+        reading.guarded([this](std::vector<Drive> drives) { drivesFound(std::move(drives)); }));
 }
 
 void DriveLibrary::drivesFound(std::vector<Drive> drives)
@@ -110,13 +107,14 @@ void DriveLibrary::readNext()
     if (next == wanted.end())
         return;
     readingFigures = true;
-    std::function<void(DriveFigures)> done = reading.guarded(
-        [this, drive = *next](DriveFigures figures) { figuresRead(drive, std::move(figures)); });
-    dispatcher.inBackground([&queues = dispatcher, drive = found[*next], token = stop.get_token(), done] {
-        auto figures = std::make_shared<DriveFigures>(figuresOf(drive, token));
-        figures->track.clear();
-        queues.onMain([done, figures] { done(std::move(*figures)); });
-    });
+    dispatcher.inBackgroundThen(
+        [drive = found[*next], token = stop.get_token()] {
+            DriveFigures figures = figuresOf(drive, token);
+            figures.track.clear();
+            return figures;
+        },
+        reading.guarded(
+            [this, drive = *next](DriveFigures figures) { figuresRead(drive, std::move(figures)); }));
 }
 
 void DriveLibrary::figuresRead(size_t drive, DriveFigures figures)

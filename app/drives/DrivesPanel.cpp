@@ -66,11 +66,6 @@ void DrivesPanel::setShowsMiles(bool miles)
     model->setShowsMiles(miles);
 }
 
-void DrivesPanel::selectDrive(std::optional<size_t> drive)
-{
-    outlets.drivesListView->setCurrentIndex(drive ? model->index(int(*drive)) : QModelIndex());
-}
-
 void DrivesPanel::listed()
 {
     model->reload();

@@ -38,8 +38,6 @@ public:
     /// The figures of all drives are wanted, after those that are seen.
     void readAll();
     void setShowsMiles(bool miles);
-    /// The drive that plays; nothing for none.
-    void selectDrive(std::optional<size_t> drive);
     /// Whether Enter is for this panel: one of its lists has the focus.
     bool hasFocus() const;
     /// What Enter does: plays the current drive, or goes to the current moment.

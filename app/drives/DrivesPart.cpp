@@ -77,6 +77,9 @@ void DrivesPart::readRoute(const Drive& drive)
     routeReading.request_stop();
     routeReading = {};
     routeLife.renew();
+    // The way of another drive leads nowhere in this one.
+    route.clear();
+    told.route(driveRouteScript(route));
     dispatcher.inBackgroundThen([drive, stop = routeReading.get_token()] { return routeOf(drive, stop); },
         routeLife.guarded([this](const std::vector<RoutePart>& read) {
             if (!playback.isActive())

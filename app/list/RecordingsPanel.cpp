@@ -147,24 +147,24 @@ void RecordingsPanel::scan(const std::string& path)
 
 void RecordingsPanel::openCard()
 {
-    std::function<void(std::string)> open = life.guarded([this](const std::string& path) {
-        if (!mediaList->directoryPath())
-            openMediaDirectory(path);
-    });
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, &disks = desktop.disks, open] {
-        if (const auto card = preferredUSBDisk(disks))
-            dispatcher.onMain([open, path = card->mountedURL] { open(path); });
-    });
+    desktop.dispatcher.inBackgroundThen(
+        [&disks = desktop.disks] { return preferredUSBDisk(disks); }, life.guarded([this](const auto& card) {
+            if (card && !mediaList->directoryPath())
+                openMediaDirectory(card->mountedURL);
+        }));
 }
 
 void RecordingsPanel::openIfFolder(const std::string& path)
 {
-    std::function<void()> open = life.guarded([this, path] { openMediaDirectory(path); });
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, path, open] {
-        std::error_code missing;
-        if (std::filesystem::is_directory(path, missing))
-            dispatcher.onMain(open);
-    });
+    desktop.dispatcher.inBackgroundThen(
+        [path] {
+            std::error_code missing;
+            return std::filesystem::is_directory(path, missing);
+        },
+        life.guarded([this, path](bool isFolder) {
+            if (isFolder)
+                openMediaDirectory(path);
+        }));
 }
 
 std::optional<std::string> RecordingsPanel::folderOn(const std::string& mountPath) const
@@ -192,16 +192,15 @@ void RecordingsPanel::cardFormatted(const std::string& from, const std::string& 
     std::string folder = *folderLetGo;
     if (!to.empty() && platform::isWithin(folder, from))
         folder = to + folder.substr(from.size());
-    std::function<void(std::string)> open =
+    desktop.dispatcher.inBackgroundThen(
+        [folder, to] {
+            std::error_code missing;
+            return to.empty() || std::filesystem::is_directory(folder, missing) ? folder : to;
+        },
         life.guarded([this, before = *folderLetGo](const std::string& place) {
             if (folderLetGo == before)
                 openMediaDirectory(place);
-        });
-    desktop.dispatcher.inBackground([&dispatcher = desktop.dispatcher, folder, to, open] {
-        std::error_code missing;
-        const bool isThere = to.empty() || std::filesystem::is_directory(folder, missing);
-        dispatcher.onMain([open, place = isThere ? folder : to] { open(place); });
-    });
+        }));
 }
 
 /// The entries and their selection stay.

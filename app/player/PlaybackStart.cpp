@@ -109,14 +109,13 @@ void PlaybackSession::extractThenPlay()
             screen.say(platform::localized("msg.preparing").arg(nameAtHand()));
     }));
     extractionStop = {};
-    auto extracted = std::make_shared<ZVKBlackBoxData>();
-    std::function<void()> done =
-        fileLife.guarded([this, extracted] { startExtracted(std::move(*extracted)); });
-    dispatcher.inBackground([&queue = dispatcher, path = *player1->media()->url(),
-                                stop = extractionStop.get_token(), extracted, done] {
-        extracted->ExtractStreamInformation(path.c_str(), stop);
-        queue.onMain(done);
-    });
+    dispatcher.inBackgroundThen(
+        [path = *player1->media()->url(), stop = extractionStop.get_token()] {
+            ZVKBlackBoxData extracted;
+            extracted.ExtractStreamInformation(path.c_str(), stop);
+            return extracted;
+        },
+        fileLife.guarded([this](ZVKBlackBoxData extracted) { startExtracted(std::move(extracted)); }));
 }
 
 void PlaybackSession::startExtracted(ZVKBlackBoxData extracted)

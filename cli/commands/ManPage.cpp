@@ -65,7 +65,7 @@ std::string body(const Program& program)
     const Command& only = program.commands.front();
     if (!program.hasCommands())
         return ".SH DESCRIPTION\n" + plain(program.summary) + '\n' + paragraphs(only.details)
-            + ".SH ARGUMENTS\n" + entries(only) + (program.isRunByHand ? entry("-h, --help", helpText) : "");
+            + ".SH OPTIONS\n" + entries(only) + (program.isRunByHand ? entry("-h, --help", helpText) : "");
     std::string text = ".SH DESCRIPTION\n" + plain(program.summary) + '\n' + paragraphs(program.details)
         + ".SH OPTIONS\n" + entry("-h, --help", helpText) + entry("--version", versionText)
         + ".SH COMMANDS\n";
@@ -73,6 +73,18 @@ std::string body(const Program& program)
         text += ".SS " + plain(command.name) + '\n' + plain(command.summary) + '\n' + usage(program, command)
             + entries(command) + paragraphs(command.details);
     return text;
+}
+
+/// The other programs' pages.
+std::string others(const Program& program)
+{
+    constexpr std::string_view pages[] = {"zavik(1)", "zavikctl(1)", "zavik-format-card(8)"};
+    std::string text;
+    for (const std::string_view page : pages) {
+        if (page.substr(0, page.find('(')) != program.name)
+            text += (text.empty() ? "" : ", ") + plain(page);
+    }
+    return text + '\n';
 }
 
 } // namespace
@@ -88,7 +100,7 @@ std::string manPage(const Program& program, std::string_view release)
         + "\n.SH SYNOPSIS\n";
     for (const Command& command : program.commands)
         text += usage(program, command);
-    return text + body(program);
+    return text + body(program) + ".SH SEE ALSO\n" + others(program);
 }
 
 } // namespace cli

@@ -82,6 +82,7 @@ public:
     void updateBoundControllerLoValue(double value);
     void updateBoundControllerHiValue(double value);
     /// The value of that name becomes 0.0.
+    // Of the widget library; the program's own windows do not use it.
     void setNilValueForKey(const QString& key);
 
     void insertTab();

@@ -51,6 +51,7 @@ public:
     /// The plain values are those of the selected knob.
     double doubleValue() const override;
     void setDoubleValue(double value) override;
+    // Of the widget library; the program's own windows use the double and int values only.
     float floatValue() const { return static_cast<float>(doubleValue()); }
     void setFloatValue(float value) { setDoubleValue(value); }
     int intValue() const { return trackingLoKnob() ? intLoValue() : intHiValue(); }
@@ -89,6 +90,7 @@ public:
     void encodeWithCoder(QVariantMap& coder) const override;
     void initWithCoder(const QVariantMap& coder) override;
     /// Without a view and without the two reports below.
+    // Of the widget library; the program's own windows do not use it.
     std::unique_ptr<SMDoubleSliderCell> copyWithZone() const;
 
     /// The user moved a knob; the number belongs into what the control is bound to.

@@ -114,6 +114,19 @@ TEST(Moments, ABrakingIsWhereTheSpeedFallsFast)
     EXPECT_THAT(Minute().speeds(10, {60, 45, 25, 10, 0}).moments(), ElementsAre("braking 0.57 front 13"));
 }
 
+TEST(Moments, ABrakingAtTheEndIsWithinTheRecording)
+{
+    SideDataWriter writer;
+    writer.gsensor(start, 0, 0, 256);
+    for (const auto& [stamp, speed] : {std::pair{0, 60.0}, {100, 50.0}, {1100, 30.0}})
+        writer.gps({start + stamp, 1, 3730, 12700, speed, '9', ""});
+    const auto bytes = recordingFile(60, writer);
+    const auto moments = momentsOf(extract(bytes).data);
+    ASSERT_EQ(moments.size(), 1u) << "speeds a tenth of a second apart tell no braking";
+    EXPECT_EQ(moments[0].stamp, start + 1100);
+    EXPECT_EQ(moments[0].sample, 0u) << "there is one sample";
+}
+
 /// A card with recordings that tell something, and what the drives there add up to.
 class DriveFiguresOf : public testing::Test {
 protected:
@@ -202,6 +215,11 @@ TEST_F(DriveFiguresOf, TheCommandsTellThem)
     EXPECT_THAT(zavikctl({"drives", card.path()}).out, testing::HasSubstr("2 moments"));
     card.file("alwa_20240518_181300_F.avi", std::string_view("no recording"));
     EXPECT_EQ(zavikctl({"moments", card.path()}).code, 1);
+    const Outcome noRecording = zavikctl({"moments", card.path("alwa_20240518_181300_F.avi")});
+    EXPECT_EQ(noRecording.code, 1);
+    EXPECT_THAT(noRecording.err, testing::EndsWith("is no AVI recording\n"));
+    EXPECT_THAT(
+        zavikctl({"moments", "/nowhere.avi"}).err, testing::EndsWith("/nowhere.avi: cannot be opened\n"));
     EXPECT_THAT(zavikctl({"drives", "--json", card.path()}).err,
         testing::HasSubstr("1 recordings could not be read"));
 }

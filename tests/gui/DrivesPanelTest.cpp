@@ -63,7 +63,7 @@ TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
     EXPECT_EQ(row(1, DriveListModel::dayRole), "Sat 18 May 2024");
     EXPECT_EQ(row(1, DriveListModel::timesRole), "18:12 – 18:14");
     EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min");
-    panel->selectDrive(2);
+    outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
     QCoreApplication::processEvents();
     dispatcher.runAll();
     EXPECT_EQ(figured, (std::vector<size_t>{0, 2, 1})) << "after the one under way, the selected one";
@@ -122,12 +122,16 @@ protected:
     }
     void playDrive(int row)
     {
+        chooseDrive(row);
+        app.begin();
+    }
+    void chooseDrive(int row)
+    {
         controller.clickDrivesViewButton();
         auto& list = app.find<QListView>("drivesListView");
         list.setFocus();
         list.setCurrentIndex(list.model()->index(row, 0));
         press(list, Qt::Key_Return);
-        app.begin();
     }
     void endFile()
     {
@@ -232,7 +236,13 @@ TEST_F(DriveInWindow, AClickOnItsWayGoesThere)
     for (const char* odd : {"route/1/0", "route/0/60", "route/0", "route/-1/0", "", "somewhere"})
         app.desk.map.page->said(odd);
     EXPECT_EQ(app.player().calls.size(), calls);
-    app.start(5);
+    chooseDrive(1);
+    EXPECT_EQ(app.desk.map.standing, "zavikDriveRoute([])") << "the way before is no way of this drive";
+    app.begin();
+    playDrive(0);
+    app.desk.dispatcher.runAll();
+    app.start(2);
+    EXPECT_FALSE(strip().isVisible()) << "chosen from the list, a file of the drive ends it";
     EXPECT_EQ(app.desk.map.standing, "zavikDriveRoute([])");
 }
 
@@ -323,6 +333,8 @@ TEST(DriveTimeline, GoesFromPlaceToPointAndBackAcrossFiles)
     EXPECT_EQ(line.placeAt(59.5), (Place{0, 59.5}));
     EXPECT_EQ(line.placeAt(60), (Place{2, 0})) << "a take without a length is stepped over";
     EXPECT_EQ(line.placeAt(-5), (Place{0, 0}));
+    const DriveTimeline unknown(Drive{{take(10, std::nullopt), take(11, std::nullopt), take(12, 30)}, {}});
+    EXPECT_EQ(unknown.placeAt(0), (Place{0, 0})) << "a drive starts with its first take";
     EXPECT_EQ(line.placeAt(1000), (Place{2, 30}));
     EXPECT_EQ(line.pointOf({2, 10}), 70);
     EXPECT_EQ(line.pointOf({0, 99}), 60) << "a file that plays longer stays within its segment";
