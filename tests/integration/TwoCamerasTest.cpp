@@ -180,10 +180,11 @@ TEST_F(TwoCamerasTest, KeepsUpWithAUserWhoChangesAllTheTime)
 
 TEST_F(TwoCamerasTest, BeginsTheNextFileAsTheUserSetIt)
 {
+    CameraView atStart = CameraView::first;
     for (const CameraView chosen : otherViews) {
         SCOPED_TRACE(int(chosen));
         choose(chosen);
-        CameraView atStart = CameraView::first;
+        atStart = CameraView::first;
         recorder.onState = [&](MediaPlayer& reporting) {
             if (reporting.isPlaying())
                 atStart = reporting.shownCameraView();
@@ -236,8 +237,9 @@ TEST_F(TwoCamerasTest, NoSecondFileStopsTheFirst)
             showsBoth(chosen, 0.5);
             player->play();
             player->setSecondMedia(Media::mediaWithPath(path));
-            if (!path.ends_with("noise.avi"))
+            if (!path.ends_with("noise.avi")) {
                 ASSERT_TRUE(waitFor([this] { return recorder.secondFailures.size() == 2; }));
+            }
             endsAsTheFirst();
         }
     }
