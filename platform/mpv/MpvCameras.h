@@ -30,6 +30,8 @@ struct MpvCameras {
     CameraView applied = CameraView::first;
     CameraView shown = CameraView::first;
     bool isOutdated = false; ///< mpv must be told again
+    bool isGraphGone = false; ///< that was applied last
+    double since = 0; ///< where the file was then
     /// Of the picture that arrives: its size, whether a track is shown.
     VideoSize size;
     bool hasTrack = false;

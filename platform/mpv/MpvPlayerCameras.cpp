@@ -1,5 +1,6 @@
 #include "platform/mpv/MpvPlayerImpl.h"
 
+#include <limits>
 #include <mpv/client.h>
 #include <utility>
 
@@ -10,7 +11,7 @@ namespace {
 constexpr const char* noPicture = "It holds no picture in a form that cameras record";
 /// How long the opening of the first file waits for the second, so that it begins with the view chosen.
 constexpr int64_t openingPatience = 300;
-constexpr int64_t picturePatience = 5000;
+constexpr int64_t picturePatience = 3000;
 constexpr std::chrono::seconds cardPatience(3);
 
 } // namespace
@@ -214,6 +215,16 @@ void MpvPlayer::secondFailed(const std::string& why)
         setMpvFlag(mpv.get(), "pause", paused);
 }
 
+/// Meanwhile mpv ran ahead without pictures, perhaps to the end: the first goes on where it was left.
+void MpvPlayer::secondStaysDark()
+{
+    if (!file.target) {
+        file.target = SeekTarget{SeekTarget::Unit::seconds, cameras.since};
+        file.targetIsNewer = true;
+    }
+    secondFailed(noPicture);
+}
+
 void MpvPlayer::tellOfSecond(const std::string& why)
 {
     if (std::exchange(cameras.isToldOf, true))
@@ -249,14 +260,18 @@ void MpvPlayer::watchSecond()
 void MpvPlayer::watchPicture()
 {
     using namespace std::chrono_literals;
-    if (file.errand != MpvErrand::camera || file.errandSeeks || file.stage != SeekStage::accepted)
+    constexpr int64_t seekPatience = 1000;
+    if (file.errand != MpvErrand::camera || file.stage != SeekStage::accepted)
         return;
     const bool isCardSlow = streams.waited(MpvRole::first) > 0ms || streams.waited(MpvRole::second) > 0ms;
+    if (file.errandSeeks && (isCardSlow || clock.elapsed() < errandSince + seekPatience))
+        return;
+    file.errandSeeks = false;
     const bool isOverdue = clock.elapsed() > errandSince + picturePatience;
     if (!isOverdue || isCardSlow)
         askForPicture();
     else if (cameras.applied == CameraView::second)
-        secondFailed(noPicture);
+        secondStaysDark();
     else
         errandArrived();
 }
@@ -272,7 +287,9 @@ void MpvPlayer::sendView(CameraView due)
     cameras.applied = due;
     // The last picture lies before the end, and mpv would look for one after it.
     const bool isAtEnd = file.ended || file.isAtLastPicture;
-    beginErrand(MpvErrand::camera, hadGraph || !graph.empty() || isAtEnd);
+    const bool hasGraph = hadGraph && !std::exchange(cameras.isGraphGone, false);
+    beginErrand(MpvErrand::camera, hasGraph || !graph.empty() || isAtEnd);
+    cameras.since = file.currentTime();
     file.isTimeHeld = paused && !file.ended;
     const uint64_t request = isAtEnd ? 0 : seekRequest;
     sendMpvCommand(mpv.get(), 0, {"set", "end", hasEnd ? std::to_string(file.duration).c_str() : "none"});
@@ -302,7 +319,8 @@ void MpvPlayer::cameraArrived()
     const bool hasPicture = cameras.size.width > 0;
     constexpr double lastPicture = 0.2;
     // There the sound may go on without pictures.
-    const bool isAtEnd = file.duration > 0 && file.currentTime() > file.duration - lastPicture;
+    const double end = file.duration > 0 ? file.duration - lastPicture : std::numeric_limits<double>::max();
+    const bool isAtEnd = file.currentTime() > end;
     const bool isOverdue = isAtEnd || clock.elapsed() > errandSince + picturePatience;
     if (!hasPicture && !file.errandSeeks && cameras.hasTrack && !isOverdue) {
         // A track was chosen and its first picture is on the way.
@@ -310,8 +328,10 @@ void MpvPlayer::cameraArrived()
         return;
     }
     file.stage = SeekStage::none;
-    if (!hasPicture && !isAtEnd && cameras.applied != CameraView::first) {
-        secondFailed(noPicture);
+    if (!hasPicture && cameras.applied != CameraView::first && cameras.since <= end) {
+        // mpv has dropped a graph that it could not make.
+        cameras.isGraphGone = isComposite(cameras.applied) && !cameras.hasTrack;
+        secondStaysDark();
         return;
     }
     if (hasPicture)

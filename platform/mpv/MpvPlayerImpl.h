@@ -87,6 +87,7 @@ private:
     void secondReady(const mpv_node& trackList);
     void secondJoins();
     void secondFailed(const std::string& why);
+    void secondStaysDark();
     void tellOfSecond(const std::string& why);
     void noteSecondEnd();
     void watchSecond();
