@@ -64,7 +64,7 @@ struct MpvFile {
     int steps = 0;
     bool stepsOn = false;
     double timeBeforeStep = 0;
-    bool isStepFromEnd = false;
+    bool isSilenced = false; ///< since the first step, until it plays on
     bool isStepRepeated = false;
     bool isEndIgnored = false; ///< mpv's word on the end is not to be had between steps
     /// A step found no picture after the one on screen. The file ends when it plays on.

@@ -123,6 +123,7 @@ void MpvPlayer::close()
         // They would hold for the next file, too.
         sendMpvCommand(mpv.get(), 0, {"set", "lavfi-complex", ""});
         sendMpvCommand(mpv.get(), 0, {"set", "vid", "auto"});
+        sendMpvCommand(mpv.get(), 0, {"set", "aid", "auto"});
         sendMpvCommand(mpv.get(), 0, {"set", "end", "none"});
         streams.giveUp(MpvRole::first);
         streams.giveUp(MpvRole::second);
@@ -171,9 +172,21 @@ void MpvPlayer::setPaused(bool pause)
         file.isAtLastPicture = file.isTimeHeld = false;
         if (isOpen() && file.stage == SeekStage::none)
             watchEnd();
+        if (std::exchange(file.isSilenced, false))
+            bringSoundBack();
     }
     setMpvFlag(mpv.get(), "pause", pause);
     postState();
+}
+
+/// mpv may wait for good for a sound that comes back near the end, so it begins anew where it is.
+void MpvPlayer::bringSoundBack()
+{
+    if (file.audioTracks.empty())
+        return;
+    sendMpvCommand(mpv.get(), 0, {"set", "aid", std::to_string(file.audioTracks.front()).c_str()});
+    if (!file.target)
+        seekTo({SeekTarget::Unit::seconds, file.time});
 }
 
 PlayerState MpvPlayer::state() const

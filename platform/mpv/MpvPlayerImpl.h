@@ -72,6 +72,7 @@ private:
     void load();
     void close();
     void setPaused(bool pause);
+    void bringSoundBack();
     void seekTo(SeekTarget target);
     /// Sends what is to be done next, unless mpv is still busy with something.
     void next();

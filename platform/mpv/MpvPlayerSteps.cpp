@@ -1,7 +1,6 @@
 #include "platform/mpv/MpvPlayerImpl.h"
 
 #include <algorithm>
-#include <cmath>
 #include <mpv/client.h>
 #include <utility>
 
@@ -19,7 +18,8 @@ void MpvPlayer::stepFrame(int frames)
     next();
 }
 
-/// mpv drops a step back that comes while another runs, so they go one by one.
+/// mpv drops a step back that comes while another runs, so they go one by one. Without the sound, whose time
+/// mpv tells where there are no more pictures, all times are those of pictures.
 void MpvPlayer::sendStep()
 {
     file.stepsOn = file.steps > 0;
@@ -29,8 +29,9 @@ void MpvPlayer::sendStep()
     }
     file.steps += file.stepsOn ? -1 : 1;
     file.timeBeforeStep = file.time;
-    file.isStepFromEnd = file.ended;
     file.isAtLastPicture = false;
+    if (!std::exchange(file.isSilenced, true))
+        sendMpvCommand(mpv.get(), 0, {"set", "aid", "no"});
     ignoreEnd();
     beginErrand(MpvErrand::step, !file.stepsOn);
     sendMpvCommand(mpv.get(), seekRequest, {file.stepsOn ? "frame-step" : "frame-back-step"});
@@ -47,25 +48,15 @@ void MpvPlayer::stepMade()
 void MpvPlayer::stepArrived()
 {
     constexpr double sameMoment = 0.0005;
-    if (file.isAtLastPicture && !file.errandSeeks && file.duration > 0) {
-        // The time is that of the sound, which may end later: a seek tells the picture's.
-        beginErrand(MpvErrand::step, true);
-        sendMpvCommand(
-            mpv.get(), seekRequest, {"seek", std::to_string(file.duration).c_str(), "absolute+exact"});
-        return;
-    }
     file.stage = SeekStage::none;
-    const bool hasMoved = std::abs(file.time - file.timeBeforeStep) > sameMoment;
+    const double way = file.time - file.timeBeforeStep;
+    const bool hasMoved = (file.stepsOn ? way : -way) > sameMoment;
     if (hasMoved || !file.stepsOn)
         file.ended = file.breaksOff = false;
-    // The first step after a switch of the track shows the same picture again, as does the first one back
-    // from where the sound has ended.
-    const bool isFromSound = file.isStepFromEnd && file.timeBeforeStep > file.duration - sameMoment;
-    const bool isAgain =
-        (!hasMoved || isFromSound) && !file.isAtLastPicture && !std::exchange(file.isStepRepeated, true);
+    // The first step after a switch of the track shows the same picture again.
+    const bool isAgain = !hasMoved && !file.isAtLastPicture && !std::exchange(file.isStepRepeated, true);
     if (isAgain) {
         file.steps += file.stepsOn ? 1 : -1;
-        file.isStepFromEnd = false;
     } else {
         file.isStepRepeated = false;
         if (!hasMoved)
