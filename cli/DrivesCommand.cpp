@@ -60,10 +60,10 @@ ExitCode runDrives(const Arguments& arguments, Streams streams)
         return ExitCode::failure;
     const std::vector<Drive> drives =
         drivesOf(scan->medias, [](const ZVKMedia& media) { return recordingLengthOfFile(media.path()); });
-    size_t unread = 0;
+    std::vector<std::string> unread;
     const auto figures = [&](const Drive& drive) {
         DriveFigures read = figuresOf(drive);
-        unread += read.unreadCount;
+        unread.insert(unread.end(), read.unread.begin(), read.unread.end());
         return read;
     };
     if (arguments.has("--json")) {
@@ -73,9 +73,7 @@ ExitCode runDrives(const Arguments& arguments, Streams streams)
         for (const Drive& drive : drives)
             streams.out << columns(drive, figures(drive)) << '\n';
     }
-    if (unread > 0)
-        return failure(streams, folder, formatted("%zu recordings could not be read", unread));
-    return scanResult(*scan, folder, streams);
+    return scanResult(*scan, folder, streams, unread);
 }
 
 } // namespace cli

@@ -20,14 +20,17 @@ std::optional<MediaScan> scanFolder(const std::string& folder, Streams streams)
     return {};
 }
 
-ExitCode scanResult(const MediaScan& scan, const std::string& folder, Streams streams)
+ExitCode scanResult(
+    const MediaScan& scan, const std::string& folder, Streams streams, const std::vector<std::string>& unread)
 {
+    for (const std::string& path : unread)
+        failure(streams, path, "could not be read");
     if (scan.state.isCut)
         streams.err << "zavikctl: " << visibleText(standardizedPath(folder)) << ": only the first "
                     << scan.medias.size() << " recordings that were found are listed\n";
     if (!scan.state.failure.empty())
         return failure(streams, folder, "could not read " + scan.state.failure);
-    return ExitCode::success;
+    return unread.empty() ? ExitCode::success : ExitCode::failure;
 }
 
 } // namespace cli

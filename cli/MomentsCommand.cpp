@@ -18,17 +18,17 @@ namespace cli {
 
 namespace {
 
-/// The moments of recordings, and how many could not be read.
+/// The moments of recordings, and those that could not be read.
 struct Found {
     std::vector<DriveMoment> moments;
-    size_t unreadCount = 0;
+    std::vector<std::string> unread;
 
     void addFile(const std::string& path)
     {
         if (const auto figures = figuresOfFile(path))
             add(path, *figures);
         else
-            ++unreadCount;
+            unread.push_back(path);
     }
 
     void add(const std::string& path, const RecordingFigures& figures)
@@ -41,7 +41,7 @@ struct Found {
     void addDrive(const Drive& drive)
     {
         DriveFigures figures = figuresOf(drive);
-        unreadCount += figures.unreadCount;
+        std::ranges::move(figures.unread, std::back_inserter(unread));
         std::ranges::move(figures.moments, std::back_inserter(moments));
     }
 };
@@ -92,9 +92,7 @@ ExitCode runMoments(const Arguments& arguments, Streams streams)
         writeJsonArray(streams.out, found.moments, momentJson) << '\n';
     else
         writeColumns(streams.out, found.moments);
-    if (found.unreadCount > 0)
-        return failure(streams, named, formatted("%zu recordings could not be read", found.unreadCount));
-    return scan ? scanResult(*scan, named, streams) : ExitCode::success;
+    return scan ? scanResult(*scan, named, streams, found.unread) : ExitCode::success;
 }
 
 } // namespace cli

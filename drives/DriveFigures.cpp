@@ -20,13 +20,13 @@ struct Told {
 };
 
 /// What the take tells; nothing when neither recording can be read.
-std::optional<Told> toldBy(const Take& take, size_t& unreadCount, const std::stop_token& stop)
+std::optional<Told> toldBy(const Take& take, std::vector<std::string>& unread, const std::stop_token& stop)
 {
     std::optional<Told> best;
     const auto consider = [&](const ZVKMedia& media) {
         auto figures = figuresOfFile(media.path(), stop);
         if (!figures)
-            ++unreadCount;
+            unread.push_back(media.path());
         else if (!best || tellsNothing(best->figures))
             best = Told{std::move(*figures), media.path()};
     };
@@ -73,7 +73,7 @@ DriveFigures figuresOf(const Drive& drive, std::stop_token stop)
     TripFigures sum;
     for (size_t i = 0; i < drive.takes.size() && !stop.stop_requested(); ++i) {
         const Take& take = drive.takes[i];
-        auto told = toldBy(take, figures.unreadCount, stop);
+        auto told = toldBy(take, figures.unread, stop);
         if (!told)
             continue;
         const double seconds = secondsOf(take.length, told->figures);

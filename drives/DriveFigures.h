@@ -24,7 +24,7 @@ struct DriveFigures {
     std::optional<double> strongestG; ///< from rest
     std::vector<DriveMoment> moments; ///< as they are played
     std::vector<TrackSegment> track; ///< of all takes, each with segments of its own
-    size_t unreadCount = 0; ///< recordings that could not be read; what they tell is missing
+    std::vector<std::string> unread; ///< recordings that could not be read; what they tell is missing
 };
 
 /// The figures of a recording, read from its file; nothing when it cannot be read as one. Blocks as long as

@@ -4,6 +4,9 @@
 #include "media/MediaDirection.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
 #include <utility>
 
 namespace {
@@ -28,42 +31,45 @@ std::vector<Take> singleTakes(std::span<const ZVKMedia> recordings, const Length
     return takes;
 }
 
-bool belongsTo(const Take& frontTake, const Take& rearTake)
-{
-    return !frontTake.rear && mediaDirection(frontTake.first.path()) == front
-        && frontTake.first.mediaDivision() == rearTake.first.mediaDivision()
-        && std::chrono::abs(frontTake.start - rearTake.start) <= pairTolerance;
-}
+/// Front recordings of one division that have no rear one yet, by their start.
+class FrontTakes {
+public:
+    void add(CameraTime start, size_t index) { unpaired.emplace(start, index); }
 
-/// The take among those around `at` whose front recording the rear one at `at` belongs to, the nearest one;
-/// null for none.
-Take* frontOf(std::vector<Take>& takes, size_t at)
-{
-    const Take& rearTake = takes[at];
-    Take* nearest = nullptr;
-    const auto consider = [&](Take& take) {
-        if (belongsTo(take, rearTake)
-            && (!nearest
-                || std::chrono::abs(take.start - rearTake.start)
-                    < std::chrono::abs(nearest->start - rearTake.start)))
-            nearest = &take;
-    };
-    for (size_t i = at; i-- > 0 && rearTake.start - takes[i].start <= pairTolerance;)
-        consider(takes[i]);
-    for (size_t i = at + 1; i < takes.size() && takes[i].start - rearTake.start <= pairTolerance; ++i)
-        consider(takes[i]);
-    return nearest;
-}
+    /// The nearest one within the tolerance, which is no longer among them then; the earlier of two.
+    std::optional<size_t> takeNearest(CameraTime start)
+    {
+        auto nearest = unpaired.lower_bound({start, 0});
+        if (nearest != unpaired.begin()) {
+            const auto before = std::prev(nearest);
+            if (nearest == unpaired.end() || start - before->first <= nearest->first - start)
+                nearest = before;
+        }
+        if (nearest == unpaired.end() || std::chrono::abs(nearest->first - start) > pairTolerance)
+            return {};
+        const size_t index = nearest->second;
+        unpaired.erase(nearest);
+        return index;
+    }
+
+private:
+    std::set<std::pair<CameraTime, size_t>> unpaired;
+};
 
 /// Rear recordings move to their front ones.
 void pairCameras(std::vector<Take>& takes)
 {
+    std::map<int32_t, FrontTakes> fronts;
+    for (size_t i = 0; i < takes.size(); ++i) {
+        if (mediaDirection(takes[i].first.path()) == front)
+            fronts[takes[i].first.mediaDivision()].add(takes[i].start, i);
+    }
     std::vector<bool> isTaken(takes.size());
     for (size_t i = 0; i < takes.size(); ++i) {
         if (mediaDirection(takes[i].first.path()) != rear)
             continue;
-        if (Take* const of = frontOf(takes, i)) {
-            of->rear = takes[i].first;
+        if (const auto of = fronts[takes[i].first.mediaDivision()].takeNearest(takes[i].start)) {
+            takes[*of].rear = takes[i].first;
             isTaken[i] = true;
         }
     }
