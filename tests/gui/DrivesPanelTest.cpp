@@ -187,6 +187,13 @@ TEST_F(DriveInWindow, GoesToAnyPlaceAcrossFiles)
     EXPECT_EQ(app.player().calls.back(), "setTime 18000");
     emit strip().moved(0.2);
     EXPECT_EQ(app.player().calls.back(), "setTime 36000") << "within the file at hand nothing starts anew";
+    app.player().reportState(PlayerState::paused);
+    for (const double hurried : {0.5, 0.9, 0.4})
+        emit strip().moved(hurried);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(app.player().countOf("pause"), played + 2) << "however often the start is replaced";
+    EXPECT_EQ(app.player().calls.back(), "setTime 12000");
 }
 
 TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
@@ -199,6 +206,17 @@ TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
     app.player().reportTime(0.5F);
     press(app.window(), Qt::Key_M);
     EXPECT_EQ(app.player().calls.back(), "setTime 28000") << "there is no further one";
+    // A jump back that is repeated while the picture plays on goes further, here nowhere.
+    const auto plays = [this](float seconds) {
+        for (int i = 0; i < 3; ++i)
+            app.player().reportTime(seconds / 60);
+    };
+    plays(29);
+    press(app.window(), Qt::Key_M, "M", Qt::ShiftModifier);
+    EXPECT_EQ(app.player().countOf("setTime 28000"), 1U);
+    plays(30);
+    press(app.window(), Qt::Key_M, "M", Qt::ShiftModifier);
+    EXPECT_EQ(app.player().countOf("setTime 28000"), 2U);
     auto& table = app.find<QTableView>("momentsTableView");
     ASSERT_TRUE(table.isVisible());
     ASSERT_EQ(table.model()->rowCount(), 1);
