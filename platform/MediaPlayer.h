@@ -71,8 +71,15 @@ enum class PlayerState : int {
 };
 
 /// What is on screen of the two files of one moment. A small picture lies in the upper right corner, a third
-/// as wide as the large one; side by side the first is on the left.
-enum class CameraView { first, second, pictureInPicture, pictureInPictureSwapped, sideBySide };
+/// as wide as the large one; side by side the first is on the left, swapped on the right.
+enum class CameraView {
+    first,
+    second,
+    pictureInPicture,
+    pictureInPictureSwapped,
+    sideBySide,
+    sideBySideSwapped
+};
 
 /// How long the choice of a view holds.
 enum class CameraChoice {

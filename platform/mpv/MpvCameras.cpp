@@ -68,14 +68,15 @@ std::string swappedInset(const CameraTracks& tracks)
         large.height, margin, margin);
 }
 
-std::string sideBySide(const CameraTracks& tracks)
+std::string sideBySide(const CameraTracks& tracks, bool isSwapped)
 {
     const Pixels half{even(tracks.firstSize.width / 2), even(tracks.firstSize.height / 2)};
     const auto [width, height] = fitted(tracks.secondSize, half);
-    return formatted("[vid%d]scale=%d:%d:%s,pad=%d:%d[left];[vid%d]scale=%d:%d:%s[right];"
-                     "[left][right]overlay=%d:%d:eof_action=pass[vo]",
-        tracks.first, half.width, half.height, scaling, 2 * half.width, half.height, tracks.second, width,
-        height, scaling, half.width + (half.width - width) / 2, (half.height - height) / 2);
+    return formatted("[vid%d]scale=%d:%d:%s,pad=%d:%d:%d:0[first];[vid%d]scale=%d:%d:%s[second];"
+                     "[first][second]overlay=%d:%d:eof_action=pass[vo]",
+        tracks.first, half.width, half.height, scaling, 2 * half.width, half.height,
+        isSwapped ? half.width : 0, tracks.second, width, height, scaling,
+        (isSwapped ? 0 : half.width) + (half.width - width) / 2, (half.height - height) / 2);
 }
 
 int number(const mpv_node& track, const char* name)
@@ -146,7 +147,8 @@ std::string cameraGraph(CameraView view, const CameraTracks& tracks)
     case CameraView::pictureInPictureSwapped:
         return swappedInset(tracks);
     case CameraView::sideBySide:
-        return sideBySide(tracks);
+    case CameraView::sideBySideSwapped:
+        return sideBySide(tracks, view == CameraView::sideBySideSwapped);
     case CameraView::first:
     case CameraView::second:
         break;
