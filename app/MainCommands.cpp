@@ -37,6 +37,8 @@ std::vector<Row> rows()
         {"tip.rate_down", &Self::slowerRate, {Qt::Key_BracketLeft}, {}},
         {"tip.to_start", &Self::goToStart, {Qt::Key_Home}, {}},
         {"tip.to_end", &Self::goToEnd, {Qt::Key_End}, {}},
+        {"tip.frame_next", &Self::nextFrame, {Qt::Key_Period}, {}},
+        {"tip.frame_previous", &Self::previousFrame, {Qt::Key_Comma}, {}},
         {"tip.camera", &Self::nextCamera, {Qt::Key_C}, {"cameraButton", "cameraButtonForFullScreen"}},
         {"tip.camera_previous", &Self::previousCamera, {(Qt::SHIFT | Qt::Key_C).toCombined()}, {}},
         {"tip.size_up", &Self::sizeUp, {Qt::Key_Plus, Qt::Key_Equal}, {"sizeUpButton"}},

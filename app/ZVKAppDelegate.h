@@ -101,6 +101,8 @@ public:
     void slowerRate() { transport->stepRate(-1); }
     void goToStart() { transport->goToStart(); }
     void goToEnd() { transport->goToEnd(); }
+    void nextFrame() { transport->stepFrame(1); }
+    void previousFrame() { transport->stepFrame(-1); }
 
     // Cameras
     void nextCamera() { session->changeCamera(1); }

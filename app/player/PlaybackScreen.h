@@ -20,6 +20,9 @@ public:
     virtual void hideSeeking() = 0;
     /// Shows a remark over the picture for a moment, in place of the one before; empty: none.
     virtual void remark(const QString& text) = 0;
+    /// Shows the time of the one picture that is looked at, to the millisecond.
+    virtual void showFrameTime(platform::MediaTime time) = 0;
+    virtual void hideFrameTime() = 0;
     /// The bar that is shown while a file is prepared.
     virtual LoadingBar& loading() = 0;
 };

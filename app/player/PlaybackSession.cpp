@@ -28,6 +28,7 @@ PlaybackSession::PlaybackSession(platform::Dispatcher& queue, std::unique_ptr<pl
                   timeReportCounter = -1;
                   info.setPosition(double(player1->position()));
               }}),
+      steps(*player1, screen),
       bothCameras(*player1,
           {[this] { delegate.camerasChanged(); }, [this](const QString& text) { screen.remark(text); }})
 {
@@ -81,13 +82,29 @@ void PlaybackSession::beginSeek()
 {
     if (now == State::movingOn)
         now = State::open;
+    steps.end();
     latestSeek.begin();
+}
+
+void PlaybackSession::stepFrame(int direction)
+{
+    if (!isPrepared())
+        return;
+    if (!steps.areMade())
+        beginSeek();
+    steps.step(direction);
 }
 
 void PlaybackSession::changeCamera(int direction)
 {
     if (isAtHand())
         bothCameras.change(direction);
+}
+
+void PlaybackSession::playOn()
+{
+    steps.end();
+    player1->play();
 }
 
 void PlaybackSession::giveUpStart()
@@ -213,6 +230,7 @@ void PlaybackSession::mediaPlayerTimeChanged(platform::MediaPlayer& player)
         chooseAudioAuto();
     }
     info.setIsPlaying(isPlaying(player));
+    steps.playerReported();
     if (latestSeek.playerReported())
         return;
     if (const auto target = latestSeek.target()) {
@@ -263,7 +281,8 @@ void PlaybackSession::startTimerPlayNext()
 void PlaybackSession::timerPlayNext()
 {
     const bool isAtEnd = player1->breaksOff() || player1->position() >= endPosition;
-    if (now == State::open && !delegate.isKnobHeld() && isPaused(*player1) && isAtEnd)
+    const bool isHeld = delegate.isKnobHeld() || steps.areMade();
+    if (now == State::open && !isHeld && isPaused(*player1) && isAtEnd)
         moveOn();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/player/Cameras.h"
+#include "app/player/FrameSteps.h"
 #include "app/player/PlayRemarks.h"
 #include "app/player/Seek.h"
 #include "app/player/ZVKPlayInfo.h"
@@ -110,9 +111,14 @@ public:
     bool isPrepared() const;
     /// The user seeks: voids an earlier seek and the pending move to the next file.
     void beginSeek();
+    /// One picture on (1) or back (-1) in a file that is prepared; the file rests there, also at its end.
+    void stepFrame(int direction);
+    bool isStepping() const { return steps.areMade(); }
     /// The next (1) or previous (-1) camera, in a file that plays or is about to.
     void changeCamera(int direction);
     bool canChangeCamera() const { return isAtHand() && bothCameras.canChange(); }
+    /// Plays on from the picture that is on screen.
+    void playOn();
 
     /// Gives up the file that is being prepared.
     void giveUpStart();
@@ -162,6 +168,7 @@ private:
     ZVKPlayInfo info;
     std::unique_ptr<platform::MediaPlayer> player1;
     Seek latestSeek;
+    FrameSteps steps;
     Cameras bothCameras;
 
     State now = State::none;

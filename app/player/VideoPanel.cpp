@@ -4,6 +4,7 @@
 #include "app/window/MainWindowControls.h"
 #include "app/window/MainWindowLayout.h"
 #include "app/window/Watch.h"
+#include "common/Log.h"
 #include "lib/LoadingIndicator.h"
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
@@ -51,6 +52,7 @@ VideoPanel::VideoPanel(platform::Dispatcher& queue, Ui::VideoPanel& widgets, Loa
       outlets(widgets),
       video1View(new platform::VideoView(outlets.videoContainerView)),
       seekLabel(makeText()),
+      frameTimeLabel(makeText()),
       remarkLabel(makeText()),
       bar(dispatcher, {loadingStep}, lookOf(indicator))
 {
@@ -58,6 +60,7 @@ VideoPanel::VideoPanel(platform::Dispatcher& queue, Ui::VideoPanel& widgets, Loa
     video1View->setFillScreen(true);
     video1View->hide();
     seekLabel->setObjectName(QStringLiteral("seekLabel"));
+    frameTimeLabel->setObjectName(QStringLiteral("frameTimeLabel"));
     remarkLabel->setObjectName(QStringLiteral("remarkLabel"));
     layout.fill(*outlets.videoContainerView, *video1View);
     outlets.player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
@@ -129,7 +132,7 @@ void VideoPanel::placeTexts()
 {
     const QSize room = outlets.videoContainerView->size();
     int bottom = room.height() - textMargin;
-    for (QLabel* label : {seekLabel, remarkLabel}) {
+    for (QLabel* label : {seekLabel, frameTimeLabel, remarkLabel}) {
         if (label->isHidden())
             continue;
         label->adjustSize();
@@ -162,4 +165,16 @@ void VideoPanel::remark(const QString& text)
     QAccessibleEvent told(remarkLabel, QAccessible::Alert);
     QAccessible::updateAccessibility(&told);
     dispatcher.after(remarkTime, remarkLife.guarded([this] { remarkLabel->hide(); }));
+}
+
+void VideoPanel::showFrameTime(platform::MediaTime time)
+{
+    const int milliseconds = int(time.intValue() % 1000);
+    showText(*frameTimeLabel, QString::fromStdString(time.stringValue() + formatted(".%03d", milliseconds)));
+}
+
+void VideoPanel::hideFrameTime()
+{
+    frameTimeLabel->hide();
+    placeTexts();
 }

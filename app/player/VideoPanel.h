@@ -42,6 +42,8 @@ public:
     void showSeeking(platform::MediaTime target) override;
     void hideSeeking() override;
     void remark(const QString& text) override;
+    void showFrameTime(platform::MediaTime time) override;
+    void hideFrameTime() override;
     LoadingBar& loading() override { return bar; }
 
 private:
@@ -54,6 +56,7 @@ private:
     platform::VideoView* video1View;
     // Over the picture, from below upwards.
     QLabel* seekLabel;
+    QLabel* frameTimeLabel;
     QLabel* remarkLabel;
     Life remarkLife;
     bool fillsPlace = true;

@@ -220,4 +220,46 @@ TEST_F(CamerasTest, BothFilesAreLetGoOfAndMoveWithTheirFolder)
     EXPECT_EQ(app.player().second, nullptr);
 }
 
+TEST_F(CamerasTest, StepsShowTheTimeOfTheirPictureAndDoNotPileUp)
+{
+    press(app.window(), Qt::Key_Period);
+    EXPECT_EQ(app.player().countOf("stepFrame 1"), 0u) << "nothing is open";
+    play(0);
+    app.player().now = PlayerState::paused;
+    for (int i = 0; i < 100; ++i)
+        press(app.window(), Qt::Key_Period);
+    EXPECT_LE(app.player().countOf("stepFrame 1"), 10u) << "a held key waits for the player";
+    app.player().fraction = 12345 / 60000.0F;
+    app.player().reportTime(app.player().fraction);
+    EXPECT_EQ(app.text("frameTimeLabel"), "00:12.345");
+    EXPECT_NEAR(app.playInfo().position(), 12345 / 60000.0, 1e-6) << "the read-outs follow";
+    const size_t before = app.player().countOf("stepFrame 1");
+    press(app.window(), Qt::Key_Period);
+    press(app.window(), Qt::Key_Comma);
+    EXPECT_EQ(app.player().countOf("stepFrame 1"), before + 1);
+    EXPECT_EQ(app.player().countOf("stepFrame -1"), 1u);
+    app.player().reportState(PlayerState::playing);
+    app.player().reportTime(0.5F);
+    EXPECT_FALSE(app.isShown("frameTimeLabel"));
+    press(app.window(), Qt::Key_Comma);
+    app.player().reportState(PlayerState::paused);
+    EXPECT_TRUE(app.isShown("frameTimeLabel"));
+    app.start(1);
+    EXPECT_FALSE(app.isShown("frameTimeLabel"));
+}
+
+TEST_F(CamerasTest, SteppingAtTheEndStaysThereUntilItIsPlayedOn)
+{
+    play(0);
+    app.player().reportEnd();
+    press(app.window(), Qt::Key_Comma);
+    app.player().reportTime(0.999F);
+    app.desk.dispatcher.advance(std::chrono::seconds(5));
+    EXPECT_EQ(app.mediaIndex(), 0);
+    press(app.window(), Qt::Key_Space);
+    EXPECT_EQ(app.player().calls.back(), "play") << "the last pictures, not the file from its start";
+    app.desk.dispatcher.advance(std::chrono::milliseconds(2100));
+    EXPECT_EQ(app.mediaIndex(), 1);
+}
+
 } // namespace

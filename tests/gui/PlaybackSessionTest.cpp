@@ -33,6 +33,8 @@ protected:
     void showSeeking(platform::MediaTime) override { }
     void hideSeeking() override { }
     void remark(const QString&) override { }
+    void showFrameTime(platform::MediaTime) override { }
+    void hideFrameTime() override { }
     LoadingBar& loading() override { return bar; }
 
     VirtualDispatcher dispatcher;
