@@ -48,10 +48,12 @@ void ZVKAppDelegate::makeParts()
 {
     layout = std::make_unique<MainWindowLayout>(*window, *outlets);
     video = std::make_unique<VideoPanel>(
-        desktop.dispatcher, *outlets, *outlets->progressIndicator, *layout, [this] {
+        desktop.dispatcher, *outlets, *outlets->progressIndicator, *layout,
+        [this] {
             if (session && !session->hasEnded())
                 session->updatePlayInfoScale();
-        });
+        },
+        [this](double x, double y) { return pictureClicked(x, y); });
     telemetry = std::make_unique<TelemetryPanel>(*outlets, *outlets, *layout, desktop.makeWebView);
     recordings = std::make_unique<RecordingsPanel>(desktop, *window, *outlets,
         RecordingsPanel::Told{[this](bool isSameAgain) {
@@ -176,6 +178,27 @@ void ZVKAppDelegate::changeSize(int64_t step)
         layout->setVideoScaleIndex(step);
 }
 
+/// The small picture takes the place of the large one.
+bool ZVKAppDelegate::pictureClicked(double x, double y)
+{
+    const auto small = session->player().smallPicture();
+    if (!small || x < small->x || y < small->y || x >= small->x + small->width
+        || y >= small->y + small->height)
+        return false;
+    session->cameras().swap();
+    return true;
+}
+
+void ZVKAppDelegate::camerasChanged()
+{
+    const bool isPossible = session->canChangeCamera();
+    for (QWidget* button : {outlets->cameraButton, outlets->cameraButtonForFullScreen}) {
+        controls->setPossible(*button, "tip.camera", isPossible, "tip.camera_needs_both");
+        if (isPossible)
+            button->setAccessibleDescription(session->cameras().shownText());
+    }
+}
+
 void ZVKAppDelegate::toggleFilter()
 {
     if (window->isFullScreen())
@@ -263,6 +286,7 @@ void ZVKAppDelegate::playingChanged()
 {
     transportPanel->showPlaying(session->playInfo().isPlaying(), *controls);
     video->showUses(session->player(), *controls, *outlets->captureButton, *outlets->printButton);
+    camerasChanged();
 }
 
 void ZVKAppDelegate::playPositionChanged()

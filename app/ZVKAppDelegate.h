@@ -101,6 +101,12 @@ public:
     void slowerRate() { transport->stepRate(-1); }
     void goToStart() { transport->goToStart(); }
     void goToEnd() { transport->goToEnd(); }
+    void nextFrame() { transport->stepFrame(1); }
+    void previousFrame() { transport->stepFrame(-1); }
+
+    // Cameras
+    void nextCamera() { session->changeCamera(1); }
+    void previousCamera() { session->changeCamera(-1); }
 
     // Window. Its size steps only while something plays.
     void sizeUp() { changeSize(1); }
@@ -125,6 +131,7 @@ private:
     void telemetryRead(ZVKBlackBoxData read) override;
     void playerStarts() override;
     void remarksChanged() override { recordings->showListState(session->remarks()); }
+    void camerasChanged() override;
     bool isKnobHeld() const override { return transportPanel->isKnobHeld(); }
 
     void makeParts();
@@ -132,6 +139,7 @@ private:
     void setupInitialValues();
     void recordingsListed();
     void changeSize(int64_t step);
+    bool pictureClicked(double x, double y);
     void die();
     void observeValueForKeyPath(std::string_view keyPath);
     void playPositionChanged();

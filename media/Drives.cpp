@@ -120,6 +120,35 @@ std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf
     return drives;
 }
 
+std::optional<ZVKMedia> otherCameraOf(std::span<const ZVKMedia> recordings, size_t index)
+{
+    // What a card could hold of one second at the most.
+    constexpr size_t reach = 32;
+    const auto startTogether = [&](size_t earlier) {
+        const auto start = cameraTimeOf(recordings[earlier]);
+        const auto next = cameraTimeOf(recordings[earlier + 1]);
+        return start && next && std::chrono::abs(*next - *start) <= pairTolerance;
+    };
+    if (index >= recordings.size())
+        return {};
+    size_t begin = index;
+    while (begin > 0 && index - begin < reach && startTogether(begin - 1))
+        --begin;
+    size_t end = index + 1;
+    while (end < recordings.size() && end - index < reach && startTogether(end - 1))
+        ++end;
+    std::vector<Take> takes =
+        singleTakes(recordings.subspan(begin, end - begin), [](const ZVKMedia&) { return std::nullopt; });
+    pairCameras(takes);
+    for (Take& take : takes) {
+        if (take.rear && take.first.path() == recordings[index].path())
+            return std::move(take.rear);
+        if (take.rear && take.rear->path() == recordings[index].path())
+            return std::move(take.first);
+    }
+    return {};
+}
+
 void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to)
 {
     const auto move = [&](ZVKMedia& media) {

@@ -3,6 +3,7 @@
 #include "media/ZVKMedia.h"
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <span>
@@ -47,6 +48,10 @@ using LengthOf = std::function<std::optional<std::chrono::microseconds>(const ZV
 /// The recordings as drives, oldest first. The recordings stand as a scan sorts them. One without a start is
 /// in no drive; one of unknown length counts as having none.
 std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf& lengthOf);
+
+/// The recording of the other camera that is of one take with the recording at `index`; nothing when there is
+/// none. Found among the neighbours by their names alone, so it costs the same in a list of any length.
+std::optional<ZVKMedia> otherCameraOf(std::span<const ZVKMedia> recordings, size_t index);
 
 /// The recordings of a folder are at another path now.
 void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to);

@@ -21,7 +21,7 @@ STATES = {
            "#F4EFEC": "#FFD97D", "#CFC6C1": "#E5B94F"},
     "_d": {TEXT: "#7A6E69"},
 }
-CAN_BE_DISABLED = {"icon_capture_n.svg", "icon_print_n.svg"}
+CAN_BE_DISABLED = {"icon_camera_n.svg", "icon_capture_n.svg", "icon_print_n.svg"}
 PLATES = {"_f": 'fill="#FFFFFF" fill-opacity="0.16"', "_p": 'fill="#2F2926" fill-opacity="0.6"'}
 
 

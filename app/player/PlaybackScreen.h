@@ -9,8 +9,8 @@
 class PlaybackScreen {
 public:
     virtual ~PlaybackScreen() = default;
-    /// Of the picture's place, in points.
-    virtual double height() const = 0;
+    /// How high, in points, a picture of that size is shown there.
+    virtual double heightOf(platform::VideoSize picture) const = 0;
     /// Shows a text about the file; empty: none.
     virtual void say(const QString& text) = 0;
     /// Shows the player's picture or, where there is none, the background.
@@ -18,6 +18,11 @@ public:
     /// Shows the target of a slow seek.
     virtual void showSeeking(platform::MediaTime target) = 0;
     virtual void hideSeeking() = 0;
+    /// Shows a remark over the picture for a moment, in place of the one before; empty: none.
+    virtual void remark(const QString& text) = 0;
+    /// Shows the time of the one picture that is looked at, to the millisecond.
+    virtual void showFrameTime(platform::MediaTime time) = 0;
+    virtual void hideFrameTime() = 0;
     /// The bar that is shown while a file is prepared.
     virtual LoadingBar& loading() = 0;
 };

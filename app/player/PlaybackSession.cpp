@@ -27,7 +27,10 @@ PlaybackSession::PlaybackSession(platform::Dispatcher& queue, std::unique_ptr<pl
               [this] {
                   timeReportCounter = -1;
                   info.setPosition(double(player1->position()));
-              }})
+              }}),
+      steps(*player1, screen),
+      bothCameras(*player1,
+          {[this] { delegate.camerasChanged(); }, [this](const QString& text) { screen.remark(text); }})
 {
     player1->setDelegate(this);
 }
@@ -60,8 +63,11 @@ bool PlaybackSession::playsEntry(int64_t row) const
 void PlaybackSession::letGoOf(const std::string& folder)
 {
     const auto media = player1->media();
+    const auto second = player1->secondMedia();
     if (platform::isWithin(media ? media->url().value_or("") : "", folder))
         closeFile(false);
+    else if (second && platform::isWithin(second->url().value_or(""), folder))
+        player1->setSecondMedia(nullptr);
 }
 
 bool PlaybackSession::isPrepared() const
@@ -76,7 +82,29 @@ void PlaybackSession::beginSeek()
 {
     if (now == State::movingOn)
         now = State::open;
+    steps.end();
     latestSeek.begin();
+}
+
+void PlaybackSession::stepFrame(int direction)
+{
+    if (!isPrepared())
+        return;
+    if (!steps.areMade())
+        beginSeek();
+    steps.step(direction);
+}
+
+void PlaybackSession::changeCamera(int direction)
+{
+    if (isAtHand())
+        bothCameras.change(direction);
+}
+
+void PlaybackSession::playOn()
+{
+    steps.end();
+    player1->play();
 }
 
 void PlaybackSession::giveUpStart()
@@ -118,6 +146,7 @@ void PlaybackSession::clearMoment()
 {
     said.withoutReadings.clear();
     screen.say({});
+    screen.remark({});
     info.setIsPlaying(false);
     info.setScale(0);
     delegate.momentCleared();
@@ -137,10 +166,15 @@ void PlaybackSession::findFileAtHand()
 void PlaybackSession::folderMoved(const std::string& from, const std::string& to)
 {
     const std::string before = standardizedPath(from) + "/";
-    const auto media = player1->media();
-    if (!media || !media->url().value_or("").starts_with(before))
+    const auto moves = [&](const std::shared_ptr<platform::Media>& media) {
+        if (!media || !media->url().value_or("").starts_with(before))
+            return false;
+        media->moveTo(to + "/" + media->url()->substr(before.size()));
+        return true;
+    };
+    moves(player1->secondMedia());
+    if (!moves(player1->media()))
         return;
-    media->moveTo(to + "/" + media->url()->substr(before.size()));
     if (!isWaiting() && player1->state() != platform::PlayerState::error)
         return;
     player1->stop();
@@ -173,7 +207,7 @@ void PlaybackSession::didStartPlayer()
         player1->setTime(platform::MediaTime::timeWithInt(int64_t(arrived.seconds * 1000)));
     info.setIsPlaying(isPlaying(*player1));
     chooseAudioAuto();
-    updatePlayInfoScale();
+    mediaPlayerCamerasChanged(*player1);
 }
 
 void PlaybackSession::didFinishPlay()
@@ -196,6 +230,7 @@ void PlaybackSession::mediaPlayerTimeChanged(platform::MediaPlayer& player)
         chooseAudioAuto();
     }
     info.setIsPlaying(isPlaying(player));
+    steps.playerReported();
     if (latestSeek.playerReported())
         return;
     if (const auto target = latestSeek.target()) {
@@ -226,6 +261,18 @@ void PlaybackSession::mediaPlayerFailed(platform::MediaPlayer& player, const std
     }
 }
 
+void PlaybackSession::mediaPlayerCamerasChanged(platform::MediaPlayer& player)
+{
+    screen.showPictureOf(player);
+    bothCameras.reported();
+    updatePlayInfoScale();
+}
+
+void PlaybackSession::mediaPlayerSecondFailed(platform::MediaPlayer&, const std::string& why)
+{
+    bothCameras.failed(why);
+}
+
 void PlaybackSession::startTimerPlayNext()
 {
     playStopTimer = dispatcher.every(1000ms, [this] { timerPlayNext(); });
@@ -234,7 +281,8 @@ void PlaybackSession::startTimerPlayNext()
 void PlaybackSession::timerPlayNext()
 {
     const bool isAtEnd = player1->breaksOff() || player1->position() >= endPosition;
-    if (now == State::open && !delegate.isKnobHeld() && isPaused(*player1) && isAtEnd)
+    const bool isHeld = delegate.isKnobHeld() || steps.areMade();
+    if (now == State::open && !isHeld && isPaused(*player1) && isAtEnd)
         moveOn();
 }
 
@@ -262,5 +310,5 @@ void PlaybackSession::chooseAudioAuto()
 void PlaybackSession::updatePlayInfoScale()
 {
     if (player1->hasVideoOut() && player1->videoSize().height > 0)
-        info.setScale(screen.height() / player1->videoSize().height);
+        info.setScale(screen.heightOf(player1->videoSize()) / player1->videoSize().height);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/player/Cameras.h"
+#include "app/player/FrameSteps.h"
 #include "app/player/PlayRemarks.h"
 #include "app/player/Seek.h"
 #include "app/player/ZVKPlayInfo.h"
@@ -46,6 +48,8 @@ public:
     /// Everything is prepared, the player is asked to play.
     virtual void playerStarts() = 0;
     virtual void remarksChanged() = 0;
+    /// Another camera is on screen, or others can be shown.
+    virtual void camerasChanged() { }
     /// The user holds the knob of a position slider: no move to the next file meanwhile.
     virtual bool isKnobHeld() const = 0;
     /// Asked when a file has ended or cannot be played.
@@ -74,6 +78,7 @@ public:
     const platform::MediaPlayer& player() const { return *player1; }
     ZVKPlayInfo& playInfo() { return info; }
     Seek& seek() { return latestSeek; }
+    Cameras& cameras() { return bothCameras; }
     State state() const { return now; }
     /// A file was started and does not play yet.
     bool isWaiting() const { return now == State::preparing || now == State::starting; }
@@ -106,13 +111,21 @@ public:
     bool isPrepared() const;
     /// The user seeks: voids an earlier seek and the pending move to the next file.
     void beginSeek();
+    /// One picture on (1) or back (-1) in a file that is prepared; the file rests there, also at its end.
+    void stepFrame(int direction);
+    bool isStepping() const { return steps.areMade(); }
+    /// The next (1) or previous (-1) camera, in a file that plays or is about to.
+    void changeCamera(int direction);
+    bool canChangeCamera() const { return isAtHand() && bothCameras.canChange(); }
+    /// Plays on from the picture that is on screen.
+    void playOn();
 
     /// Gives up the file that is being prepared.
     void giveUpStart();
     void stopPlay();
     /// Ends what plays or is being prepared, with all that is shown of it.
     void closeFile(bool staysAtHand);
-    /// Closes the file that the player has when it lies within the folder.
+    /// Closes the files that the player has when they lie within the folder.
     void letGoOf(const std::string& folder);
     /// The list has other entries: the file at hand keeps its row, wherever that stands now.
     void findFileAtHand();
@@ -128,8 +141,11 @@ public:
     void mediaPlayerStateChanged(platform::MediaPlayer& player) override;
     void mediaPlayerTimeChanged(platform::MediaPlayer& player) override;
     void mediaPlayerFailed(platform::MediaPlayer& player, const std::string& why) override;
+    void mediaPlayerCamerasChanged(platform::MediaPlayer& player) override;
+    void mediaPlayerSecondFailed(platform::MediaPlayer& player, const std::string& why) override;
 
 private:
+    bool isAtHand() const { return isWaiting() || isPrepared(); }
     void playChosen(int64_t index);
     bool playFollowingByItself();
     bool start(int64_t index, const Arrival& arrival);
@@ -152,6 +168,8 @@ private:
     ZVKPlayInfo info;
     std::unique_ptr<platform::MediaPlayer> player1;
     Seek latestSeek;
+    FrameSteps steps;
+    Cameras bothCameras;
 
     State now = State::none;
     int64_t mediaIndex = -1;

@@ -4,6 +4,7 @@
 #include "app/player/PlaybackSession.h"
 #include "app/player/PlayerReports.h"
 #include "common/Log.h"
+#include "media/Drives.h"
 #include "media/ZVKMediaList.h"
 #include "platform/Texts.h"
 #include "telemetry/ZVKBlackBoxData.h"
@@ -40,7 +41,10 @@ bool PlaybackSession::start(int64_t index, const Arrival& arrival)
     player1->setMedia(nullptr);
     mediaIndex = index;
     delegate.entryChosen(index);
-    player1->setMedia(platform::Media::mediaWithPath(mediaList.mediaAtIndex(index)->path()));
+    const std::string& path = mediaList.mediaAtIndex(index)->path();
+    player1->setMedia(platform::Media::mediaWithPath(path));
+    const auto other = otherCameraOf(mediaList.all(), size_t(index));
+    bothCameras.begin(path, other ? std::optional(other->path()) : std::nullopt, arrival.goesOn);
     prepare();
     return true;
 }
@@ -89,6 +93,7 @@ void PlaybackSession::forgetPendingStart(State next)
     extractionStop.request_stop();
     beginSeek();
     now = next;
+    delegate.camerasChanged();
 }
 
 void PlaybackSession::prepare()

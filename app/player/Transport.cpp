@@ -48,6 +48,11 @@ void Transport::clickPlayButton(int64_t selectedRow, double shownPosition)
         session.restartMedia();
         return;
     }
+    // From the last pictures on, too: its end comes, and the next file.
+    if (session.isStepping()) {
+        session.playOn();
+        return;
+    }
     const bool breaksOff = player.breaksOff();
     if (double(player.position()) < endPosition && !breaksOff) {
         player.play();
@@ -141,6 +146,11 @@ void Transport::jumpBackward()
         player.setPosition(float(target));
         seek.settleAfter(0.1);
     });
+}
+
+void Transport::stepFrame(int direction)
+{
+    session.stepFrame(direction);
 }
 
 void Transport::goToStart()

@@ -23,6 +23,8 @@ public:
     void videoPositionSliderMoved(double target);
     void jumpForward();
     void jumpBackward();
+    /// One picture on (1) or back (-1).
+    void stepFrame(int direction);
     /// To the ends of the file.
     void goToStart();
     void goToEnd();

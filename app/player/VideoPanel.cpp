@@ -4,11 +4,15 @@
 #include "app/window/MainWindowControls.h"
 #include "app/window/MainWindowLayout.h"
 #include "app/window/Watch.h"
+#include "common/Log.h"
 #include "lib/LoadingIndicator.h"
 #include "platform/Texts.h"
 #include "platform/mpv/VideoView.h"
 #include "ui_VideoPanel.h"
 
+#include <QAccessible>
+
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -16,7 +20,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto loadingStep = 300ms;
-constexpr int seekLabelMargin = 24;
+constexpr auto remarkTime = 3s;
+constexpr int textMargin = 24;
+constexpr int textGap = 6;
 
 void centre(LoadingIndicator& indicator)
 {
@@ -40,26 +46,34 @@ LoadingBar::Look lookOf(LoadingIndicator& indicator)
 
 } // namespace
 
-VideoPanel::VideoPanel(platform::Dispatcher& dispatcher, Ui::VideoPanel& widgets, LoadingIndicator& indicator,
-    MainWindowLayout& layout, std::function<void()> resized)
-    : outlets(widgets),
+VideoPanel::VideoPanel(platform::Dispatcher& queue, Ui::VideoPanel& widgets, LoadingIndicator& indicator,
+    MainWindowLayout& layout, std::function<void()> resized, std::function<bool(double x, double y)> clicked)
+    : dispatcher(queue),
+      outlets(widgets),
       video1View(new platform::VideoView(outlets.videoContainerView)),
-      seekLabel(new QLabel(outlets.videoContainerView)),
+      seekLabel(makeText()),
+      frameTimeLabel(makeText()),
+      remarkLabel(makeText()),
       bar(dispatcher, {loadingStep}, lookOf(indicator))
 {
     video1View->setObjectName(QStringLiteral("video1View"));
     video1View->setFillScreen(true);
     video1View->hide();
     seekLabel->setObjectName(QStringLiteral("seekLabel"));
-    seekLabel->setProperty("role", QStringLiteral("wait"));
-    seekLabel->hide();
+    frameTimeLabel->setObjectName(QStringLiteral("frameTimeLabel"));
+    remarkLabel->setObjectName(QStringLiteral("remarkLabel"));
     layout.fill(*outlets.videoContainerView, *video1View);
     outlets.player1BackgroundView->setBackgroundNineImageName(QStringLiteral("v1"));
     outlets.player1BackgroundView->setLogoImage(platform::imageNamed(QStringLiteral("v1_front_logo")));
     indicator.hide();
-    (new Watch(outlets.videoContainerView))->resized = [&indicator, told = std::move(resized)] {
+    (new Watch(outlets.videoContainerView))->resized = [this, &indicator, told = std::move(resized)] {
         centre(indicator);
+        placeTexts();
         told();
+    };
+    (new Watch(video1View))->mousePressed = [this, told = std::move(clicked)](QMouseEvent& event) {
+        return event.button() == Qt::LeftButton
+            && told(event.position().x() / video1View->width(), event.position().y() / video1View->height());
     };
 }
 
@@ -77,9 +91,12 @@ void VideoPanel::showUses(const platform::MediaPlayer& player, const MainWindowC
     controls.setPossible(printButton, "tip.print", isShown, "tip.print_needs_picture");
 }
 
-double VideoPanel::height() const
+double VideoPanel::heightOf(platform::VideoSize picture) const
 {
-    return outlets.videoContainerView->height();
+    const QSize place = outlets.videoContainerView->size();
+    return fillsPlace || picture.width <= 0
+        ? place.height()
+        : std::min(double(place.height()), place.width() * picture.height / picture.width);
 }
 
 void VideoPanel::say(const QString& text)
@@ -90,20 +107,74 @@ void VideoPanel::say(const QString& text)
 void VideoPanel::showPictureOf(const platform::MediaPlayer& player)
 {
     video1View->setVisible(hasPicture(player));
+    // Two pictures beside each other are twice as wide as their place.
+    const bool fills = player.shownCameraView() != platform::CameraView::sideBySide;
+    if (std::exchange(fillsPlace, fills) != fills)
+        video1View->setFillScreen(fills);
+}
+
+QLabel* VideoPanel::makeText()
+{
+    auto* label = new QLabel(outlets.videoContainerView);
+    label->setProperty("role", QStringLiteral("wait"));
+    label->hide();
+    return label;
+}
+
+void VideoPanel::showText(QLabel& label, const QString& text)
+{
+    label.setText(text);
+    label.show();
+    placeTexts();
+}
+
+void VideoPanel::placeTexts()
+{
+    const QSize room = outlets.videoContainerView->size();
+    int bottom = room.height() - textMargin;
+    for (QLabel* label : {seekLabel, frameTimeLabel, remarkLabel}) {
+        if (label->isHidden())
+            continue;
+        label->adjustSize();
+        label->move((room.width() - label->width()) / 2, bottom - label->height());
+        label->raise();
+        bottom -= label->height() + textGap;
+    }
 }
 
 void VideoPanel::showSeeking(platform::MediaTime target)
 {
-    seekLabel->setText(platform::localized("msg.seeking").arg(QString::fromStdString(target.stringValue())));
-    seekLabel->adjustSize();
-    const QSize room = seekLabel->parentWidget()->size();
-    seekLabel->move(
-        (room.width() - seekLabel->width()) / 2, room.height() - seekLabel->height() - seekLabelMargin);
-    seekLabel->show();
-    seekLabel->raise();
+    showText(
+        *seekLabel, platform::localized("msg.seeking").arg(QString::fromStdString(target.stringValue())));
 }
 
 void VideoPanel::hideSeeking()
 {
     seekLabel->hide();
+    placeTexts();
+}
+
+void VideoPanel::remark(const QString& text)
+{
+    remarkLife.renew();
+    if (text.isEmpty()) {
+        remarkLabel->hide();
+        return;
+    }
+    showText(*remarkLabel, text);
+    QAccessibleEvent told(remarkLabel, QAccessible::Alert);
+    QAccessible::updateAccessibility(&told);
+    dispatcher.after(remarkTime, remarkLife.guarded([this] { remarkLabel->hide(); }));
+}
+
+void VideoPanel::showFrameTime(platform::MediaTime time)
+{
+    const int milliseconds = int(time.intValue() % 1000);
+    showText(*frameTimeLabel, QString::fromStdString(time.stringValue() + formatted(".%03d", milliseconds)));
+}
+
+void VideoPanel::hideFrameTime()
+{
+    frameTimeLabel->hide();
+    placeTexts();
 }

@@ -18,7 +18,7 @@ public:
 
     std::function<void()> resized;
     std::function<void()> shown;
-    /// True: taken, the widget does not see it.
+    // True: taken, the widget does not see it. The second press of a double click is one of its own.
     std::function<bool(QKeyEvent&)> keyPressed;
     std::function<bool(QMouseEvent&)> mousePressed;
 
@@ -31,8 +31,9 @@ protected:
             shown();
         if (event->type() == QEvent::KeyPress && keyPressed && keyPressed(static_cast<QKeyEvent&>(*event)))
             return true;
-        if (event->type() == QEvent::MouseButtonPress && mousePressed
-            && mousePressed(static_cast<QMouseEvent&>(*event)))
+        const bool isPress =
+            event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+        if (isPress && mousePressed && mousePressed(static_cast<QMouseEvent&>(*event)))
             return true;
         return QObject::eventFilter(watched, event);
     }

@@ -75,6 +75,26 @@ TEST(Drives, PairTheCamerasOfOneStart)
         ElementsAre("2024-05-18T18:12:00 18:13:00: alwa_20240518_181200_R"));
 }
 
+TEST(Drives, FindTheOtherCameraAmongTheNeighbours)
+{
+    std::vector<ZVKMedia> list;
+    for (const char* name : {"notes_of_another", "alwa_20240518_181200_F", "alwa_20240518_181200_R",
+             "alwa_20240518_181300_R", "alwa_20240518_181301_F", "event_20240518_181301_R",
+             "alwa_20240518_181302_R", "alwa_20240518_181400_F", "alwa_20240518_181402_R"})
+        list.push_back(ZVKMedia::mediaWithPath(std::string("/card/") + name + ".avi"));
+    const auto otherOf = [&](size_t index) {
+        const auto other = otherCameraOf(list, index);
+        return other ? std::string(other->mediaName()).substr(14) : "";
+    };
+    std::vector<std::string> others;
+    for (size_t i = 0; i <= list.size(); ++i)
+        others.push_back(otherOf(i));
+    EXPECT_THAT(others, ElementsAre("", "181200_R", "181200_F", "181301_F", "181300_R", "", "", "", "", ""));
+    // All of one second, as no camera writes them: still at once, and never one camera with itself.
+    list.assign(15000, ZVKMedia::mediaWithPath("/card/alwa_20240518_181200_R.avi"));
+    EXPECT_EQ(otherOf(7000), "");
+}
+
 std::optional<microseconds> lengthOf(const RecordingHeader& header, size_t cut = recordingHeaderSize)
 {
     const std::string chunk = header.bytes();

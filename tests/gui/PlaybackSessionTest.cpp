@@ -27,11 +27,14 @@ protected:
     void playerStarts() override { told += "starts, "; }
     void remarksChanged() override { }
     bool isKnobHeld() const override { return false; }
-    double height() const override { return 360; }
+    double heightOf(platform::VideoSize) const override { return 360; }
     void say(const QString&) override { }
     void showPictureOf(const platform::MediaPlayer&) override { }
     void showSeeking(platform::MediaTime) override { }
     void hideSeeking() override { }
+    void remark(const QString&) override { }
+    void showFrameTime(platform::MediaTime) override { }
+    void hideFrameTime() override { }
     LoadingBar& loading() override { return bar; }
 
     VirtualDispatcher dispatcher;
