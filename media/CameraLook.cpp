@@ -42,7 +42,7 @@ platform::CameraView cameraViewOf(CameraLook look, bool isRearFirst)
     case CameraLook::sideBySide:
         break;
     }
-    return CameraView::sideBySide;
+    return isRearFirst ? CameraView::sideBySideSwapped : CameraView::sideBySide;
 }
 
 CameraLook cameraLookOf(platform::CameraView view, bool isRearFirst)

@@ -91,27 +91,32 @@ double DrivePlayback::fractionAt(double position) const
 
 void DrivePlayback::goTo(double fraction)
 {
-    goToPoint(std::clamp(fraction, 0.0, 1.0) * timeline.length());
+    goToPoint(std::clamp(fraction, 0.0, 1.0) * timeline.length(), isPaused());
 }
 
 void DrivePlayback::goTo(const DriveMoment& moment)
 {
-    goToPoint(timeline.pointOf({moment.take, moment.seconds}) - lead);
+    goToPoint(timeline.pointOf({moment.take, moment.seconds}) - lead, isPaused());
 }
 
 void DrivePlayback::goTo(const DriveTimeline::Place& place)
 {
-    goToPoint(timeline.pointOf(place));
+    goToPoint(timeline.pointOf(place), isPaused());
 }
 
-void DrivePlayback::goToPoint(double seconds)
+void DrivePlayback::playFromStart()
+{
+    goToPoint(0, false);
+}
+
+void DrivePlayback::goToPoint(double seconds, bool staysPaused)
 {
     if (!isActive())
         return;
     const DriveTimeline::Place place = timeline.placeAt(std::max(seconds, 0.0));
     if (rows[place.take] < 0)
         return;
-    session.goTo(rows[place.take], {place.seconds, true, true, isPaused()});
+    session.goTo(rows[place.take], {place.seconds, true, true, staysPaused});
 }
 
 /// A file that is being started rests when the one before did.
@@ -155,7 +160,7 @@ void DrivePlayback::jumpToMoment(int direction, double position)
             target = point;
     }
     if (target)
-        goToPoint(*target);
+        goToPoint(*target, isPaused());
 }
 
 std::optional<Following> DrivePlayback::following(int64_t index) const

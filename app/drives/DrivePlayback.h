@@ -32,7 +32,9 @@ public:
 
     /// Where the line is played, 0.0 to 1.0, at that fraction of the file at hand.
     double fractionAt(double position) const;
-    /// The user goes to a point of the line, 0.0 to 1.0.
+    /// The drive at hand again, with what the user set.
+    void playFromStart();
+    /// The user goes to a point of the line, 0.0 to 1.0; what rests goes on resting.
     void goTo(double fraction);
     void goTo(const DriveMoment& moment);
     void goTo(const DriveTimeline::Place& place);
@@ -53,7 +55,7 @@ public:
     void end();
 
 private:
-    void goToPoint(double seconds);
+    void goToPoint(double seconds, bool staysPaused);
     bool isPaused() const;
     std::optional<size_t> takeOfRow(int64_t row) const;
 

@@ -49,7 +49,7 @@ void DrivesPart::play(size_t index, const std::optional<DriveMoment>& moment)
     } else if (moment)
         playback.goTo(*moment);
     else
-        playback.goTo(0);
+        playback.playFromStart();
     tellMoments(index);
 }
 

@@ -66,6 +66,7 @@ void PlaybackSession::goTo(int64_t index, const Arrival& arrival)
     }
     if (isWaiting()) {
         arrived.seconds = arrival.seconds;
+        arrived.staysPaused = arrival.staysPaused;
         return;
     }
     beginSeek();
@@ -77,6 +78,8 @@ void PlaybackSession::goTo(int64_t index, const Arrival& arrival)
         info.setPosition(*latestSeek.target());
     }
     latestSeek.settleAfter(0.3);
+    if (!arrival.staysPaused && !player1->isPlaying())
+        player1->play();
 }
 
 void PlaybackSession::restartMedia()

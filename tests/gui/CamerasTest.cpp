@@ -81,7 +81,8 @@ TEST_F(CamerasTest, CWalksThroughTheViewsInTheUsersWords)
         "Front and rear camera side by side"};
     const std::vector<CameraView> views[] = {
         {CameraView::first, CameraView::second, CameraView::pictureInPicture, CameraView::sideBySide},
-        {CameraView::second, CameraView::first, CameraView::pictureInPictureSwapped, CameraView::sideBySide}};
+        {CameraView::second, CameraView::first, CameraView::pictureInPictureSwapped,
+            CameraView::sideBySideSwapped}};
     for (const size_t begin : {0u, 1u}) {
         play(int64_t(begin));
         for (size_t at = begin + 1; at < begin + 5; ++at) {
@@ -157,9 +158,9 @@ TEST_F(CamerasTest, AClickOnTheSmallPictureSwaps)
     QTest::mouseDClick(&picture, Qt::LeftButton, {}, small);
     EXPECT_EQ(app.player().view, CameraView::pictureInPictureSwapped);
     change();
-    EXPECT_EQ(app.player().view, CameraView::sideBySide);
+    EXPECT_EQ(app.player().view, CameraView::sideBySideSwapped);
     click(small);
-    EXPECT_EQ(app.player().view, CameraView::sideBySide);
+    EXPECT_EQ(app.player().view, CameraView::sideBySideSwapped);
 }
 
 TEST_F(CamerasTest, BesideEachOtherTheyKeepTheirShape)

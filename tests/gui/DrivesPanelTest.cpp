@@ -194,6 +194,11 @@ TEST_F(DriveInWindow, GoesToAnyPlaceAcrossFiles)
     EXPECT_EQ(app.mediaIndex(), 2);
     EXPECT_EQ(app.player().countOf("pause"), played + 2) << "however often the start is replaced";
     EXPECT_EQ(app.player().calls.back(), "setTime 12000");
+    emit strip().moved(0);
+    app.begin();
+    app.player().reportState(PlayerState::paused);
+    chooseDrive(0);
+    EXPECT_EQ(app.player().calls.back(), "play") << "a drive that is chosen plays, wherever it rested";
 }
 
 TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
