@@ -2,12 +2,10 @@
 
 #include "lib/Style.h"
 
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -143,7 +141,8 @@ void DriveStrip::mouseMoveEvent(QMouseEvent* event)
     const double fraction = fractionAt(event->position().x());
     if (held && fraction != here)
         goTo(fraction);
-    emit hovered(fraction);
+    if (event->buttons() == Qt::NoButton)
+        emit hovered(fraction, int(event->position().x()));
 }
 
 void DriveStrip::mouseReleaseEvent(QMouseEvent* event)
@@ -171,22 +170,7 @@ void DriveStrip::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void DriveStrip::leaveEvent(QEvent*)
-{
-    emit hovered(-1);
-}
-
 void DriveStrip::resizeEvent(QResizeEvent*)
 {
     drawn = {};
-}
-
-bool DriveStrip::event(QEvent* event)
-{
-    if (event->type() == QEvent::ToolTip && describe && !parts.empty()) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(help->globalPos(), describe(fractionAt(help->pos().x())), this);
-        return true;
-    }
-    return QWidget::event(event);
 }
