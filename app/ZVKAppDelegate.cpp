@@ -5,6 +5,7 @@
 #include "common/Log.h"
 #include "lib/Alerts.h"
 #include "media/MediaPath.h"
+#include "platform/Previews.h"
 #include "platform/Texts.h"
 
 #include <algorithm>
@@ -88,7 +89,9 @@ void ZVKAppDelegate::makePlayback()
     transportPanel = std::make_unique<TransportPanel>(*outlets, *outlets,
         TransportPanel::Told{[this](double fraction) { transport->videoPositionSliderMoved(fraction); },
             [this](int volume) { transport->setVolume(uint64_t(std::max(volume, 0))); }});
+    makePreviews();
     drives = std::make_unique<DrivesPart>(desktop.dispatcher, *session, recordings->list(), *outlets, *layout,
+        *previews, *hover,
         DrivesPart::Told{[this] { recordings->impactsKnown(); },
             [this](const std::string& script) { telemetry->showDriveRoute(script); },
             [this](const std::string& script) { telemetry->showDriveTake(script); }});
@@ -99,6 +102,17 @@ void ZVKAppDelegate::makePlayback()
         const auto media = session->player().media();
         return telemetry->textAt(fraction, media ? media->length() : platform::MediaTime::nullTime());
     };
+}
+
+void ZVKAppDelegate::makePreviews()
+{
+    previews = std::make_unique<PreviewReader>(
+        desktop.dispatcher, desktop.makePreviews ? desktop.makePreviews() : nullptr);
+    hover = std::make_unique<HoverPreview>(*window, *previews);
+    const auto placeAt = [this](
+                             double fraction) { return placeIn(session->player().media().get(), fraction); };
+    hover->watch(*outlets->videoPositionSlider, *outlets->mediaControlBox, placeAt);
+    hover->watch(*outlets->videoPositionSliderForFullScreen, *outlets->mediaControlBoxForFullScreen, placeAt);
 }
 
 void ZVKAppDelegate::setupInitialValues()
@@ -142,6 +156,8 @@ void ZVKAppDelegate::die()
 {
     if (!session || session->hasEnded())
         return;
+    hover->hide();
+    previews->clear();
     session->end();
     video->removeView();
     telemetry->closeMap();
@@ -156,6 +172,7 @@ void ZVKAppDelegate::letGoOf(const std::string& mountPath)
 {
     if (session->hasEnded())
         return;
+    drives->forgetPreviews();
     session->letGoOf(mountPath);
     if (const auto folder = recordings->folderOn(mountPath))
         session->letGoOf(standardizedPath(*folder));

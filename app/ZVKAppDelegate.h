@@ -54,6 +54,7 @@ public:
     void cardFormatted(const std::string& from, const std::string& to) override
     {
         recordings->cardFormatted(from, to);
+        drives->showPreviews();
     }
 
     // Other windows: modeless; opening one closes the one before.
@@ -136,6 +137,7 @@ private:
 
     void makeParts();
     void makePlayback();
+    void makePreviews();
     void setupInitialValues();
     void recordingsListed();
     void changeSize(int64_t step);
@@ -160,6 +162,8 @@ private:
     std::unique_ptr<PlaybackSession> session;
     std::unique_ptr<Transport> transport;
     std::unique_ptr<TransportPanel> transportPanel;
+    std::unique_ptr<PreviewReader> previews;
+    std::unique_ptr<HoverPreview> hover;
     std::unique_ptr<DrivesPart> drives;
     std::unique_ptr<FrameCapture> frameCapture;
     std::unique_ptr<MainWindowControls> controls;

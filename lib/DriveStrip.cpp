@@ -2,12 +2,10 @@
 
 #include "lib/Style.h"
 
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +16,7 @@ namespace {
 constexpr double side = 7; // the position slider's knob has as much beside its travel
 constexpr double segmentHeight = 8;
 constexpr double gap = 1;
+constexpr double corner = 2;
 
 QColor colourOf(DriveStrip::SegmentKind kind)
 {
@@ -81,9 +80,14 @@ void DriveStrip::drawLine(QPainter& painter) const
         const double left = xOf(segment.start);
         // Neighbours are told apart while there is room for it.
         const double room = xOf(segment.end) - left;
+        const QRectF rect(left, top, std::max(room - (room > 3 * gap ? gap : 0), 0.5), segmentHeight);
+        // Nobody sees the corners of a narrow one, and a long drive has many.
+        if (rect.width() < 3 * corner) {
+            painter.fillRect(rect, colourOf(segment.kind));
+            continue;
+        }
         painter.setBrush(colourOf(segment.kind));
-        painter.drawRoundedRect(
-            QRectF(left, top, std::max(room - (room > 3 * gap ? gap : 0), 0.5), segmentHeight), 2, 2);
+        painter.drawRoundedRect(rect, corner, corner);
     }
     for (const Mark& mark : places) {
         const double x = xOf(mark.place);
@@ -143,7 +147,8 @@ void DriveStrip::mouseMoveEvent(QMouseEvent* event)
     const double fraction = fractionAt(event->position().x());
     if (held && fraction != here)
         goTo(fraction);
-    emit hovered(fraction);
+    if (event->buttons() == Qt::NoButton)
+        emit hovered(fraction, int(event->position().x()));
 }
 
 void DriveStrip::mouseReleaseEvent(QMouseEvent* event)
@@ -171,22 +176,7 @@ void DriveStrip::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void DriveStrip::leaveEvent(QEvent*)
-{
-    emit hovered(-1);
-}
-
 void DriveStrip::resizeEvent(QResizeEvent*)
 {
     drawn = {};
-}
-
-bool DriveStrip::event(QEvent* event)
-{
-    if (event->type() == QEvent::ToolTip && describe && !parts.empty()) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(help->globalPos(), describe(fractionAt(help->pos().x())), this);
-        return true;
-    }
-    return QWidget::event(event);
 }

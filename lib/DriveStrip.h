@@ -4,7 +4,6 @@
 #include <QWidget>
 
 #include <cstddef>
-#include <functional>
 #include <vector>
 
 /// A line of time with segments and marks, and a bar where one is. A click or a drag goes there; the arrow
@@ -41,8 +40,6 @@ public:
     void setPosition(double fraction);
     double position() const { return here; }
     bool isHeld() const { return held; }
-    /// What a place is called, for tool tips and assistive technology; asked for when it is needed.
-    void setDescription(std::function<QString(double)> text) { describe = std::move(text); }
 
     QSize sizeHint() const override { return {200, 22}; }
     QSize minimumSizeHint() const override { return {60, 22}; }
@@ -50,8 +47,8 @@ public:
 signals:
     /// The user goes there.
     void moved(double fraction);
-    /// The pointer is over that place; below 0: over none.
-    void hovered(double fraction);
+    /// The pointer goes over that place, at x of this widget, no button down.
+    void hovered(double fraction, int x);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -59,9 +56,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void leaveEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    bool event(QEvent* event) override;
 
 private:
     double fractionAt(double x) const;
@@ -74,7 +69,6 @@ private:
     std::vector<Mark> places;
     double here = 0;
     bool held = false;
-    std::function<QString(double)> describe;
     /// Segments and marks as last drawn: they change with the drive and the size, not with the position.
     QPixmap drawn;
     double drawnBar = -1;

@@ -15,6 +15,7 @@ PositionSlider::PositionSlider(QWidget* parent)
     setSingleStep(steps / 100);
     setPageStep(steps / 20);
     setTracking(true);
+    setMouseTracking(true);
     connect(this, &QSlider::valueChanged, this, [this] { emit moved(doubleValue()); });
 }
 
@@ -31,15 +32,29 @@ void PositionSlider::setDoubleValue(double fraction)
     setValue(int(std::lround(std::clamp(fraction, 0.0, 1.0) * steps)));
 }
 
-void PositionSlider::mousePressEvent(QMouseEvent* event)
+QRect PositionSlider::knob() const
 {
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const QRect knob = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
-    if (event->button() == Qt::LeftButton && !knob.contains(event->position().toPoint())) {
-        const int travel = width() - knob.width();
-        const int offset = int(event->position().x()) - knob.width() / 2;
-        setValue(QStyle::sliderValueFromPosition(minimum(), maximum(), offset, travel));
-    }
+    return style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+}
+
+int PositionSlider::valueAt(double x) const
+{
+    const int length = knob().width();
+    return QStyle::sliderValueFromPosition(minimum(), maximum(), int(x) - length / 2, width() - length);
+}
+
+void PositionSlider::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && !knob().contains(event->position().toPoint()))
+        setValue(valueAt(event->position().x()));
     QSlider::mousePressEvent(event);
+}
+
+void PositionSlider::mouseMoveEvent(QMouseEvent* event)
+{
+    QSlider::mouseMoveEvent(event);
+    if (event->buttons() == Qt::NoButton)
+        emit hovered(double(valueAt(event->position().x())) / steps, int(event->position().x()));
 }

@@ -16,10 +16,16 @@ public:
 
 signals:
     void moved(double fraction);
+    /// The pointer goes over that place, at x of this widget, no button down.
+    void hovered(double fraction, int x);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
+    QRect knob() const;
+    int valueAt(double x) const;
+
     static constexpr int steps = 1'000'000;
 };

@@ -1,6 +1,7 @@
 #include "app/drives/DriveListModel.h"
 
 #include "app/drives/DriveLibrary.h"
+#include "app/drives/DrivePictures.h"
 #include "platform/Texts.h"
 
 #include <QDateTime>
@@ -111,9 +112,10 @@ QString wholeText(const Drive& drive, const DriveFigures* figures, bool showsMil
 
 } // namespace
 
-DriveListModel::DriveListModel(const DriveLibrary& shown, QObject* parent)
+DriveListModel::DriveListModel(const DriveLibrary& shown, const DrivePictures& pictured, QObject* parent)
     : QAbstractListModel(parent),
-      library(shown)
+      library(shown),
+      pictures(pictured)
 {
 }
 
@@ -162,6 +164,8 @@ QVariant DriveListModel::data(const QModelIndex& index, int role) const
         return momentsText(figures);
     case kindsRole:
         return kindsOf(drive, &Kind::image);
+    case pictureRole:
+        return pictures.picture(row);
     default:
         return {};
     }

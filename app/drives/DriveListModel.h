@@ -5,6 +5,7 @@
 #include <cstddef>
 
 class DriveLibrary;
+class DrivePictures;
 struct Drive;
 struct DriveFigures;
 
@@ -17,10 +18,11 @@ public:
         timesRole, ///< "18:12 – 18:13"
         figuresRole, ///< "42 s · 0.7 km · 70 km/h · 0.50 g"; shorter where telemetry is missing
         momentsRole, ///< "2 moments"; empty for none
-        kindsRole ///< pictures of the recordings' kinds, a list of names
+        kindsRole, ///< pictures of the recordings' kinds, a list of names
+        pictureRole ///< a QImage of what the camera saw; null while there is none
     };
 
-    DriveListModel(const DriveLibrary& library, QObject* parent);
+    DriveListModel(const DriveLibrary& library, const DrivePictures& pictures, QObject* parent);
 
     /// The library has other drives now.
     void reload();
@@ -32,5 +34,6 @@ public:
 
 private:
     const DriveLibrary& library;
+    const DrivePictures& pictures;
     bool showsMiles = false;
 };

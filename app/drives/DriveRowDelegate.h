@@ -2,11 +2,14 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a drive as a row of two lines: day and times, then the figures; at the right the kinds of its
-/// recordings and how many moments it has.
+/// Draws a drive as a row: at the left its small picture, beside it the day with the kinds of its recordings
+/// at the right, and on two lines below times, figures and how many moments it has.
 class DriveRowDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// How wide the pictures of a view are, in its pixels.
+    static int pictureWidth(const QWidget& view);
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void paint(

@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-namespace {
-
 QString timeText(double seconds)
 {
     return QString::fromStdString(platform::MediaTime::timeWithInt(int64_t(seconds * 1000)).stringValue());
 }
+
+namespace {
 
 DriveStrip::SegmentKind kindOf(const Take& take)
 {
@@ -55,7 +55,6 @@ void DriveStripPanel::show(const DrivePlayback& drive)
                                                            : DriveStrip::MarkKind::braking});
     }
     for (DriveStrip* strip : {bar.driveStrip, fullScreenBar.driveStripForFullScreen}) {
-        strip->setDescription([length](double fraction) { return timeText(fraction * length); });
         strip->setSegments(segments, marks);
     }
     layout.showDriveStrip(drive.isActive());

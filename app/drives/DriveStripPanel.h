@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 class DrivePlayback;
@@ -10,6 +12,9 @@ namespace Ui {
 class FullScreenBar;
 class TransportBar;
 } // namespace Ui
+
+/// "12:05", with hours where there are any.
+QString timeText(double seconds);
 
 /// The drive that plays as a strip below the position slider, also in full screen: each recording a segment,
 /// the moments as marks, where it is played. Main thread only.

@@ -13,11 +13,13 @@
 #include <algorithm>
 #include <utility>
 
-DrivesPanel::DrivesPanel(platform::Dispatcher& dispatcher, Ui::DrivesPanel& widgets, Told listener)
+DrivesPanel::DrivesPanel(
+    platform::Dispatcher& dispatcher, Ui::DrivesPanel& widgets, PreviewReader& previews, Told listener)
     : outlets(widgets),
       told(std::move(listener)),
       drives(dispatcher, {[this] { listed(); }, [this](size_t drive) { figured(drive); }}),
-      model(new DriveListModel(drives, widgets.drivesListView)),
+      pictures(previews, drives, [this](size_t drive) { model->driveChanged(drive); }),
+      model(new DriveListModel(drives, pictures, widgets.drivesListView)),
       moments(new MomentsModel(widgets.momentsTableView))
 {
     QListView& view = *outlets.drivesListView;
@@ -53,6 +55,12 @@ void DrivesPanel::setRecordings(std::vector<ZVKMedia> recordings)
 {
     readsAll = false;
     drives.setRecordings(std::move(recordings));
+}
+
+void DrivesPanel::movedTo(const std::string& from, const std::string& to)
+{
+    drives.movedTo(from, to);
+    lookAtVisible();
 }
 
 void DrivesPanel::readAll()
@@ -120,6 +128,7 @@ void DrivesPanel::showMoments()
 void DrivesPanel::figured(size_t drive)
 {
     model->driveChanged(drive);
+    pictures.lookAgain();
     if (drive == currentDrive())
         showMoments();
     told.figured(drive);
@@ -130,8 +139,6 @@ void DrivesPanel::lookAtVisible()
 {
     const QListView& view = *outlets.drivesListView;
     std::vector<size_t> rows;
-    if (const QModelIndex current = view.currentIndex(); current.isValid())
-        rows.push_back(size_t(current.row()));
     if (view.isVisible()) {
         const int first = std::max(view.indexAt({1, 1}).row(), 0);
         const QModelIndex lowest = view.indexAt({1, view.viewport()->height() - 1});
@@ -139,6 +146,9 @@ void DrivesPanel::lookAtVisible()
         for (int row = first; row <= last; ++row)
             rows.push_back(size_t(row));
     }
+    pictures.lookAt(rows, DriveRowDelegate::pictureWidth(view));
+    if (const QModelIndex current = view.currentIndex(); current.isValid())
+        rows.insert(rows.begin(), size_t(current.row()));
     for (int row = 0; readsAll && row < model->rowCount(); ++row)
         rows.push_back(size_t(row));
     drives.lookAt(std::move(rows));

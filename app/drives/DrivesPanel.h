@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/drives/DriveLibrary.h"
+#include "app/drives/DrivePictures.h"
 
 #include <QObject>
 
@@ -29,14 +30,17 @@ public:
         std::function<void(size_t drive)> figured;
     };
 
-    DrivesPanel(platform::Dispatcher& dispatcher, Ui::DrivesPanel& outlets, Told told);
+    DrivesPanel(
+        platform::Dispatcher& dispatcher, Ui::DrivesPanel& outlets, PreviewReader& previews, Told told);
 
     const DriveLibrary& library() const { return drives; }
     /// Of another scan, sorted.
     void setRecordings(std::vector<ZVKMedia> recordings);
-    void movedTo(const std::string& from, const std::string& to) { drives.movedTo(from, to); }
+    void movedTo(const std::string& from, const std::string& to);
     /// The figures of all drives are wanted, after those that are seen.
     void readAll();
+    /// Reads what rows that are seen have to show, once more where that is no longer known.
+    void lookAtVisible();
     void setShowsMiles(bool miles);
     /// Whether Enter is for this panel: one of its lists has the focus.
     bool hasFocus() const;
@@ -46,7 +50,6 @@ public:
 private:
     void listed();
     void figured(size_t drive);
-    void lookAtVisible();
     void showMoments();
     std::optional<size_t> currentDrive() const;
     void chooseMoment(int row);
@@ -54,6 +57,7 @@ private:
     Ui::DrivesPanel& outlets;
     Told told;
     DriveLibrary drives;
+    DrivePictures pictures;
     DriveListModel* model;
     MomentsModel* moments;
     bool readsAll = false;

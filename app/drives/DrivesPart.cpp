@@ -2,39 +2,71 @@
 
 #include "app/window/MainWindowOutlets.h"
 #include "media/ZVKMediaList.h"
+#include "platform/Texts.h"
 
+#include <chrono>
 #include <cstdio>
 #include <utility>
 
 DrivesPart::DrivesPart(platform::Dispatcher& queue, PlaybackSession& player, const ZVKMediaList& recordings,
-    MainWindowOutlets& outlets, MainWindowLayout& layout, Told listener)
+    MainWindowOutlets& outlets, MainWindowLayout& layout, PreviewReader& pictures, HoverPreview& pointedAt,
+    Told listener)
     : dispatcher(queue),
       session(player),
       list(recordings),
+      previews(pictures),
+      hover(pointedAt),
       told(std::move(listener)),
       strip(outlets, outlets, layout, [this](double fraction) { playback.goTo(fraction); }),
       playback(session, list, [this] { playedChanged(); }),
-      panel(queue, outlets,
+      panel(queue, outlets, previews,
           {[this](size_t drive) { play(drive, {}); },
               [this](size_t drive, const DriveMoment& moment) { play(drive, moment); },
               [this](size_t drive) { tellMoments(drive); }})
 {
+    const auto placeAt = [this](double fraction) { return placeOnStrip(fraction); };
+    hover.watch(*outlets.driveStrip, *outlets.mediaControlBox, placeAt);
+    hover.watch(*outlets.driveStripForFullScreen, *outlets.mediaControlBoxForFullScreen, placeAt);
+}
+
+/// The files of before may be others, or gone, or about to be let go of.
+void DrivesPart::forgetPreviews()
+{
+    hover.hide();
+    previews.clear();
+}
+
+/// The camera's clock, and how far into the drive.
+std::optional<HoverPreview::Place> DrivesPart::placeOnStrip(double fraction) const
+{
+    if (!playback.isActive() || playback.line().length() <= 0)
+        return {};
+    const double point = fraction * playback.line().length();
+    const DriveTimeline::Place place = playback.line().placeAt(point);
+    const Take& take = playback.takesOfDrive()[place.take];
+    const auto clock = take.start + std::chrono::microseconds(int64_t(place.seconds * 1e6));
+    return HoverPreview::Place{take.first.path(), place.seconds,
+        platform::localized("preview.place_in_drive")
+            .arg(QString::fromStdString(cameraTimeText(clock)).section('T', 1), timeText(point))};
 }
 
 void DrivesPart::recordingsListed()
 {
+    forgetPreviews();
     panel.setRecordings(list.all());
     playback.findRows();
 }
 
 void DrivesPart::clear()
 {
+    forgetPreviews();
     playback.end();
     panel.setRecordings({});
 }
 
 void DrivesPart::movedTo(const std::string& from, const std::string& to)
 {
+    forgetPreviews();
     panel.movedTo(from, to);
     playback.movedTo(from, to);
 }
@@ -101,6 +133,7 @@ void DrivesPart::mapSaid(const std::string& word)
 
 void DrivesPart::entryChosen(int64_t index)
 {
+    hover.hide();
     playback.entryChosen(index);
     if (playback.isActive())
         told.take("zavikDriveTake(" + std::to_string(playback.takeAtHand()) + ")");

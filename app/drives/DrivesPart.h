@@ -3,6 +3,7 @@
 #include "app/drives/DrivePlayback.h"
 #include "app/drives/DriveStripPanel.h"
 #include "app/drives/DrivesPanel.h"
+#include "app/previews/HoverPreview.h"
 #include "common/Life.h"
 #include "drives/DriveRoute.h"
 
@@ -27,14 +28,19 @@ public:
         std::function<void(const std::string& script)> take;
     };
 
+    /// The small pictures of another folder are void with its drives.
     DrivesPart(platform::Dispatcher& dispatcher, PlaybackSession& session, const ZVKMediaList& list,
-        MainWindowOutlets& outlets, MainWindowLayout& layout, Told told);
+        MainWindowOutlets& outlets, MainWindowLayout& layout, PreviewReader& previews, HoverPreview& hover,
+        Told told);
     ~DrivesPart() { routeReading.request_stop(); }
 
     /// The list of recordings holds others, or none.
     void recordingsListed();
     void clear();
     void movedTo(const std::string& from, const std::string& to);
+    /// A card is about to be unmounted: no picture is read until the drives are others or `showPreviews`.
+    void forgetPreviews();
+    void showPreviews() { panel.lookAtVisible(); }
     void setShowsMiles(bool miles) { panel.setShowsMiles(miles); }
 
     /// Enter is for the drives: one of their lists has the focus.
@@ -62,11 +68,14 @@ private:
     void play(size_t drive, const std::optional<DriveMoment>& moment);
     void tellMoments(size_t drive);
     void playedChanged();
+    std::optional<HoverPreview::Place> placeOnStrip(double fraction) const;
     void readRoute(const Drive& drive);
 
     platform::Dispatcher& dispatcher;
     PlaybackSession& session;
     const ZVKMediaList& list;
+    PreviewReader& previews;
+    HoverPreview& hover;
     Told told;
     std::vector<RoutePart> route; // of the drive that plays
     std::stop_source routeReading;

@@ -28,7 +28,7 @@ protected:
                         recordingFile(60, *hour == '1' && hour[1] == '8' ? hit : SideDataWriter()));
             }
         }
-        panel = std::make_unique<DrivesPanel>(dispatcher, outlets,
+        panel = std::make_unique<DrivesPanel>(dispatcher, outlets, previews,
             DrivesPanel::Told{[this](size_t drive) { chosen.push_back(drive); },
                 [this](size_t, const DriveMoment& moment) { moments.push_back(moment.seconds); },
                 [this](size_t drive) { figured.push_back(drive); }});
@@ -44,6 +44,7 @@ protected:
 
     TempFolder card;
     VirtualDispatcher dispatcher;
+    PreviewReader previews{dispatcher, nullptr};
     QWidget form;
     Ui::DrivesPanel outlets;
     std::vector<size_t> chosen;

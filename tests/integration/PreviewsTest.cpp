@@ -1,6 +1,8 @@
 #include "platform/Previews.h"
+#include "app/previews/PreviewReader.h"
 #include "platform/av/AvPreviews.h"
 #include "platform/disks/OpenFiles.h"
+#include "platform/qt/QtDispatcher.h"
 #include "tests/support/HungFile.h"
 #include "tests/support/RealPlayer.h"
 
@@ -100,6 +102,30 @@ TEST_F(PreviewsTest, GivesUpACardThatHangs)
     stop.request_stop();
     EXPECT_TRUE(at(2, good)) << "what is quick comes nevertheless";
     EXPECT_FALSE(at(1, folder.path("hung.avi")));
+}
+
+TEST_F(PreviewsTest, TheHandIsServedBesideAFileThatHangsAndTheCardIsLetGoOf)
+{
+    const std::string good = folder.path("good.avi");
+    numbered(good, {"-c:v", "mpeg4", "-q:v", "1", "-g", "30"});
+    fs::copy_file(good, folder.path("hung.avi"));
+    const HungFile hung(folder.path("hung.avi"));
+    ASSERT_TRUE(hung.isHung);
+    platform::QtDispatcher dispatcher;
+    PreviewReader reader(dispatcher, std::move(previews));
+    const PreviewRequest wanted{good, 1, 160};
+    reader.want(PreviewReader::Use::rows, {{folder.path("hung.avi"), 1, 160}});
+    reader.want(PreviewReader::Use::hand, {wanted});
+    ASSERT_TRUE(waitFor([&] { return reader.picture(PreviewReader::Use::hand, wanted); }));
+    EXPECT_EQ(reader.picture(PreviewReader::Use::hand, wanted)->size(), QSize(160, 90));
+    const auto openOnes = [&] {
+        auto open = openFilesBelow(folder.path());
+        std::erase(open, folder.path("hung.avi")); // the test's own
+        return open;
+    };
+    EXPECT_FALSE(openOnes().empty());
+    reader.clear();
+    EXPECT_TRUE(waitFor([&] { return openOnes().empty(); }));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "platform/mpv/VideoView.h"
 #include "tests/support/ScriptedPlayer.h"
+#include "tests/support/ScriptedPreviews.h"
 #include "tests/support/TestDiskArbitration.h"
 #include "tests/support/TestPrinting.h"
 #include "tests/support/TestWebView.h"
@@ -17,6 +18,11 @@
 /// A desktop for tests: a virtual clock, a scripted player, answers given in advance, screens as told.
 class TestPlatform {
 public:
+    TestPlatform()
+    {
+        pieces.makePreviews = [this] { return std::make_unique<ScriptedPreviews>(previews); };
+    }
+
     VirtualDispatcher dispatcher;
     ScriptedPlayer* player = nullptr; // once the controller has made it
 
@@ -118,6 +124,7 @@ public:
     TestScriptRunner scripts;
 
     TestWebView::Log map;
+    ScriptedPreviews::Log previews;
 
     platform::Platform pieces{dispatcher, panels, alerts, defaults, screens, printing, scripts, disks,
         [this](platform::VideoView&) {
