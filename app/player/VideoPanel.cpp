@@ -108,7 +108,9 @@ void VideoPanel::showPictureOf(const platform::MediaPlayer& player)
 {
     video1View->setVisible(hasPicture(player));
     // Two pictures beside each other are twice as wide as their place.
-    const bool fills = player.shownCameraView() != platform::CameraView::sideBySide;
+    const auto view = player.shownCameraView();
+    const bool fills =
+        view != platform::CameraView::sideBySide && view != platform::CameraView::sideBySideSwapped;
     if (std::exchange(fillsPlace, fills) != fills)
         video1View->setFillScreen(fills);
 }
@@ -132,7 +134,11 @@ void VideoPanel::placeTexts()
 {
     const QSize room = outlets.videoContainerView->size();
     int bottom = room.height() - textMargin;
-    for (QLabel* label : {seekLabel, frameTimeLabel, remarkLabel}) {
+    // Away from what cameras write into the picture, and from the small one.
+    frameTimeLabel->adjustSize();
+    frameTimeLabel->move(textMargin, textMargin);
+    frameTimeLabel->raise();
+    for (QLabel* label : {seekLabel, remarkLabel}) {
         if (label->isHidden())
             continue;
         label->adjustSize();
