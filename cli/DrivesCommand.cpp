@@ -45,9 +45,10 @@ std::string columns(const Drive& drive, const DriveFigures& figures)
     for (const Take& take : drive.takes)
         recordings += take.rear ? 2 : 1;
     return cameraTimeText(drive.start()) + ' ' + cameraTimeText(drive.end)
-        + formatted(" %4zu recordings %8s km %5s km/h %6s g %3zu moments", recordings,
-            number(figures.distanceKm, "%.1f").c_str(), number(figures.topSpeedKmh, "%.0f").c_str(),
-            number(figures.strongestG, "%.2f").c_str(), figures.moments.size());
+        + formatted(" %4zu recording%s %8s km %5s km/h %6s g %3zu moments", recordings,
+            recordings == 1 ? " " : "s", number(figures.distanceKm, "%.1f").c_str(),
+            number(figures.topSpeedKmh, "%.0f").c_str(), number(figures.strongestG, "%.2f").c_str(),
+            figures.moments.size());
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 #include "lib/DriveStrip.h"
 
+#include "lib/DriveStripAccess.h"
+
 #include "lib/Style.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -35,7 +38,8 @@ QColor colourOf(DriveStrip::SegmentKind kind)
 DriveStrip::DriveStrip(QWidget* parent)
     : QWidget(parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
+    installDriveStripAccess();
+    setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -129,6 +133,8 @@ void DriveStrip::goTo(double fraction)
 {
     here = std::clamp(fraction, 0.0, 1.0);
     update();
+    QAccessibleValueChangeEvent told(this, here * lineLength);
+    QAccessible::updateAccessibility(&told);
     emit moved(here);
 }
 
@@ -159,7 +165,7 @@ void DriveStrip::mouseReleaseEvent(QMouseEvent* event)
 
 void DriveStrip::keyPressEvent(QKeyEvent* event)
 {
-    constexpr double step = 0.01;
+    const double step = lineLength > 0 ? keySeconds / lineLength : 0;
     if (parts.empty())
         return event->ignore();
     switch (event->key()) {

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <vector>
 
-/// A line of time with segments and marks, and a bar where one is. A click or a drag goes there; the arrow
-/// keys go by a hundredth, Home and End to the ends. All places are fractions from 0.0 to 1.0. Main thread
-/// only.
+/// A line of time with segments and marks, and a bar where one is. A click or a drag goes there. With the
+/// focus, which Tab gives and no click, the arrow keys go by ten seconds, Home and End to the ends. All
+/// places are fractions from 0.0 to 1.0. Main thread only.
 class DriveStrip : public QWidget {
     Q_OBJECT
     Q_PROPERTY(double position READ position WRITE setPosition NOTIFY moved)
@@ -36,6 +36,12 @@ public:
     void setSegments(std::vector<Segment> segments, std::vector<Mark> marks);
     const std::vector<Segment>& segments() const { return parts; }
     const std::vector<Mark>& marks() const { return places; }
+    /// Of the whole line, in seconds; 0 while it is not known.
+    void setLength(double seconds) { lineLength = seconds; }
+    double length() const { return lineLength; }
+    static constexpr double keySeconds = 10;
+    /// As the user does it.
+    void goTo(double fraction);
     /// Silent, and ignored while the user drags.
     void setPosition(double fraction);
     double position() const { return here; }
@@ -61,13 +67,13 @@ protected:
 private:
     double fractionAt(double x) const;
     double xOf(double fraction) const;
-    void goTo(double fraction);
     void drawLine(QPainter& painter) const;
     const QPixmap& line();
 
     std::vector<Segment> parts;
     std::vector<Mark> places;
     double here = 0;
+    double lineLength = 0;
     bool held = false;
     /// Segments and marks as last drawn: they change with the drive and the size, not with the position.
     QPixmap drawn;

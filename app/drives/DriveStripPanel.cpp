@@ -56,6 +56,7 @@ void DriveStripPanel::show(const DrivePlayback& drive)
     }
     for (DriveStrip* strip : {bar.driveStrip, fullScreenBar.driveStripForFullScreen}) {
         strip->setSegments(segments, marks);
+        strip->setLength(length);
     }
     layout.showDriveStrip(drive.isActive());
 }

@@ -47,7 +47,9 @@ std::optional<HoverPreview::Place> DrivesPart::placeOnStrip(double fraction) con
     const auto clock = take.start + std::chrono::microseconds(int64_t(place.seconds * 1e6));
     return HoverPreview::Place{take.first.path(), place.seconds,
         platform::localized("preview.place_in_drive")
-            .arg(QString::fromStdString(cameraTimeText(clock)).section('T', 1), timeText(point))};
+            .arg(QString::fromStdString(cameraTimeText(std::chrono::floor<std::chrono::seconds>(clock)))
+                     .section('T', 1),
+                timeText(point))};
 }
 
 void DrivesPart::recordingsListed()

@@ -80,12 +80,14 @@ int MomentsModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(columnCountOf);
 }
 
-/// The camera's time of day.
+/// The camera's time of day, to the tenth of a second begun.
 QString MomentsModel::timeText(const DriveMoment& moment) const
 {
     using namespace std::chrono;
     const auto at = starts[moment.take] + duration_cast<microseconds>(duration<double>(moment.seconds));
-    return QString::fromStdString(cameraTimeText(floor<seconds>(at)).substr(11));
+    const auto second = floor<seconds>(at);
+    const int tenth = int((at - second) / milliseconds(100));
+    return QString::fromStdString(cameraTimeText(second).substr(11)) + QStringLiteral(".%1").arg(tenth);
 }
 
 QVariant MomentsModel::data(const QModelIndex& index, int role) const

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLocale>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -40,11 +41,11 @@ FilterBar::FilterBar(Ui::ListPanel& widgets, std::function<void()> listener)
     outlets.filterText->setAccessibleName(platform::localized("filter.text"));
     outlets.filterImpact->setText(platform::localized("filter.impact"));
     outlets.filterImpact->setToolTip(platform::localized("filter.impact_tip"));
-    for (const auto& [combo, all] : {std::pair(outlets.filterKind, "filter.all_kinds"),
-             std::pair(outlets.filterCamera, "filter.all_cameras"),
-             std::pair(outlets.filterDay, "filter.all_days")}) {
+    for (const auto& [combo, name, all] : {std::tuple(outlets.filterKind, "filter.kind", "filter.all_kinds"),
+             std::tuple(outlets.filterCamera, "filter.camera", "filter.all_cameras"),
+             std::tuple(outlets.filterDay, "filter.day", "filter.all_days")}) {
         combo->addItem(platform::localized(all));
-        combo->setAccessibleName(platform::localized(all));
+        combo->setAccessibleName(platform::localized(name));
     }
     for (const auto& [key, kind] :
         {std::pair("media.always", 0), std::pair("media.motion", 1), std::pair("media.event", 2)})

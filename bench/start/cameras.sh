@@ -21,6 +21,8 @@ mpv --no-config --speed="$rate" --really-quiet --vo=x11 --ao=null --geometry=128
   --external-file="$work/rear.avi" --lavfi-complex="$("$ours" --graph)" "$work/front.avi" &
 player=$!
 sleep 4; before=$(ticks "$player"); sleep 10
-echo "mpv: $((($(ticks "$player") - before) * 1000 / $(getconf CLK_TCK))) ms of processor time"
+theirs=$((($(ticks "$player") - before) * 1000 / $(getconf CLK_TCK)))
+echo "mpv: $theirs ms of processor time"
 kill "$player"; wait "$player" 2>/dev/null || true
-"$ours" "$work/front.avi" "$work/rear.avi" "$rate"
+"$ours" "$work/front.avi" "$work/rear.avi" "$rate" | tee "$work/ours"
+awk -v theirs="$theirs" 'NR == 1 { printf "%.2f of mpv'"'"'s\n", $1 / theirs }' "$work/ours"

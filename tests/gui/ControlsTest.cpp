@@ -1,5 +1,4 @@
 #include "lib/ButtonMatrix.h"
-#include "lib/DriveStrip.h"
 #include "lib/InterfaceHelpers.h"
 #include "lib/SegmentedControl.h"
 #include "tests/support/GuiTesting.h"
@@ -49,26 +48,4 @@ TEST(ButtonMatrix, ArrowsMoveInRowsAndColumnsAndOneCellTakesTheTabStop)
         EXPECT_EQ((matrix.cell(cell)->focusPolicy() & Qt::TabFocus) != 0, cell == 1) << cell;
     matrix.deselectAllCells();
     EXPECT_NE(matrix.cell(0)->focusPolicy() & Qt::TabFocus, 0) << "still reachable without a selection";
-}
-
-TEST(DriveStrip, GoesWhereTheLeftButtonPressesAndDragsAndHoldsStillMeanwhile)
-{
-    DriveStrip strip;
-    strip.resize(214, 22);
-    std::vector<double> moves;
-    QObject::connect(&strip, &DriveStrip::moved, [&](double fraction) { moves.push_back(fraction); });
-    QTest::mouseClick(&strip, Qt::LeftButton, {}, {107, 11});
-    EXPECT_TRUE(moves.empty()) << "no drive is there";
-    strip.setSegments({{0, 0.5}, {0.5, 1}}, {});
-    QTest::mouseClick(&strip, Qt::RightButton, {}, {107, 11});
-    EXPECT_TRUE(moves.empty());
-    QTest::mousePress(&strip, Qt::LeftButton, {}, {107, 11});
-    strip.setPosition(0.1);
-    EXPECT_NEAR(strip.position(), 0.5, 0.01) << "the drive that plays on does not take it from the hand";
-    QTest::mouseMove(&strip, {500, 40});
-    QTest::mouseRelease(&strip, Qt::LeftButton, {}, {500, 40});
-    EXPECT_EQ(moves.size(), 2U);
-    EXPECT_EQ(strip.position(), 1) << "outside is at the end";
-    strip.setPosition(0.1);
-    EXPECT_EQ(strip.position(), 0.1);
 }
