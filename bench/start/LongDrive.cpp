@@ -1,5 +1,6 @@
-// Plays a drive of eight hours, a file of a minute after the other, with the pointer over slider and strip,
-// and says how much memory the program has taken by then. usage: long_drive [TIMES]
+// Plays a drive of eight hours, a file of a minute after the other, the rear camera in the corner, with the
+// pointer over slider and strip, and says how much memory the program has taken by then. Every tenth file
+// comes to its end and the next follows by itself, the others are left before. usage: long_drive [TIMES]
 
 #include "app/ZVKAppDelegate.h"
 #include "lib/DriveStrip.h"
@@ -57,7 +58,6 @@ void writeDrive(const TempFolder& folder)
             "-preset", "ultrafast", "-b:v", "300k", "-g", "10", "-pix_fmt", "yuv420p", "-f", "avi",
             QString::fromStdString(film)});
     const std::string bytes = contents(film);
-    std::filesystem::remove(film);
     for (int i = 0; i < recordings; ++i) {
         const auto all = std::as_bytes(std::span(bytes));
         std::vector<std::byte> avi(all.begin(), all.end());
@@ -65,7 +65,10 @@ void writeDrive(const TempFolder& folder)
         char name[64];
         std::snprintf(name, sizeof name, "alwa_20240518_%02d%02d00_F.avi", 6 + i / 60, i % 60);
         folder.file(name, avi);
+        std::snprintf(name, sizeof name, "alwa_20240518_%02d%02d00_R.avi", 6 + i / 60, i % 60);
+        std::filesystem::create_hard_link(film, folder.path(name));
     }
+    std::filesystem::remove(film);
 }
 
 double residentMegabytes()
@@ -103,8 +106,11 @@ bool playDrive(ZVKAppDelegate& program)
     const auto& tip = *window.findChild<PreviewTip*>("previewTip");
     PlaybackSession& session = program.playback();
     const auto plays = [&](int recording) {
-        return session.index() == recording && session.state() == PlaybackSession::State::open
+        return session.index() == 2 * recording && session.state() == PlaybackSession::State::open
             && session.player().isPlaying() && session.player().position() > 0;
+    };
+    const auto showsBoth = [&] {
+        return session.player().shownCameraView() == platform::CameraView::pictureInPicture;
     };
     auto& strip = *window.findChild<QWidget*>("driveStrip");
     program.clickDrivesViewButton();
@@ -119,13 +125,20 @@ bool playDrive(ZVKAppDelegate& program)
             std::fprintf(stderr, "recording %d does not play\n", i);
             return false;
         }
+        if (i == 0)
+            program.nextCamera(), program.nextCamera();
+        if (!waitFor(showsBoth, 5000))
+            std::fprintf(stderr, "recording %d: the rear camera is missing\n", i);
         if (!sweep(*window.findChild<QWidget*>("videoPositionSlider"), tip) || !sweep(strip, tip))
             std::fprintf(stderr, "recording %d: a picture is missing\n", i);
         if ((i + 1) % 60 == 0) {
             std::printf("%3d recordings: %.0f MB\n", i + 1, residentMegabytes());
             std::fflush(stdout);
         }
-        program.playFollowing();
+        if ((i + 1) % 10 == 0)
+            program.goToEnd();
+        else
+            program.playFollowing();
     }
     return true;
 }
