@@ -49,6 +49,11 @@ void MpvPlayer::stepArrived()
 {
     constexpr double sameMoment = 0.0005;
     file.stage = SeekStage::none;
+    // It was told to play on while mpv made the step, and paused after it.
+    if (!paused) {
+        watchEnd();
+        setMpvFlag(mpv.get(), "pause", false);
+    }
     const double way = file.time - file.timeBeforeStep;
     const bool hasMoved = (file.stepsOn ? way : -way) > sameMoment;
     if (hasMoved || !file.stepsOn)

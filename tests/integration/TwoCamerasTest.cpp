@@ -421,6 +421,21 @@ TEST_F(FrameStepTest, StaysAtTheFirstAndTheLastPicture)
     EXPECT_TRUE(reachesEnd());
 }
 
+TEST_F(FrameStepTest, PlaysOnWhenAskedToWhileAStepIsMade)
+{
+    counted(folder.path("silent.avi"), Camera::front, "320x240", 30, 2, {"-c:v", "mpeg4", "-an"});
+    for (const auto& path : {countedFile(Camera::front), folder.path("silent.avi")}) {
+        for (const int step : {1, -1, 3}) {
+            SCOPED_TRACE(path + " " + std::to_string(step));
+            ASSERT_TRUE(plays(path));
+            ASSERT_TRUE(rests(1000));
+            player->stepFrame(step);
+            player->play();
+            EXPECT_TRUE(reachesEnd());
+        }
+    }
+}
+
 TEST_F(FrameStepTest, KeepsEveryRate)
 {
     counted(folder.path("long.avi"), Camera::front, "160x120", 30, 16);
