@@ -1,5 +1,6 @@
 #include "drives/DriveFigures.h"
 
+#include "media/RecordingLength.h"
 #include "telemetry/ZVKBlackBoxData.h"
 
 #include <algorithm>
@@ -67,6 +68,12 @@ double secondsOf(const std::optional<std::chrono::microseconds>& length, const R
     return told <= longest ? static_cast<double>(told) / 1000 : 0;
 }
 
+double secondsOfFile(const Take& take, const std::string& file, const RecordingFigures& figures)
+{
+    const bool isRear = take.rear && take.rear->path() == file;
+    return secondsOf(isRear ? recordingLengthOfFile(file) : take.length, figures);
+}
+
 DriveFigures figuresOf(const Drive& drive, std::stop_token stop)
 {
     DriveFigures figures;
@@ -76,7 +83,7 @@ DriveFigures figuresOf(const Drive& drive, std::stop_token stop)
         auto told = toldBy(take, figures.unread, stop);
         if (!told)
             continue;
-        const double seconds = secondsOf(take.length, told->figures);
+        const double seconds = secondsOfFile(take, told->file, told->figures);
         for (const size_t fresh : sum.add(told->figures)) {
             const Moment& moment = told->figures.moments[fresh];
             figures.moments.push_back(

@@ -34,6 +34,10 @@ std::optional<RecordingFigures> figuresOfFile(const std::string& path, std::stop
 /// How long a recording plays as far as it is known: by its header, else by the times of its telemetry.
 double secondsOf(const std::optional<std::chrono::microseconds>& length, const RecordingFigures& figures);
 
+/// The same for one of the take's two files, of which the rear one may be longer or shorter. Blocks as long
+/// as the card.
+double secondsOfFile(const Take& take, const std::string& file, const RecordingFigures& figures);
+
 /// Reads the telemetry of a whole drive: of each take the front recording's, or the rear one's where the
 /// front has none. Ends early when a stop is requested.
 DriveFigures figuresOf(const Drive& drive, std::stop_token stop = {});

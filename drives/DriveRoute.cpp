@@ -38,11 +38,14 @@ std::vector<RoutePart> routeOf(const Drive& drive, std::stop_token stop)
     std::vector<RoutePart> route;
     for (size_t i = 0; i < drive.takes.size() && !stop.stop_requested(); ++i) {
         const Take& take = drive.takes[i];
-        auto figures = figuresOfFile(take.first.path(), stop);
-        if ((!figures || figures->track.empty()) && take.rear)
-            figures = figuresOfFile(take.rear->path(), stop);
+        const std::string* file = &take.first.path();
+        auto figures = figuresOfFile(*file, stop);
+        if ((!figures || figures->track.empty()) && take.rear) {
+            file = &take.rear->path();
+            figures = figuresOfFile(*file, stop);
+        }
         if (figures)
-            addParts(route, i, *figures, secondsOf(take.length, *figures));
+            addParts(route, i, *figures, secondsOfFile(take, *file, *figures));
     }
     return route;
 }

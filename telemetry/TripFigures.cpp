@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <numbers>
 
 namespace {
@@ -73,17 +75,43 @@ double drivenBetween(const TrackPoint& before, const TrackPoint& after)
 
 bool TripFigures::isTold(int64_t stamp) const
 {
-    return std::ranges::any_of(
-        told, [&](const auto& span) { return stamp >= span.first && stamp <= span.second; });
+    const auto after = told.upper_bound(stamp);
+    return after != told.begin() && stamp <= std::prev(after)->second;
+}
+
+/// Overlapping spans become one, so that one look tells.
+void TripFigures::addSpan(std::pair<int64_t, int64_t> span)
+{
+    auto at = told.upper_bound(span.first);
+    if (at != told.begin() && std::prev(at)->second >= span.first)
+        --at;
+    for (; at != told.end() && at->first <= span.second; at = told.erase(at))
+        span = {std::min(span.first, at->first), std::max(span.second, at->second)};
+    told.emplace(span);
+}
+
+/// In a time that was told, too, unless it is a moment that was: the camera's clock may have been set back.
+bool TripFigures::isNew(const Moment& moment)
+{
+    constexpr int64_t same = 1000; // milliseconds
+    constexpr int64_t first = std::numeric_limits<int64_t>::min();
+    const auto& stamps = moments[moment.kind];
+    const auto near = stamps.lower_bound(moment.stamp < first + same ? first : moment.stamp - same);
+    const bool isNear = near != stamps.end()
+        && (*near <= moment.stamp
+            || static_cast<uint64_t>(*near) - static_cast<uint64_t>(moment.stamp) <= uint64_t(same));
+    return !isNear || !isTold(moment.stamp);
 }
 
 std::vector<size_t> TripFigures::add(const RecordingFigures& recording)
 {
     std::vector<size_t> fresh;
     for (size_t i = 0; i < recording.moments.size(); ++i) {
-        if (!isTold(recording.moments[i].stamp))
+        if (isNew(recording.moments[i]))
             fresh.push_back(i);
     }
+    for (const size_t i : fresh)
+        moments[recording.moments[i].kind].insert(recording.moments[i].stamp);
     for (const TrackSegment& segment : recording.track) {
         for (const TrackPoint& point : segment) {
             if (!isTold(point.nTimestamp))
@@ -93,7 +121,7 @@ std::vector<size_t> TripFigures::add(const RecordingFigures& recording)
     strongest = std::max(strongest, recording.strongestG);
     samples = samples || recording.sampleCount > 0;
     if (recording.span && isRecordingLong(*recording.span))
-        told.push_back(*recording.span);
+        addSpan(*recording.span);
     return fresh;
 }
 

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -44,9 +46,12 @@ public:
 
 private:
     bool isTold(int64_t stamp) const;
+    void addSpan(std::pair<int64_t, int64_t> span);
+    bool isNew(const Moment& moment);
     void addPoint(const TrackPoint& point);
 
-    std::vector<std::pair<int64_t, int64_t>> told; // spans of the recordings before
+    std::map<int64_t, int64_t> told; // spans of the recordings before, none touches another
+    std::map<Moment::Kind, std::set<int64_t>> moments; // their stamps
     std::optional<TrackPoint> lastPoint;
     double kilometres = 0;
     double fastest = 0;

@@ -179,6 +179,27 @@ TEST_F(DriveFiguresOf, ARearRecordingTellsWhatTheFrontDoesNot)
     EXPECT_THAT(all[0].unread, testing::ElementsAre(card.path("alwa_20240518_181300_F.avi")));
 }
 
+TEST_F(DriveFiguresOf, ARearRecordingsMomentIsWhereItsOwnLengthPutsIt)
+{
+    card.file("alwa_20240518_181200_F.avi", recordingFile(60));
+    card.file(
+        "alwa_20240518_181200_R.avi", recordingFile(30, Minute().sample(300, 64, -32 - 512, 250).sideData()));
+    const auto all = figures();
+    ASSERT_EQ(all.size(), 1u);
+    ASSERT_EQ(all[0].moments.size(), 1u);
+    EXPECT_DOUBLE_EQ(all[0].moments[0].seconds, 15);
+}
+
+TEST_F(DriveFiguresOf, AClockThatIsSetBackLosesNoMoment)
+{
+    add("alwa_20240518_181200.avi", Minute().sample(300, 64, -32 - 512, 250));
+    add("alwa_20240518_181230.avi", Minute(start + 30'000).sample(100, 64, -32 - 512, 250));
+    add("alwa_20240518_181240.avi", Minute().sample(300, 64, -32 - 512, 250));
+    const auto all = figures();
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].moments.size(), 2u) << "at 30 and 40 seconds; the third is the first, told again";
+}
+
 TEST_F(DriveFiguresOf, DamagedTimesHideNothing)
 {
     add("alwa_20240518_181200.avi", Minute(std::numeric_limits<int64_t>::min() / 2).speeds(0, {50}));
