@@ -93,6 +93,8 @@ public:
     /// while another start is pending.
     bool playAtIndex(int64_t index);
     bool playNext();
+    /// The file at hand from its start, as a part of its drive where it was one.
+    void playAgain();
     // What the user chooses takes the place of a start that is pending.
     /// A row of the list; beyond its ends nothing happens.
     void playEntry(int64_t row);

@@ -33,6 +33,12 @@ bool PlaybackSession::playAtIndex(int64_t index)
     return start(std::clamp<int64_t>(index, 0, mediaList.count() - 1), {});
 }
 
+void PlaybackSession::playAgain()
+{
+    if (mediaIndex >= 0 && mediaIndex < mediaList.count() && !isWaiting())
+        start(mediaIndex, {0, arrived.ofDrive, arrived.ofDrive, false});
+}
+
 bool PlaybackSession::start(int64_t index, const Arrival& arrival)
 {
     forgetPendingStart(State::preparing);
@@ -67,8 +73,10 @@ void PlaybackSession::goTo(int64_t index, const Arrival& arrival)
     if (isWaiting()) {
         arrived.seconds = arrival.seconds;
         arrived.staysPaused = arrival.staysPaused;
+        arrived.ofDrive = arrival.ofDrive;
         return;
     }
+    arrived.ofDrive = arrival.ofDrive;
     beginSeek();
     const auto target = platform::MediaTime::timeWithInt(int64_t(arrival.seconds * 1000));
     player1->setTime(target);

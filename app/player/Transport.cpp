@@ -62,7 +62,7 @@ void Transport::clickPlayButton(int64_t selectedRow, double shownPosition)
     const bool isReplay = breaksOff || shownPosition >= endPosition;
     if (isReplay && session.playsEntry(session.index())) {
         player.setMedia(nullptr);
-        session.playAtIndex(session.index());
+        session.playAgain();
     } else if (isReplay) {
         session.restartMedia();
     } else {
