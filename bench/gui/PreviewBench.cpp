@@ -2,13 +2,13 @@
 // wish in the main thread to the picture there.
 
 #include "app/previews/PreviewReader.h"
+#include "bench/Film.h"
 #include "platform/Previews.h"
 #include "platform/av/AvPreviews.h"
 #include "platform/qt/QtDispatcher.h"
 #include "tests/support/TempFolder.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -18,10 +18,7 @@ namespace {
 
 void film(const std::string& path, int64_t keyDistance)
 {
-    QProcess::execute("ffmpeg",
-        {"-v", "error", "-f", "lavfi", "-i", "testsrc2=size=1920x1080:rate=30:duration=25", "-c:v", "libx264",
-            "-preset", "ultrafast", "-b:v", "9M", "-g", QString::number(keyDistance), "-pix_fmt", "yuv420p",
-            QString::fromStdString(path)});
+    writeFilm(path, "1920x1080:rate=30:duration=25", "-b:v 9M -g " + std::to_string(keyDistance));
 }
 
 void previewPicture(benchmark::State& state)

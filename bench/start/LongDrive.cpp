@@ -3,6 +3,7 @@
 // comes to its end and the next follows by itself, the others are left before. usage: long_drive [TIMES]
 
 #include "app/ZVKAppDelegate.h"
+#include "bench/Film.h"
 #include "lib/DriveStrip.h"
 #include "lib/PositionSlider.h"
 #include "lib/PreviewTip.h"
@@ -15,7 +16,6 @@
 #include <QElapsedTimer>
 #include <QListView>
 #include <QMouseEvent>
-#include <QProcess>
 #include <QTimer>
 
 #include <cstdio>
@@ -53,10 +53,7 @@ SideDataWriter telemetryOf(int recording)
 void writeDrive(const TempFolder& folder)
 {
     const std::string film = folder.path("film");
-    QProcess::execute("ffmpeg",
-        {"-v", "error", "-f", "lavfi", "-i", "testsrc2=size=640x360:rate=10:duration=60", "-c:v", "libx264",
-            "-preset", "ultrafast", "-b:v", "300k", "-g", "10", "-pix_fmt", "yuv420p", "-f", "avi",
-            QString::fromStdString(film)});
+    writeFilm(film, "640x360:rate=10:duration=60", "-b:v 300k -g 10");
     const std::string bytes = contents(film);
     for (int i = 0; i < recordings; ++i) {
         const auto all = std::as_bytes(std::span(bytes));
