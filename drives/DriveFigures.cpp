@@ -74,13 +74,15 @@ double secondsOfFile(const Take& take, const std::string& file, const RecordingF
     return secondsOf(isRear ? recordingLengthOfFile(file) : take.length, figures);
 }
 
-DriveFigures figuresOf(const Drive& drive, std::stop_token stop)
+DriveFigures figuresOf(const Drive& drive, std::stop_token stop, std::atomic<size_t>* takesRead)
 {
     DriveFigures figures;
     TripFigures sum;
     for (size_t i = 0; i < drive.takes.size() && !stop.stop_requested(); ++i) {
         const Take& take = drive.takes[i];
         auto told = toldBy(take, figures.unread, stop);
+        if (takesRead)
+            ++*takesRead;
         if (!told)
             continue;
         const double seconds = secondsOfFile(take, told->file, told->figures);

@@ -3,6 +3,7 @@
 #include "media/Drives.h"
 #include "telemetry/TripFigures.h"
 
+#include <atomic>
 #include <cstddef>
 #include <optional>
 #include <stop_token>
@@ -39,5 +40,6 @@ double secondsOf(const std::optional<std::chrono::microseconds>& length, const R
 double secondsOfFile(const Take& take, const std::string& file, const RecordingFigures& figures);
 
 /// Reads the telemetry of a whole drive: of each take the front recording's, or the rear one's where the
-/// front has none. Ends early when a stop is requested.
-DriveFigures figuresOf(const Drive& drive, std::stop_token stop = {});
+/// front has none. Ends early when a stop is requested. Counts the takes that were read.
+DriveFigures figuresOf(
+    const Drive& drive, std::stop_token stop = {}, std::atomic<size_t>* takesRead = nullptr);

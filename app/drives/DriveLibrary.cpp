@@ -5,6 +5,25 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// Counts for one whose length was not read yet.
+constexpr std::chrono::minutes usualLength(1);
+/// Drives are told anew after so much reading.
+constexpr std::chrono::milliseconds readBudget(500);
+constexpr std::chrono::seconds patienceForOneFile(10);
+/// Each keeps a thread for as long as it hangs.
+constexpr size_t mostHungFiles = 3;
+
+bool hasSameTakes(const Drive& one, const Drive& other)
+{
+    return std::ranges::equal(
+        one.takes, other.takes, {}, [](const Take& take) { return take.first.path(); },
+        [](const Take& take) { return take.first.path(); });
+}
+
+} // namespace
+
 DriveLibrary::DriveLibrary(platform::Dispatcher& queues, Told listener)
     : dispatcher(queues),
       told(std::move(listener))
@@ -13,39 +32,147 @@ DriveLibrary::DriveLibrary(platform::Dispatcher& queues, Told listener)
 
 DriveLibrary::~DriveLibrary()
 {
-    stop.request_stop();
+    lengthReading.end();
+    figureReading.end();
 }
 
-void DriveLibrary::setRecordings(std::vector<ZVKMedia> recordings)
+void DriveLibrary::Reading::begin()
+{
+    end();
+    stop = std::stop_source();
+    progress = std::make_shared<std::atomic<size_t>>(0);
+    seen = 0;
+}
+
+void DriveLibrary::Reading::end()
 {
     stop.request_stop();
-    stop = std::stop_source();
-    reading.renew();
+    life.renew();
+}
+
+/// Since the last time that this was asked.
+bool DriveLibrary::Reading::goesOn()
+{
+    const size_t now = *progress;
+    return std::exchange(seen, now) != now;
+}
+
+void DriveLibrary::setRecordings(std::vector<ZVKMedia> listed)
+{
+    lengthReading.end();
+    figureReading.end();
+    recordings = std::make_shared<const std::vector<ZVKMedia>>(std::move(listed));
+    lengths.clear();
     found.clear();
+    measured.clear();
     known.clear();
     places.clear();
     wanted.clear();
+    hung = 0;
     readingFigures = false;
-    readingLengths = !recordings.empty();
+    readingLengths = !recordings->empty();
     told.listed();
-    if (!readingLengths)
-        return;
-    dispatcher.inBackgroundThen(
-        [medias = std::move(recordings), token = stop.get_token()] {
-            return drivesOf(medias, [&](const ZVKMedia& media) {
-                return token.stop_requested() ? std::nullopt : recordingLengthOfFile(media.path());
-            });
-        },
-        reading.guarded([this](std::vector<Drive> drives) { drivesFound(std::move(drives)); }));
+    if (readingLengths)
+        readLengths({});
 }
 
-void DriveLibrary::drivesFound(std::vector<Drive> drives)
+/// In the order in which they are wanted.
+std::vector<std::string> DriveLibrary::unmeasured() const
 {
-    readingLengths = false;
+    std::vector<std::string> order;
+    const auto add = [&](const ZVKMedia& media) {
+        if (!lengths.contains(media.path()))
+            order.push_back(media.path());
+    };
+    for (const size_t drive : wanted) {
+        if (drive >= found.size())
+            continue;
+        for (const Take& take : found[drive].takes)
+            add(take.first);
+    }
+    for (const ZVKMedia& media : *recordings)
+        add(media);
+    return order;
+}
+
+/// Reads until the budget is spent; without one the drives by what is known.
+void DriveLibrary::readLengths(std::chrono::milliseconds budget)
+{
+    auto order = budget.count() > 0 ? unmeasured() : std::vector<std::string>();
+    lengthReading.begin();
+    dispatcher.inBackgroundThen(
+        [from = recordings, read = lengths, order, budget, progress = lengthReading.progress,
+            token = lengthReading.stop.get_token()]() mutable {
+            const auto end = std::chrono::steady_clock::now() + budget;
+            for (const std::string& path : order) {
+                if (token.stop_requested() || std::chrono::steady_clock::now() > end)
+                    break;
+                read.try_emplace(path, recordingLengthOfFile(path));
+                ++*progress;
+            }
+            auto drives = drivesOf(*from, [&](const ZVKMedia& media) {
+                const auto at = read.find(media.path());
+                return at == read.end() ? usualLength : at->second;
+            });
+            return Piece{std::move(read), std::move(drives)};
+        },
+        lengthReading.life.guarded([this](Piece piece) { lengthsRead(std::move(piece)); }));
+    if (!order.empty())
+        watchLengths(order);
+}
+
+/// A file that hangs has no length, and the others go on without it.
+void DriveLibrary::watchLengths(const std::vector<std::string>& order)
+{
+    dispatcher.after(patienceForOneFile, lengthReading.life.guarded([this, order] {
+        const bool goesOn = lengthReading.goesOn();
+        const size_t at = lengthReading.seen;
+        if (goesOn || at >= order.size())
+            return watchLengths(order);
+        lengths.try_emplace(order[at], std::nullopt);
+        ++hung;
+        readLengths(hasGivenUp() ? std::chrono::milliseconds(0) : readBudget);
+    }));
+}
+
+void DriveLibrary::lengthsRead(Piece piece)
+{
+    lengthReading.end();
+    lengths = std::move(piece.lengths);
+    readingLengths = !hasGivenUp() && !unmeasured().empty();
+    group(std::move(piece.drives));
+    if (readingLengths)
+        readLengths(readBudget);
+}
+
+/// Figures of drives that have the same takes as before stay.
+void DriveLibrary::group(std::vector<Drive> drives)
+{
+    const bool isSame = std::ranges::equal(found, drives, hasSameTakes);
+    if (!isSame) {
+        std::vector<std::optional<DriveFigures>> kept(drives.size());
+        for (size_t i = 0; i < drives.size(); ++i) {
+            const auto before = driveOf(drives[i].takes.front().first.path());
+            if (before && hasSameTakes(found[*before], drives[i]))
+                kept[i] = std::move(known[*before]);
+        }
+        known = std::move(kept);
+        wanted.clear();
+    }
     found = std::move(drives);
-    known.resize(found.size());
+    measured.clear();
+    for (const Drive& drive : found)
+        measured.push_back(std::ranges::all_of(
+            drive.takes, [this](const Take& take) { return lengths.contains(take.first.path()); }));
     findPlaces();
-    told.listed();
+    isSame ? told.measured() : told.listed();
+    readNext();
+}
+
+/// The card itself seems to hang.
+bool DriveLibrary::hasGivenUp() const
+{
+    return hung >= mostHungFiles;
 }
 
 void DriveLibrary::movedTo(const std::string& from, const std::string& to)
@@ -100,27 +227,47 @@ void DriveLibrary::lookAt(std::vector<size_t> drives)
 
 void DriveLibrary::readNext()
 {
-    if (readingFigures)
+    if (readingFigures || hasGivenUp())
         return;
     const auto next =
-        std::ranges::find_if(wanted, [&](size_t drive) { return drive < known.size() && !known[drive]; });
+        std::ranges::find_if(wanted, [&](size_t drive) { return isMeasured(drive) && !known[drive]; });
     if (next == wanted.end())
         return;
     readingFigures = true;
+    figureReading.begin();
+    const Drive& drive = found[*next];
     dispatcher.inBackgroundThen(
-        [drive = found[*next], token = stop.get_token()] {
-            DriveFigures figures = figuresOf(drive, token);
+        [drive, progress = figureReading.progress, token = figureReading.stop.get_token()] {
+            DriveFigures figures = figuresOf(drive, token, progress.get());
             figures.track.clear();
             return figures;
         },
-        reading.guarded(
-            [this, drive = *next](DriveFigures figures) { figuresRead(drive, std::move(figures)); }));
+        figureReading.life.guarded(
+            [this, drive](DriveFigures figures) { figuresRead(drive, std::move(figures)); }));
+    watchFigures(drive);
 }
 
-void DriveLibrary::figuresRead(size_t drive, DriveFigures figures)
+/// A drive with a file that hangs has no figures, and others are read.
+void DriveLibrary::watchFigures(const Drive& drive)
 {
+    dispatcher.after(patienceForOneFile, figureReading.life.guarded([this, drive] {
+        if (figureReading.goesOn())
+            return watchFigures(drive);
+        ++hung;
+        DriveFigures none;
+        none.unread.push_back(drive.takes[std::min(figureReading.seen, drive.takes.size() - 1)].first.path());
+        figuresRead(drive, std::move(none));
+    }));
+}
+
+void DriveLibrary::figuresRead(const Drive& drive, DriveFigures figures)
+{
+    figureReading.end();
     readingFigures = false;
-    known[drive] = std::move(figures);
-    told.figured(drive);
+    const auto at = driveOf(drive.takes.front().first.path());
+    if (at && hasSameTakes(found[*at], drive)) {
+        known[*at] = std::move(figures);
+        told.figured(*at);
+    }
     readNext();
 }

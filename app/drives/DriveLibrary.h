@@ -4,8 +4,11 @@
 #include "drives/DriveFigures.h"
 #include "platform/Dispatcher.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <stop_token>
@@ -13,14 +16,17 @@
 #include <unordered_map>
 #include <vector>
 
-/// The drives that the recordings of a folder make. Lengths and telemetry are read in the background,
-/// telemetry drive by drive in the order in which the drives are looked at; nothing waits for it. What was
-/// asked for before the recordings changed is dropped. Main thread only.
+/// The drives that the recordings of a folder make: at once as if each recording lasted a minute, and again
+/// as their lengths become known. Lengths, and then telemetry, are read in the background, of the drives that
+/// are looked at first; nothing waits for them. A file that hangs is given up, and after a few of them the
+/// rest stays unread. What was asked for before the recordings changed is dropped. Main thread only.
 class DriveLibrary {
 public:
     struct Told {
-        /// The drives of the recordings are known, or there are none any more.
+        /// Other drives are known than before, or none any more.
         std::function<void()> listed;
+        /// The same drives; lengths of recordings were read.
+        std::function<void()> measured;
         /// The figures of that drive were read.
         std::function<void(size_t drive)> figured;
     };
@@ -35,7 +41,10 @@ public:
     void movedTo(const std::string& from, const std::string& to);
 
     const std::vector<Drive>& drives() const { return found; }
+    /// Whether there may be others, or other lengths, yet.
     bool isReading() const { return readingLengths; }
+    /// Whether the lengths of all its recordings were read, so that its end is known.
+    bool isMeasured(size_t drive) const { return drive < measured.size() && measured[drive]; }
     /// Null until they were read. The track is left out.
     const DriveFigures* figures(size_t drive) const;
     /// The drive with a recording of that path.
@@ -53,19 +62,46 @@ private:
         size_t drive;
         size_t take;
     };
+    using Lengths = std::unordered_map<std::string, std::optional<std::chrono::microseconds>>;
+    /// What was read in one go, and the drives by all that is known then.
+    struct Piece {
+        Lengths lengths;
+        std::vector<Drive> drives;
+    };
+    /// A read in the background that may hang.
+    struct Reading {
+        Life life;
+        std::stop_source stop;
+        std::shared_ptr<std::atomic<size_t>> progress; ///< files that were read
+        size_t seen = 0; ///< of the progress
+
+        void begin();
+        void end();
+        bool goesOn();
+    };
+    std::vector<std::string> unmeasured() const;
+    void readLengths(std::chrono::milliseconds budget);
+    void watchLengths(const std::vector<std::string>& order);
+    void lengthsRead(Piece piece);
+    void group(std::vector<Drive> drives);
     void findPlaces();
-    void drivesFound(std::vector<Drive> drives);
+    bool hasGivenUp() const;
     void readNext();
-    void figuresRead(size_t drive, DriveFigures figures);
+    void watchFigures(const Drive& drive);
+    void figuresRead(const Drive& drive, DriveFigures figures);
 
     platform::Dispatcher& dispatcher;
     Told told;
+    std::shared_ptr<const std::vector<ZVKMedia>> recordings;
+    Lengths lengths; // that were read, by path
     std::vector<Drive> found;
+    std::vector<bool> measured; // parallel to `found`
     std::vector<std::optional<DriveFigures>> known; // parallel to `found`
     std::vector<size_t> wanted;
     std::unordered_map<std::string, Where> places; // of the recordings, by path
     bool readingLengths = false;
     bool readingFigures = false;
-    std::stop_source stop;
-    Life reading; // of the recordings at hand
+    size_t hung = 0; // files that were given up
+    Reading lengthReading;
+    Reading figureReading;
 };

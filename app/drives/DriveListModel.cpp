@@ -34,19 +34,35 @@ QString dayText(const Drive& drive)
     return locale().toString(dateTimeOf(drive.start()).date(), platform::localized("drives.day_format"));
 }
 
-QString timesText(const Drive& drive)
+/// What there is to tell of a drive.
+struct Row {
+    const Drive& drive;
+    const DriveFigures* figures; // null until they are known
+    bool isMeasured;
+    bool showsMiles;
+};
+
+/// For what is not known yet.
+const QString unknown = QStringLiteral("…");
+
+QString timesText(const Row& row)
 {
-    const QDateTime start = dateTimeOf(drive.start());
-    const QDateTime end = dateTimeOf(drive.end);
-    QString text = start.toString("HH:mm") + QStringLiteral(" – ") + end.toString("HH:mm");
+    const QDateTime start = dateTimeOf(row.drive.start());
+    QString text = start.toString("HH:mm") + QStringLiteral(" – ");
+    if (!row.isMeasured)
+        return text + unknown;
+    const QDateTime end = dateTimeOf(row.drive.end);
+    text += end.toString("HH:mm");
     if (const auto days = start.date().daysTo(end.date()); days > 0)
         text += QStringLiteral(" (+%1)").arg(days);
     return text;
 }
 
-QString lengthText(const Drive& drive)
+QString lengthText(const Row& row)
 {
-    const auto seconds = std::chrono::round<std::chrono::seconds>(drive.end - drive.start()).count();
+    if (!row.isMeasured)
+        return unknown;
+    const auto seconds = std::chrono::round<std::chrono::seconds>(row.drive.end - row.drive.start()).count();
     if (seconds < 60)
         return platform::localized("drives.seconds").arg(seconds);
     if (seconds < 3600)
@@ -54,11 +70,13 @@ QString lengthText(const Drive& drive)
     return platform::localized("drives.hours").arg(seconds / 3600).arg(seconds / 60 % 60);
 }
 
-QString figuresText(const Drive& drive, const DriveFigures* figures, bool showsMiles)
+QString figuresText(const Row& row)
 {
-    QStringList parts{lengthText(drive)};
+    QStringList parts{lengthText(row)};
+    const DriveFigures* figures = row.figures;
     if (!figures)
         return parts.join(QString());
+    const bool showsMiles = row.showsMiles;
     const double unit = showsMiles ? kilometresPerMile : 1;
     if (figures->distanceKm)
         parts += locale().toString(*figures->distanceKm / unit, 'f', 1) + (showsMiles ? " mi" : " km");
@@ -98,14 +116,14 @@ QString momentsText(const DriveFigures* figures)
                       : platform::localized("drives.moments").arg(count);
 }
 
-QString wholeText(const Drive& drive, const DriveFigures* figures, bool showsMiles)
+QString wholeText(const Row& row)
 {
     QStringList names;
-    for (const QString& key : kindsOf(drive, &Kind::text))
+    for (const QString& key : kindsOf(row.drive, &Kind::text))
         names += platform::localized(key.toStdString());
-    QString text = dayText(drive) + ", " + timesText(drive) + ", " + figuresText(drive, figures, showsMiles)
-        + ", " + names.join(", ");
-    if (const QString moments = momentsText(figures); !moments.isEmpty())
+    QString text =
+        dayText(row.drive) + ", " + timesText(row) + ", " + figuresText(row) + ", " + names.join(", ");
+    if (const QString moments = momentsText(row.figures); !moments.isEmpty())
         text += ", " + moments;
     return text;
 }
@@ -134,6 +152,11 @@ void DriveListModel::driveChanged(size_t drive)
 void DriveListModel::setShowsMiles(bool miles)
 {
     showsMiles = miles;
+    drivesChanged();
+}
+
+void DriveListModel::drivesChanged()
+{
     if (rowCount() > 0)
         emit dataChanged(index(0), index(rowCount() - 1));
 }
@@ -147,25 +170,24 @@ QVariant DriveListModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return {};
-    const auto row = size_t(index.row());
-    const Drive& drive = library.drives()[row];
-    const DriveFigures* figures = library.figures(row);
+    const auto at = size_t(index.row());
+    const Row row{library.drives()[at], library.figures(at), library.isMeasured(at), showsMiles};
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return wholeText(drive, figures, showsMiles);
+        return wholeText(row);
     case dayRole:
-        return dayText(drive);
+        return dayText(row.drive);
     case timesRole:
-        return timesText(drive);
+        return timesText(row);
     case figuresRole:
-        return figuresText(drive, figures, showsMiles);
+        return figuresText(row);
     case momentsRole:
-        return momentsText(figures);
+        return momentsText(row.figures);
     case kindsRole:
-        return kindsOf(drive, &Kind::image);
+        return kindsOf(row.drive, &Kind::image);
     case pictureRole:
-        return pictures.picture(row);
+        return pictures.picture(at);
     default:
         return {};
     }

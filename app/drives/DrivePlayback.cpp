@@ -44,6 +44,27 @@ bool DrivePlayback::plays(const Drive& drive) const
         && takes.front().first.path() == drive.takes.front().first.path();
 }
 
+bool DrivePlayback::update(const Drive& drive)
+{
+    const auto path = [](const Take& take) { return take.first.path(); };
+    const auto isSame = [](const Take& one, const Take& other) {
+        return one.first.path() == other.first.path() && one.rear.has_value() == other.rear.has_value()
+            && one.length == other.length;
+    };
+    if (!isActive() || std::ranges::equal(takes, drive.takes, isSame))
+        return false;
+    const auto atHand = std::ranges::find(drive.takes, takes[current].first.path(), path);
+    if (atHand == drive.takes.end())
+        return false;
+    current = size_t(atHand - drive.takes.begin());
+    takes = drive.takes;
+    timeline = DriveTimeline(drive);
+    found.clear();
+    findRows();
+    changed();
+    return true;
+}
+
 void DrivePlayback::setMoments(std::vector<DriveMoment> moments)
 {
     found = std::move(moments);

@@ -22,6 +22,8 @@ public:
     void play(const Drive& drive, const std::optional<DriveMoment>& moment = {});
     /// Whether it is the drive that is played.
     bool plays(const Drive& drive) const;
+    /// The drive that plays has these takes and lengths. False when that was known, or it is no part of it.
+    bool update(const Drive& drive);
     /// What is known of the drive that plays.
     void setMoments(std::vector<DriveMoment> found);
     bool isActive() const { return !takes.empty(); }

@@ -17,7 +17,8 @@ DrivesPanel::DrivesPanel(
     platform::Dispatcher& dispatcher, Ui::DrivesPanel& widgets, PreviewReader& previews, Told listener)
     : outlets(widgets),
       told(std::move(listener)),
-      drives(dispatcher, {[this] { listed(); }, [this](size_t drive) { figured(drive); }}),
+      drives(dispatcher,
+          {[this] { listed(); }, [this] { measured(); }, [this](size_t drive) { figured(drive); }}),
       pictures(previews, drives, [this](size_t drive) { model->driveChanged(drive); }),
       model(new DriveListModel(drives, pictures, widgets.drivesListView)),
       moments(new MomentsModel(widgets.momentsTableView))
@@ -33,6 +34,7 @@ DrivesPanel::DrivesPanel(
     QObject::connect(bar, &QScrollBar::valueChanged, &view, [this] { lookAtVisible(); });
     QObject::connect(bar, &QScrollBar::rangeChanged, &view, [this] { lookAtVisible(); });
     QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, &view, [this] {
+        noteCurrent();
         lookAtVisible();
         showMoments();
     });
@@ -60,6 +62,7 @@ void DrivesPanel::setRecordings(std::vector<ZVKMedia> recordings)
 void DrivesPanel::movedTo(const std::string& from, const std::string& to)
 {
     drives.movedTo(from, to);
+    noteCurrent();
     lookAtVisible();
 }
 
@@ -76,14 +79,35 @@ void DrivesPanel::setShowsMiles(bool miles)
 
 void DrivesPanel::listed()
 {
+    const std::string current = currentPath;
+    const std::string top = topPath;
     model->reload();
     const bool isEmpty = drives.drives().empty();
     outlets.drivesListView->setVisible(!isEmpty);
     outlets.drivesStateLabel->setVisible(isEmpty);
     outlets.drivesStateLabel->setText(
         platform::localized(drives.isReading() ? "drives.reading" : "drives.none"));
+    QListView& view = *outlets.drivesListView;
+    if (const auto drive = drives.driveOf(top))
+        view.scrollTo(model->index(int(*drive)), QListView::PositionAtTop);
+    if (const auto drive = drives.driveOf(current))
+        view.selectionModel()->setCurrentIndex(
+            model->index(int(*drive)), QItemSelectionModel::ClearAndSelect);
     showMoments();
     lookAtVisible();
+    told.changed();
+}
+
+void DrivesPanel::measured()
+{
+    model->drivesChanged();
+    told.changed();
+}
+
+void DrivesPanel::noteCurrent()
+{
+    if (const auto drive = currentDrive())
+        currentPath = drives.drives()[*drive].takes.front().first.path();
 }
 
 std::optional<size_t> DrivesPanel::currentDrive() const
@@ -145,6 +169,8 @@ void DrivesPanel::lookAtVisible()
         const int last = lowest.isValid() ? lowest.row() : model->rowCount() - 1;
         for (int row = first; row <= last; ++row)
             rows.push_back(size_t(row));
+        if (!rows.empty())
+            topPath = drives.drives()[rows.front()].takes.front().first.path();
     }
     pictures.lookAt(rows, DriveRowDelegate::pictureWidth(view));
     if (const QModelIndex current = view.currentIndex(); current.isValid())

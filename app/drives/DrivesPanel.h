@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 class DriveListModel;
@@ -28,6 +29,8 @@ public:
         std::function<void(size_t drive, const DriveMoment& moment)> momentChosen;
         /// The figures of a drive are known now.
         std::function<void(size_t drive)> figured;
+        /// The drives are others, or their lengths.
+        std::function<void()> changed;
     };
 
     DrivesPanel(
@@ -49,8 +52,10 @@ public:
 
 private:
     void listed();
+    void measured();
     void figured(size_t drive);
     void showMoments();
+    void noteCurrent();
     std::optional<size_t> currentDrive() const;
     void chooseMoment(int row);
 
@@ -60,5 +65,8 @@ private:
     DrivePictures pictures;
     DriveListModel* model;
     MomentsModel* moments;
+    // The drives of these recordings are current and at the top, also when drives are told anew.
+    std::string currentPath;
+    std::string topPath;
     bool readsAll = false;
 };

@@ -22,7 +22,7 @@ DrivesPart::DrivesPart(platform::Dispatcher& queue, PlaybackSession& player, con
       panel(queue, outlets, previews,
           {[this](size_t drive) { play(drive, {}); },
               [this](size_t drive, const DriveMoment& moment) { play(drive, moment); },
-              [this](size_t drive) { tellMoments(drive); }})
+              [this](size_t drive) { tellMoments(drive); }, [this] { drivesChanged(); }})
 {
     const auto placeAt = [this](double fraction) { return placeOnStrip(fraction); };
     hover.watch(*outlets.driveStrip, *outlets.mediaControlBox, placeAt);
@@ -79,7 +79,7 @@ void DrivesPart::play(size_t index, const std::optional<DriveMoment>& moment)
     const Drive& drive = panel.library().drives()[index];
     if (!playback.plays(drive)) {
         playback.play(drive, moment);
-        readRoute(drive);
+        readRoute(index);
     } else if (moment)
         playback.goTo(*moment);
     else
@@ -95,26 +95,47 @@ void DrivesPart::tellMoments(size_t drive)
         playback.setMoments(figures->moments);
 }
 
+/// What plays may have got more takes, or their lengths.
+void DrivesPart::drivesChanged()
+{
+    if (!playback.isActive())
+        return;
+    const auto drive = panel.library().driveOf(playback.takesOfDrive()[playback.takeAtHand()].first.path());
+    if (!drive || !panel.library().isMeasured(*drive))
+        return;
+    const bool isOther = playback.update(panel.library().drives()[*drive]);
+    if (isOther)
+        tellMoments(*drive);
+    if (isOther || !isRouteAsked)
+        readRoute(*drive);
+}
+
 void DrivesPart::playedChanged()
 {
     strip.show(playback);
-    if (playback.isActive() || route.empty())
-        return;
-    routeReading.request_stop();
-    routeLife.renew();
-    route.clear();
-    told.route(driveRouteScript(route));
+    if (!playback.isActive() && !route.empty())
+        clearRoute();
 }
 
-void DrivesPart::readRoute(const Drive& drive)
+void DrivesPart::clearRoute()
 {
     routeReading.request_stop();
     routeReading = {};
     routeLife.renew();
-    // The way of another drive leads nowhere in this one.
     route.clear();
+    isRouteAsked = false;
     told.route(driveRouteScript(route));
-    dispatcher.inBackgroundThen([drive, stop = routeReading.get_token()] { return routeOf(drive, stop); },
+}
+
+/// The way of another drive leads nowhere in this one. What is not measured yet has none.
+void DrivesPart::readRoute(size_t index)
+{
+    clearRoute();
+    if (!panel.library().isMeasured(index))
+        return;
+    isRouteAsked = true;
+    dispatcher.inBackgroundThen([drive = panel.library().drives()[index],
+                                    stop = routeReading.get_token()] { return routeOf(drive, stop); },
         routeLife.guarded([this](const std::vector<RoutePart>& read) {
             if (!playback.isActive())
                 return;

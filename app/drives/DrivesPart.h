@@ -67,9 +67,11 @@ public:
 private:
     void play(size_t drive, const std::optional<DriveMoment>& moment);
     void tellMoments(size_t drive);
+    void drivesChanged();
     void playedChanged();
     std::optional<HoverPreview::Place> placeOnStrip(double fraction) const;
-    void readRoute(const Drive& drive);
+    void clearRoute();
+    void readRoute(size_t drive);
 
     platform::Dispatcher& dispatcher;
     PlaybackSession& session;
@@ -78,6 +80,7 @@ private:
     HoverPreview& hover;
     Told told;
     std::vector<RoutePart> route; // of the drive that plays
+    bool isRouteAsked = false;
     std::stop_source routeReading;
     Life routeLife;
     DriveStripPanel strip;

@@ -31,11 +31,16 @@ protected:
         panel = std::make_unique<DrivesPanel>(dispatcher, outlets, previews,
             DrivesPanel::Told{[this](size_t drive) { chosen.push_back(drive); },
                 [this](size_t, const DriveMoment& moment) { moments.push_back(moment.seconds); },
-                [this](size_t drive) { figured.push_back(drive); }});
+                [this](size_t drive) { figured.push_back(drive); }, [this] { ++changes; }});
         form.resize(334, 400);
         form.show();
     }
 
+    void step()
+    {
+        dispatcher.runOneBackground();
+        dispatcher.runMain();
+    }
     void scan() { panel->setRecordings(ZVKMediaList::scan(card.path()).medias); }
     QString row(int index, int role = Qt::DisplayRole) const
     {
@@ -50,6 +55,7 @@ protected:
     std::vector<size_t> chosen;
     std::vector<size_t> figured;
     std::vector<double> moments;
+    int changes = 0;
     std::unique_ptr<DrivesPanel> panel;
 };
 
@@ -58,10 +64,12 @@ TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
     EXPECT_EQ(outlets.drivesStateLabel->text(), platform::localized("drives.none"));
     scan();
     EXPECT_EQ(outlets.drivesStateLabel->text(), platform::localized("drives.reading"));
-    dispatcher.runOneBackground();
-    dispatcher.runMain();
+    step();
     ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 3);
     EXPECT_EQ(row(1, DriveListModel::dayRole), "Sat 18 May 2024");
+    EXPECT_EQ(row(1, DriveListModel::timesRole), "18:12 – …") << "nothing waits for the lengths";
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "…");
+    step();
     EXPECT_EQ(row(1, DriveListModel::timesRole), "18:12 – 18:14");
     EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min");
     outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
@@ -71,6 +79,44 @@ TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
     EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
     EXPECT_EQ(row(1, DriveListModel::momentsRole), "1 moment");
     EXPECT_TRUE(row(1).contains("2 min · 2.00 g, Always, 1 moment")) << row(1).toStdString();
+}
+
+TEST_F(DrivesPanelTest, KeepsWhatIsSelectedWhenLengthsMakeOtherDrives)
+{
+    card.file("alwa_20240518_170100_F.avi", recordingFile(3600));
+    scan();
+    step();
+    ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 4);
+    outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
+    const int before = changes;
+    step();
+    ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 3) << "the hour reaches into the next drive";
+    EXPECT_EQ(outlets.drivesListView->currentIndex().row(), 1);
+    EXPECT_EQ(changes, before + 1);
+    dispatcher.runAll();
+    EXPECT_EQ(row(0, DriveListModel::figuresRole), "1 h 0 min");
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+}
+
+TEST_F(DrivesPanelTest, AFileThatHangsHoldsUpNoOther)
+{
+    using namespace std::chrono_literals;
+    scan();
+    step();
+    dispatcher.hangBackground();
+    dispatcher.advance(11s);
+    step();
+    EXPECT_EQ(row(0, DriveListModel::timesRole), "17:12 – 17:14") << "the second recording's length is known";
+    EXPECT_EQ(row(2, DriveListModel::timesRole), "19:12 – 19:14");
+    dispatcher.hangBackground();
+    dispatcher.advance(11s);
+    step();
+    EXPECT_EQ(figured, (std::vector<size_t>{0, 1}));
+    EXPECT_EQ(panel->library().figures(0)->unread, std::vector{card.path("alwa_20240518_171200_F.avi")});
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+    dispatcher.hangBackground();
+    dispatcher.advance(11s);
+    EXPECT_FALSE(dispatcher.runOneBackground()) << "after the third the card itself seems to hang";
 }
 
 TEST_F(DrivesPanelTest, OfAnotherFolderDropsWhatIsUnderWay)
@@ -268,6 +314,31 @@ TEST_F(DriveInWindow, AClickOnItsWayGoesThere)
     app.start(2);
     EXPECT_FALSE(strip().isVisible()) << "chosen from the list, a file of the drive ends it";
     EXPECT_EQ(app.desk.map.standing, "zavikDriveRoute([])");
+}
+
+TEST_F(DriveInWindow, PlaysOnInTheDriveThatLengthsMakeOfIt)
+{
+    folder.file("event_20240518_181610.avi", recordingFile(60));
+    folder.file("event_20240518_181400.avi", recordingFile(90));
+    controller.openMediaDirectory(folder.path());
+    const auto* drives = app.find<QListView>("drivesListView").model();
+    do {
+        app.desk.dispatcher.runOneBackground();
+        app.desk.dispatcher.runMain();
+    } while (drives->rowCount() == 0);
+    app.desk.dispatcher.hangBackground(); // the first length
+    playDrive(0);
+    emit strip().moved(0.5);
+    app.begin();
+    EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(strip().segments().size(), 3u) << "a minute each";
+    app.desk.dispatcher.advance(std::chrono::seconds(11));
+    app.desk.dispatcher.runAll();
+    ASSERT_EQ(strip().segments().size(), 4u);
+    EXPECT_NEAR(strip().segments()[3].start, 150.0 / 210, 1e-9);
+    endFile();
+    endFile();
+    EXPECT_EQ(app.mediaIndex(), 5);
 }
 
 TEST_F(DriveInWindow, EndsWithItsFolder)

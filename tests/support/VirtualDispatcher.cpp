@@ -81,6 +81,12 @@ size_t VirtualDispatcher::runMain()
     return count;
 }
 
+void VirtualDispatcher::hangBackground()
+{
+    const std::lock_guard lock(mutex);
+    backgroundQueue.clear();
+}
+
 size_t VirtualDispatcher::runBackground()
 {
     size_t count = 0;

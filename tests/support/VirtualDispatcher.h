@@ -26,6 +26,8 @@ public:
     /// what is due at the present moment. The clock stands still.
     size_t runMain();
     bool runOneBackground() { return runNext(backgroundQueue); }
+    /// The background work that waits never ends: it never runs.
+    void hangBackground();
     size_t runBackground();
     size_t runAll();
 
