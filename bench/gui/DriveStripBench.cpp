@@ -1,9 +1,9 @@
 // The strip of a drive of eight hours: 480 recordings, 200 moments.
 
+#include "bench/gui/Repaint.h"
 #include "lib/DriveStrip.h"
 
 #include <QImage>
-#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -30,13 +30,8 @@ public:
 void stripAfterPositionChange(benchmark::State& state)
 {
     Setting setting;
-    setting.paint();
-    double position = 0;
-    for (auto _ : state) {
-        position = position >= 1 ? 0 : position + 0.001;
-        setting.strip.setPosition(position);
-        setting.paint();
-    }
+    moveAndPaint(
+        state, 0.001, [&](double to) { setting.strip.setPosition(to); }, [&] { setting.paint(); });
 }
 BENCHMARK(stripAfterPositionChange)->Unit(benchmark::kMicrosecond);
 

@@ -1,9 +1,9 @@
 // The G-sensor graph at 600 points of graph width with the samples (10 Hz) of a minute and of an hour.
 
+#include "bench/gui/Repaint.h"
 #include "telemetry/views/GraphView.h"
 
 #include <QImage>
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 
@@ -36,13 +36,8 @@ public:
 void redrawAfterPositionChange(benchmark::State& state)
 {
     Setting setting(int(state.range(0)));
-    setting.paint();
-    double position = 0;
-    for (auto _ : state) {
-        position = position >= 1 ? 0 : position + 0.0001;
-        setting.graph.updateTimePosition(position);
-        setting.paint();
-    }
+    moveAndPaint(
+        state, 0.0001, [&](double to) { setting.graph.updateTimePosition(to); }, [&] { setting.paint(); });
 }
 BENCHMARK(redrawAfterPositionChange)->Arg(600)->Arg(36000)->Unit(benchmark::kMicrosecond);
 
