@@ -1,52 +1,28 @@
 #include "lib/DriveStripAccess.h"
 
 #include "lib/DriveStrip.h"
-
-#include <QAccessibleWidget>
+#include "lib/SliderAccess.h"
 
 namespace {
 
-class DriveStripAccess : public QAccessibleWidget, public QAccessibleValueInterface {
+class DriveStripAccess : public SliderAccess<DriveStrip> {
 public:
-    explicit DriveStripAccess(DriveStrip& widget)
-        : QAccessibleWidget(&widget, QAccessible::Slider),
-          strip(widget)
-    {
-    }
+    using SliderAccess::SliderAccess;
 
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ValueInterface)
-            return static_cast<QAccessibleValueInterface*>(this);
-        return QAccessibleWidget::interface_cast(type);
-    }
-    QVariant currentValue() const override { return strip.position() * strip.length(); }
+    QVariant currentValue() const override { return slid.position() * slid.length(); }
     void setCurrentValue(const QVariant& value) override
     {
-        if (strip.length() > 0)
-            strip.goTo(value.toDouble() / strip.length());
+        if (slid.length() > 0)
+            slid.goTo(value.toDouble() / slid.length());
     }
-    QVariant maximumValue() const override { return strip.length(); }
+    QVariant maximumValue() const override { return slid.length(); }
     QVariant minimumValue() const override { return 0.0; }
     QVariant minimumStepSize() const override { return DriveStrip::keySeconds; }
-
-private:
-    DriveStrip& strip;
 };
-
-QAccessibleInterface* makeAccess(const QString&, QObject* object)
-{
-    auto* strip = qobject_cast<DriveStrip*>(object);
-    return strip ? new DriveStripAccess(*strip) : nullptr;
-}
 
 } // namespace
 
 void installDriveStripAccess()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(makeAccess);
-        return true;
-    }();
-    static_cast<void>(installed);
+    installSliderAccess<DriveStripAccess, DriveStrip>();
 }

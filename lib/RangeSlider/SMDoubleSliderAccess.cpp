@@ -1,61 +1,37 @@
 #include "lib/RangeSlider/SMDoubleSliderAccess.h"
 
 #include "lib/RangeSlider/SMDoubleSlider.h"
-
-#include <QAccessibleWidget>
+#include "lib/SliderAccess.h"
 
 namespace {
 
-class DoubleSliderAccess : public QAccessibleWidget, public QAccessibleValueInterface {
+class DoubleSliderAccess : public SliderAccess<SMDoubleSlider> {
 public:
-    explicit DoubleSliderAccess(SMDoubleSlider& widget)
-        : QAccessibleWidget(&widget, QAccessible::Slider),
-          slider(widget)
-    {
-    }
+    using SliderAccess::SliderAccess;
 
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ValueInterface)
-            return static_cast<QAccessibleValueInterface*>(this);
-        return QAccessibleWidget::interface_cast(type);
-    }
     QString text(QAccessible::Text kind) const override
     {
         if (kind == QAccessible::Value)
-            return slider.stringLoValue() + QStringLiteral(" – ") + slider.stringHiValue();
+            return slid.stringLoValue() + QStringLiteral(" – ") + slid.stringHiValue();
         return QAccessibleWidget::text(kind);
     }
-    QVariant currentValue() const override { return slider.cell().doubleValue(); }
+    QVariant currentValue() const override { return slid.cell().doubleValue(); }
     void setCurrentValue(const QVariant& value) override
     {
-        slider.cell().setObjectValue(value);
-        if (slider.trackingLoKnob())
-            slider.updateBoundControllerLoValue(slider.doubleLoValue());
+        slid.cell().setObjectValue(value);
+        if (slid.trackingLoKnob())
+            slid.updateBoundControllerLoValue(slid.doubleLoValue());
         else
-            slider.updateBoundControllerHiValue(slider.doubleHiValue());
+            slid.updateBoundControllerHiValue(slid.doubleHiValue());
     }
-    QVariant maximumValue() const override { return slider.maxValue(); }
-    QVariant minimumValue() const override { return slider.minValue(); }
-    QVariant minimumStepSize() const override { return slider.altIncrementValue(); }
-
-private:
-    SMDoubleSlider& slider;
+    QVariant maximumValue() const override { return slid.maxValue(); }
+    QVariant minimumValue() const override { return slid.minValue(); }
+    QVariant minimumStepSize() const override { return slid.altIncrementValue(); }
 };
-
-QAccessibleInterface* makeAccess(const QString&, QObject* object)
-{
-    auto* slider = qobject_cast<SMDoubleSlider*>(object);
-    return slider ? new DoubleSliderAccess(*slider) : nullptr;
-}
 
 } // namespace
 
 void installDoubleSliderAccess()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(makeAccess);
-        return true;
-    }();
-    static_cast<void>(installed);
+    installSliderAccess<DoubleSliderAccess, SMDoubleSlider>();
 }
