@@ -18,14 +18,12 @@ protected:
     DrivesPanelTest()
     {
         outlets.setupUi(&form);
-        SideDataWriter hit;
-        for (int i = 0; i < 600; ++i)
-            hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
         for (const char* hour : {"17", "18", "19"}) {
             for (const char* minute : {"12", "13"}) {
                 for (const char* camera : {"F", "R"})
                     card.file(std::string("alwa_20240518_") + hour + minute + "00_" + camera + ".avi",
-                        recordingFile(60, *hour == '1' && hour[1] == '8' ? hit : SideDataWriter()));
+                        recordingFile(
+                            60, *hour == '1' && hour[1] == '8' ? minuteWithImpact() : SideDataWriter()));
             }
         }
         panel = std::make_unique<DrivesPanel>(dispatcher, outlets, previews,
@@ -155,13 +153,11 @@ class DriveInWindow : public AppTest {
 protected:
     DriveInWindow()
     {
-        SideDataWriter hit;
-        for (int i = 0; i < 600; ++i)
-            hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
         for (const char* name : {"alwa_20240518_181200_F", "alwa_20240518_181200_R", "alwa_20240518_181300_F",
                  "alwa_20240518_181300_R", "event_20240518_181400", "alwa_20240518_200000_F"})
             folder.file(std::string(name) + ".avi",
-                recordingFile(60, std::string_view(name).starts_with("event") ? hit : SideDataWriter()));
+                recordingFile(
+                    60, std::string_view(name).starts_with("event") ? minuteWithImpact() : SideDataWriter()));
         app.open(folder.path());
         controller.clickDrivesViewButton();
         QCoreApplication::processEvents();

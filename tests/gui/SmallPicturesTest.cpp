@@ -33,12 +33,10 @@ class SmallPictures : public AppTest {
 protected:
     SmallPictures()
     {
-        SideDataWriter hit;
-        for (int i = 0; i < 600; ++i)
-            hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
         for (const char* name : {"alwa_20240518_181200_F", "event_20240518_181300", "alwa_20240518_200000_F"})
             folder.file(std::string(name) + ".avi",
-                recordingFile(60, std::string_view(name).starts_with("event") ? hit : SideDataWriter()));
+                recordingFile(
+                    60, std::string_view(name).starts_with("event") ? minuteWithImpact() : SideDataWriter()));
         app.open(folder.path());
         QCoreApplication::processEvents();
         app.desk.dispatcher.runAll();

@@ -90,13 +90,22 @@ TEST_F(PreviewsTest, DecodesOnlyWhatCamerasRecordAndGoesOnAfterwards)
     EXPECT_NEAR(shown(*early), 0, 3);
 }
 
-TEST_F(PreviewsTest, GivesUpACardThatHangs)
-{
+/// Beside a file that hangs.
+class HungPreviewsTest : public PreviewsTest {
+protected:
+    HungPreviewsTest()
+    {
+        numbered(good, {"-c:v", "mpeg4", "-q:v", "1", "-g", "30"});
+        fs::copy_file(good, folder.path("hung.avi"));
+        hung.emplace(folder.path("hung.avi"));
+    }
     const std::string good = folder.path("good.avi");
-    numbered(good, {"-c:v", "mpeg4", "-q:v", "1", "-g", "30"});
-    fs::copy_file(good, folder.path("hung.avi"));
-    const HungFile hung(folder.path("hung.avi"));
-    ASSERT_TRUE(hung.isHung);
+    std::optional<HungFile> hung;
+};
+
+TEST_F(HungPreviewsTest, GiveUpACardThatHangs)
+{
+    ASSERT_TRUE(hung->isHung);
     EXPECT_FALSE(at(1, folder.path("hung.avi"))) << "by itself";
     EXPECT_TRUE(at(1, good));
     stop.request_stop();
@@ -104,13 +113,9 @@ TEST_F(PreviewsTest, GivesUpACardThatHangs)
     EXPECT_FALSE(at(1, folder.path("hung.avi")));
 }
 
-TEST_F(PreviewsTest, TheHandIsServedBesideAFileThatHangsAndTheCardIsLetGoOf)
+TEST_F(HungPreviewsTest, ServeTheHandAndLetGoOfTheCard)
 {
-    const std::string good = folder.path("good.avi");
-    numbered(good, {"-c:v", "mpeg4", "-q:v", "1", "-g", "30"});
-    fs::copy_file(good, folder.path("hung.avi"));
-    const HungFile hung(folder.path("hung.avi"));
-    ASSERT_TRUE(hung.isHung);
+    ASSERT_TRUE(hung->isHung);
     platform::QtDispatcher dispatcher;
     PreviewReader reader(dispatcher, std::move(previews));
     const PreviewRequest wanted{good, 1, 160};

@@ -39,6 +39,15 @@ struct RecordingHeader {
     }
 };
 
+/// A minute with an impact of 2 g in its middle, one G otherwise.
+inline SideDataWriter minuteWithImpact()
+{
+    SideDataWriter hit;
+    for (int i = 0; i < 600; ++i)
+        hit.gsensor(1716023520000 + i * 100, 0, i == 300 ? 512 : 0, 256);
+    return hit;
+}
+
 /// A file of that length with that side data.
 inline std::vector<std::byte> recordingFile(uint32_t seconds, const SideDataWriter& sideData = {})
 {
