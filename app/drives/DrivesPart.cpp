@@ -98,6 +98,7 @@ void DrivesPart::tellMoments(size_t drive)
 /// What plays may have got more takes, or their lengths.
 void DrivesPart::drivesChanged()
 {
+    told.known();
     if (!playback.isActive())
         return;
     const auto drive = panel.library().driveOf(playback.takesOfDrive()[playback.takeAtHand()].first.path());
