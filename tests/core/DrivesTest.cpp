@@ -95,9 +95,10 @@ TEST(Drives, FindTheOtherCameraAmongTheNeighbours)
     EXPECT_EQ(otherOf(7000), "");
 }
 
-std::optional<microseconds> lengthOf(const RecordingHeader& header, size_t cut = recordingHeaderSize)
+std::optional<microseconds> lengthOf(
+    const RecordingHeader& header, size_t cut = recordingHeaderSize, const std::string& before = {})
 {
-    const std::string chunk = header.bytes();
+    const std::string chunk = header.bytes().insert(4, before);
     auto bytes = AviWriter().chunk("LIST", std::as_bytes(std::span(chunk))).filler(2000).bytes();
     return recordingLength(std::span(bytes).first(std::min(bytes.size(), cut)));
 }
@@ -109,6 +110,7 @@ TEST(RecordingLength, IsThatOfTheFirstVideoStreamElseOfTheMainHeader)
     EXPECT_EQ(lengthOf({.mainCount = 50, .count = 100, .stream = "auds"}), 2s);
     EXPECT_EQ(lengthOf({.mainCount = 50, .scale = 0, .count = 100}), 2s);
     EXPECT_EQ(lengthOf({.mainCount = 50, .count = 100}, 100), 2s);
+    EXPECT_EQ(lengthOf({.count = 100}, 1000, "odd " + RecordingHeader::word(1) + "12"), 4s);
 }
 
 TEST(RecordingLength, IsUnknownWhereTheHeaderTellsNone)
