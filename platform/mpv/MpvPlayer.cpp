@@ -170,6 +170,11 @@ void MpvPlayer::setPaused(bool pause)
     if (!pause) {
         file.steps = 0;
         file.isAtLastPicture = file.isTimeHeld = false;
+        // mpv pauses after the step, and may be done with it by now.
+        if (file.errand == MpvErrand::step && file.stage != SeekStage::none) {
+            postState();
+            return;
+        }
         if (isOpen() && file.stage == SeekStage::none)
             watchEnd();
         if (std::exchange(file.isSilenced, false))

@@ -49,15 +49,17 @@ void MpvPlayer::stepArrived()
 {
     constexpr double sameMoment = 0.0005;
     file.stage = SeekStage::none;
-    // It was told to play on while mpv made the step, and paused after it.
-    if (!paused) {
-        watchEnd();
-        setMpvFlag(mpv.get(), "pause", false);
-    }
     const double way = file.time - file.timeBeforeStep;
     const bool hasMoved = (file.stepsOn ? way : -way) > sameMoment;
     if (hasMoved || !file.stepsOn)
         file.ended = file.breaksOff = false;
+    // It was told to play on while mpv made the step.
+    if (!paused) {
+        file.isStepRepeated = false;
+        setPaused(false);
+        next();
+        return;
+    }
     // The first step after a switch of the track shows the same picture again.
     const bool isAgain = !hasMoved && !file.isAtLastPicture && !std::exchange(file.isStepRepeated, true);
     if (isAgain) {
