@@ -128,6 +128,9 @@ TEST_F(HungPreviewsTest, ServeTheHandAndLetGoOfTheCard)
         std::erase(open, folder.path("hung.avi")); // the test's own
         return open;
     };
+    reader.want(PreviewReader::Use::rows, {});
+    reader.want(PreviewReader::Use::hand, {{good, 2, 160}});
+    ASSERT_TRUE(waitFor([&] { return reader.picture(PreviewReader::Use::hand, {good, 2, 160}); }));
     EXPECT_FALSE(openOnes().empty());
     reader.clear();
     EXPECT_TRUE(waitFor([&] { return openOnes().empty(); }));
