@@ -107,7 +107,8 @@ public:
     void goTo(int64_t index, const Arrival& arrival);
     /// How the file at hand began.
     const Arrival& arrival() const { return arrived; }
-    /// Starts the file at hand from its beginning, telemetry first, wherever the list is by now.
+    /// Starts the file at hand, telemetry first, wherever the list is by now: from its beginning, or from
+    /// where a start that waits leads.
     void restartMedia();
     /// The file is open in the player and its telemetry is the one on screen.
     bool isPrepared() const;

@@ -92,8 +92,9 @@ void PlaybackSession::goTo(int64_t index, const Arrival& arrival)
 
 void PlaybackSession::restartMedia()
 {
+    if (!isWaiting())
+        arrived = {};
     forgetPendingStart(State::preparing);
-    arrived = {};
     prepare();
 }
 
