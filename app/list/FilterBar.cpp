@@ -39,6 +39,7 @@ FilterBar::FilterBar(Ui::ListPanel& widgets, std::function<void()> listener)
 {
     outlets.filterText->setPlaceholderText(platform::localized("filter.text"));
     outlets.filterText->setAccessibleName(platform::localized("filter.text"));
+    outlets.filterText->setToolTip(platform::localized("filter.text_tip"));
     outlets.filterImpact->setText(platform::localized("filter.impact"));
     outlets.filterImpact->setToolTip(platform::localized("filter.impact_tip"));
     for (const auto& [combo, name, all] : {std::tuple(outlets.filterKind, "filter.kind", "filter.all_kinds"),
@@ -46,6 +47,7 @@ FilterBar::FilterBar(Ui::ListPanel& widgets, std::function<void()> listener)
              std::tuple(outlets.filterDay, "filter.day", "filter.all_days")}) {
         combo->addItem(platform::localized(all));
         combo->setAccessibleName(platform::localized(name));
+        combo->setToolTip(platform::localized(name));
     }
     for (const auto& [key, kind] :
         {std::pair("media.always", 0), std::pair("media.motion", 1), std::pair("media.event", 2)})

@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QKeySequence>
 #include <QListView>
+#include <QMenu>
 #include <QSlider>
 
 #include <algorithm>
@@ -28,9 +29,21 @@ bool isOneOf(const QKeyEvent& event, std::initializer_list<Qt::Key> keys)
     return std::ranges::find(keys, event.key()) != keys.end();
 }
 
+QString keyText(int key)
+{
+    return QKeySequence(key).toString(QKeySequence::NativeText);
+}
+
+/// A row's choice and what is under way have places of their own.
+bool isForMenu(const Command& command)
+{
+    return command.buttons.empty() && !command.keys.empty() && command.keys.front() != Qt::Key_Return
+        && command.keys.front() != Qt::Key_Escape;
+}
+
 QString withKey(const QString& text, int key)
 {
-    return QStringLiteral("%1 (%2)").arg(text, QKeySequence(key).toString(QKeySequence::NativeText));
+    return QStringLiteral("%1 (%2)").arg(text, keyText(key));
 }
 
 } // namespace
@@ -51,6 +64,9 @@ MainWindowControls::MainWindowControls(
         if (pressKey(*event))
             event->accept();
     });
+    window.setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(&window, &QWidget::customContextMenuRequested, &window,
+        [this](const QPoint& place) { showMenu(window.mapToGlobal(place)); });
     for (QAbstractItemView* list : lists) {
         // In a table they would move within the row.
         const bool keepsEnds = qobject_cast<QListView*>(list);
@@ -90,6 +106,18 @@ void MainWindowControls::setPossible(
     button.setAccessibleDescription(reason);
     if (!isPossible)
         button.setToolTip(button.toolTip() + u'\n' + reason);
+}
+
+void MainWindowControls::showMenu(const QPoint& place) const
+{
+    auto* menu = new QMenu(&window);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const Command& command : commands) {
+        if (isForMenu(command))
+            menu->addAction(
+                platform::localized(command.textKey) + u'\t' + keyText(command.keys.front()), command.run);
+    }
+    menu->popup(place);
 }
 
 bool MainWindowControls::pressKey(const QKeyEvent& event) const

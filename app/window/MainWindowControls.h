@@ -6,6 +6,7 @@
 class CustomWindow;
 class QAbstractItemView;
 class QKeyEvent;
+class QPoint;
 class QWidget;
 
 /// One thing that the user can do, with its keys (key and modifiers in one number; the first stands in the
@@ -20,7 +21,8 @@ struct Command {
 };
 
 /// The commands of the main window on its buttons and keys. Keys work wherever the focus is; a button keeps
-/// Space, a slider Home and End, a list what moves its selection. Lives as long as the window.
+/// Space, a slider Home and End, a list what moves its selection. What has no button stands in the window's
+/// context menu. Lives as long as the window.
 class MainWindowControls {
 public:
     MainWindowControls(
@@ -33,6 +35,7 @@ public:
 
 private:
     bool pressKey(const QKeyEvent& event) const;
+    void showMenu(const QPoint& place) const;
 
     CustomWindow& window;
     std::vector<Command> commands;
