@@ -21,11 +21,12 @@ struct Told {
 };
 
 /// What the take tells; nothing when neither recording can be read.
-std::optional<Told> toldBy(const Take& take, std::vector<std::string>& unread, const std::stop_token& stop)
+std::optional<Told> toldBy(const Take& take, std::vector<std::string>& unread, const FiguresReading& reading)
 {
     std::optional<Told> best;
     const auto consider = [&](const ZVKMedia& media) {
-        auto figures = figuresOfFile(media.path(), stop);
+        auto figures =
+            reading.skipped.contains(media.path()) ? std::nullopt : figuresOfFile(media.path(), reading.stop);
         if (!figures)
             unread.push_back(media.path());
         else if (!best || tellsNothing(best->figures))
@@ -74,15 +75,15 @@ double secondsOfFile(const Take& take, const std::string& file, const RecordingF
     return secondsOf(isRear ? recordingLengthOfFile(file) : take.length, figures);
 }
 
-DriveFigures figuresOf(const Drive& drive, std::stop_token stop, std::atomic<size_t>* takesRead)
+DriveFigures figuresOf(const Drive& drive, const FiguresReading& reading)
 {
     DriveFigures figures;
     TripFigures sum;
-    for (size_t i = 0; i < drive.takes.size() && !stop.stop_requested(); ++i) {
+    for (size_t i = 0; i < drive.takes.size() && !reading.stop.stop_requested(); ++i) {
         const Take& take = drive.takes[i];
-        auto told = toldBy(take, figures.unread, stop);
-        if (takesRead)
-            ++*takesRead;
+        auto told = toldBy(take, figures.unread, reading);
+        if (reading.takesRead)
+            ++*reading.takesRead;
         if (!told)
             continue;
         const double seconds = secondsOfFile(take, told->file, told->figures);

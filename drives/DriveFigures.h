@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -39,7 +40,13 @@ double secondsOf(const std::optional<std::chrono::microseconds>& length, const R
 /// as the card.
 double secondsOfFile(const Take& take, const std::string& file, const RecordingFigures& figures);
 
+/// What a read of telemetry heeds, and how far it is.
+struct FiguresReading {
+    std::stop_token stop; ///< ends it early
+    std::set<std::string> skipped = {}; ///< paths that count as unread
+    std::atomic<size_t>* takesRead = nullptr; ///< counted up
+};
+
 /// Reads the telemetry of a whole drive: of each take the front recording's, or the rear one's where the
-/// front has none. Ends early when a stop is requested. Counts the takes that were read.
-DriveFigures figuresOf(
-    const Drive& drive, std::stop_token stop = {}, std::atomic<size_t>* takesRead = nullptr);
+/// front has none.
+DriveFigures figuresOf(const Drive& drive, const FiguresReading& reading = {});

@@ -149,15 +149,17 @@ std::optional<ZVKMedia> otherCameraOf(std::span<const ZVKMedia> recordings, size
     return {};
 }
 
+void moveMedia(ZVKMedia& media, const std::string& from, const std::string& to)
+{
+    if (media.path().starts_with(from + "/"))
+        media = ZVKMedia::mediaWithPath(to + media.path().substr(from.size()));
+}
+
 void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to)
 {
-    const auto move = [&](ZVKMedia& media) {
-        if (media.path().starts_with(from + "/"))
-            media = ZVKMedia::mediaWithPath(to + media.path().substr(from.size()));
-    };
     for (Take& take : takes) {
-        move(take.first);
+        moveMedia(take.first, from, to);
         if (take.rear)
-            move(*take.rear);
+            moveMedia(*take.rear, from, to);
     }
 }

@@ -54,4 +54,5 @@ std::vector<Drive> drivesOf(std::span<const ZVKMedia> recordings, const LengthOf
 std::optional<ZVKMedia> otherCameraOf(std::span<const ZVKMedia> recordings, size_t index);
 
 /// The recordings of a folder are at another path now.
+void moveMedia(ZVKMedia& media, const std::string& from, const std::string& to);
 void moveTakes(std::vector<Take>& takes, const std::string& from, const std::string& to);

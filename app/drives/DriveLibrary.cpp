@@ -11,9 +11,10 @@ namespace {
 constexpr std::chrono::minutes usualLength(1);
 /// Drives are told anew after so much reading.
 constexpr std::chrono::milliseconds readBudget(500);
-constexpr std::chrono::seconds patienceForOneFile(10);
+constexpr std::chrono::seconds lookInterval(1);
+constexpr int patienceForOneFile = 10; // looks
 /// Each keeps a thread for as long as it hangs.
-constexpr size_t mostHungFiles = 3;
+constexpr size_t mostHungFiles = 8;
 
 bool hasSameTakes(const Drive& one, const Drive& other)
 {
@@ -42,6 +43,7 @@ void DriveLibrary::Reading::begin()
     stop = std::stop_source();
     progress = std::make_shared<std::atomic<size_t>>(0);
     seen = 0;
+    idleLooks = 0;
 }
 
 void DriveLibrary::Reading::end()
@@ -50,11 +52,11 @@ void DriveLibrary::Reading::end()
     life.renew();
 }
 
-/// Since the last time that this was asked.
-bool DriveLibrary::Reading::goesOn()
+bool DriveLibrary::Reading::hangs()
 {
     const size_t now = *progress;
-    return std::exchange(seen, now) != now;
+    idleLooks = std::exchange(seen, now) == now ? idleLooks + 1 : 0;
+    return idleLooks >= patienceForOneFile;
 }
 
 void DriveLibrary::setRecordings(std::vector<ZVKMedia> listed)
@@ -68,7 +70,7 @@ void DriveLibrary::setRecordings(std::vector<ZVKMedia> listed)
     known.clear();
     places.clear();
     wanted.clear();
-    hung = 0;
+    givenUp.clear();
     readingFigures = false;
     readingLengths = !recordings->empty();
     told.listed();
@@ -98,16 +100,18 @@ std::vector<std::string> DriveLibrary::unmeasured() const
 /// Reads until the budget is spent; without one the drives by what is known.
 void DriveLibrary::readLengths(std::chrono::milliseconds budget)
 {
-    auto order = budget.count() > 0 ? unmeasured() : std::vector<std::string>();
+    const auto order = std::make_shared<const std::vector<std::string>>(
+        budget.count() > 0 ? unmeasured() : std::vector<std::string>());
     lengthReading.begin();
     dispatcher.inBackgroundThen(
         [from = recordings, read = lengths, order, budget, progress = lengthReading.progress,
             token = lengthReading.stop.get_token()]() mutable {
             const auto end = std::chrono::steady_clock::now() + budget;
-            for (const std::string& path : order) {
+            for (const std::string& path : *order) {
                 if (token.stop_requested() || std::chrono::steady_clock::now() > end)
                     break;
-                read.try_emplace(path, recordingLengthOfFile(path));
+                if (!read.contains(path))
+                    read.emplace(path, recordingLengthOfFile(path));
                 ++*progress;
             }
             auto drives = drivesOf(*from, [&](const ZVKMedia& media) {
@@ -117,22 +121,30 @@ void DriveLibrary::readLengths(std::chrono::milliseconds budget)
             return Piece{std::move(read), std::move(drives)};
         },
         lengthReading.life.guarded([this](Piece piece) { lengthsRead(std::move(piece)); }));
-    if (!order.empty())
-        watchLengths(order);
+    if (!order->empty())
+        watch(lengthReading, [this, order](size_t at) {
+            if (at < order->size())
+                lengthHangs((*order)[at]);
+        });
 }
 
-/// A file that hangs has no length, and the others go on without it.
-void DriveLibrary::watchLengths(const std::vector<std::string>& order)
+/// Tells where it hangs.
+void DriveLibrary::watch(Reading& reading, std::function<void(size_t at)> hung)
 {
-    dispatcher.after(patienceForOneFile, lengthReading.life.guarded([this, order] {
-        const bool goesOn = lengthReading.goesOn();
-        const size_t at = lengthReading.seen;
-        if (goesOn || at >= order.size())
-            return watchLengths(order);
-        lengths.try_emplace(order[at], std::nullopt);
-        ++hung;
-        readLengths(hasGivenUp() ? std::chrono::milliseconds(0) : readBudget);
+    dispatcher.after(lookInterval, reading.life.guarded([this, &reading, hung = std::move(hung)] {
+        if (reading.hangs())
+            hung(reading.seen);
+        else
+            watch(reading, hung);
     }));
+}
+
+/// It has no length, and the others go on without it.
+void DriveLibrary::lengthHangs(const std::string& path)
+{
+    givenUp.insert(path);
+    lengths.try_emplace(path, std::nullopt);
+    readLengths(hasGivenUp() ? std::chrono::milliseconds(0) : readBudget);
 }
 
 void DriveLibrary::lengthsRead(Piece piece)
@@ -172,14 +184,34 @@ void DriveLibrary::group(std::vector<Drive> drives)
 /// The card itself seems to hang.
 bool DriveLibrary::hasGivenUp() const
 {
-    return hung >= mostHungFiles;
+    return givenUp.size() >= mostHungFiles;
 }
 
 void DriveLibrary::movedTo(const std::string& from, const std::string& to)
 {
+    const auto moved = [&](const std::string& path) {
+        return path.starts_with(from + "/") ? to + path.substr(from.size()) : path;
+    };
     for (Drive& drive : found)
         moveTakes(drive.takes, from, to);
+    for (auto& figures : known) {
+        if (!figures)
+            continue;
+        for (DriveMoment& moment : figures->moments)
+            moment.file = moved(moment.file);
+    }
+    auto listed = *recordings;
+    for (ZVKMedia& media : listed)
+        moveMedia(media, from, to);
+    recordings = std::make_shared<const std::vector<ZVKMedia>>(std::move(listed));
+    for (const auto& [path, length] : std::exchange(lengths, {}))
+        lengths.emplace(moved(path), length);
     findPlaces();
+    if (readingLengths)
+        readLengths(found.empty() ? std::chrono::milliseconds(0) : readBudget);
+    figureReading.end();
+    readingFigures = false;
+    readNext();
 }
 
 const DriveFigures* DriveLibrary::figures(size_t drive) const
@@ -237,27 +269,28 @@ void DriveLibrary::readNext()
     figureReading.begin();
     const Drive& drive = found[*next];
     dispatcher.inBackgroundThen(
-        [drive, progress = figureReading.progress, token = figureReading.stop.get_token()] {
-            DriveFigures figures = figuresOf(drive, token, progress.get());
+        [drive, skipped = givenUp, progress = figureReading.progress,
+            token = figureReading.stop.get_token()] {
+            DriveFigures figures = figuresOf(drive, {token, skipped, progress.get()});
             figures.track.clear();
             return figures;
         },
         figureReading.life.guarded(
             [this, drive](DriveFigures figures) { figuresRead(drive, std::move(figures)); }));
-    watchFigures(drive);
+    watch(figureReading, [this, drive](size_t at) {
+        if (at < drive.takes.size())
+            figuresHang(drive.takes[at]);
+    });
 }
 
-/// A drive with a file that hangs has no figures, and others are read.
-void DriveLibrary::watchFigures(const Drive& drive)
+/// The drive is read once more without the file.
+void DriveLibrary::figuresHang(const Take& take)
 {
-    dispatcher.after(patienceForOneFile, figureReading.life.guarded([this, drive] {
-        if (figureReading.goesOn())
-            return watchFigures(drive);
-        ++hung;
-        DriveFigures none;
-        none.unread.push_back(drive.takes[std::min(figureReading.seen, drive.takes.size() - 1)].first.path());
-        figuresRead(drive, std::move(none));
-    }));
+    figureReading.end();
+    readingFigures = false;
+    if (!givenUp.insert(take.first.path()).second && take.rear)
+        givenUp.insert(take.rear->path());
+    readNext();
 }
 
 void DriveLibrary::figuresRead(const Drive& drive, DriveFigures figures)

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <stop_token>
 #include <string>
@@ -37,7 +38,7 @@ public:
     /// The recordings as a scan sorts them. No drives until they were found.
     void setRecordings(std::vector<ZVKMedia> recordings);
     void clear() { setRecordings({}); }
-    /// The recordings have other paths; the drives stay.
+    /// The recordings have other paths; the drives stay, and what is not read yet is read there.
     void movedTo(const std::string& from, const std::string& to);
 
     const std::vector<Drive>& drives() const { return found; }
@@ -72,27 +73,29 @@ private:
     struct Reading {
         Life life;
         std::stop_source stop;
-        std::shared_ptr<std::atomic<size_t>> progress; ///< files that were read
+        std::shared_ptr<std::atomic<size_t>> progress; ///< what was read
         size_t seen = 0; ///< of the progress
+        int idleLooks = 0;
 
         void begin();
         void end();
-        bool goesOn();
+        bool hangs();
     };
     std::vector<std::string> unmeasured() const;
     void readLengths(std::chrono::milliseconds budget);
-    void watchLengths(const std::vector<std::string>& order);
+    void watch(Reading& reading, std::function<void(size_t at)> hung);
+    void lengthHangs(const std::string& path);
     void lengthsRead(Piece piece);
     void group(std::vector<Drive> drives);
     void findPlaces();
     bool hasGivenUp() const;
     void readNext();
-    void watchFigures(const Drive& drive);
+    void figuresHang(const Take& take);
     void figuresRead(const Drive& drive, DriveFigures figures);
 
     platform::Dispatcher& dispatcher;
     Told told;
-    std::shared_ptr<const std::vector<ZVKMedia>> recordings;
+    std::shared_ptr<const std::vector<ZVKMedia>> recordings = std::make_shared<const std::vector<ZVKMedia>>();
     Lengths lengths; // that were read, by path
     std::vector<Drive> found;
     std::vector<bool> measured; // parallel to `found`
@@ -101,7 +104,7 @@ private:
     std::unordered_map<std::string, Where> places; // of the recordings, by path
     bool readingLengths = false;
     bool readingFigures = false;
-    size_t hung = 0; // files that were given up
+    std::set<std::string> givenUp; // paths of files that hang
     Reading lengthReading;
     Reading figureReading;
 };
