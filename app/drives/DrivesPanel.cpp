@@ -43,6 +43,7 @@ DrivesPanel::DrivesPanel(
     QTableView& table = *outlets.momentsTableView;
     table.setModel(moments);
     table.setAccessibleName(platform::localized("moments.name"));
+    table.setToolTip(platform::localized("moments.tip"));
     table.verticalHeader()->hide();
     table.verticalHeader()->setDefaultSectionSize(24);
     table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -81,6 +82,7 @@ void DrivesPanel::listed()
 {
     const std::string current = currentPath;
     const std::string top = topPath;
+    const int offset = topOffset;
     model->reload();
     const bool isEmpty = drives.drives().empty();
     outlets.drivesListView->setVisible(!isEmpty);
@@ -88,11 +90,16 @@ void DrivesPanel::listed()
     outlets.drivesStateLabel->setText(
         platform::localized(drives.isReading() ? "drives.reading" : "drives.none"));
     QListView& view = *outlets.drivesListView;
-    if (const auto drive = drives.driveOf(top))
-        view.scrollTo(model->index(int(*drive)), QListView::PositionAtTop);
+    // What is selected may well be out of sight.
+    view.setAutoScroll(false);
     if (const auto drive = drives.driveOf(current))
         view.selectionModel()->setCurrentIndex(
             model->index(int(*drive)), QItemSelectionModel::ClearAndSelect);
+    view.setAutoScroll(true);
+    if (const auto drive = drives.driveOf(top)) {
+        view.scrollTo(model->index(int(*drive)), QListView::PositionAtTop);
+        view.verticalScrollBar()->setValue(view.verticalScrollBar()->value() - offset);
+    }
     showMoments();
     lookAtVisible();
     told.changed();
@@ -169,8 +176,10 @@ void DrivesPanel::lookAtVisible()
         const int last = lowest.isValid() ? lowest.row() : model->rowCount() - 1;
         for (int row = first; row <= last; ++row)
             rows.push_back(size_t(row));
-        if (!rows.empty())
+        if (!rows.empty()) {
             topPath = drives.drives()[rows.front()].takes.front().first.path();
+            topOffset = view.visualRect(model->index(int(rows.front()))).top();
+        }
     }
     pictures.lookAt(rows, DriveRowDelegate::pictureWidth(view));
     if (const QModelIndex current = view.currentIndex(); current.isValid())

@@ -68,5 +68,6 @@ private:
     // The drives of these recordings are current and at the top, also when drives are told anew.
     std::string currentPath;
     std::string topPath;
+    int topOffset = 0; // in points
     bool readsAll = false;
 };

@@ -106,9 +106,18 @@ void DrivesPart::drivesChanged()
         return;
     const bool isOther = playback.update(panel.library().drives()[*drive]);
     if (isOther)
-        tellMoments(*drive);
+        strip.showPosition(playback, positionAtHand());
     if (isOther || !isRouteAsked)
         readRoute(*drive);
+}
+
+/// 0.0 to 1.0 into the file; where it is to begin while it is started.
+double DrivesPart::positionAtHand() const
+{
+    if (!session.isWaiting())
+        return session.playInfo().position();
+    const double length = playback.line().lengthOf(playback.takeAtHand());
+    return length > 0 ? session.arrival().seconds / length : 0;
 }
 
 void DrivesPart::playedChanged()

@@ -68,6 +68,7 @@ private:
     void play(size_t drive, const std::optional<DriveMoment>& moment);
     void tellMoments(size_t drive);
     void drivesChanged();
+    double positionAtHand() const;
     void playedChanged();
     std::optional<HoverPreview::Place> placeOnStrip(double fraction) const;
     void clearRoute();

@@ -10,6 +10,12 @@
 #include "tests/support/VirtualDispatcher.h"
 #include "ui_DrivesPanel.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <filesystem>
+
 namespace {
 
 /// The panel over a card with three drives: an hour apart, of two minutes each, both cameras.
@@ -79,28 +85,41 @@ TEST_F(DrivesPanelTest, ShowsDrivesAndReadsTheirFiguresAsTheyAreSeen)
     EXPECT_TRUE(row(1).contains("2 min · 2.00 g, Always, 1 moment")) << row(1).toStdString();
 }
 
-TEST_F(DrivesPanelTest, KeepsWhatIsSelectedWhenLengthsMakeOtherDrives)
+TEST_F(DrivesPanelTest, KeepsSelectionAndPlaceWhenLengthsMakeOtherDrives)
 {
     card.file("alwa_20240518_170100_F.avi", recordingFile(3600));
+    for (int hour = 10; hour < 17; ++hour)
+        card.file("alwa_20240518_" + std::to_string(hour) + "0000_F.avi", recordingFile(60));
     scan();
     step();
-    ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 4);
-    outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
-    const int before = changes;
+    QListView& view = *outlets.drivesListView;
+    ASSERT_EQ(view.model()->rowCount(), 11);
+    view.setCurrentIndex(view.model()->index(9, 0));
+    QCoreApplication::processEvents();
+    view.verticalScrollBar()->setValue(view.visualRect(view.model()->index(2, 0)).height() / 2);
+    const auto place = [&] { return view.visualRect(view.model()->index(2, 0)).top(); };
+    const int before = place();
+    const int changed = changes;
     step();
-    ASSERT_EQ(outlets.drivesListView->model()->rowCount(), 3) << "the hour reaches into the next drive";
-    EXPECT_EQ(outlets.drivesListView->currentIndex().row(), 1);
-    EXPECT_EQ(changes, before + 1);
+    ASSERT_EQ(view.model()->rowCount(), 10) << "the hour reaches into the next drive";
+    EXPECT_EQ(view.currentIndex().row(), 8);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(place(), before);
+    EXPECT_EQ(changes, changed + 1);
     dispatcher.runAll();
-    EXPECT_EQ(row(0, DriveListModel::figuresRole), "1 h 0 min");
-    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+    EXPECT_EQ(row(7, DriveListModel::figuresRole), "1 h 0 min");
+    EXPECT_EQ(row(8, DriveListModel::figuresRole), "2 min · 2.00 g");
 }
 
 TEST_F(DrivesPanelTest, AFileThatHangsHoldsUpNoOther)
 {
     using namespace std::chrono_literals;
+    const auto unread = [this](size_t drive) { return panel->library().figures(drive)->unread; };
     scan();
     step();
+    outlets.drivesListView->setCurrentIndex(outlets.drivesListView->model()->index(2, 0));
+    dispatcher.hangBackground();
+    dispatcher.advance(11s);
     dispatcher.hangBackground();
     dispatcher.advance(11s);
     step();
@@ -108,13 +127,35 @@ TEST_F(DrivesPanelTest, AFileThatHangsHoldsUpNoOther)
     EXPECT_EQ(row(2, DriveListModel::timesRole), "19:12 – 19:14");
     dispatcher.hangBackground();
     dispatcher.advance(11s);
-    step();
-    EXPECT_EQ(figured, (std::vector<size_t>{0, 1}));
-    EXPECT_EQ(panel->library().figures(0)->unread, std::vector{card.path("alwa_20240518_171200_F.avi")});
+    dispatcher.runAll();
+    EXPECT_EQ(figured, (std::vector<size_t>{2, 0, 1})) << "as they are looked at";
+    const std::vector both{card.path("alwa_20240518_191200_F.avi"), card.path("alwa_20240518_191200_R.avi")};
+    EXPECT_EQ(unread(2), both) << "first the length of the one hung, then the other";
+    EXPECT_EQ(unread(0), std::vector{card.path("alwa_20240518_171200_F.avi")});
     EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+    scan();
+    step();
+    size_t hung = 0;
+    for (; dispatcher.hangBackground() > 0; ++hung)
+        dispatcher.advance(11s);
+    EXPECT_EQ(hung, 9U) << "after eight files the card itself seems to hang; the drives by what is known";
+    scan();
+    dispatcher.runAll();
+    EXPECT_EQ(row(2, DriveListModel::figuresRole), "2 min") << "another look begins anew";
+}
+
+TEST_F(DrivesPanelTest, ReadsOnWhereTheFolderIsNow)
+{
+    scan();
+    step();
     dispatcher.hangBackground();
-    dispatcher.advance(11s);
-    EXPECT_FALSE(dispatcher.runOneBackground()) << "after the third the card itself seems to hang";
+    std::filesystem::rename(card.path(), card.path() + "-moved");
+    panel->movedTo(card.path(), card.path() + "-moved");
+    dispatcher.runAll();
+    EXPECT_EQ(row(1, DriveListModel::figuresRole), "2 min · 2.00 g");
+    panel->movedTo(card.path() + "-moved", card.path());
+    std::filesystem::rename(card.path() + "-moved", card.path());
+    EXPECT_EQ(panel->library().figures(1)->moments.front().file, card.path("alwa_20240518_181200_F.avi"));
 }
 
 TEST_F(DrivesPanelTest, OfAnotherFolderDropsWhatIsUnderWay)
@@ -242,6 +283,10 @@ TEST_F(DriveInWindow, GoesToAnyPlaceAcrossFiles)
     app.player().reportState(PlayerState::paused);
     chooseDrive(0);
     EXPECT_EQ(app.player().calls.back(), "play") << "a drive that is chosen plays, wherever it rested";
+    emit strip().moved(0.5);
+    app.playback().folderMoved(folder.path(), "/elsewhere");
+    app.begin();
+    EXPECT_EQ(app.player().calls.back(), "setTime 30000") << "a start that waits goes on where its folder is";
 }
 
 TEST_F(DriveInWindow, JumpsTwoSecondsBeforeAMoment)
@@ -314,27 +359,34 @@ TEST_F(DriveInWindow, AClickOnItsWayGoesThere)
 
 TEST_F(DriveInWindow, PlaysOnInTheDriveThatLengthsMakeOfIt)
 {
-    folder.file("event_20240518_181610.avi", recordingFile(60));
+    folder.file("alwa_20240518_170000_F.avi", recordingFile(60));
+    folder.file("alwa_20240518_180000_F.avi", recordingFile(720));
     folder.file("event_20240518_181400.avi", recordingFile(90));
+    folder.file("event_20240518_181610.avi", recordingFile(60, minuteWithImpact()));
     controller.openMediaDirectory(folder.path());
     const auto* drives = app.find<QListView>("drivesListView").model();
     do {
         app.desk.dispatcher.runOneBackground();
         app.desk.dispatcher.runMain();
     } while (drives->rowCount() == 0);
-    app.desk.dispatcher.hangBackground(); // the first length
-    playDrive(0);
+    app.desk.dispatcher.hangBackground(); // the length of the first drive
+    playDrive(2);
     emit strip().moved(0.5);
     app.begin();
-    EXPECT_EQ(app.mediaIndex(), 2);
+    EXPECT_EQ(app.mediaIndex(), 4);
     EXPECT_EQ(strip().segments().size(), 3u) << "a minute each";
+    for (int i = 0; i < 3; ++i)
+        app.player().reportTime(0.5F);
     app.desk.dispatcher.advance(std::chrono::seconds(11));
     app.desk.dispatcher.runAll();
-    ASSERT_EQ(strip().segments().size(), 4u);
-    EXPECT_NEAR(strip().segments()[3].start, 150.0 / 210, 1e-9);
+    ASSERT_EQ(strip().segments().size(), 5u);
+    EXPECT_NEAR(strip().segments()[4].start, 930.0 / 990, 1e-9);
+    EXPECT_NEAR(strip().position(), 810.0 / 990, 1e-9) << "also before the player tells the next time";
+    EXPECT_EQ(strip().marks().size(), 1u);
     endFile();
-    endFile();
-    EXPECT_EQ(app.mediaIndex(), 5);
+    EXPECT_EQ(app.mediaIndex(), 6);
+    press(app.window(), Qt::Key_PageDown);
+    EXPECT_EQ(app.mediaIndex(), 7);
 }
 
 TEST_F(DriveInWindow, EndsWithItsFolder)
@@ -395,7 +447,12 @@ TEST_F(DriveInWindow, TheFilterFindsImpactsInRecordingsThatWereNotLookedAt)
 {
     app.open(folder.path());
     app.desk.dispatcher.runAll();
-    press(app.window(), Qt::Key_F, {}, Qt::ControlModifier);
+    QContextMenuEvent click(QContextMenuEvent::Mouse, {9, 9}, {9, 9});
+    QApplication::sendEvent(app.table().viewport(), &click);
+    const auto* menu = app.window().findChild<QMenu*>();
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(menu->actions().size(), 12);
+    menu->actions().front()->trigger();
     app.find<QCheckBox>("filterImpact").setChecked(true);
     EXPECT_TRUE(app.text("filterState").contains("Still looking")) << app.text("filterState").toStdString();
     app.desk.dispatcher.runAll();

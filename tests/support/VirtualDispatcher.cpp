@@ -81,10 +81,10 @@ size_t VirtualDispatcher::runMain()
     return count;
 }
 
-void VirtualDispatcher::hangBackground()
+size_t VirtualDispatcher::hangBackground()
 {
     const std::lock_guard lock(mutex);
-    backgroundQueue.clear();
+    return std::exchange(backgroundQueue, {}).size();
 }
 
 size_t VirtualDispatcher::runBackground()

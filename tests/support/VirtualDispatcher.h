@@ -26,8 +26,8 @@ public:
     /// what is due at the present moment. The clock stands still.
     size_t runMain();
     bool runOneBackground() { return runNext(backgroundQueue); }
-    /// The background work that waits never ends: it never runs.
-    void hangBackground();
+    /// The background work that waits never ends: it never runs. Returns how many pieces that were.
+    size_t hangBackground();
     size_t runBackground();
     size_t runAll();
 
