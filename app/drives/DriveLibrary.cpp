@@ -64,7 +64,8 @@ void DriveLibrary::setRecordings(std::vector<ZVKMedia> listed)
     lengthReading.end();
     figureReading.end();
     recordings = std::make_shared<const std::vector<ZVKMedia>>(std::move(listed));
-    lengths.clear();
+    lengths.assign(recordings->size(), {});
+    namesLife.renew();
     found.clear();
     measured.clear();
     known.clear();
@@ -74,58 +75,101 @@ void DriveLibrary::setRecordings(std::vector<ZVKMedia> listed)
     readingFigures = false;
     readingLengths = !recordings->empty();
     told.listed();
-    if (readingLengths)
-        readLengths({});
+    if (!readingLengths)
+        return;
+    showByNames();
+    readLengths(readBudget);
+}
+
+DriveLibrary::Places DriveLibrary::placesOf(const std::vector<Drive>& drives)
+{
+    Places places;
+    for (size_t drive = 0; drive < drives.size(); ++drive) {
+        for (size_t take = 0; take < drives[drive].takes.size(); ++take) {
+            const Take& both = drives[drive].takes[take];
+            places[both.first.path()] = {drive, take};
+            if (both.rear)
+                places[both.rear->path()] = {drive, take};
+        }
+    }
+    return places;
+}
+
+DriveLibrary::Grouped DriveLibrary::groupedBy(const std::vector<ZVKMedia>& recordings, const Lengths& lengths)
+{
+    Grouped grouped;
+    grouped.drives = drivesOf(recordings, [&](const ZVKMedia& media) {
+        const Length& length = lengths[size_t(&media - recordings.data())];
+        return length.isRead ? length.value : usualLength;
+    });
+    grouped.places = placesOf(grouped.drives);
+    grouped.measured.assign(grouped.drives.size(), true);
+    for (size_t i = 0; i < lengths.size(); ++i) {
+        const auto place =
+            lengths[i].isRead ? grouped.places.end() : grouped.places.find(recordings[i].path());
+        if (place != grouped.places.end())
+            grouped.measured[place->second.drive] = false;
+    }
+    return grouped;
+}
+
+bool DriveLibrary::isAllRead() const
+{
+    return std::ranges::all_of(lengths, &Length::isRead);
 }
 
 /// In the order in which they are wanted.
-std::vector<std::string> DriveLibrary::unmeasured() const
+std::vector<size_t> DriveLibrary::unread() const
 {
-    std::vector<std::string> order;
-    const auto add = [&](const ZVKMedia& media) {
-        if (!lengths.contains(media.path()))
-            order.push_back(media.path());
-    };
-    for (const size_t drive : wanted) {
-        if (drive >= found.size())
-            continue;
-        for (const Take& take : found[drive].takes)
-            add(take.first);
+    std::vector<size_t> wishes(found.size(), wanted.size());
+    for (size_t i = wanted.size(); i-- > 0;) {
+        if (wanted[i] < found.size())
+            wishes[wanted[i]] = i;
     }
-    for (const ZVKMedia& media : *recordings)
-        add(media);
-    return order;
+    std::vector<std::pair<size_t, size_t>> order; // wish, recording
+    for (size_t i = 0; i < lengths.size(); ++i) {
+        if (lengths[i].isRead)
+            continue;
+        const auto place = places.find((*recordings)[i].path());
+        order.emplace_back(place == places.end() ? wanted.size() : wishes[place->second.drive], i);
+    }
+    std::ranges::stable_sort(order, {}, &std::pair<size_t, size_t>::first);
+    std::vector<size_t> result;
+    for (const auto& [wish, recording] : order)
+        result.push_back(recording);
+    return result;
 }
 
-/// Reads until the budget is spent; without one the drives by what is known.
+/// Beside the first reading, which takes its time.
+void DriveLibrary::showByNames()
+{
+    dispatcher.inBackgroundThen([from = recordings, known = lengths] { return groupedBy(*from, known); },
+        namesLife.guarded([this](Grouped grouped) { group(std::move(grouped)); }));
+}
+
+/// Reads until the budget is spent.
 void DriveLibrary::readLengths(std::chrono::milliseconds budget)
 {
-    const auto order = std::make_shared<const std::vector<std::string>>(
-        budget.count() > 0 ? unmeasured() : std::vector<std::string>());
+    const auto order = std::make_shared<const std::vector<size_t>>(unread());
     lengthReading.begin();
     dispatcher.inBackgroundThen(
         [from = recordings, read = lengths, order, budget, progress = lengthReading.progress,
             token = lengthReading.stop.get_token()]() mutable {
             const auto end = std::chrono::steady_clock::now() + budget;
-            for (const std::string& path : *order) {
+            for (const size_t i : *order) {
                 if (token.stop_requested() || std::chrono::steady_clock::now() > end)
                     break;
-                if (!read.contains(path))
-                    read.emplace(path, recordingLengthOfFile(path));
+                read[i] = {true, recordingLengthOfFile((*from)[i].path())};
                 ++*progress;
             }
-            auto drives = drivesOf(*from, [&](const ZVKMedia& media) {
-                const auto at = read.find(media.path());
-                return at == read.end() ? usualLength : at->second;
-            });
-            return Piece{std::move(read), std::move(drives)};
+            Grouped grouped = groupedBy(*from, read);
+            return Piece{std::move(read), std::move(grouped)};
         },
         lengthReading.life.guarded([this](Piece piece) { lengthsRead(std::move(piece)); }));
-    if (!order->empty())
-        watch(lengthReading, [this, order](size_t at) {
-            if (at < order->size())
-                lengthHangs((*order)[at]);
-        });
+    watch(lengthReading, [this, order](size_t at) {
+        if (at < order->size())
+            lengthHangs((*order)[at]);
+    });
 }
 
 /// Tells where it hangs.
@@ -140,26 +184,34 @@ void DriveLibrary::watch(Reading& reading, std::function<void(size_t at)> hung)
 }
 
 /// It has no length, and the others go on without it.
-void DriveLibrary::lengthHangs(const std::string& path)
+void DriveLibrary::lengthHangs(size_t recording)
 {
-    givenUp.insert(path);
-    lengths.try_emplace(path, std::nullopt);
-    readLengths(hasGivenUp() ? std::chrono::milliseconds(0) : readBudget);
+    givenUp.insert((*recordings)[recording].path());
+    lengths[recording] = {true, {}};
+    if (!hasGivenUp()) {
+        readLengths(readBudget);
+        return;
+    }
+    lengthReading.end();
+    readingLengths = false;
+    showByNames();
 }
 
 void DriveLibrary::lengthsRead(Piece piece)
 {
     lengthReading.end();
+    namesLife.renew();
     lengths = std::move(piece.lengths);
-    readingLengths = !hasGivenUp() && !unmeasured().empty();
-    group(std::move(piece.drives));
+    readingLengths = !hasGivenUp() && !isAllRead();
+    group(std::move(piece.grouped));
     if (readingLengths)
         readLengths(readBudget);
 }
 
 /// Figures of drives that have the same takes as before stay.
-void DriveLibrary::group(std::vector<Drive> drives)
+void DriveLibrary::group(Grouped grouped)
 {
+    const std::vector<Drive>& drives = grouped.drives;
     const bool isSame = std::ranges::equal(found, drives, hasSameTakes);
     if (!isSame) {
         std::vector<std::optional<DriveFigures>> kept(drives.size());
@@ -171,12 +223,9 @@ void DriveLibrary::group(std::vector<Drive> drives)
         known = std::move(kept);
         wanted.clear();
     }
-    found = std::move(drives);
-    measured.clear();
-    for (const Drive& drive : found)
-        measured.push_back(std::ranges::all_of(
-            drive.takes, [this](const Take& take) { return lengths.contains(take.first.path()); }));
-    findPlaces();
+    found = std::move(grouped.drives);
+    measured = std::move(grouped.measured);
+    places = std::move(grouped.places);
     isSame ? told.measured() : told.listed();
     readNext();
 }
@@ -204,11 +253,13 @@ void DriveLibrary::movedTo(const std::string& from, const std::string& to)
     for (ZVKMedia& media : listed)
         moveMedia(media, from, to);
     recordings = std::make_shared<const std::vector<ZVKMedia>>(std::move(listed));
-    for (const auto& [path, length] : std::exchange(lengths, {}))
-        lengths.emplace(moved(path), length);
-    findPlaces();
-    if (readingLengths)
-        readLengths(found.empty() ? std::chrono::milliseconds(0) : readBudget);
+    places = placesOf(found);
+    namesLife.renew();
+    if (readingLengths) {
+        if (found.empty())
+            showByNames();
+        readLengths(readBudget);
+    }
     figureReading.end();
     readingFigures = false;
     readNext();
@@ -236,19 +287,6 @@ std::optional<bool> DriveLibrary::hasImpact(const std::string& path) const
     return std::ranges::any_of(read->moments, [&](const DriveMoment& moment) {
         return moment.take == place->second.take && moment.moment.kind == Moment::Kind::impact;
     });
-}
-
-void DriveLibrary::findPlaces()
-{
-    places.clear();
-    for (size_t drive = 0; drive < found.size(); ++drive) {
-        for (size_t take = 0; take < found[drive].takes.size(); ++take) {
-            const Take& both = found[drive].takes[take];
-            places[both.first.path()] = {drive, take};
-            if (both.rear)
-                places[both.rear->path()] = {drive, take};
-        }
-    }
 }
 
 void DriveLibrary::lookAt(std::vector<size_t> drives)

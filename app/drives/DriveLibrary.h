@@ -63,11 +63,22 @@ private:
         size_t drive;
         size_t take;
     };
-    using Lengths = std::unordered_map<std::string, std::optional<std::chrono::microseconds>>;
-    /// What was read in one go, and the drives by all that is known then.
+    using Places = std::unordered_map<std::string, Where>; // by path
+    struct Length {
+        bool isRead = false;
+        std::optional<std::chrono::microseconds> value;
+    };
+    using Lengths = std::vector<Length>; // parallel to the recordings
+    /// The drives by what is known.
+    struct Grouped {
+        std::vector<Drive> drives;
+        std::vector<bool> measured;
+        Places places;
+    };
+    /// What was read in one go, and what follows.
     struct Piece {
         Lengths lengths;
-        std::vector<Drive> drives;
+        Grouped grouped;
     };
     /// A read in the background that may hang.
     struct Reading {
@@ -81,13 +92,16 @@ private:
         void end();
         bool hangs();
     };
-    std::vector<std::string> unmeasured() const;
+    static Places placesOf(const std::vector<Drive>& drives);
+    static Grouped groupedBy(const std::vector<ZVKMedia>& recordings, const Lengths& lengths);
+    bool isAllRead() const;
+    std::vector<size_t> unread() const;
+    void showByNames();
     void readLengths(std::chrono::milliseconds budget);
     void watch(Reading& reading, std::function<void(size_t at)> hung);
-    void lengthHangs(const std::string& path);
+    void lengthHangs(size_t recording);
     void lengthsRead(Piece piece);
-    void group(std::vector<Drive> drives);
-    void findPlaces();
+    void group(Grouped grouped);
     bool hasGivenUp() const;
     void readNext();
     void figuresHang(const Take& take);
@@ -96,15 +110,16 @@ private:
     platform::Dispatcher& dispatcher;
     Told told;
     std::shared_ptr<const std::vector<ZVKMedia>> recordings = std::make_shared<const std::vector<ZVKMedia>>();
-    Lengths lengths; // that were read, by path
+    Lengths lengths;
     std::vector<Drive> found;
     std::vector<bool> measured; // parallel to `found`
     std::vector<std::optional<DriveFigures>> known; // parallel to `found`
     std::vector<size_t> wanted;
-    std::unordered_map<std::string, Where> places; // of the recordings, by path
+    Places places;
     bool readingLengths = false;
     bool readingFigures = false;
     std::set<std::string> givenUp; // paths of files that hang
+    Life namesLife;
     Reading lengthReading;
     Reading figureReading;
 };
