@@ -25,7 +25,9 @@ bool staysHere(std::string_view word)
 /// As its last word; a "--json" elsewhere may be the value of an option.
 bool asksForJson(const std::vector<std::string_view>& words)
 {
-    const auto ends = [](std::string_view word) { return word == "--" || word == "--help" || word == "-h"; };
+    const auto ends = [](std::string_view word) {
+        return word == "--" || word == "--help" || word == "-h" || word == "--version";
+    };
     return words.size() > 1 && words.back() == "--json" && !words[words.size() - 2].starts_with('-')
         && std::ranges::none_of(words, ends);
 }
