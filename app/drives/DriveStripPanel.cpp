@@ -68,6 +68,7 @@ void DriveStripPanel::showPosition(const DrivePlayback& drive, double position)
     const double fraction = drive.fractionAt(position);
     for (DriveStrip* strip : {bar.driveStrip, fullScreenBar.driveStripForFullScreen})
         strip->setPosition(fraction);
-    bar.driveTimeField->setText(
-        timeText(fraction * drive.line().length()) + " / " + timeText(drive.line().length()));
+    const double length = drive.line().length();
+    for (QLabel* field : {bar.driveTimeField, fullScreenBar.driveTimeFieldForFullScreen})
+        field->setText(timeText(fraction * length) + " / " + timeText(length));
 }

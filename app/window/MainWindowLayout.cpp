@@ -188,6 +188,7 @@ void MainWindowLayout::showDriveStrip(bool isShown)
 {
     outlets.driveRow->setVisible(isShown);
     outlets.driveStripForFullScreen->setVisible(isShown);
+    outlets.driveTimeFieldForFullScreen->setVisible(isShown);
     if (std::exchange(showsStrip, isShown) != isShown)
         layoutWindow();
 }
