@@ -33,16 +33,19 @@ void addParts(std::vector<RoutePart>& route, size_t take, const RecordingFigures
 
 } // namespace
 
-std::vector<RoutePart> routeOf(const Drive& drive, std::stop_token stop)
+std::vector<RoutePart> routeOf(const Drive& drive, const std::set<std::string>& skipped, std::stop_token stop)
 {
+    const auto read = [&](const std::string& path) {
+        return skipped.contains(path) ? std::nullopt : figuresOfFile(path, stop);
+    };
     std::vector<RoutePart> route;
     for (size_t i = 0; i < drive.takes.size() && !stop.stop_requested(); ++i) {
         const Take& take = drive.takes[i];
         const std::string* file = &take.first.path();
-        auto figures = figuresOfFile(*file, stop);
+        auto figures = read(*file);
         if ((!figures || figures->track.empty()) && take.rear) {
             file = &take.rear->path();
-            figures = figuresOfFile(*file, stop);
+            figures = read(*file);
         }
         if (figures)
             addParts(route, i, *figures, secondsOfFile(take, *file, *figures));

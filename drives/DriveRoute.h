@@ -3,6 +3,7 @@
 #include "media/Drives.h"
 
 #include <cstddef>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -21,8 +22,10 @@ struct RoutePart {
 };
 
 /// The way of a whole drive, in the order in which it is played, read from its recordings; places that lie
-/// closer together than some metres are one. Blocks as long as the card; ends early when a stop is requested.
-std::vector<RoutePart> routeOf(const Drive& drive, std::stop_token stop = {});
+/// closer together than some metres are one. The files of the skipped paths count as unread. Blocks as long
+/// as the card; ends early when a stop is requested.
+std::vector<RoutePart> routeOf(
+    const Drive& drive, const std::set<std::string>& skipped = {}, std::stop_token stop = {});
 
 /// "zavikDriveRoute([[take,longitude,latitude,...],...])" for the map page.
 std::string driveRouteScript(const std::vector<RoutePart>& route);

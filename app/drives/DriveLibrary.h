@@ -48,6 +48,8 @@ public:
     bool isMeasured(size_t drive) const { return drive < measured.size() && measured[drive]; }
     /// Null until they were read. The track is left out.
     const DriveFigures* figures(size_t drive) const;
+    /// Paths of files that hang.
+    const std::set<std::string>& filesGivenUp() const { return givenUp; }
     /// The drive with a recording of that path.
     std::optional<size_t> driveOf(const std::string& path) const;
 
@@ -118,7 +120,7 @@ private:
     Places places;
     bool readingLengths = false;
     bool readingFigures = false;
-    std::set<std::string> givenUp; // paths of files that hang
+    std::set<std::string> givenUp;
     Life namesLife;
     Reading lengthReading;
     Reading figureReading;

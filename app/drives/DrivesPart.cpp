@@ -36,7 +36,7 @@ void DrivesPart::forgetPreviews()
     previews.clear();
 }
 
-/// The camera's clock, and how far into the drive.
+/// The camera's clock, and how far into the drive; the picture is of the camera that one would see there.
 std::optional<HoverPreview::Place> DrivesPart::placeOnStrip(double fraction) const
 {
     if (!playback.isActive() || playback.line().length() <= 0)
@@ -45,7 +45,8 @@ std::optional<HoverPreview::Place> DrivesPart::placeOnStrip(double fraction) con
     const DriveTimeline::Place place = playback.line().placeAt(point);
     const Take& take = playback.takesOfDrive()[place.take];
     const auto clock = take.start + std::chrono::microseconds(int64_t(place.seconds * 1e6));
-    return HoverPreview::Place{take.first.path(), place.seconds,
+    const ZVKMedia& shown = take.first;
+    return HoverPreview::Place{shown.path(), place.seconds,
         platform::localized("preview.place_in_drive")
             .arg(QString::fromStdString(cameraTimeText(std::chrono::floor<std::chrono::seconds>(clock)))
                      .section('T', 1),
@@ -91,8 +92,12 @@ void DrivesPart::tellMoments(size_t drive)
 {
     told.known();
     const DriveFigures* figures = panel.library().figures(drive);
-    if (figures && playback.plays(panel.library().drives()[drive]))
-        playback.setMoments(figures->moments);
+    if (!figures || !playback.plays(panel.library().drives()[drive]))
+        return;
+    playback.setMoments(figures->moments);
+    // What hung there would hang here.
+    if (routeSkips && *routeSkips != panel.library().filesGivenUp())
+        readRoute(drive);
 }
 
 /// What plays may have got more takes, or their lengths.
@@ -134,6 +139,7 @@ void DrivesPart::clearRoute()
     routeLife.renew();
     route.clear();
     isRouteAsked = false;
+    routeSkips.reset();
     told.route(driveRouteScript(route));
 }
 
@@ -144,9 +150,13 @@ void DrivesPart::readRoute(size_t index)
     if (!panel.library().isMeasured(index))
         return;
     isRouteAsked = true;
-    dispatcher.inBackgroundThen([drive = panel.library().drives()[index],
-                                    stop = routeReading.get_token()] { return routeOf(drive, stop); },
+    routeSkips = panel.library().filesGivenUp();
+    dispatcher.inBackgroundThen(
+        [drive = panel.library().drives()[index], skipped = *routeSkips, stop = routeReading.get_token()] {
+            return routeOf(drive, skipped, stop);
+        },
         routeLife.guarded([this](const std::vector<RoutePart>& read) {
+            routeSkips.reset();
             if (!playback.isActive())
                 return;
             route = read;

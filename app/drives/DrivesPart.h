@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -82,6 +83,7 @@ private:
     Told told;
     std::vector<RoutePart> route; // of the drive that plays
     bool isRouteAsked = false;
+    std::optional<std::set<std::string>> routeSkips; // while it is read
     std::stop_source routeReading;
     Life routeLife;
     DriveStripPanel strip;

@@ -68,6 +68,8 @@ TEST_F(DriveInWindow, PlaysOneCameraFromFileToFileAsTheUserSetIt)
         app.player().reportTime(0.5F);
     EXPECT_DOUBLE_EQ(strip().position(), 0.5);
     EXPECT_DOUBLE_EQ(app.find<DriveStrip>("driveStripForFullScreen").position(), 0.5);
+    EXPECT_TRUE(app.isShown("driveTimeFieldForFullScreen"));
+    EXPECT_EQ(app.text("driveTimeFieldForFullScreen"), "01:30 / 03:00");
     endFile();
     EXPECT_EQ(app.mediaIndex(), 4);
     endFile();
@@ -177,6 +179,24 @@ TEST_F(DriveInWindow, AClickOnItsWayGoesThere)
     app.start(2);
     EXPECT_FALSE(strip().isVisible()) << "chosen from the list, a file of the drive ends it";
     EXPECT_EQ(app.desk.map.standing, "zavikDriveRoute([])");
+}
+
+TEST_F(DriveInWindow, ItsWayLeavesOutAFileThatHangs)
+{
+    SideDataWriter way;
+    for (int i = 0; i < 60; ++i)
+        way.gps({1716023520000 + i * 1000, 1, 3730 + i * 0.01, 12700, 54, '9', ""});
+    folder.file("alwa_20240518_181300_F.avi", recordingFile(60, way));
+    controller.clickMediaListViewButton();
+    app.open(folder.path());
+    chooseDrive(0);
+    // The first file hangs: while the figures are read, the way, and what the window shows of it.
+    EXPECT_GE(app.desk.dispatcher.hangBackground(), 2U);
+    for (int i = 0; i < 2; ++i) {
+        app.desk.dispatcher.advance(std::chrono::seconds(11));
+        app.desk.dispatcher.runAll();
+    }
+    EXPECT_TRUE(app.desk.map.standing.starts_with("zavikDriveRoute([[1,127.")) << app.desk.map.standing;
 }
 
 TEST_F(DriveInWindow, PlaysOnInTheDriveThatLengthsMakeOfIt)
