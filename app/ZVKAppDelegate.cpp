@@ -109,8 +109,7 @@ void ZVKAppDelegate::makePreviews()
     previews = std::make_unique<PreviewReader>(
         desktop.dispatcher, desktop.makePreviews ? desktop.makePreviews() : nullptr);
     hover = std::make_unique<HoverPreview>(*window, *previews);
-    const auto placeAt = [this](
-                             double fraction) { return placeIn(session->player().media().get(), fraction); };
+    const auto placeAt = [this](double fraction) { return placeIn(session->player(), fraction); };
     hover->watch(*outlets->videoPositionSlider, *outlets->mediaControlBox, placeAt);
     hover->watch(*outlets->videoPositionSliderForFullScreen, *outlets->mediaControlBoxForFullScreen, placeAt);
 }

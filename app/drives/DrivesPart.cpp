@@ -45,7 +45,7 @@ std::optional<HoverPreview::Place> DrivesPart::placeOnStrip(double fraction) con
     const DriveTimeline::Place place = playback.line().placeAt(point);
     const Take& take = playback.takesOfDrive()[place.take];
     const auto clock = take.start + std::chrono::microseconds(int64_t(place.seconds * 1e6));
-    const ZVKMedia& shown = take.first;
+    const ZVKMedia& shown = take.rear && session.cameras().prefersRear() ? *take.rear : take.first;
     return HoverPreview::Place{shown.path(), place.seconds,
         platform::localized("preview.place_in_drive")
             .arg(QString::fromStdString(cameraTimeText(std::chrono::floor<std::chrono::seconds>(clock)))

@@ -32,6 +32,8 @@ public:
     void swap();
     /// There is a recording of the other camera that can be shown, or it is not known yet that it can't.
     bool canChange() const;
+    /// The user chose the rear camera, alone or large.
+    bool prefersRear() const { return wanted == CameraLook::rear || wanted == CameraLook::rearWithFront; }
     /// What is on screen, as a text.
     QString shownText() const;
 

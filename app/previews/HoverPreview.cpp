@@ -98,12 +98,18 @@ bool HoverPreview::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-std::optional<HoverPreview::Place> placeIn(const platform::Media* media, double fraction)
+std::optional<HoverPreview::Place> placeIn(const platform::MediaPlayer& player, double fraction)
 {
+    const auto media = player.media();
     if (!media || !media->url() || media->length().intValue() <= 0)
         return {};
     const auto time =
         platform::MediaTime::timeWithInt(int64_t(fraction * double(media->length().intValue())));
+    const auto view = player.shownCameraView();
+    const bool isSecond =
+        view == platform::CameraView::second || view == platform::CameraView::pictureInPictureSwapped;
+    const auto second = isSecond ? player.secondMedia() : nullptr;
+    const auto& path = second && second->url() ? *second->url() : *media->url();
     return HoverPreview::Place{
-        *media->url(), double(time.intValue()) / 1000, QString::fromStdString(time.stringValue())};
+        path, double(time.intValue()) / 1000, QString::fromStdString(time.stringValue())};
 }

@@ -12,7 +12,7 @@
 
 class PreviewTip;
 namespace platform {
-class Media;
+class MediaPlayer;
 }
 
 /// The small picture with its time while the pointer goes over a line of time of the window. The time is
@@ -64,5 +64,6 @@ private:
     std::string shownPath; // of the picture that is shown
 };
 
-/// At a fraction of the file that the player has, with the time there; nothing while its length is not known.
-std::optional<HoverPreview::Place> placeIn(const platform::Media* media, double fraction);
+/// At a fraction of the file that the player has, with the time there; the picture is of the camera that is
+/// alone on screen, or large. Nothing while the file's length is not known.
+std::optional<HoverPreview::Place> placeIn(const platform::MediaPlayer& player, double fraction);

@@ -12,9 +12,12 @@ namespace {
 /// A hand that rests a moment does not have the file opened again.
 constexpr std::chrono::milliseconds idleTime(1500);
 
-QImage imageOf(const std::optional<platform::PreviewPicture>& picture)
+/// Cameras have a key frame about every second. An older picture is of a file that ends before the moment.
+constexpr double oldestPicture = 10; // seconds
+
+QImage imageOf(const std::optional<platform::PreviewPicture>& picture, double seconds)
 {
-    if (!picture || picture->width <= 0 || picture->height <= 0
+    if (!picture || picture->seconds < seconds - oldestPicture || picture->width <= 0 || picture->height <= 0
         || picture->pixels.size() < size_t(picture->width) * size_t(picture->height) * 3)
         return {};
     return QImage(
@@ -37,7 +40,8 @@ struct PreviewReader::Source {
         // What waited here may be void; the file stays closed then.
         if (token.stop_requested())
             return {};
-        return imageOf(previews->pictureAt(request.path, request.seconds, request.width, token));
+        return imageOf(
+            previews->pictureAt(request.path, request.seconds, request.width, token), request.seconds);
     }
     void close()
     {

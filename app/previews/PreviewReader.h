@@ -19,7 +19,7 @@ namespace platform {
 class Previews;
 }
 
-/// A moment in a recording as a picture of that width in pixels.
+/// A moment in a recording as a picture of that width in pixels; there is none where the file ends before it.
 struct PreviewRequest {
     std::string path;
     double seconds = 0;

@@ -127,6 +127,39 @@ TEST_F(SmallPictures, AreNeverThoseOfAnotherFile)
     EXPECT_EQ(reading().back(), "event_20240518_181300.avi 6.00");
 }
 
+TEST_F(SmallPictures, AreOfTheCameraThatIsLarge)
+{
+    folder.file("alwa_20240518_181200_R.avi", recordingFile(60));
+    app.open(folder.path());
+    playDrive();
+    app.player().reportSecond(platform::SecondFile::ready);
+    const auto pictured = [&](QWidget& line, double fraction) {
+        pointAt(line, fraction);
+        app.desk.dispatcher.runAll();
+        return reading().back();
+    };
+    double place = 0.1; // another each time: what was read is kept
+    const auto expectPicturesOf = [&](const std::string& file) {
+        EXPECT_TRUE(pictured(slider, place).starts_with(file)) << reading().back();
+        EXPECT_TRUE(pictured(strip, place * 0.5 + 0.02).starts_with(file)) << reading().back();
+        EXPECT_TRUE(pictured(strip, place * 0.5 + 0.5).starts_with("event")) << "one camera alone";
+        place += 0.1;
+    };
+    const std::string front = "alwa_20240518_181200_F.avi", rear = "alwa_20240518_181200_R.avi";
+    expectPicturesOf(front);
+    controller.nextCamera();
+    expectPicturesOf(rear);
+    controller.nextCamera();
+    expectPicturesOf(front);
+    app.playback().cameras().swap();
+    expectPicturesOf(rear);
+    controller.nextCamera();
+    expectPicturesOf(front); // the left one
+    app.desk.previews.age = 12;
+    pictured(slider, 0.9);
+    EXPECT_FALSE(tip.hasRoomForPicture()) << "the file ends before";
+}
+
 TEST_F(SmallPictures, OfRowsShowTheStrongestMomentElseTheBeginning)
 {
     auto& rows = *app.find<QListView>("drivesListView").model();

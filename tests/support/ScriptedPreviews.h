@@ -20,6 +20,7 @@ public:
         /// Called in the middle of a read, as if it took its time.
         std::function<void()> meanwhile;
         int width = 0; // of the latest request
+        double age = 0; // of the pictures, in seconds
     };
 
     explicit ScriptedPreviews(Log& written)
@@ -41,7 +42,8 @@ public:
             return {};
         const int height = width * 9 / 16;
         return platform::PreviewPicture{width, height,
-            std::vector<uint8_t>(size_t(width) * size_t(height) * 3, uint8_t(seconds * 2)), seconds};
+            std::vector<uint8_t>(size_t(width) * size_t(height) * 3, uint8_t(seconds * 2)),
+            seconds - log.age};
     }
     void close() override { log.calls.push_back("close"); }
 
